@@ -1,0 +1,208 @@
+#!/usr/bin/env python3
+"""Tests of the layout of the kit and of compiling with it."""
+
+import filecmp
+import os
+import pathlib
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+
+from kitcase import ENDED, EVERY_CALL, SOURCE, Kit, KitCase, all_files, program, task
+
+PREFIX = "../../../example/user_main.c:"
+
+
+class LayoutTest(unittest.TestCase):
+    def test_build_tree_and_installation_hold_the_same(self):
+        with tempfile.TemporaryDirectory(prefix="toolchain-") as folder:
+            folder = pathlib.Path(folder)
+            (folder / "CMakeLists.txt").write_text(
+                'cmake_minimum_required(VERSION 3.16)\nproject(layout LANGUAGES NONE)\n'
+                'add_subdirectory("%s" kit)\n'
+                'tiler_lay_out_kit("${CMAKE_BINARY_DIR}/bin/gcc")\n' % SOURCE)
+            for command in (["-S", folder, "-B", folder / "build"],
+                            ["--build", folder / "build"],
+                            ["--install", folder / "build", "--prefix", folder / "prefix"]):
+                subprocess.run(["cmake", *command], check=True, capture_output=True)
+            built, installed = folder / "build" / "bin" / "gcc", folder / "prefix" / "gcc"
+
+            files = all_files(built)
+            self.assertEqual(files, all_files(installed))
+            for name in ("example/vantrel.h", "example/user_main.c", "example/build/gcc/makefile",
+                         "example/build/gcc/make.exe", "example/build/gcc/objects",
+                         "runtime/startup.S", "runtime/controller.ld", "run-on-emulator"):
+                self.assertIn(name, files)
+            plain = [name for name in files if (built / name).is_file()]
+            self.assertEqual(filecmp.cmpfiles(built, installed, plain, shallow=False)[1:], ([], []))
+            for name in ("example/build/gcc/make.exe", "run-on-emulator"):
+                self.assertTrue(os.access(built / name, os.X_OK))
+                self.assertTrue(os.access(installed / name, os.X_OK))
+
+            # What the program wrote stays when the kit is laid out again.
+            (built / "example" / "user_main.c").write_text("mine")
+            Kit.lay_out(built)
+            self.assertEqual((built / "example" / "user_main.c").read_text(), "mine")
+
+            kit = Kit(installed)
+            self.assertEqual(kit.make().returncode, 0)
+
+    def test_faces_are_those_of_the_table(self):
+        result = subprocess.run([sys.executable, SOURCE / "make_faces.py", "--check"])
+        self.assertEqual(result.returncode, 0)
+
+
+class CompileTest(KitCase):
+    def test_default_program(self):
+        result = Kit.lay_out(pathlib.Path(self.temporary.name) / "fresh").make()
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+
+    def test_every_call_without_a_warning(self):
+        result = self.kit.make(tasks=1, text=EVERY_CALL)
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+
+    def test_sixteen_tasks_and_no_more(self):
+        text = program("", after="".join(task(n, "wait(1);\n") for n in range(1, 18)))
+        self.built(text, 16)
+        result = self.kit.make("program", 17)
+        self.assertNotEqual(result.returncode, 0)
+        self.assertIn("at most 16 tasks", result.stderr)
+        self.assertFalse(self.kit.bin("program").exists())
+
+    def test_missing_task_is_an_error(self):
+        result = self.kit.make(tasks=2, text=program("", after=task(1, "")))
+        self.assertNotEqual(result.returncode, 0)
+        self.assertIn("user_task2", result.stderr)
+
+    def test_speed_in_a_task_is_an_error_with_its_place(self):
+        text = program("", after=task(1, "      speed1 = 30;\n"))
+        result = self.kit.make(tasks=1, text=text)
+        self.assertNotEqual(result.returncode, 0)
+        errors = [line for line in result.stderr.splitlines() if ": error: " in line]
+        self.assertEqual(len(errors), 1)
+        number = text.splitlines().index("      speed1 = 30;") + 1
+        self.assertTrue(errors[0].startswith("%s%d:7: error: 'speed1' undeclared" % (PREFIX, number)),
+                        errors[0])
+        self.assertNotIn("\x1b", result.stderr)
+
+    def test_unknown_function_is_an_error_with_its_place(self):
+        result = self.kit.make(text=program("      fly(1);\n"))
+        self.assertNotEqual(result.returncode, 0)
+        self.assertRegex(result.stderr, "(?m)^%s5:7: error: .*'fly'" % re.escape(PREFIX))
+
+    def test_error_removes_the_older_result(self):
+        self.built(program(""), name="older")
+        result = self.kit.make("older", text=program("      oops\n"))
+        self.assertNotEqual(result.returncode, 0)
+        self.assertFalse(self.kit.bin("older").exists())
+
+    def test_failing_last_step_leaves_no_result(self):
+        self.built(program(""), name="half")
+        with tempfile.TemporaryDirectory() as shims:
+            shim = pathlib.Path(shims) / "arm-none-eabi-objcopy"
+            shim.write_text('#!/bin/sh\nfor last; do :; done\necho half > "$last"\nexit 1\n')
+            shim.chmod(0o755)
+            result = self.kit.make("half", shims=shims)
+        self.assertNotEqual(result.returncode, 0)
+        self.assertFalse(self.kit.bin("half").exists())
+
+    def test_compiler_sees_a_neutral_locale_and_no_name(self):
+        with tempfile.TemporaryDirectory() as shims:
+            shim = pathlib.Path(shims) / "arm-none-eabi-gcc"
+            shim.write_text('#!/bin/sh\necho "<$LC_ALL|$LANGUAGE|$TARGET_NAME|$CPATH>" >&2\n'
+                            'exec %s "$@"\n' % shutil.which("arm-none-eabi-gcc"))
+            shim.chmod(0o755)
+            for command in ("./make.exe", "make"):
+                result = self.kit.make(text=program(""), shims=shims, command=command,
+                                       LC_ALL="zh_CN.UTF-8", LANGUAGE="zh", CPATH="/nowhere")
+                self.assertEqual(result.returncode, 0, result.stderr)
+                self.assertEqual(set(result.stderr.split()), {"<C|||>"})
+
+    def test_result_is_always_made_anew(self):
+        path = self.built(program("      wait(1);\n"))
+        clean = path.read_bytes()
+        self.kit.finish()
+        self.assertEqual(len(path.read_bytes()), len(clean) + 57536)
+        self.assertEqual(self.kit.make().returncode, 0)
+        self.assertEqual(path.read_bytes(), clean)
+
+    def test_source_is_always_compiled(self):
+        first = self.built(program("      set_motor(1, 11);\n")).read_bytes()
+        self.kit.source.write_text(program("      set_motor(1, 12);\n"))
+        os.utime(self.kit.source, (1, 1))
+        self.assertEqual(self.kit.make().returncode, 0)
+        self.assertNotEqual(self.kit.bin("program").read_bytes(), first)
+
+    def test_runtime_is_compiled_only_when_it_changed(self):
+        self.built(program(""))
+        library = self.kit.folder / "objects" / "runtime"
+        times = {path.name: path.stat().st_mtime_ns for path in library.iterdir()}
+        self.built(program(""))
+        self.assertEqual({path.name: path.stat().st_mtime_ns for path in library.iterdir()}, times)
+        os.utime(self.kit.root / "runtime" / "calls.c")
+        self.built(program(""))
+        changed = {path.name for path in library.iterdir() if path.stat().st_mtime_ns != times[path.name]}
+        self.assertEqual(changed, {"calls.o", "all.o"})
+
+    def test_empty_name(self):
+        path = self.built(program(""), name="")
+        self.assertEqual(path.name, ".bin")
+        self.assertEqual(self.run_file(path, "--bare").returncode, ENDED)
+
+    def test_names_of_all_allowed_characters(self):
+        for name in ("car1", "-n", "A_z-09", "runtime", "user_main"):
+            with self.subTest(name=name):
+                self.assertTrue(self.built(program(""), name=name).is_file())
+
+    def test_other_names_are_refused_and_not_carried_out(self):
+        self.built(program(""))
+        before = all_files(self.temporary.name)
+        names = ["$(shell touch pwned)", ";touch pwned", "`touch pwned`", "$$(touch pwned)",
+                 "x$(eval y:=$(shell touch pwned))", "${shell touch pwned}", "&touch pwned",
+                 "x\ntouch pwned", "|touch pwned", "$(error x)", "../up", "a/b", "a b", "a ",
+                 "a\tb", "小车", "a'b", 'a"b', "a\\", "$", "$a", "%", "#", "a#b", "a:b", "a=b",
+                 "*", "?", ".", "a,b", "(", ")"]
+        for command in ("./make.exe", "make"):
+            for name in names:
+                with self.subTest(command=command, name=name):
+                    result = self.kit.make(name, command=command)
+                    self.assertNotEqual(result.returncode, 0)
+                    self.assertIn("TARGET_NAME may hold only", result.stderr)
+                    self.assertEqual(all_files(self.temporary.name), before)
+        # make itself strips this blank, so only the launcher can refuse it.
+        self.assertNotEqual(self.kit.make(" a").returncode, 0)
+        self.assertEqual(all_files(self.temporary.name), before)
+
+    def test_numbers_of_tasks_are_refused_alike(self):
+        for command in ("./make.exe", "make"):
+            for number in ("$(shell touch pwned)", ";touch pwned", "-1", "1 2", "x", "1x", "%"):
+                with self.subTest(command=command, number=number):
+                    result = self.kit.make("program", number, command=command, text=program(""))
+                    self.assertNotEqual(result.returncode, 0)
+                    self.assertIn("USER_TASK_NUMBER", result.stderr)
+                    self.assertFalse(self.kit.bin("program").exists())
+                    self.assertFalse(any("pwned" in name for name in all_files(self.temporary.name)))
+
+    def test_outer_make_does_not_reach_in(self):
+        result = self.kit.make("outer", text=program(""), MAKEFLAGS="n", MAKELEVEL="2")
+        self.assertEqual(result.returncode, 0)
+        self.assertTrue(self.kit.bin("outer").exists())
+
+    def test_folder_with_blanks_and_chinese_characters(self):
+        folder = pathlib.Path(self.temporary.name) / "Program Files (x86)" / "机器人 编程" / "gcc"
+        kit = Kit.lay_out(folder)
+        result = kit.make("car1", text=program('      Printf("你好");\n'))
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+        result = subprocess.run([kit.root / "run-on-emulator", "--bare", kit.bin("car1")],
+                                capture_output=True, text=True, timeout=60)
+        self.assertEqual(result.returncode, ENDED, result.stderr)
+        self.assertIn("print 你好\n", result.stdout)
+        result = kit.make("car1", text=program("      oops;\n"))
+        self.assertRegex(result.stderr, "(?m)^%s5:7: error: 'oops'" % re.escape(PREFIX))
+
+
+if __name__ == "__main__":
+    unittest.main()

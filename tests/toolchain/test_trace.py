@@ -1,0 +1,185 @@
+#!/usr/bin/env python3
+"""Tests of the runtime: what programs do on the controller, as the trace tells it."""
+
+import json
+import unittest
+
+from kitcase import CRASHED, EVERY_CALL, LIMIT_REACHED, SOURCE, KitCase, program, task
+
+SYMBOL_45 = "........ .##.##.. #..#..#. #.....#. .#...#.. ..#.#... ...#.... ........"
+SYMBOL_9 = "..###... .#...#.. .#..##.. .#.#.#.. .##..#.. .#...#.. ..###... ........"
+SYMBOLS = {
+    0: "..####.. .######. .##..##. .##..##. ....##.. ...##... ........ ...##...",
+    9: SYMBOL_9,
+    19: "...#.... ..#.#... .#...#.. .#...#.. .#####.. .#...#.. .#...#.. ........",
+    45: SYMBOL_45,
+    50: "....#... .....#.. .######. .#...#.. .#..#... .#...... .#...... ........",
+    52: "..####.. .#....#. #......# ######## ######## #......# .#....#. ..####..",
+}
+
+
+def picture(rows):
+    return "\n" + "\n".join(rows.split())
+
+
+class TraceTest(KitCase):
+    def test_every_call(self):
+        self.maxDiff = None
+        faces = json.loads((SOURCE / "faces.json").read_text("utf-8"))["faces"]
+        lines = [text for _, who, text in self.trace(EVERY_CALL, tasks=1) if who != "task 1"]
+        self.assertEqual(lines, [
+            "start",
+            "motor A (1) speed 80", "motor B (2) speed -80",
+            "motor A (1) speed -80", "motor B (2) speed 80", "wait 0.25 s",
+            "motor A (1) speed 0", "motor B (2) speed 0", "motor C (3) speed 0", "motor D (4) speed 0",
+            "motor C (3) speed -80", "motor D (4) speed 80",
+            "servo 18 speed 716 position 956",
+            "sound 25", "sound 25",
+            "touch 5 -> 0", "analogue 4 -> 1000",
+            "display 2 symbol 45" + picture(SYMBOL_45),
+            "display 3 symbol 9" + picture(SYMBOL_9),
+            "display 2 3 emoji 1 %s\n" % faces[0]["name"] + self.face_rows(faces[0]),
+            "display 2 custom" + picture("#......# .#....#. ..#..#.. ...##... "
+                                         "........ ........ ........ ########"),
+            "display 3 custom" + picture("........ " * 8),
+            "print 0 ", "print 1 ", "print bob 1.500000 ",
+            "motor A (1) speed 1", "print hi\\n7",
+            "finished", "end"])
+
+    @staticmethod
+    def face_rows(face):
+        left, right = ([format(row, "08b").replace("0", ".").replace("1", "#") for row in rows]
+                       for rows in face["rows"])
+        return "\n".join("  ".join(pair) for pair in zip(left, right))
+
+    def test_all_faces(self):
+        faces = json.loads((SOURCE / "faces.json").read_text("utf-8"))["faces"]
+        self.assertEqual(len(faces), 12)
+        self.assertEqual(len({str(face["rows"]) for face in faces}), 12)
+        body = "".join("disp_emoji(2,3,%d);" % n for n in range(14)) + "\n"
+        lines = self.texts(program(body))[1:-1]
+        dark = "\n" + "\n".join(["........  ........"] * 8)
+        self.assertEqual(lines, ["display 2 3 emoji 0 unknown" + dark]
+                         + ["display 2 3 emoji %d %s\n%s" % (face["n"], face["name"], self.face_rows(face))
+                            for face in faces]
+                         + ["display 2 3 emoji 13 unknown" + dark])
+
+    def test_symbols(self):
+        body = "".join("disp_symble(2, %d);" % number for number in SYMBOLS) + "disp_symble(2, 53);\n"
+        self.assertEqual(self.texts(program(body))[1:-1],
+                         ["display 2 symbol %d" % number + picture(rows) for number, rows in SYMBOLS.items()]
+                         + ["display 2 symbol 53 unknown" + picture("........ " * 8)])
+
+    def test_odd_arguments(self):
+        lines = self.texts(program('set_motor(7, -300);servo_ctrl(1, 2, 3, 1);wait(0);wait(-1);'
+                                   'Printf("a\\tb %s", "' + "x" * 600 + '");\n'))
+        self.assertEqual(lines[1:5], ["motor ? (7) speed -300", "servo 1 speed 2 position 3 last 1",
+                                      "wait 0 s", "wait -1 s"])
+        self.assertRegex(lines[5], r"^print a\?b x{490,510}(\.\.\.)?$")
+
+    def test_waits_add_up(self):
+        lines = self.trace(program("for(int i = 0;i < 10; ++i)\n{\nwait(0.7);\n}\nwait(30);\n"))
+        times = [seconds for seconds, _, text in lines if text.startswith("wait")]
+        for index, seconds in enumerate(times):
+            self.assertAlmostEqual(seconds, 0.7 * index, delta=0.02)
+        self.assertAlmostEqual(lines[-1][0], 37.0, delta=0.02)
+
+    def test_loop_without_a_wait_is_told_shortly(self):
+        lines = self.texts(program("for(int i = 0;i < 5000; ++i)\n{\nset_motor(1, 5);set_motor(2, 6);}"
+                                   "set_motor(1, 7);wait(1);set_motor(1, 7);\n"))
+        self.assertEqual(lines.count("motor A (1) speed 5"), 50)
+        self.assertEqual(lines.count("motor B (2) speed 6"), 50)
+        self.assertEqual(lines[101:], ["motor A (1) speed 7", "9900 repeated calls not shown",
+                                       "wait 1 s", "motor A (1) speed 7", "end"])
+
+
+class TaskTest(KitCase):
+    def test_tasks_run_beside_one_another(self):
+        text = program("wait(1);set_motor(1, 1);wait(1);set_motor(1, 2);wait(1.5);\n", after=(
+            task(1, "wait(0.5);PlaySpeech(1);wait(1);PlaySpeech(2);\n")
+            + task(2, "while(1)\n{\nservo_ctrl(1, 716, 512, 0);wait(2);\n}\n")))
+        lines = self.trace(text, tasks=2)
+        told = [(round(seconds, 1), who, what) for seconds, who, what in lines
+                if not what.startswith("wait")]
+        self.assertEqual(sorted(told[:3]), [
+            (0.0, "main", "start"), (0.0, "task 1", "start"), (0.0, "task 2", "start")])
+        self.assertEqual(told[3:], [
+            (0.0, "task 2", "servo 1 speed 716 position 512"),
+            (0.5, "task 1", "sound 1"), (1.0, "main", "motor A (1) speed 1"),
+            (1.5, "task 1", "sound 2"), (1.5, "task 1", "finished"),
+            (2.0, "main", "motor A (1) speed 2"), (2.0, "task 2", "servo 1 speed 716 position 512"),
+            (3.5, "main", "finished"), (3.5, None, "end")])
+
+    def test_endless_loop_does_not_starve_the_others(self):
+        text = program("while(1)\n{\ncount = count + 1;}\n", before="volatile int count = 0;\n", after=(
+            task(1, "while(1)\n{\n}\n")
+            + task(2, 'wait(1);Printf("%d", count > 1000);wait(1);Printf("%d", count > 2000);\n')))
+        lines = self.trace(text, "--limit", "3", tasks=2, expected=LIMIT_REACHED)
+        prints = [line for line in lines if line[2].startswith("print")]
+        self.assertEqual([line[1:] for line in prints], [["task 2", "print 1"]] * 2)
+        for line, due in zip(prints, (1, 2)):
+            self.assertAlmostEqual(line[0], due, delta=0.05)
+        self.assertEqual(lines[-1], [3.0, None, "limit reached"])
+
+    def test_lines_are_not_torn(self):
+        # All tasks write for their whole time slices; the trace is parsed line by line.
+        body = 'for(int i = 0;i < 40; ++i)\n{\nPrintf("%%f %s", %d.5);wait(0.001);\n}\n'
+        text = program(body % ("m" * 30, 0) + "wait(3);\n",
+                       after="".join(task(n, body % ("t" * 30, n)) for n in range(1, 17)))
+        lines = self.trace(text, tasks=16)
+        for n in range(17):
+            who, letter = ("task %d" % n, "t") if n else ("main", "m")
+            prints = [line[2] for line in lines if line[1] == who and line[2].startswith("print")]
+            self.assertEqual(prints, ["print %d.500000 %s" % (n, letter * 30)] * 40)
+
+    def test_only_as_many_tasks_as_told_are_started(self):
+        text = program("wait(1);\n", after=task(1, "PlaySpeech(1);\n") + task(2, "PlaySpeech(2);\n"))
+        self.assertNotIn("sound 2", self.texts(text, tasks=1))
+        self.assertIn("sound 2", self.texts(text, tasks=2))
+
+    def test_stack_overflow_is_told(self):
+        text = program("wait(9);\n", after=(
+            "int deep(int n)\n{\nvolatile char room[100];room[0] = n;\n"
+            "return n > 100000 ? 0 : deep(n + 1) + room[0];\n}\n"
+            + task(1, "wait(1);Printf(\"%d\", deep(0));\n")))
+        lines = self.trace(text, tasks=1, expected=CRASHED)
+        self.assertEqual([line[1:] for line in lines[-2:]], [["task 1", "stack overflow"], [None, "crash"]])
+
+    def test_crash_is_told(self):
+        lines = self.texts(program("wait(1);__builtin_trap();\n"), expected=CRASHED)
+        self.assertEqual(lines[-2], "bad access")
+        self.assertRegex(lines[-1], "^crash at 0x[0-9a-f]{8}$")
+
+
+class SensorTest(KitCase):
+    LOOPS = program("while(switch_state(5) == 0)\n{\nwait(0.1);\n}\nPlaySpeech(1);\n"
+                    "while(TZ_AI(4) > 500)\n{\nwait(0.1);\n}\nPlaySpeech(2);\n"
+                    "while(switch_state(5) != 0)\n{\nset_motor(1, 50);set_motor(2, -50);\n}\nPlaySpeech(3);\n")
+
+    def test_script_ends_the_loops(self):
+        lines = self.trace(self.LOOPS, "--sensor", "touch:5=0@4.75", "--sensor", "touch:5=1@1.25",
+                           "--sensor", "analogue:4=499@2.5", "--sensor", "ai:3=0@0")
+        sounds = {text: seconds for seconds, _, text in lines if text.startswith("sound")}
+        self.assertAlmostEqual(sounds["sound 1"], 1.3, delta=0.03)
+        self.assertAlmostEqual(sounds["sound 2"], 2.5, delta=0.11)
+        self.assertAlmostEqual(sounds["sound 3"], 4.75, delta=0.02)
+        reads = [text for _, _, text in lines if "->" in text]
+        self.assertEqual(reads, ["touch 5 -> 0", "touch 5 -> 1", "analogue 4 -> 1000",
+                                 "analogue 4 -> 499", "touch 5 -> 0"])
+
+    def test_without_a_script_the_loop_goes_on(self):
+        lines = self.texts(self.LOOPS, "--limit", "2", expected=LIMIT_REACHED)
+        self.assertNotIn("sound 1", lines)
+        self.assertEqual(lines[-1], "limit reached")
+
+    def test_other_ports_and_tasks(self):
+        text = program("switch_state(1);switch_state(-3);wait(1);switch_state(1);TZ_AI(1);wait(1);\n",
+                       after=task(1, "wait(0.5);switch_state(1);\n"))
+        lines = self.trace(text, "--sensor", "touch:1=5", tasks=1)
+        self.assertEqual([line[1:] for line in lines if "->" in line[2]], [
+            ["main", "touch 1 -> 5"], ["main", "touch -3 -> 0"], ["task 1", "touch 1 -> 5"],
+            ["main", "analogue 1 -> 1000"]])
+
+
+if __name__ == "__main__":
+    unittest.main()
