@@ -1,0 +1,99 @@
+#include "blockpanel.h"
+
+#include "picturecache.h"
+
+#include <QDataStream>
+#include <QDrag>
+#include <QLabel>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPointer>
+
+BlockPanel::BlockPanel(int p_category, QWidget* p_parent)
+    : PanelBase(p_parent), m_category(p_category)
+{
+    m_scale = 0.6;
+    for (const BlockRecord& record : blockRecords()) {
+        if (record.category != m_category) {
+            continue;
+        }
+        auto* label = new QLabel(this);
+        label->setAttribute(Qt::WA_DeleteOnClose);
+        label->show();
+        m_records.insert(label, record);
+        m_labels.append(label);
+    }
+}
+
+void BlockPanel::setPanelHeight(int p_height)
+{
+    int x = 0;
+    for (QLabel* label : qAsConst(m_labels)) {
+        const QPixmap image = picture(m_records.value(label).image);
+        const int height = static_cast<int>(m_scale * p_height);
+        // A picture that could not be loaded has no shape to keep.
+        const int width = image.isNull() ? 0 : image.width() * height / image.height();
+        const int y = static_cast<int>((p_height - height) * 0.5);
+        const QPixmap scaled =
+            image.scaled(width, height, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+        label->setGeometry(x + 6, y, width, height);
+        label->setPixmap(scaled);
+        x += scaled.width() + 30;
+    }
+    setGeometry(0, 0, x + 5, p_height);
+}
+
+QString BlockPanel::dragMimeType() { return QStringLiteral("application/x-dnditemdata"); }
+
+QByteArray BlockPanel::dragData(const BlockRecord& p_record)
+{
+    QByteArray data;
+    QDataStream stream(&data, QIODevice::WriteOnly);
+    stream << p_record.image << p_record.pressedImage << p_record.caption
+           << static_cast<qint32>(p_record.id);
+    return data;
+}
+
+void BlockPanel::mousePressEvent(QMouseEvent* p_event)
+{
+    auto* pressed = qobject_cast<QLabel*>(childAt(p_event->localPos().toPoint()));
+    const auto found = m_records.constFind(pressed);
+    if (found == m_records.constEnd() || !found->draggable) {
+        return;
+    }
+    const BlockRecord record = found.value();
+    const QPixmap plain = pressed->pixmap(Qt::ReturnByValue);
+
+    auto* mime = new QMimeData;
+    mime->setData(dragMimeType(), dragData(record));
+    auto* drag = new QDrag(this);
+    // The panel is the source, but must not own the drag: it can be replaced before the drag ends,
+    // and the platform needs the drag until then. The platform also deletes it.
+    drag->setParent(nullptr);
+    drag->setMimeData(mime);
+    const QPixmap dragged = picture(record.pressedImage);
+    drag->setPixmap(dragged);
+    drag->setHotSpot(QPoint(dragged.width() / 2, 0));
+
+    QPixmap dimmed = plain;
+    if (!dimmed.isNull()) {
+        QPainter painter(&dimmed);
+        painter.fillRect(dimmed.rect(), QColor(127, 127, 127, 127));
+    }
+    pressed->setPixmap(dimmed);
+
+    const QPointer<BlockPanel> self(this);
+    runDrag(*drag);
+    if (!self) {
+        return;
+    }
+    emit updateViewSignal();
+    pressed->show();
+    pressed->setPixmap(plain);
+}
+
+void BlockPanel::runDrag(QDrag& p_drag)
+{
+    p_drag.exec(Qt::CopyAction | Qt::MoveAction, Qt::CopyAction);
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "blocktables.h"
+#include "panelbase.h"
+
+#include <QList>
+#include <QMap>
+
+class QDrag;
+class QLabel;
+
+/** The blocks of a category, to be dragged onto the canvas. */
+class BlockPanel : public PanelBase
+{
+    Q_OBJECT
+
+public:
+    explicit BlockPanel(int p_category, QWidget* p_parent = nullptr);
+
+    void setPanelHeight(int p_height) override;
+
+    /** A label for each block, in the order of the strip. */
+    const QList<QLabel*>& labels() const { return m_labels; }
+
+    /** The format of what a dragged block carries. */
+    static QString dragMimeType();
+    /**
+     * What a dragged block carries: its picture, its pressed picture and its caption as texts and
+     * its id as a 32-bit integer, as QDataStream writes them.
+     */
+    static QByteArray dragData(const BlockRecord& p_record);
+
+protected:
+    void mousePressEvent(QMouseEvent* p_event) override;
+    /** Runs a drag to its end. The panel may be gone when this returns. */
+    virtual void runDrag(QDrag& p_drag);
+
+private:
+    int m_category;
+    QMap<QLabel*, BlockRecord> m_records;
+    QList<QLabel*> m_labels;
+};

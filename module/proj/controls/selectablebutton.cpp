@@ -1,0 +1,135 @@
+#include "selectablebutton.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QStyleOptionButton>
+#include <QStylePainter>
+
+namespace
+{
+SelectableButton* s_current = nullptr;
+} // namespace
+
+SelectableButton::SelectableButton(QWidget* p_parent) : QPushButton(p_parent)
+{
+    connect(this, &QPushButton::pressed, this, &SelectableButton::onPressed);
+}
+
+SelectableButton::~SelectableButton()
+{
+    if (s_current == this) {
+        s_current = nullptr;
+    }
+}
+
+SelectableButton* SelectableButton::current() { return s_current; }
+
+void SelectableButton::setSelected(bool p_selected)
+{
+    m_selected = p_selected;
+    if (p_selected) {
+        if (s_current && s_current != this) {
+            s_current->setSelected(false);
+        }
+        s_current = this;
+    } else if (s_current == this) {
+        s_current = nullptr;
+    }
+    update();
+}
+
+bool SelectableButton::acceptsKey(int p_key) const
+{
+    if (Qt::Key_0 <= p_key && p_key <= Qt::Key_9) {
+        return m_keyMask & KeyboardDigits;
+    }
+    switch (p_key) {
+    case Qt::Key_Period:
+        return m_keyMask & KeyboardPoint;
+    case Qt::Key_Minus:
+        return m_keyMask & KeyboardMinus;
+    case Qt::Key_Backspace:
+        return m_keyMask & KeyboardDelete;
+    default:
+        return false;
+    }
+}
+
+void SelectableButton::applyKey(int p_key)
+{
+    const bool wasSelected = m_selected;
+    if (wasSelected) {
+        setSelected(false);
+    }
+    QString edited = text();
+    if (p_key == Qt::Key_Backspace) {
+        wasSelected ? edited.clear() : edited.chop(1);
+    } else {
+        if (wasSelected) {
+            edited.clear();
+        }
+        if (p_key == Qt::Key_Minus) {
+            if (edited.startsWith(QLatin1Char('-'))) {
+                edited.remove(0, 1);
+            } else {
+                edited.prepend(QLatin1Char('-'));
+            }
+        } else if (p_key == Qt::Key_Period || (Qt::Key_0 <= p_key && p_key <= Qt::Key_9)) {
+            // The codes of these keys are their characters.
+            const QChar ch(p_key);
+            if (canAppend(edited, ch)) {
+                edited.append(ch);
+            }
+        }
+    }
+    setText(edited);
+}
+
+bool SelectableButton::canAppend(const QString& p_text, QChar p_ch)
+{
+    const QChar point = QLatin1Char('.');
+    if (p_text.isEmpty()) {
+        return p_ch != point;
+    }
+    if (p_text == QLatin1String("0")) {
+        return p_ch == point;
+    }
+    if (p_text.size() >= 2 && p_ch == point && p_text.contains(point)) {
+        return false;
+    }
+    const QString next = p_text + p_ch;
+    const int pointAt = next.indexOf(point);
+    return pointAt >= 0 ? next.size() - pointAt <= 3 : next.size() <= 6;
+}
+
+void SelectableButton::keyPressEvent(QKeyEvent* p_event)
+{
+    if (acceptsKey(p_event->key())) {
+        applyKey(p_event->key());
+        emit keyTypedSignal(p_event->key());
+    }
+}
+
+void SelectableButton::paintEvent(QPaintEvent* p_event)
+{
+    QPushButton::paintEvent(p_event);
+    if (!m_selected || text().isEmpty()) {
+        return;
+    }
+    const QFontMetrics metrics(font());
+    const int markWidth = metrics.boundingRect(text()).width() + 2;
+    const int markHeight = metrics.height();
+    const QRect mark(static_cast<int>(width() / 2.0 - markWidth / 2.0),
+                     static_cast<int>(height() / 2.0 - markHeight / 2.0), markWidth, markHeight);
+    const QColor blue(0, 120, 215, 255);
+    QStylePainter painter(this);
+    painter.setPen(blue);
+    painter.setBrush(blue);
+    painter.drawRect(mark);
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    option.palette.setColor(QPalette::ButtonText, Qt::white);
+    painter.drawControl(QStyle::CE_PushButtonLabel, option);
+}
+
+void SelectableButton::onPressed() { setSelected(!m_selected); }

@@ -1,0 +1,3 @@
+#include "panelbase.h"
+
+PanelBase::PanelBase(QWidget* p_parent) : QWidget(p_parent) {}

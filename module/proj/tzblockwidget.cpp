@@ -1,0 +1,378 @@
+#include "tzblockwidget.h"
+
+#include "binoverlay.h"
+#include "blockpanel.h"
+#include "blocktables.h"
+#include "iconspanel.h"
+#include "modulestyles.h"
+#include "numberspanel.h"
+#include "scale.h"
+#include "textspanel.h"
+
+#include <QEvent>
+#include <QGuiApplication>
+#include <QPainter>
+#include <QResizeEvent>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QVBoxLayout>
+#include <QWheelEvent>
+
+namespace
+{
+// What the canvas's mouse is at.
+enum MouseType : int {
+    NoMouse = -1,
+    PressOnItem = 0,
+    DragInside = 1,
+    DragEnded = 2,
+    DragBelow = 4,
+    DroppedOnPalette = 5,
+    PressOnNothing = 6
+};
+
+// The word choosers that a block can ask for.
+enum PanelType : int { NotesPanel = 1, ServoIdsPanel = 2 };
+
+// The room that the scroll area's horizontal bar takes.
+const int s_scrollBarHeight = 16;
+
+TabGeometry currentTabGeometry()
+{
+    return tabGeometryFor(QGuiApplication::primaryScreen()->availableSize());
+}
+
+QString expressionStyle()
+{
+    return twoPictureStyle(QStringLiteral(":/expression/expression_bg_nol_60x60.png"),
+                           QStringLiteral(":/expression/expression_bg_pre_60x60.png"), 0);
+}
+
+QString voiceStyle()
+{
+    return twoPictureStyle(QStringLiteral(":/voice/voice_bg_nol_60x60 .png"),
+                           QStringLiteral(":/voice/voice_bg_pre_60x60 .png"), 0);
+}
+
+QString servoIdStyle()
+{
+    return twoPictureStyle(QStringLiteral(":/move/servo_id_nol_60x60.png"),
+                           QStringLiteral(":/move/servo_id_pre_60x60.png"), 0);
+}
+
+QStringList noteNames()
+{
+    return {QStringLiteral("do (1)"), QStringLiteral("re (2)"), QStringLiteral("mi (3)"),
+            QStringLiteral("fa (4)"), QStringLiteral("so (5)"), QStringLiteral("la (6)"),
+            QStringLiteral("si (7)")};
+}
+
+QStringList servoIdNames()
+{
+    QStringList names;
+    for (int id = 1; id <= 18; ++id) {
+        names.append(QStringLiteral("ID-%1").arg(QString::asprintf("%02d", id)));
+    }
+    return names;
+}
+
+/** A run of numbered pictures. */
+struct PictureRun {
+    int key;
+    int first;
+    int last;
+};
+
+QMap<int, QStringList> pictureMap(const QString& p_pattern, const QVector<PictureRun>& p_runs)
+{
+    QMap<int, QStringList> pictures;
+    for (const PictureRun& run : p_runs) {
+        for (int i = run.first; i <= run.last; ++i) {
+            pictures[run.key].append(p_pattern.arg(run.key).arg(i));
+        }
+    }
+    return pictures;
+}
+
+const QMap<int, QStringList> s_voicePictures =
+    pictureMap(QStringLiteral(":/voice/%1/%2.png"), {{1, 1, 5}, {2, 1, 6}, {3, 1, 2}, {4, 1, 4}});
+const QMap<int, QStringList> s_expressionPictures =
+    pictureMap(QStringLiteral(":/expression/%1/%2.png"),
+               {{1, 0, 12}, {2, 0, 4}, {3, 0, 9}, {4, 0, 25}, {5, 0, 11}});
+} // namespace
+
+TabGeometry tabGeometryFor(const QSize& p_available)
+{
+    return {scale(p_available.width(), 1280, 1920, 90, 180),
+            scale(p_available.height(), 768, 1080, 32, 64),
+            scale(p_available.height(), 768, 1080, 5, 10)};
+}
+
+TzBlockWidget::TzBlockWidget(QWidget* p_central, QWidget* p_parent)
+    : QWidget(p_parent),
+      m_central(p_central),
+      m_currentCategory(categoryRecords().first().categoryId),
+      m_overlay(new BinOverlay(this)),
+      m_scrollArea(new QScrollArea(this)),
+      m_topBar(new QWidget(this)),
+      m_lastMouseType(NoMouse)
+{
+    blockRecords();
+    setAutoFillBackground(true);
+    createFolders();
+
+    m_overlay->setGeometry(0, 0, width(), height());
+    m_overlay->hide();
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setMargin(0);
+    layout->setSpacing(0);
+    m_topBar->setMinimumHeight(24);
+    m_topBar->setMaximumHeight(24);
+    layout->addWidget(m_topBar);
+    colourBar(m_currentCategory);
+
+    m_scrollArea->setFrameShape(QFrame::NoFrame);
+    m_scrollArea->installEventFilter(this);
+    m_scrollArea->setStyleSheet(QStringLiteral(
+        "QScrollBar:vertical {border: none; background: rgb(189,229,238);width: 16px;}"
+        "QScrollBar::handle:vertical {background: rgb(0,152,179);min-height: 80px; border:none;}"
+        "QScrollBar:horizontal  {border: none; background: rgb(189,229,238);height: 16px;}"
+        "QScrollBar::handle:horizontal  {background: rgb(0,152,179);min-width: 80px; "
+        "border:none;}"));
+    layout->addWidget(m_scrollArea);
+    m_overlay->raise();
+    showBlocks();
+    setStyleSheet(QStringLiteral("background-color:transparent;"));
+}
+
+TzBlockWidget::~TzBlockWidget()
+{
+    for (const QPointer<tzlabel>& folder : qAsConst(m_folders)) {
+        delete folder.data();
+    }
+}
+
+const QMap<int, QStringList>& TzBlockWidget::voicePictures() { return s_voicePictures; }
+
+const QMap<int, QStringList>& TzBlockWidget::expressionPictures() { return s_expressionPictures; }
+
+void TzBlockWidget::createFolders()
+{
+    const TabGeometry tab = currentTabGeometry();
+    for (const CategoryRecord& record : categoryRecords()) {
+        auto* folder = new tzlabel(record.caption, m_central, Qt::WindowFlags());
+        folder->setGeometry((tab.width + tab.spacing) * m_folders.size() + 6, 0, tab.width,
+                            tab.height);
+        folder->setImagePath(record.normalImage);
+        folder->setCategoryId(record.categoryId);
+        folder->raise();
+        connect(folder, &tzlabel::released, this, &TzBlockWidget::onFolderRelease);
+        m_folders.append(folder);
+    }
+    m_currentFolder = m_folders.first();
+    m_currentFolder->setActive(true);
+    m_currentFolder->setImagePath(categoryRecords().first().selectedImage);
+}
+
+void TzBlockWidget::placeFolders()
+{
+    if (!m_central || !m_central->isAncestorOf(this)) {
+        return;
+    }
+    const TabGeometry tab = currentTabGeometry();
+    const int top = mapTo(m_central, QPoint(0, 0)).y();
+    int x = 6;
+    for (const QPointer<tzlabel>& folder : qAsConst(m_folders)) {
+        if (folder) {
+            folder->setGeometry(x, top - tab.height, tab.width, tab.height);
+            folder->raise();
+        }
+        x += tab.width + tab.spacing;
+    }
+}
+
+void TzBlockWidget::colourBar(int p_category)
+{
+    for (const CategoryRecord& record : categoryRecords()) {
+        if (record.categoryId == p_category) {
+            m_topBar->setStyleSheet(QStringLiteral("background-color:%1").arg(record.barColour));
+            return;
+        }
+    }
+}
+
+void TzBlockWidget::removePanel()
+{
+    // One of the panel's own buttons may be what asks for the change, so it can't be deleted yet.
+    if (QWidget* old = m_scrollArea->takeWidget()) {
+        old->hide();
+        old->setParent(this);
+        old->deleteLater();
+    }
+    m_panel = nullptr;
+}
+
+void TzBlockWidget::showBlocks()
+{
+    m_choosing = false;
+    removePanel();
+    m_panel = new BlockPanel(m_currentCategory, m_scrollArea);
+    connect(m_panel, &PanelBase::updateViewSignal, this, &TzBlockWidget::updateViewSignal);
+    m_panel->setPanelHeight(m_scrollArea->height() - s_scrollBarHeight);
+    m_scrollArea->setWidget(m_panel);
+    update();
+}
+
+void TzBlockWidget::showChooser(RowPanel* p_panel, void (TzBlockWidget::*p_receiver)(int))
+{
+    m_choosing = true;
+    removePanel();
+    m_panel = p_panel;
+    if (p_panel) {
+        connect(p_panel, &RowPanel::SelectNumberSignal, this, p_receiver);
+        connect(p_panel, &PanelBase::updateViewSignal, this, &TzBlockWidget::updateViewSignal);
+        m_scrollArea->setWidget(p_panel);
+        p_panel->setPanelHeight(m_scrollArea->viewport()->height() - s_scrollBarHeight);
+    }
+    update();
+}
+
+void TzBlockWidget::OnShowNumKeyboardSignal(uint32_t p_numberOption)
+{
+    showChooser(new NumbersPanel(p_numberOption, m_scrollArea), &TzBlockWidget::SelectNumberSignal);
+}
+
+void TzBlockWidget::OnShowVoiceSignal(int n)
+{
+    showChooser(new IconsPanel(s_voicePictures.value(n), voiceStyle(), m_scrollArea),
+                &TzBlockWidget::SelectNumberSignal);
+}
+
+void TzBlockWidget::OnShowExpressionSignal(int n)
+{
+    showChooser(new IconsPanel(s_expressionPictures.value(n), expressionStyle(), m_scrollArea),
+                &TzBlockWidget::SelectNumberSignal);
+}
+
+void TzBlockWidget::onShowPanelSignal(int p_panelType, int p_paramId)
+{
+    m_panelParamId = p_paramId;
+    if (p_panelType == NotesPanel) {
+        showChooser(new TextsPanel(noteNames(), expressionStyle(), m_scrollArea),
+                    &TzBlockWidget::SelectNumberSignal);
+    } else if (p_panelType == ServoIdsPanel) {
+        showChooser(new TextsPanel(servoIdNames(), servoIdStyle(), m_scrollArea),
+                    &TzBlockWidget::onServoIdParamEdited);
+    } else {
+        showChooser(nullptr, nullptr);
+    }
+}
+
+void TzBlockWidget::onServoIdParamEdited(int p_Index)
+{
+    emit editParamSignal(m_panelParamId, p_Index);
+}
+
+void TzBlockWidget::onFolderRelease()
+{
+    const int index = m_folders.indexOf(qobject_cast<tzlabel*>(sender()));
+    if (index < 0) {
+        return;
+    }
+    const CategoryRecord& record = categoryRecords().at(index);
+    colourBar(record.categoryId);
+    m_currentCategory = record.categoryId;
+    showBlocks();
+    if (m_currentFolder) {
+        m_currentFolder->setActive(false);
+        m_currentFolder->setImagePath(
+            categoryRecords().at(m_folders.indexOf(m_currentFolder)).normalImage);
+    }
+    m_currentFolder = m_folders.at(index);
+    m_currentFolder->setActive(true);
+    m_currentFolder->setImagePath(record.selectedImage);
+    update();
+    emit updateViewSignal();
+}
+
+void TzBlockWidget::endDrag(int p_dragIntoBin)
+{
+    m_overlay->hide();
+    m_dragIntoBin = p_dragIntoBin;
+}
+
+void TzBlockWidget::OnProgramMouse(int p_type)
+{
+    if (p_type == m_lastMouseType) {
+        return;
+    }
+    m_lastMouseType = p_type;
+    switch (p_type) {
+    case PressOnItem:
+        endDrag(0);
+        break;
+    case DragInside:
+        m_overlay->setImagePath(QStringLiteral(":/close.png"));
+        m_overlay->show();
+        m_overlay->raise();
+        break;
+    case DragEnded:
+        endDrag(0);
+        m_lastMouseType = NoMouse;
+        break;
+    case DragBelow:
+        m_overlay->setImagePath(QStringLiteral(":/open.png"));
+        break;
+    case DroppedOnPalette:
+        endDrag(1);
+        break;
+    case PressOnNothing:
+        if (m_choosing) {
+            showBlocks();
+        }
+        break;
+    default:
+        break;
+    }
+}
+
+void TzBlockWidget::moveEvent(QMoveEvent* p_event)
+{
+    QWidget::moveEvent(p_event);
+    placeFolders();
+}
+
+void TzBlockWidget::resizeEvent(QResizeEvent* p_event)
+{
+    QWidget::resizeEvent(p_event);
+    m_overlay->resize(width() + 1, height() + 1);
+    placeFolders();
+}
+
+bool TzBlockWidget::eventFilter(QObject* p_watched, QEvent* p_event)
+{
+    if (p_watched == m_scrollArea && p_event->type() == QEvent::Resize) {
+        if (m_panel) {
+            const int height = static_cast<QResizeEvent*>(p_event)->size().height();
+            m_panel->setPanelHeight(height - s_scrollBarHeight);
+        }
+    } else if (p_watched == m_scrollArea && p_event->type() == QEvent::Wheel) {
+        const QPoint turned = static_cast<QWheelEvent*>(p_event)->angleDelta();
+        const int delta = turned.y() != 0 ? turned.y() : turned.x();
+        QScrollBar* bar = m_scrollArea->horizontalScrollBar();
+        bar->setValue(bar->value() + static_cast<int>(delta * -0.4));
+        return true;
+    }
+    return QWidget::eventFilter(p_watched, p_event);
+}
+
+void TzBlockWidget::paintEvent(QPaintEvent*)
+{
+    const QColor ground(m_choosing ? QStringLiteral("#ebf6ff") : QStringLiteral("#043c66"));
+    QPainter painter(this);
+    painter.setPen(ground);
+    painter.setBrush(ground);
+    painter.drawRect(rect());
+}

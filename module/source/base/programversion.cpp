@@ -1,0 +1,5 @@
+#include "programversion.h"
+
+QString programVersion() { return QStringLiteral("1.1.2"); }
+
+QString programBuildDate() { return QStringLiteral("2020-12-17"); }

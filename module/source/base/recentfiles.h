@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+/** The recent projects, most recent first. One list for the whole process. */
+extern QStringList recentFiles;
+
+/** The file that keeps the list between two runs: "\\records.txt" beside the program. */
+QString recentFilesPath();
+
+/**
+ * Appends the paths of a list file to recentFiles: one path a line, read as Latin-1, each
+ * backslash turned into a slash, a path that is there already left out. A line loses its last
+ * byte, whether or not that is a line feed. A file that can't be opened changes nothing.
+ */
+void readRecentFiles(const QString& p_path);
+
+/**
+ * Writes recentFiles to a list file, a line each, as UTF-8. A path with other than ASCII
+ * characters is therefore garbled by the next read: that is the format as it stands.
+ */
+void writeRecentFiles(const QString& p_path);
+
+/** Puts a path first, moving it if it is in the list already. */
+void putRecentFileFirst(const QString& p_path);

@@ -1,0 +1,252 @@
+#include "builddialog.h"
+
+#include "fwinforeader.h"
+#include "installpath.h"
+#include "tilerlog.h"
+#include "volumes.h"
+
+#include <QCloseEvent>
+#include <QFile>
+#include <QLabel>
+#include <QPainter>
+#include <QPixmap>
+#include <QProgressBar>
+#include <QPushButton>
+
+#include <utility>
+
+buildDialog::buildDialog(QWidget* p_parent) : QDialog(p_parent), ui(std::make_unique<Form>())
+{
+    setUpForm();
+    connect(ui->button, &QPushButton::clicked, this, &QWidget::close);
+
+    m_process.setWorkingDirectory(installPath(QStringLiteral("\\gcc\\example\\build\\gcc")));
+    m_process.setProgram(installPath(QStringLiteral("\\gcc\\example\\build\\gcc\\make.exe")));
+
+    connect(&m_process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
+            &buildDialog::OnBuildEnd);
+    connect(&m_thread, &QThread::finished, this, &buildDialog::OnThreadFinished);
+    connect(&m_thread, &buildThread::stateChanged, this, &buildDialog::OnStateChanged);
+}
+
+buildDialog::~buildDialog() { endWork(); }
+
+void buildDialog::setFinishProgramFile(std::function<void(const QString&)> p_finish)
+{
+    m_finishProgramFile = std::move(p_finish);
+}
+
+void buildDialog::setVolumes(std::shared_ptr<VolumeList> p_volumes)
+{
+    m_thread.setVolumes(std::move(p_volumes));
+}
+
+void buildDialog::setPause(int p_milliseconds) { m_thread.setPause(p_milliseconds); }
+
+void buildDialog::startBuild(const QString& p_name, int p_taskCount)
+{
+    m_targetName = p_name;
+    m_sourcePath = installPath(QStringLiteral("\\gcc\\example\\build\\gcc\\objects\\")) + p_name +
+                   QStringLiteral(".bin");
+    m_errorText.clear();
+    m_process.setArguments({QStringLiteral("TARGET_NAME=") + p_name,
+                            QStringLiteral("USER_TASK_NUMBER=") + QString::number(p_taskCount)});
+    m_process.start(QIODevice::ReadWrite);
+
+    ui->progress->show();
+    ui->button->setText(tr("取消"));
+    ui->icon->setPixmap(QPixmap(QStringLiteral(":/xiazai-icon-30x30.png")));
+    ui->status->setText(tr("正在编译......"));
+    exec();
+}
+
+void buildDialog::startFirmwareUpdate()
+{
+    m_targetName = QStringLiteral("UPDATE");
+    m_sourcePath = installPath(QStringLiteral("/firmwares/UPDATE.bin"));
+    ui->status->setText(QString());
+    ui->progress->hide();
+    repaint();
+    m_thread.start();
+    exec();
+}
+
+QStringList buildDialog::compilerMessages() const
+{
+    const QString prefix = QStringLiteral("../../../example/user_main.c:");
+    QStringList messages;
+    const QStringList lines = m_errorText.split(QLatin1Char('\n'));
+    for (const QString& line : lines) {
+        if (line.startsWith(prefix)) {
+            messages.append(line.mid(prefix.size()));
+        }
+    }
+    return messages;
+}
+
+bool buildDialog::copyToController()
+{
+    const QString target = targetPath();
+    if (QFile::exists(target)) {
+        QFile::remove(target);
+    }
+    return QFile::copy(m_sourcePath, target);
+}
+
+// The exit status is left out of it: a process that has crashed has an exit code other than 0.
+void buildDialog::OnBuildEnd(int p_exitCode, QProcess::ExitStatus /*p_exitStatus*/)
+{
+    if (m_workEnded) {
+        return;
+    }
+    ui->progress->hide();
+    const QByteArray standardError = m_process.keptError();
+    if (p_exitCode == 0) {
+        if (m_finishProgramFile) {
+            m_finishProgramFile(m_sourcePath);
+        }
+        // The status stays at compiling until the thread says what it is at.
+        m_thread.start();
+        m_errorText = tr("编译成功！");
+        repaint();
+        qCDebug(tilerLog).noquote() << QString::fromUtf8(standardError);
+        return;
+    }
+    // The English entry of this text says success. That is meant to stay as it is.
+    ui->status->setText(tr("编译失败！"));
+    // As a text that a zero byte ends.
+    m_errorText = QString::fromUtf8(standardError.constData());
+    qCDebug(tilerLog).noquote() << m_errorText;
+}
+
+void buildDialog::OnReadOutput() {}
+
+void buildDialog::OnStateChanged(const QString& p_state)
+{
+    if (!m_workEnded) {
+        ui->status->setText(p_state);
+    }
+}
+
+void buildDialog::OnThreadFinished()
+{
+    // The signal may have been on its way already when the dialog was closed.
+    if (m_workEnded) {
+        return;
+    }
+    logFirmwareFields();
+    // This takes the place of the thread's own word of a failure, which only the icon then tells.
+    // That is meant.
+    ui->status->setText(tr("连接控制器...."));
+    if (m_thread.connected()) {
+        m_drive = m_thread.drive();
+        if (copyToController()) {
+            ui->status->setText(tr("下载成功！"));
+            ui->icon->setPixmap(QPixmap(QStringLiteral(":/xiazaiwancheng-icon-30x30.png")));
+        } else {
+            ui->status->setText(tr("下载失败！"));
+        }
+    } else {
+        ui->icon->setPixmap(QPixmap(QStringLiteral(":/cuowu-icon-30x30.png")));
+    }
+    ui->button->setText(tr("确定"));
+}
+
+void buildDialog::reject()
+{
+    endWork();
+    QDialog::reject();
+}
+
+void buildDialog::paintEvent(QPaintEvent* p_event)
+{
+    {
+        QPainter painter(this);
+        painter.drawPixmap(0, 0, QPixmap(QStringLiteral(":/xiazaitankuang-400x210.png")));
+    }
+    QDialog::paintEvent(p_event);
+}
+
+void buildDialog::closeEvent(QCloseEvent* p_event)
+{
+    endWork();
+    QDialog::closeEvent(p_event);
+}
+
+void buildDialog::setUpForm()
+{
+    resize(400, 210);
+    setWindowFlags(windowFlags() | Qt::FramelessWindowHint);
+    setAttribute(Qt::WA_TranslucentBackground);
+    setWindowTitle(QStringLiteral("Dialog"));
+
+    ui->title = new QLabel(tr("下载"), this);
+    ui->title->setObjectName(QStringLiteral("title"));
+    ui->title->setGeometry(15, 9, 370, 26);
+    ui->title->setAlignment(Qt::AlignCenter);
+    ui->title->setStyleSheet(
+        QStringLiteral("border-image: url(:/guanyutankuang-biaotikuang-240x22.png);\n"
+                       "color:#FFFFFF"));
+
+    ui->status = new QLabel(this);
+    ui->status->setObjectName(QStringLiteral("status"));
+    ui->status->setGeometry(135, 79, 211, 31);
+    QFont statusFont = ui->status->font();
+    statusFont.setPixelSize(16);
+    ui->status->setFont(statusFont);
+
+    ui->button = new QPushButton(tr("取消"), this);
+    ui->button->setObjectName(QStringLiteral("button"));
+    ui->button->setGeometry(290, 140, 76, 30);
+    ui->button->setStyleSheet(
+        QStringLiteral("QPushButton{ border-image:url(:/quxiao-nol-76x30.png); color:#33bfd6; } "
+                       "QPushButton:pressed{ border-image:url(:/quxiao-pre-76x30.png); "
+                       "color:#FFFFFF;}"));
+
+    ui->icon = new QLabel(this);
+    ui->icon->setObjectName(QStringLiteral("icon"));
+    ui->icon->setGeometry(89, 80, 30, 30);
+
+    ui->progress = new QProgressBar(this);
+    ui->progress->setObjectName(QStringLiteral("progress"));
+    ui->progress->setGeometry(50, 145, 221, 20);
+    ui->progress->setMaximum(0);
+    ui->progress->setValue(-1);
+    ui->progress->setStyleSheet(QStringLiteral(
+        "QProgressBar{border:0px;background-color:#e5e5e5;} "
+        "QProgressBar::chunk{background:qlineargradient(spread:pad,x1:0,y1:0,x2:1,y2:0,stop:0 "
+        "#e5e5e5,stop:1 #ff9668);}"));
+}
+
+// The slots may already be on their way, hence the flag besides the disconnections.
+void buildDialog::endWork()
+{
+    if (m_workEnded) {
+        return;
+    }
+    m_workEnded = true;
+    disconnect(&m_process, nullptr, this, nullptr);
+    disconnect(&m_thread, nullptr, this, nullptr);
+    m_process.endNow();
+    m_thread.endWait();
+}
+
+void buildDialog::logFirmwareFields() const
+{
+    FwInfoReader reader;
+    reader.read(m_sourcePath);
+    qCDebug(tilerLog, "firmware update");
+    qCDebug(tilerLog).noquote().nospace() << "    projectId: " << reader.name();
+    qCDebug(tilerLog).noquote().nospace() << "    version: " << reader.versionText();
+    qCDebug(tilerLog).noquote().nospace() << "    file: " << m_sourcePath;
+}
+
+QString buildDialog::targetPath() const
+{
+#ifdef Q_OS_WIN
+    const QString root = m_drive + QStringLiteral(":\\");
+#else
+    const QString root = m_drive + QLatin1Char('/');
+#endif
+    return root + m_targetName + QStringLiteral(".bin");
+}

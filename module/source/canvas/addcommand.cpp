@@ -1,0 +1,54 @@
+#include "addcommand.h"
+
+#include "documentstate.h"
+#include "modulefactory.h"
+#include "programslots.h"
+#include "supermodule.h"
+
+#include <QGraphicsScene>
+
+namespace moduleUndoCommand
+{
+addCommand::addCommand(QGraphicsScene* p_scene, int p_x, int p_y, int p_id, int p_key)
+    : m_scene(p_scene), m_x(p_x), m_y(p_y), m_id(p_id), m_key(p_key)
+{
+}
+
+void addCommand::redo()
+{
+    supermodule* module = createModuleFromId(m_id);
+    if (!module) {
+        return;
+    }
+    m_scene->addItem(module);
+    module->setPos(m_x - module->boundingRect().width() / 2, m_y);
+    module->setFlags(QGraphicsItem::ItemIsMovable | QGraphicsItem::ItemIsSelectable);
+    supermodule* target = nullptr;
+    int type = NoLink;
+    if (module->CollisionDetection(target, type)) {
+        module->updateTreeAndOpacity();
+    }
+    if (const supermodule* root = firstVisibleRoot()) {
+        module->ownid = root->id;
+    }
+    module->refreshOpacity();
+    module->moduleKey = m_key;
+    registerModuleAs(m_key, module);
+}
+
+void addCommand::undo()
+{
+    if (supermodule* module = moduleMap.value(m_key)) {
+        module->detachFromParent();
+        // What was linked behind it since then stays, as a loose chain.
+        for (supermodule* child : {module->next(), module->left(), module->right()}) {
+            if (child) {
+                module->removeChild(child);
+                child->refreshOpacity();
+            }
+        }
+        m_scene->removeItem(module);
+        delete module;
+    }
+}
+} // namespace moduleUndoCommand

@@ -1,0 +1,55 @@
+#include "linkcandidates.h"
+
+QList<LinkCandidate> collectLinkCandidates(const supermodule* p_module,
+                                           const supermodule* p_mainModule,
+                                           const supermodule* p_preview)
+{
+    QList<LinkCandidate> list;
+    if (p_module == p_mainModule) {
+        return list;
+    }
+    const QList<QGraphicsItem*> items = p_module->collidingItems(Qt::IntersectsItemShape);
+    for (QGraphicsItem* item : items) {
+        if (item->type() != collisionItem::Type) {
+            continue;
+        }
+        supermodule* owner = supermodule::fromItem(item->parentItem());
+        if (!owner || owner == p_preview || p_module->containsModule(owner)) {
+            continue;
+        }
+        const auto* connector = static_cast<collisionItem*>(item);
+        const int type = connector->linkType();
+        if (type != NoLink) {
+            list.append({owner, type, p_module->distanceTo(*connector)});
+        }
+    }
+    return list;
+}
+
+LinkCandidate bestLinkCandidate(const QList<LinkCandidate>& p_list)
+{
+    LinkCandidate best;
+    for (const LinkCandidate& candidate : p_list) {
+        if (candidate.m_target && candidate.m_distance < best.m_distance) {
+            best = candidate;
+        }
+    }
+    return best;
+}
+
+void linkAt(supermodule* p_target, int p_type, supermodule* p_module)
+{
+    switch (p_type) {
+    case LeftLink:
+        p_target->setLeftModule(p_module);
+        break;
+    case RightLink:
+        p_target->setRightModule(p_module);
+        break;
+    case NextLink:
+        p_target->insertModule(p_module);
+        break;
+    default:
+        break;
+    }
+}

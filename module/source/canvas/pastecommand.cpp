@@ -1,0 +1,52 @@
+#include "pastecommand.h"
+
+#include "documentstate.h"
+#include "moduletree.h"
+#include "projectdocument.h"
+#include "projectreader.h"
+#include "supermodule.h"
+#include "tzprogramview.h"
+
+namespace moduleUndoCommand
+{
+pasteCommand::pasteCommand(TzProgramView* p_view, const QString& p_text, int p_x, int p_y)
+    : m_view(p_view), m_text(p_text), m_x(p_x), m_y(p_y)
+{
+}
+
+void pasteCommand::redo()
+{
+    documentModified = true;
+    QVector<QVector<int>> keysBefore;
+    keysBefore.swap(m_keys);
+    QDomDocument document;
+    if (!parseProject(m_text.toUtf8(), document)) {
+        return;
+    }
+    const QString baseNode = QStringLiteral("basenode");
+    for (QDomElement base = document.documentElement().firstChildElement(baseNode); !base.isNull();
+         base = base.nextSiblingElement(baseNode)) {
+        supermodule* head =
+            buildChain(base.firstChildElement(QStringLiteral("module")), m_view->scene());
+        if (!head) {
+            continue;
+        }
+        // A second redo gives the blocks the keys back that later commands know them by.
+        if (!keysBefore.isEmpty()) {
+            restoreRegistryKeys(head, keysBefore.takeFirst());
+        }
+        m_keys.append(registryKeysUnder(head));
+        head->setPos(m_x, m_y);
+        head->updateLayout();
+        head->refreshOpacity();
+    }
+}
+
+void pasteCommand::undo()
+{
+    documentModified = true;
+    for (const QVector<int>& keys : qAsConst(m_keys)) {
+        m_view->removeModule(moduleMap.value(keys.first()));
+    }
+}
+} // namespace moduleUndoCommand

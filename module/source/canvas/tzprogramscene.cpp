@@ -1,0 +1,55 @@
+#include "tzprogramscene.h"
+
+#include "documentstate.h"
+#include "dragpayload.h"
+#include "picturecache.h"
+#include "supermodule.h"
+
+#include <QGraphicsSceneDragDropEvent>
+
+namespace
+{
+/** The type of a task's root, of which a document has just the ones that it has. */
+const int s_taskRootId = 401;
+} // namespace
+
+tzprogramscene::tzprogramscene(QObject* p_parent) : QGraphicsScene(p_parent)
+{
+    // An index would be rebuilt with every step of a drag, which moves whole chains.
+    setItemIndexMethod(NoIndex);
+    m_logo.setPixmap(picture(QStringLiteral(":/logo.png")));
+    m_logo.setZValue(-10);
+    m_logo.setAcceptedMouseButtons(Qt::NoButton);
+    addItem(&m_logo);
+}
+
+void tzprogramscene::clearItems(const QList<const QGraphicsItem*>& p_kept)
+{
+    // Gathered first: a block takes its children, which are items too, with it.
+    QList<supermodule*> blocks;
+    const QList<QGraphicsItem*> all = items();
+    for (QGraphicsItem* item : all) {
+        // By identity, not by type: a file may hold a second block of the main block's type.
+        supermodule* block = supermodule::fromItem(item);
+        if (block && !p_kept.contains(item)) {
+            blocks.append(block);
+        }
+    }
+    for (supermodule* block : qAsConst(blocks)) {
+        removeItem(block);
+        delete block;
+    }
+}
+
+void tzprogramscene::dropEvent(QGraphicsSceneDragDropEvent* p_event)
+{
+    int id = 0;
+    if (!readBlockDrag(p_event->mimeData(), id)) {
+        p_event->setAccepted(false);
+        return;
+    }
+    if (id != s_taskRootId) {
+        const QPoint at = p_event->scenePos().toPoint();
+        emit addModuleSignal(at.x(), at.y(), id);
+    }
+}

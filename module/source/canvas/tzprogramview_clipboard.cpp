@@ -1,0 +1,90 @@
+#include "clipboard.h"
+#include "documentstate.h"
+#include "mainmodule.h"
+#include "pastecommand.h"
+#include "projectdocument.h"
+#include "tzprogramscene.h"
+#include "tzprogramview.h"
+
+#include <QGuiApplication>
+
+namespace
+{
+const char s_format[] = "korvane/tiler/modules";
+/** The place of a paste that has none; it ends up as a scene position as it is. */
+const int s_noPlace = -99999;
+/** How far from its source a copy stands that is pasted at once. */
+const int s_copyOffset = 160;
+} // namespace
+
+bool TzProgramView::hasClipboardBlocks() const
+{
+    return ClipBoard::hasFormat(QLatin1String(s_format));
+}
+
+void TzProgramView::OnCopy()
+{
+    // There is one main block: it isn't taken along.
+    if (m_current && m_current != m_mainModule) {
+        if (m_copied) {
+            m_copied->setSelectTree(false);
+        }
+        m_copied = m_current;
+    }
+    m_ownClipboardChange = true;
+    const StableAttributeOrder order;
+    QDomDocument document(QStringLiteral("vantrel"));
+    QDomElement root = document.createElement(QStringLiteral("vantrel"));
+    document.appendChild(root);
+    QDomElement baseNode = document.createElement(QStringLiteral("basenode"));
+    root.appendChild(baseNode);
+    writeChain(baseNode, document, m_current == m_mainModule ? nullptr : m_current.data());
+    ClipBoard::setData(QLatin1String(s_format), document.toString(1));
+    if (m_copied) {
+        m_copied->setSelectTree(true);
+    }
+    m_current.clear();
+}
+
+void TzProgramView::OnPaste()
+{
+    // From the widget's own place, not the cursor's: that is meant.
+    const QPoint at = mapToScene(mapFromGlobal(pos())).toPoint();
+    pasteAt(at.x(), at.y());
+}
+
+void TzProgramView::OnCopyAndPaste()
+{
+    OnCopy();
+    int x = s_noPlace;
+    int y = s_noPlace;
+    if (m_copied) {
+        x = static_cast<int>(m_copied->scenePos().x() + s_copyOffset);
+        y = static_cast<int>(m_copied->scenePos().y() + s_copyOffset);
+    }
+    pasteAt(x, y);
+}
+
+void TzProgramView::pasteAt(int x, int y)
+{
+    m_undoStack.push(
+        new moduleUndoCommand::pasteCommand(this, ClipBoard::data(QLatin1String(s_format)), x, y));
+}
+
+void TzProgramView::OnUndoCopy()
+{
+    if (m_copied) {
+        m_copied->setSelectTree(false);
+    }
+    m_copied.clear();
+    QGuiApplication::clipboard()->setText(QString());
+}
+
+void TzProgramView::OnClipboardChanged(QClipboard::Mode)
+{
+    // Someone else took the clipboard.
+    if (!m_ownClipboardChange && m_copied) {
+        m_copied->setSelectTree(false);
+    }
+    m_ownClipboardChange = false;
+}

@@ -1,0 +1,98 @@
+#include "documentstate.h"
+#include "dragpayload.h"
+#include "mainmodule.h"
+#include "modulefactory.h"
+#include "tilerlog.h"
+#include "tzprogramscene.h"
+#include "tzprogramview.h"
+
+#include <QDebug>
+#include <QDragEnterEvent>
+#include <QMimeData>
+#include <QUrl>
+
+void TzProgramView::dragEnterEvent(QDragEnterEvent* p_event)
+{
+    QGraphicsView::dragEnterEvent(p_event);
+    int id = 0;
+    if (readBlockDrag(p_event->mimeData(), id)) {
+        m_current = createModuleFromId(id);
+        if (m_current) {
+            registerModule(m_current);
+            m_current->hide();
+            m_scene->addItem(m_current);
+            m_current->setFlags(QGraphicsItem::ItemIsMovable | QGraphicsItem::ItemIsSelectable);
+        }
+        p_event->acceptProposedAction();
+    } else {
+        m_current.clear();
+        p_event->setAccepted(p_event->mimeData()->hasUrls());
+    }
+}
+
+void TzProgramView::dragMoveEvent(QDragMoveEvent* p_event)
+{
+    QGraphicsView::dragMoveEvent(p_event);
+    if (p_event->mimeData()->hasFormat(QLatin1String(blockMimeType()))) {
+        p_event->acceptProposedAction();
+    } else {
+        p_event->setAccepted(p_event->mimeData()->hasUrls());
+        return;
+    }
+    if (!m_current) {
+        return;
+    }
+    // The cursor holds the middle of the block's top edge.
+    const int width = static_cast<int>(m_current->boundingRect().width());
+    m_current->setPos(mapToScene(p_event->pos().x() - width / 2, p_event->pos().y()));
+    previewBestCandidate(m_current);
+    m_scene->update();
+}
+
+void TzProgramView::dragLeaveEvent(QDragLeaveEvent* p_event)
+{
+    QGraphicsView::dragLeaveEvent(p_event);
+    qCDebug(tilerLog) << "dragLeaveEvent" << p_event;
+    // The gap closes with the block that it was for.
+    hideFeedback();
+    m_linkCandidates.clear();
+    if (m_current) {
+        if (supermodule* behind = m_current->next()) {
+            m_current->removeChild(behind);
+        }
+        m_current->detachFromParent();
+        supermodule::deleteTree(m_current);
+    }
+}
+
+void TzProgramView::dropEvent(QDropEvent* p_event)
+{
+    if (!p_event->mimeData()->hasFormat(QLatin1String(blockMimeType()))) {
+        dropUrls(p_event->mimeData());
+        return;
+    }
+    if (m_current) {
+        m_current->show();
+        settle(m_current);
+    }
+    m_linkCandidates.clear();
+    emit moduleUpdateSignal();
+    if (m_copied) {
+        m_copied->setSelectTree(true);
+    }
+    emit mouseSignal(MouseDropped);
+    documentModified = true;
+    window()->setWindowModified(true);
+    p_event->acceptProposedAction();
+}
+
+void TzProgramView::dropUrls(const QMimeData* p_data)
+{
+    const QList<QUrl> urls = p_data->urls();
+    for (const QUrl& url : urls) {
+        if (url.fileName().right(5) != QLatin1String(".tlrx")) {
+            break;
+        }
+        emit openPathSignal(url.toLocalFile());
+    }
+}

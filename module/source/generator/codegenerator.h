@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+
+class supermodule;
+
+/** Language codes of the generators. */
+enum CodeLanguage : int { NoCode = -1, CCode = 1, PythonCode = 2 };
+
+/**
+ * The text of the program slot that is shown, for the code pane: its root's chain and, in C, all
+ * tasks. Any language but those of CodeLanguage gives an empty text. Leaves variableUse
+ * describing this text.
+ */
+QString generateVisibleCode(int p_language);
+
+/** The text of the whole project, as it is built. */
+QString generateProjectCode(int p_language);

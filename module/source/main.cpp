@@ -1,0 +1,82 @@
+#include "config.h"
+#include "mainwindow.h"
+#include "modulesid.h"
+#include "programversion.h"
+#include "systemlanguage.h"
+#include "tilerlog.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDebug>
+#include <QLocale>
+#include <QScreen>
+#include <QSysInfo>
+#include <QThread>
+#include <QTime>
+#include <QTranslator>
+
+namespace
+{
+/** Font and translation of one kind of interface. */
+struct Interface {
+    int fontPoints;
+    const char* translation;
+};
+const int s_english = 2;
+const Interface s_inEnglish = {8, ":/vantrel_en.qm"};
+const Interface s_inChinese = {10, ":/vantrel_zh_cn.qm"};
+
+void writeBanner(const QApplication& p_application)
+{
+    qInfo() << "Starting Tiler version" << qPrintable(programVersion());
+    qInfo() << "Windows version" << QSysInfo::windowsVersion();
+    qInfo() << "number of logical cores =" << QThread::idealThreadCount();
+    qInfo() << "locale =" << QLocale();
+    qInfo() << "install dir =" << qPrintable(QCoreApplication::applicationDirPath());
+    qInfo() << "device pixel ratio =" << p_application.devicePixelRatio();
+}
+
+/** Lets the messages of a level and of those above it through; an unknown level means "info". */
+void setUpLog(const QString& p_level)
+{
+    // The log file and its format are set up here, too.
+    const bool debug = p_level == QLatin1String("trace") || p_level == QLatin1String("debug");
+    QLoggingCategory::setFilterRules(debug ? QStringLiteral("default.debug=true")
+                                           : QStringLiteral("default.debug=false"));
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+    qsrand(static_cast<uint>(QTime(0, 0, 0).secsTo(QTime::currentTime())));
+    QApplication application(argc, argv);
+
+    QCommandLineParser parser;
+    parser.addHelpOption();
+    parser.addVersionOption();
+    const QCommandLineOption logLevel(
+        QStringLiteral("loglevel"),
+        QStringLiteral("log level [trace,debug,info,warning,error,fatal]"),
+        QStringLiteral("loglevel"), QString());
+    parser.addOption(logLevel);
+    parser.process(QCoreApplication::arguments());
+
+    setUpLog(parser.value(logLevel).toLower());
+    writeBanner(application);
+    configSetUp();
+    qRegisterMetaType<modulesId>("modulesId");
+
+    QTranslator translator;
+    const Interface& interface = systemLanguageCode() == s_english ? s_inEnglish : s_inChinese;
+    QApplication::setFont(QFont(QStringLiteral("微软雅黑"), interface.fontPoints));
+    // Without its file the source texts stay, in Chinese.
+    translator.load(QString::fromLatin1(interface.translation));
+    QCoreApplication::installTranslator(&translator);
+
+    MainWindow window;
+    window.showMaximized();
+    if (argc > 1) {
+        window.openPath(QString::fromLocal8Bit(argv[1]));
+    }
+    return QApplication::exec();
+}

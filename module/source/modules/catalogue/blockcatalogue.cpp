@@ -1,0 +1,104 @@
+#include "blockcatalogue.h"
+
+#include "drivemodules.h"
+#include "expressionmodules.h"
+#include "loopmodules.h"
+#include "mainmodule.h"
+#include "motormodules.h"
+#include "sensormodule.h"
+#include "speedmodule.h"
+#include "steeringenginemodule.h"
+#include "timemodules.h"
+#include "voicemodules.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <iterator>
+
+namespace
+{
+template <class Block>
+supermodule* make(int p_id, const QString& p_imagePath, const QString& p_pressedPath,
+                  const QString& p_text)
+{
+    return new Block(p_id, p_imagePath, p_pressedPath, p_text);
+}
+
+// One row a block type, in the order of the palette. The main block's row never shows: its
+// caption is not translated and its picture not seen.
+const CatalogueRow s_rows[] = {
+    {-1, 0, "main", ":/move/moveForward_time.png", make<mainModule>},
+    {0, 104, QT_TRANSLATE_NOOP("QObject", "前进时间"), ":/move/moveForward_time.png",
+     make<moveForwardTimeModule>},
+    {0, 118, QT_TRANSLATE_NOOP("QObject", "后退时间"), ":/move/backford_time.png",
+     make<moveBackwardTimeModule>},
+    {0, 119, QT_TRANSLATE_NOOP("QObject", "左转时间"), ":/move/turnleft_time.png",
+     make<turnLeftTimeModule>},
+    {0, 120, QT_TRANSLATE_NOOP("QObject", "右转时间"), ":/move/turnright_time.png",
+     make<turnRightTimeModule>},
+    {0, 100, QT_TRANSLATE_NOOP("QObject", "速度"), ":/move/move_speed.png", make<speedmodule>},
+    {0, 103, QT_TRANSLATE_NOOP("QObject", "前进"), ":/move/moveForward.png", make<forwardModule>},
+    {0, 102, QT_TRANSLATE_NOOP("QObject", "后退"), ":/move/moveBackword.png",
+     make<backforwardModule>},
+    {0, 106, QT_TRANSLATE_NOOP("QObject", "左转"), ":/move/turn_left.png", make<turnleftModule>},
+    {0, 109, QT_TRANSLATE_NOOP("QObject", "右转"), ":/move/turn_right.png", make<turnrightModule>},
+    {0, 101, QT_TRANSLATE_NOOP("QObject", "等待"), ":/move/move_wait.png", make<moveWaitModule>},
+    {0, 105, QT_TRANSLATE_NOOP("QObject", "停止"), ":/move/stopMoving.png", make<stopMovingModule>},
+    {0, 111, QT_TRANSLATE_NOOP("QObject", "单电机顺时针"), ":/move/single_motor_clockwise.png",
+     make<motorClockwiseModule>},
+    {0, 113, QT_TRANSLATE_NOOP("QObject", "单电机顺时针时间"),
+     ":/move/single_motor_clockwise_time.png", make<motorClockwiseTimeModule>},
+    {0, 110, QT_TRANSLATE_NOOP("QObject", "单电机逆时针"), ":/move/single_motor_anti_clockwise.png",
+     make<motorAntiClockwiseModule>},
+    {0, 112, QT_TRANSLATE_NOOP("QObject", "单电机逆时针时间"),
+     ":/move/single_motor_anti_clockwise_time.png", make<motorAntiClockwiseTimeModule>},
+    {0, 117, QT_TRANSLATE_NOOP("QObject", "单电机停止"), ":/move/single_motor_stop.png",
+     make<singleMotorStop>},
+    {0, 107, QT_TRANSLATE_NOOP("QObject", "舵机角度"), ":/move/serve.png",
+     make<steeringenginemodule>},
+    {7, 800, QT_TRANSLATE_NOOP("QObject", "钢琴"), ":/voice/piano.png", make<pianoModule>},
+    {7, 801, QT_TRANSLATE_NOOP("QObject", "动物"), ":/voice/animal.png", make<animalModule>},
+    {7, 802, QT_TRANSLATE_NOOP("QObject", "心情"), ":/voice/xinqing.png", make<biaoqingModule>},
+    {7, 803, QT_TRANSLATE_NOOP("QObject", "打招呼"), ":/voice/hello.png", make<helloModule>},
+    {7, 804, QT_TRANSLATE_NOOP("QObject", "交通"), ":/voice/traffic.png", make<trafficModule>},
+    {8, 903, QT_TRANSLATE_NOOP("QObject", "表情"), ":/expression/expression_two.png",
+     make<expressionTwoModule>},
+    {8, 904, QT_TRANSLATE_NOOP("QObject", "关闭两个表情"), ":/expression/expression_two_close.png",
+     make<closeAllModule>},
+    {8, 902, QT_TRANSLATE_NOOP("QObject", "数字"), ":/expression/expression_shuzi.png",
+     make<shuziModule>},
+    {8, 906, QT_TRANSLATE_NOOP("QObject", "字母"), ":/expression/expression_zimu.png",
+     make<zimuModule>},
+    {8, 905, QT_TRANSLATE_NOOP("QObject", "运算"), ":/expression/expression_yunsuan.png",
+     make<yunsuanModule>},
+    {8, 900, QT_TRANSLATE_NOOP("QObject", "符号"), ":/expression/expression_fuhao.png",
+     make<fuhaoModule>},
+    {8, 901, QT_TRANSLATE_NOOP("QObject", "关闭一个表情"), ":/expression/expression_one_close.png",
+     make<closeOneModule>},
+    {2, 303, QT_TRANSLATE_NOOP("QObject", "无限循环"), ":/condition/foreveModule.png",
+     make<foreverModule>},
+    {2, 301, QT_TRANSLATE_NOOP("QObject", "多次循环"), ":/condition/forModule.png",
+     make<forModule>},
+    {2, 306, QT_TRANSLATE_NOOP("QObject", "循环直到红外检测"), ":/condition/loopuntiinfrared.png",
+     make<loopuntiinfraredModule>},
+    {2, 307, QT_TRANSLATE_NOOP("QObject", "循环触碰检测"), ":/condition/loopuntiltouch.png",
+     make<loopuntiTouchModule>},
+    {2, 308, QT_TRANSLATE_NOOP("QObject", "等待红外"), ":/condition/waituntiinfrared.png",
+     make<waituntiinfraredModule>},
+    {2, 309, QT_TRANSLATE_NOOP("QObject", "等待触碰"), ":/condition/waituntiltouch.png",
+     make<waituntiTouchModule>},
+};
+} // namespace
+
+const CatalogueRow* catalogueBegin() { return std::begin(s_rows); }
+
+const CatalogueRow* catalogueEnd() { return std::end(s_rows); }
+
+const CatalogueRow* findCatalogueRow(int p_id)
+{
+    const CatalogueRow* row =
+        std::find_if(std::begin(s_rows), std::end(s_rows),
+                     [p_id](const CatalogueRow& p_row) { return p_row.id == p_id; });
+    return row == std::end(s_rows) ? nullptr : row;
+}

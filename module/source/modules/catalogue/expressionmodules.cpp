@@ -1,0 +1,169 @@
+#include "expressionmodules.h"
+
+#include "picturecache.h"
+
+#include <QPushButton>
+
+namespace
+{
+const char s_body[] = ":/expression/expression_icon_nol_140x120.png";
+const ButtonLook s_symbolChooser = {":/expression/expression_down_nol_60x40.png",
+                                    ":/expression/expression_down_pre_60x40.png", true, false};
+const ButtonLook s_portChooser = {":/expression/expression_down_r_nol_60x40.png",
+                                  ":/expression/expression_down_r_pre_60x40.png", false, true};
+const ButtonLook s_faceChooser = {":/expression/expression_down_nol_80x40.png",
+                                  ":/expression/expression_down_pre_80x40.png", true, false};
+const ButtonLook s_closePort = {":/expression/expression_down_nol_80x40.png",
+                                ":/expression/expression_down_pre_80x40.png", false, true};
+const QRect s_oneButton(20, 100, 80, 40);
+/** The pop-up's first entry is port 2. */
+const int s_firstPort = 2;
+
+const char s_dark[] = "disp_custom(%1,(LedMaritx){{0x0,0x0,0x0,0x0,0x0,0x0,0x0,0x0}});";
+} // namespace
+
+namespace symbolNumbers
+{
+int sign(int p_symbol)
+{
+    static const int s_numbers[] = {45, 1, 2, 3, 4, 0, 46, 47, 48, 49, 50, 51, 52};
+    return 0 <= p_symbol && p_symbol < 13 ? s_numbers[p_symbol] : 0;
+}
+
+int arithmetic(int p_symbol)
+{
+    static const int s_numbers[] = {5, 6, 7, 8, 4};
+    return 0 <= p_symbol && p_symbol < 5 ? s_numbers[p_symbol] : 0;
+}
+
+int digit(int p_symbol) { return static_cast<int>(static_cast<unsigned>(p_symbol) + 9U); }
+
+int letter(int p_symbol) { return static_cast<int>(static_cast<unsigned>(p_symbol) + 19U); }
+} // namespace symbolNumbers
+
+QString symbolModule::cCode() const
+{
+    return QString::fromLatin1(look().fragment)
+        .arg(QString::number(port), QString::number(look().number(symbol)));
+}
+
+void symbolModule::loadXml(const QDomElement& p_element)
+{
+    supermodule::loadXml(p_element);
+    port = p_element.attribute(QStringLiteral("port")).toInt();
+    symbol = p_element.attribute(QStringLiteral("n")).toInt();
+    showOnButton(1, QString::number(port));
+    update();
+}
+
+void symbolModule::writeAttributes(QDomElement& p_element) const
+{
+    p_element.setAttribute(QStringLiteral("port"), port);
+    p_element.setAttribute(QStringLiteral("n"), symbol);
+}
+
+void symbolModule::setNumberKey(int p_index)
+{
+    symbol = p_index;
+    parameterChanged();
+}
+
+void symbolModule::setParamIndex(int p_index)
+{
+    port = p_index + s_firstPort;
+    showOnButton(1, QString::number(port));
+    parameterChanged();
+}
+
+void symbolModule::createButtons()
+{
+    addChooser(s_symbolChooser, QRect(0, 100, 60, 40),
+               [this] { OnSetExpression(look().expressionMap); });
+    QPushButton* portButton = addChooser(s_portChooser, QRect(60, 100, 60, 40),
+                                         [this] { OnSetParamByPos(6, buttonCentre(1)); });
+    portButton->setText(QString::number(port));
+}
+
+void symbolModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
+{
+    drawPicture(p_painter, s_body);
+    drawCentred(p_painter, picture(QString::fromLatin1(look().choicePicture).arg(symbol)));
+}
+
+QString expressionTwoModule::cCode() const { return QStringLiteral("disp_emoji(2,3,%1);").arg(n); }
+
+void expressionTwoModule::loadXml(const QDomElement& p_element)
+{
+    supermodule::loadXml(p_element);
+    n = p_element.attribute(QStringLiteral("n")).toInt();
+    update();
+}
+
+void expressionTwoModule::writeAttributes(QDomElement& p_element) const
+{
+    p_element.setAttribute(QStringLiteral("n"), n);
+}
+
+void expressionTwoModule::setNumberKey(int p_index)
+{
+    n = p_index + 1;
+    parameterChanged();
+}
+
+void expressionTwoModule::createButtons()
+{
+    addChooser(s_faceChooser, s_oneButton, [this] { OnSetExpression(5); });
+}
+
+void expressionTwoModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
+{
+    drawPicture(p_painter, s_body);
+    drawCentred(p_painter,
+                picture(QStringLiteral(":/expression/5/%1.png").arg(static_cast<qint64>(n) - 1)));
+}
+
+QString closeOneModule::cCode() const { return QString::fromLatin1(s_dark).arg(port); }
+
+void closeOneModule::loadXml(const QDomElement& p_element)
+{
+    supermodule::loadXml(p_element);
+    port = p_element.attribute(QStringLiteral("port")).toInt();
+    showOnButton(0, QString::number(port));
+}
+
+void closeOneModule::writeAttributes(QDomElement& p_element) const
+{
+    p_element.setAttribute(QStringLiteral("port"), port);
+}
+
+void closeOneModule::setParamIndex(int p_index)
+{
+    port = p_index + s_firstPort;
+    showOnButton(0, QString::number(port));
+    parameterChanged();
+}
+
+void closeOneModule::createButtons()
+{
+    QPushButton* portButton =
+        addChooser(s_closePort, s_oneButton, [this] { OnSetParamByPos(6, buttonCentre(0)); });
+    portButton->setText(QString::number(port));
+}
+
+void closeOneModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
+{
+    drawPicture(p_painter, s_body);
+    drawPicture(p_painter, ":/expression/close_one_icon.png");
+}
+
+QString closeAllModule::cCode() const
+{
+    const QString dark = QString::fromLatin1(s_dark);
+    return dark.arg(2) + QString(12, QLatin1Char(' ')) + dark.arg(3);
+}
+
+void closeAllModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
+{
+    drawPicture(p_painter, s_body);
+    drawPicture(p_painter, ":/expression/close_icon.png");
+}

@@ -1,0 +1,147 @@
+#pragma once
+
+#include "concretemodule.h"
+#include "parametermodule.h"
+
+/** What a block for one display differs in. */
+struct SymbolLook {
+    const char* choicePicture; /**< resource path with %1 for the symbol's place in its panel */
+    int expressionMap;         /**< key of the panel's pictures */
+    int (*number)(int);        /**< from the place in the panel to the symbol's number */
+    const char* fragment;      /**< C text: %1 the port, %2 the symbol's number */
+};
+
+/** Symbol numbers by place in the panel. */
+namespace symbolNumbers
+{
+int sign(int p_symbol);
+int arithmetic(int p_symbol);
+int digit(int p_symbol);
+int letter(int p_symbol);
+} // namespace symbolNumbers
+
+/** Shows a symbol on one of the two displays. A copy forgets the symbol: that is meant. */
+class symbolModule : public parameterModule
+{
+public:
+    using Look = SymbolLook;
+    using parameterModule::parameterModule;
+
+    QString cCode() const override;
+    void loadXml(const QDomElement& p_element) override;
+    void setNumberKey(int p_index) override;
+    void setParamIndex(int p_index) override;
+    void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
+               QWidget* p_widget) override;
+
+    int displayPort() const { return port; }
+    /** Place in the panel, counted from 0; whatever a file holds. */
+    int symbolPlace() const { return symbol; }
+
+protected:
+    symbolModule(const symbolModule& p_other) : parameterModule(p_other), port(p_other.port) {}
+    virtual const Look& look() const = 0;
+    void writeAttributes(QDomElement& p_element) const override;
+    void createButtons() override;
+
+private:
+    int port = 2;
+    int symbol = 0;
+};
+
+class fuhaoModule final : public concreteModule<fuhaoModule, symbolModule>
+{
+public:
+    using concreteModule::concreteModule;
+    static constexpr Look s_look = {":/expression/1/%1.png", 1, symbolNumbers::sign,
+                                    "disp_symble(%1, %2);"};
+};
+
+class yunsuanModule final : public concreteModule<yunsuanModule, symbolModule>
+{
+public:
+    using concreteModule::concreteModule;
+    static constexpr Look s_look = {":/expression/2/%1.png", 2, symbolNumbers::arithmetic,
+                                    "disp_symble(%1, %2);"};
+};
+
+class shuziModule final : public concreteModule<shuziModule, symbolModule>
+{
+public:
+    using concreteModule::concreteModule;
+    // Without the blank that its sisters have: that is meant.
+    static constexpr Look s_look = {":/expression/3/%1.png", 3, symbolNumbers::digit,
+                                    "disp_symble(%1,%2);"};
+};
+
+class zimuModule final : public concreteModule<zimuModule, symbolModule>
+{
+public:
+    using concreteModule::concreteModule;
+    static constexpr Look s_look = {":/expression/4/%1.png", 4, symbolNumbers::letter,
+                                    "disp_symble(%1, %2);"};
+};
+
+/** Shows a face on both displays. A copy shows the first one again: that is meant. */
+class expressionTwoModule final : public parameterModule
+{
+public:
+    using parameterModule::parameterModule;
+
+    QString cCode() const override;
+    void loadXml(const QDomElement& p_element) override;
+    supermodule* clone() const override { return new expressionTwoModule(*this); }
+    void setNumberKey(int p_index) override;
+    void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
+               QWidget* p_widget) override;
+
+    /** The face, counted from 1; whatever a file holds. */
+    int face() const { return n; }
+
+protected:
+    expressionTwoModule(const expressionTwoModule& p_other) : parameterModule(p_other) {}
+    void writeAttributes(QDomElement& p_element) const override;
+    void createButtons() override;
+
+private:
+    int n = 1;
+};
+
+/** Switches one display off. */
+class closeOneModule final : public parameterModule
+{
+public:
+    using parameterModule::parameterModule;
+
+    QString cCode() const override;
+    void loadXml(const QDomElement& p_element) override;
+    supermodule* clone() const override { return new closeOneModule(*this); }
+    void setParamIndex(int p_index) override;
+    void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
+               QWidget* p_widget) override;
+
+    int displayPort() const { return port; }
+
+protected:
+    closeOneModule(const closeOneModule& p_other) = default;
+    void writeAttributes(QDomElement& p_element) const override;
+    void createButtons() override;
+
+private:
+    int port = 2;
+};
+
+/** Switches both displays off. */
+class closeAllModule final : public parameterModule
+{
+public:
+    using parameterModule::parameterModule;
+
+    QString cCode() const override;
+    supermodule* clone() const override { return new closeAllModule(*this); }
+    void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
+               QWidget* p_widget) override;
+
+protected:
+    closeAllModule(const closeAllModule& p_other) = default;
+};

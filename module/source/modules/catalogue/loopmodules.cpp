@@ -1,0 +1,138 @@
+#include "loopmodules.h"
+
+#include "selectablebutton.h"
+
+#include <QPainter>
+
+namespace
+{
+const uint32_t s_countKeys = KeyboardDigits | KeyboardDelete;
+const LoopForm s_counted = {120, 100, true, 140, ":/formodule.png"};
+const LoopForm s_endless = {120, 100, false, 140, ":/forevermodule.png"};
+const LoopForm s_conditional = {40, 40, true, 100, ":/loopuntil.png"};
+/** The two buttons of a conditional loop, and its condition, stand this far left of its end. */
+const int s_buttonsFromEnd = 120;
+} // namespace
+
+QString loopBodyText(const supermodule* p_loop)
+{
+    QString text;
+    for (const supermodule* module = p_loop->left(); module; module = module->next()) {
+        text += module->cCode();
+    }
+    return text;
+}
+
+void drawLoopFrame(QPainter* p_painter, const QPixmap& p_frame, int p_top, int p_right)
+{
+    const int width = p_frame.width();
+    const int height = p_frame.height();
+    if (width == 0) {
+        return;
+    }
+    // The corners of the cut, as first x, first y, width, height.
+    const int rightX = width - 70;
+    const QRect topLeft(0, 0, 130, 30);
+    const QRect topRight(rightX, 0, 70, 30);
+    const QRect leftEdge(0, 30, 120, 10);
+    const QRect rightEdge(rightX, 30, 70, 10);
+    const QRect topEdge(130, 0, width - 200, 20);
+    const QRect bottomLeft(0, 40, 140, height - 40);
+    const QRect bottomRight(rightX, 40, 70, height - 40);
+
+    const int innerWidth = p_right - topLeft.width() - topRight.width() + 20;
+    const int edgeHeight = -10 - p_top;
+    const int edgeY = p_top + topLeft.height();
+    const int bottomY = edgeY + edgeHeight;
+    const int endX = topLeft.width() + innerWidth;
+    const auto draw = [&](const QRect& p_target, const QRect& p_source) {
+        p_painter->drawPixmap(p_target, p_frame, p_source);
+    };
+    draw(QRect(0, p_top, topLeft.width(), topLeft.height()), topLeft);
+    draw(QRect(0, edgeY, leftEdge.width(), edgeHeight), leftEdge);
+    draw(QRect(0, bottomY, bottomLeft.width(), bottomLeft.height()), bottomLeft);
+    draw(QRect(topLeft.width(), p_top, innerWidth, topEdge.height()), topEdge);
+    draw(QRect(endX, p_top, topRight.width(), topRight.height()), topRight);
+    draw(QRect(endX, edgeY, rightEdge.width(), edgeHeight), rightEdge);
+    draw(QRect(endX, bottomY, bottomRight.width(), bottomRight.height()), bottomRight);
+}
+
+QString forModule::cCode() const
+{
+    // No line feed around the closing brace: that is meant.
+    return QStringLiteral("for(int i = 0;i < %1; ++i)\n{\n").arg(n) + loopBodyText(this) +
+           QLatin1Char('}');
+}
+
+void forModule::loadXml(const QDomElement& p_element)
+{
+    loopShape::loadXml(p_element);
+    n = p_element.attribute(QStringLiteral("n")).toInt();
+    showOnButton(0, QString::number(n));
+}
+
+void forModule::writeAttributes(QDomElement& p_element) const
+{
+    p_element.setAttribute(QStringLiteral("n"), n);
+}
+
+void forModule::setNumberKey(int p_key)
+{
+    n = editField(0, p_key).toInt();
+    parameterChanged();
+}
+
+void forModule::createButtons()
+{
+    SelectableButton* field = addNumberField(
+        {":/select_time__nol_40x80.png", ":/select_time__pre_40x80.png", false, false},
+        QRect(20, 100, 80, 40), s_countKeys, [this] {
+            n = button(0)->text().toInt();
+            parameterChanged();
+        });
+    field->setText(QString::number(n));
+}
+
+const LoopForm& forModule::form() const { return s_counted; }
+
+void forModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
+{
+    drawFrame(p_painter);
+    drawPicture(p_painter, ":/repeat_icon.png");
+}
+
+QString foreverModule::cCode() const
+{
+    // No line feed around the closing brace: that is meant.
+    return QStringLiteral("while(1)\n{\n") + loopBodyText(this) + QLatin1Char('}');
+}
+
+const LoopForm& foreverModule::form() const { return s_endless; }
+
+void foreverModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
+{
+    drawFrame(p_painter);
+    drawPicture(p_painter, ":/repeat_icon.png");
+}
+
+QString loopUntilModule::cCode() const
+{
+    return whileText() + loopBodyText(this) + QStringLiteral("\n}\n");
+}
+
+const LoopForm& loopUntilModule::form() const { return s_conditional; }
+
+void loopUntilModule::createButtons()
+{
+    addSensorButtons(static_cast<int>(m_rect.right()) - s_buttonsFromEnd);
+}
+
+void loopUntilModule::placeAtEnd(int p_right) { moveButtons(p_right - s_buttonsFromEnd); }
+
+void loopUntilModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
+{
+    drawFrame(p_painter);
+    const int origin = static_cast<int>(m_rect.right()) - s_buttonsFromEnd;
+    drawPicture(p_painter, look().overlay, origin, 0);
+    drawPicture(p_painter, conditionPicture(), origin + 86, 10);
+}

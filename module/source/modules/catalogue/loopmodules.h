@@ -1,0 +1,87 @@
+#pragma once
+
+#include "concretemodule.h"
+#include "loopshape.h"
+#include "parametermodule.h"
+#include "sensormodule.h"
+
+/** Repeats its body a number of times. */
+class forModule final : public loopShape<parameterModule>
+{
+public:
+    using loopShape::loopShape;
+
+    QString cCode() const override;
+    void loadXml(const QDomElement& p_element) override;
+    supermodule* clone() const override { return new forModule(*this); }
+    void setNumberKey(int p_key) override;
+    void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
+               QWidget* p_widget) override;
+
+    /** Number of rounds; 0 when the field is empty; whatever a file holds. */
+    int count() const { return n; }
+
+protected:
+    forModule(const forModule& p_other) = default;
+    const LoopForm& form() const override;
+    void writeAttributes(QDomElement& p_element) const override;
+    void createButtons() override;
+
+private:
+    int n = 10;
+};
+
+/** Repeats its body for ever; nothing can follow it. */
+class foreverModule final : public loopShape<parameterModule>
+{
+public:
+    using loopShape::loopShape;
+
+    QString cCode() const override;
+    supermodule* clone() const override { return new foreverModule(*this); }
+    void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
+               QWidget* p_widget) override;
+
+protected:
+    foreverModule(const foreverModule& p_other) = default;
+    const LoopForm& form() const override;
+};
+
+/** Repeats its body until a sensor fulfils a condition. */
+class loopUntilModule : public loopShape<sensorModule>
+{
+public:
+    using loopShape::loopShape;
+
+    QString cCode() const override;
+    void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
+               QWidget* p_widget) override;
+
+protected:
+    const LoopForm& form() const override;
+    void placeAtEnd(int p_right) override;
+    void createButtons() override;
+};
+
+class loopuntiinfraredModule final : public concreteModule<loopuntiinfraredModule, loopUntilModule>
+{
+public:
+    using concreteModule::concreteModule;
+    static constexpr Look s_look = {
+        "while(TZ_AI(%1) %2 500)\n{\n", ">", "<", ":/infread_body.png", ":/infread_nobody.png",
+        ":/loopuntilinfread_icon.png",  2,   4};
+};
+
+class loopuntiTouchModule final : public concreteModule<loopuntiTouchModule, loopUntilModule>
+{
+public:
+    using concreteModule::concreteModule;
+    static constexpr Look s_look = {"while(switch_state(%1) %2 0)\n{\n",
+                                    "==",
+                                    "!=",
+                                    ":/until_touch_down_icon.png",
+                                    ":/until_touch_up_icon.png",
+                                    ":/loop_until_touch_icon.png",
+                                    4,
+                                    5};
+};

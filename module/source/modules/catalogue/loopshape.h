@@ -1,0 +1,109 @@
+#pragma once
+
+#include "picturecache.h"
+#include "supermodule.h"
+
+#include <QPixmap>
+
+/** What a loop's shape differs in. */
+struct LoopForm {
+    int bodyOffset;     /**< x of the body's first block relative to the loop */
+    int bodyConnectorX; /**< x of the body's connector */
+    bool hasNext;       /**< something can follow the loop */
+    int emptyHeight;    /**< height of its rectangle without a body */
+    const char* frame;  /**< resource path of the bracket's picture */
+};
+
+/** Width of, and way past, a loop without a body. */
+constexpr int EmptyLoopWidth = 260;
+
+/** The concatenated C texts of a loop's body. */
+QString loopBodyText(const supermodule* p_loop);
+
+/**
+ * Draws a loop's bracket: the frame picture in seven parts, the corners as they are, the edges
+ * stretched to the body. p_top and p_right are the bounds relative to the loop.
+ */
+void drawLoopFrame(QPainter* p_painter, const QPixmap& p_frame, int p_top, int p_right);
+
+/**
+ * The shape of a block with a body, on top of what its parameters are (Base). The rectangle grows
+ * with the body: 20 above its content, 40 past its end. Nested loops nest these margins, and the
+ * tops of inner loops that stand side by side add up.
+ */
+template <class Base> class loopShape : public Base
+{
+public:
+    using Base::Base;
+
+    QRectF boundingRect() const override { return Base::m_rect; }
+
+    void createCollisions() override
+    {
+        Base::prepareGeometryChange();
+        Base::m_rect = QRectF(0, -20, 280, 140);
+        if (form().hasNext) {
+            Base::makeConnector(NextLink, 0, QPointF(280, 30));
+        }
+        Base::makeConnector(LeftLink, 4, QPointF(form().bodyConnectorX, 30));
+    }
+
+    QRect extent(int& p_left, int& p_top, int& p_right, int& p_bottom) override
+    {
+        if (!Base::left()) {
+            Base::growBounds(QSizeF(EmptyLoopWidth, 140), p_left, p_top, p_right, p_bottom);
+        } else {
+            for (supermodule* each = Base::left(); each; each = each->next()) {
+                int left = p_left;
+                int top = p_top;
+                int right = p_right;
+                int bottom = p_bottom;
+                each->extent(left, top, right, bottom);
+                p_left = qMin(p_left, left);
+                p_top = qMin(p_top, top);
+                p_right = qMax(p_right, right);
+                p_bottom = qMax(p_bottom, bottom);
+            }
+            p_right += 40;
+        }
+        p_top -= 20;
+        return QRect(QPoint(p_left, p_top), QPoint(p_right, p_bottom));
+    }
+
+protected:
+    virtual const LoopForm& form() const = 0;
+    /** The right bound has moved, relative to the loop: what hangs on it follows. */
+    virtual void placeAtEnd(int) {}
+
+    qreal layoutOwn() override
+    {
+        QRectF rect(0, -20, EmptyLoopWidth, form().emptyHeight);
+        if (supermodule* body = Base::left()) {
+            body->setPos(Base::x() + form().bodyOffset, Base::y());
+            body->updateLayout();
+            int left = static_cast<int>(Base::x());
+            int top = static_cast<int>(Base::y());
+            int right = left;
+            int bottom = static_cast<int>(Base::y() + 140);
+            extent(left, top, right, bottom);
+            const int x = static_cast<int>(Base::x());
+            const int y = static_cast<int>(Base::y());
+            rect.setCoords(left - x, top - y, right - x, bottom - y);
+        }
+        if (rect != Base::m_rect) {
+            Base::prepareGeometryChange();
+            Base::m_rect = rect;
+            if (collisionItem* end = Base::connector(NextLink)) {
+                end->setPos(rect.right(), end->y());
+            }
+            placeAtEnd(static_cast<int>(rect.right()));
+        }
+        return rect.right();
+    }
+
+    void drawFrame(QPainter* p_painter) const
+    {
+        drawLoopFrame(p_painter, picture(QString::fromLatin1(form().frame)),
+                      static_cast<int>(Base::m_rect.top()), static_cast<int>(Base::m_rect.right()));
+    }
+};

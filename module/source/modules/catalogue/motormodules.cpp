@@ -1,0 +1,106 @@
+#include "motormodules.h"
+
+#include "selectablebutton.h"
+
+namespace
+{
+const uint32_t s_timeKeys = KeyboardDigits | KeyboardPoint | KeyboardDelete;
+const ButtonLook s_plainPort = {":/item_pulldown_nol_40x80.png",
+                                ":/item_pulldown__pre_40x80.png",
+                                false,
+                                true,
+                                29,
+                                "background-image"};
+const ButtonLook s_timeField = {":/single_time_nol_60x40.png", ":/single_time_pre_60x40.png", false,
+                                false};
+const ButtonLook s_timedPort = {":/single_motor_nol_60x40.png", ":/single_motor_pre_60x40.png",
+                                false, true};
+
+/** The letter of a port; empty for what is none. */
+QString portLetter(int p_index)
+{
+    return 0 <= p_index && p_index <= 3 ? QString(QChar('A' + p_index)) : QString();
+}
+} // namespace
+
+QString motorModule::cCode() const
+{
+    const QString fragment = QString::fromLatin1(look().fragment);
+    // Wider than the field: a file may hold the largest number there is.
+    const QString port = QString::number(static_cast<qint64>(n) + 1);
+    // In one pass, and with no more arguments than there are placeholders.
+    return look().timed ? fragment.arg(port, QString::number(static_cast<double>(time), 'g'))
+                        : fragment.arg(port);
+}
+
+void motorModule::loadXml(const QDomElement& p_element)
+{
+    supermodule::loadXml(p_element);
+    n = p_element.attribute(QStringLiteral("n")).toInt();
+    if (look().timed) {
+        time = p_element.attribute(QStringLiteral("time")).toFloat();
+    }
+    refresh();
+}
+
+void motorModule::writeAttributes(QDomElement& p_element) const
+{
+    p_element.setAttribute(QStringLiteral("n"), n);
+    if (look().timed) {
+        p_element.setAttribute(QStringLiteral("time"), static_cast<double>(time));
+    }
+}
+
+void motorModule::setParamIndex(int p_index)
+{
+    n = p_index;
+    refresh();
+    parameterChanged();
+}
+
+void motorModule::setNumberKey(int p_key)
+{
+    if (look().timed) {
+        time = editField(0, p_key).toFloat();
+        parameterChanged();
+    }
+}
+
+void motorModule::refresh()
+{
+    if (look().timed) {
+        showOnButton(0, QString::number(static_cast<double>(time), 'g', 6));
+    }
+    showOnButton(portButton(), portLetter(n));
+}
+
+void motorModule::createButtons()
+{
+    const auto choosePort = [this] { OnSetParam(1); };
+    if (look().timed) {
+        addNumberField(s_timeField, QRect(0, 100, 60, 40), s_timeKeys, [this] {
+            time = button(0)->text().toFloat();
+            parameterChanged();
+        });
+        addChooser(s_timedPort, QRect(60, 100, 60, 40), choosePort);
+    } else {
+        addChooser(s_plainPort, QRect(20, 100, 83, 40), choosePort);
+    }
+    refresh();
+}
+
+void motorModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
+{
+    drawPicture(p_painter, ":/move_icon_160x120.png");
+    drawPicture(p_painter, look().overlay);
+    if (look().timed) {
+        drawPicture(p_painter, ":/time_icon_24x24.png", 78, 56);
+    }
+}
+
+supermodule* singleMotorStop::clone() const
+{
+    auto* copy = new singleMotorStop(*this);
+    copy->n = s_defaultPort;
+    return copy;
+}

@@ -1,0 +1,90 @@
+#include "parametermodule.h"
+
+#include "documentstate.h"
+#include "modulestyles.h"
+#include "picturecache.h"
+#include "selectablebutton.h"
+
+#include <QPainter>
+#include <QPushButton>
+
+namespace
+{
+QString styleOf(const ButtonLook& p_look)
+{
+    return twoPictureStyle(QString::fromLatin1(p_look.normalPicture),
+                           QString::fromLatin1(p_look.pressedPicture), p_look.gap,
+                           p_look.whiteText ? QStringLiteral("color:white;") : QString(),
+                           QString::fromLatin1(p_look.property));
+}
+
+/** Figures on a block are to be read at half their size, too. */
+const int s_fontPixels = 20;
+
+void dress(QPushButton& p_button, const ButtonLook& p_look)
+{
+    p_button.setStyleSheet(styleOf(p_look));
+    QFont font = p_button.font();
+    font.setPixelSize(s_fontPixels);
+    p_button.setFont(font);
+}
+} // namespace
+
+QPushButton* parameterModule::addChooser(const ButtonLook& p_look, const QRect& p_geometry,
+                                         std::function<void()> p_press)
+{
+    auto* button = new QPushButton;
+    dress(*button, p_look);
+    if (p_look.arrow) {
+        button->setIcon(QIcon(picture(QStringLiteral(":/btn_downarrow_18x14.png"))));
+        button->setIconSize(QSize(18, 14));
+    }
+    addButton(button, p_geometry);
+    connect(button, &QPushButton::clicked, this, std::move(p_press));
+    return button;
+}
+
+SelectableButton* parameterModule::addNumberField(const ButtonLook& p_look, const QRect& p_geometry,
+                                                  uint32_t p_keys, std::function<void()> p_typed)
+{
+    auto* field = new SelectableButton;
+    field->setKeyMask(p_keys);
+    dress(*field, p_look);
+    addButton(field, p_geometry);
+    connect(field, &SelectableButton::clicked, this, [this, p_keys] { OnSetNumber(p_keys); });
+    connect(field, &SelectableButton::keyTypedSignal, this, std::move(p_typed));
+    return field;
+}
+
+QString parameterModule::editField(int p_index, int p_key)
+{
+    auto* field = static_cast<SelectableButton*>(button(p_index));
+    field->applyKey(p_key);
+    return field->text();
+}
+
+void parameterModule::showOnButton(int p_index, const QString& p_text)
+{
+    if (hasButtons()) {
+        button(p_index)->setText(p_text);
+    }
+}
+
+void parameterModule::parameterChanged()
+{
+    documentModified = true;
+    update();
+}
+
+void parameterModule::drawPicture(QPainter* p_painter, const char* p_path, int p_x, int p_y)
+{
+    p_painter->drawPixmap(p_x, p_y, picture(QString::fromLatin1(p_path)));
+}
+
+void parameterModule::drawCentred(QPainter* p_painter, const QPixmap& p_picture) const
+{
+    const QRectF rect = boundingRect();
+    p_painter->drawPixmap(static_cast<int>(0.5 * rect.width() - p_picture.width() / 2),
+                          static_cast<int>(0.5 * rect.height() - p_picture.height() / 2 - 10),
+                          p_picture);
+}

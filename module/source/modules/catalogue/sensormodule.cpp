@@ -1,0 +1,77 @@
+#include "sensormodule.h"
+
+#include <QPushButton>
+
+namespace
+{
+const ButtonLook s_conditionChooser = {":/control_left_nol_60x40.png",
+                                       ":/control_left_pre_60x40.png", true, false};
+const ButtonLook s_portChooser = {":/control_right_nol_60x40.png", ":/control_right_pre_60x40.png",
+                                  false, true};
+const int s_sensorPortMode = 3;
+const int s_chooseTrue = 5;
+const int s_chooseFalse = 6;
+} // namespace
+
+QString sensorModule::whileText() const
+{
+    const QString comparison = QString::fromLatin1(bInfread ? look().whenTrue : look().whenFalse);
+    return QString::fromLatin1(look().whileText).arg(QString::number(sensorPort()), comparison);
+}
+
+const char* sensorModule::conditionPicture() const
+{
+    return bInfread ? look().truePicture : look().falsePicture;
+}
+
+void sensorModule::loadXml(const QDomElement& p_element)
+{
+    parameterModule::loadXml(p_element);
+    port = p_element.attribute(QStringLiteral("port")).toInt();
+    bInfread = p_element.attribute(QStringLiteral("bInfread")).toInt() == 1;
+    showOnButton(1, QString::number(sensorPort()));
+    update();
+}
+
+void sensorModule::writeAttributes(QDomElement& p_element) const
+{
+    p_element.setAttribute(QStringLiteral("port"), sensorPort());
+    p_element.setAttribute(QStringLiteral("bInfread"), bInfread ? 1 : 0);
+}
+
+QDomElement sensorModule::paramsElement() const
+{
+    QDomElement element = parameterModule::paramsElement();
+    element.removeAttribute(QStringLiteral("bInfread"));
+    return element;
+}
+
+void sensorModule::setParamIndex(int p_index)
+{
+    if (p_index == s_chooseTrue || p_index == s_chooseFalse) {
+        bInfread = p_index == s_chooseTrue;
+    } else {
+        port = p_index + 1;
+        showOnButton(1, QString::number(sensorPort()));
+    }
+    parameterChanged();
+}
+
+void sensorModule::addSensorButtons(int p_x)
+{
+    addChooser(s_conditionChooser, QRect(p_x, 100, 60, 40),
+               [this] { OnSetParamByPos(look().conditionMode, buttonCentre(0)); });
+    QPushButton* portButton = addChooser(s_portChooser, QRect(p_x + 60, 100, 60, 40), [this] {
+        OnSetParamByPos(s_sensorPortMode, buttonCentre(1));
+    });
+    portButton->setText(QString::number(sensorPort()));
+}
+
+QString waitUntilModule::cCode() const { return whileText() + QStringLiteral("wait(0.1);\n}\n"); }
+
+void waitUntilModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
+{
+    drawPicture(p_painter, ":/control_icon_nol_140x120.png");
+    drawPicture(p_painter, look().overlay);
+    drawPicture(p_painter, conditionPicture(), 86, 10);
+}

@@ -1,0 +1,93 @@
+#pragma once
+
+#include "concretemodule.h"
+#include "parametermodule.h"
+
+#include <optional>
+
+/** A sensor of a conditional block: how it is asked, and how its two conditions look. */
+struct SensorLook {
+    const char* whileText; /**< C text: %1 the port, %2 the comparison */
+    const char* whenTrue;  /**< %2 for the first condition */
+    const char* whenFalse;
+    const char* truePicture;
+    const char* falsePicture;
+    const char* overlay;
+    int conditionMode; /**< the pop-up's mode for the condition */
+    int defaultPort;
+};
+
+/**
+ * A block that looks at a sensor: its port and its condition. The name of the condition's
+ * attribute speaks of infrared, also where the sensor is for touch.
+ */
+class sensorModule : public parameterModule
+{
+public:
+    using Look = SensorLook;
+    using parameterModule::parameterModule;
+
+    void loadXml(const QDomElement& p_element) override;
+    /** The port alone, without the condition: that is meant. */
+    QDomElement paramsElement() const override;
+    /** 5 and 6 choose the condition, any other number is the port's index. */
+    void setParamIndex(int p_index) override;
+
+    /** 1 to 5; whatever a file holds. */
+    int sensorPort() const { return port.value_or(look().defaultPort); }
+    bool condition() const { return bInfread; }
+
+protected:
+    /** The copy always has the first condition: that is meant. */
+    sensorModule(const sensorModule& p_other) : parameterModule(p_other), port(p_other.port) {}
+
+    virtual const Look& look() const = 0;
+    /** The head of the block's loop, up to and with its opening brace. */
+    QString whileText() const;
+    const char* conditionPicture() const;
+    void writeAttributes(QDomElement& p_element) const override;
+    /** Puts the two buttons side by side, the left one at an x. */
+    void addSensorButtons(int p_x);
+
+private:
+    /** Empty until the block leaves its default. */
+    std::optional<int> port;
+    bool bInfread = true;
+};
+
+/** Waits until a sensor fulfils a condition. */
+class waitUntilModule : public sensorModule
+{
+public:
+    using sensorModule::sensorModule;
+
+    QString cCode() const override;
+    void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
+               QWidget* p_widget) override;
+
+protected:
+    void createButtons() override { addSensorButtons(0); }
+};
+
+class waituntiinfraredModule final : public concreteModule<waituntiinfraredModule, waitUntilModule>
+{
+public:
+    using concreteModule::concreteModule;
+    static constexpr Look s_look = {
+        "while(TZ_AI(%1) %2 500)\n{\n", ">", "<", ":/infread_body.png", ":/infread_nobody.png",
+        ":/waituntilinfread_icon.png",  2,   4};
+};
+
+class waituntiTouchModule final : public concreteModule<waituntiTouchModule, waitUntilModule>
+{
+public:
+    using concreteModule::concreteModule;
+    static constexpr Look s_look = {"while(switch_state(%1) %2 0)\n{\n",
+                                    "==",
+                                    "!=",
+                                    ":/until_touch_down_icon.png",
+                                    ":/until_touch_up_icon.png",
+                                    ":/wait_until_touch_icon.png",
+                                    4,
+                                    5};
+};

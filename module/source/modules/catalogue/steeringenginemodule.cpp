@@ -1,0 +1,119 @@
+#include "steeringenginemodule.h"
+
+#include "selectablebutton.h"
+
+#include <QApplication>
+#include <QHelpEvent>
+#include <QPainter>
+
+namespace
+{
+const uint32_t s_angleKeys = KeyboardDigits | KeyboardMinus | KeyboardDelete;
+const ButtonLook s_angleField = {":/single_time_nol_60x40.png", ":/single_time_pre_60x40.png",
+                                 false, false, 0};
+const ButtonLook s_servoChooser = {":/single_motor_nol_60x40.png", ":/single_motor_pre_60x40.png",
+                                   true, false, 0};
+const int s_limit = 150;
+/** The speed that every servo call carries. */
+const int s_servoSpeed = 716;
+/** 888 counts across 300 degrees, 512 in the middle; positions fall as angles grow. */
+int servoPosition(int p_angle) { return static_cast<int>(p_angle * qint64(-888) / 300 + 512); }
+const QChar s_degree(0xb0);
+} // namespace
+
+QString steeringenginemodule::cCode() const
+{
+    return QStringLiteral("servo_ctrl(%1, %2, %3, 0);\n")
+        .arg(QString::number(servoId), QString::number(s_servoSpeed),
+             QString::number(servoPosition(angle)));
+}
+
+void steeringenginemodule::loadXml(const QDomElement& p_element)
+{
+    supermodule::loadXml(p_element);
+    servoId = p_element.attribute(QStringLiteral("servoId")).toInt();
+    angle = p_element.attribute(QStringLiteral("angle")).toInt();
+    refresh();
+}
+
+void steeringenginemodule::writeAttributes(QDomElement& p_element) const
+{
+    p_element.setAttribute(QStringLiteral("servoId"), servoId);
+    p_element.setAttribute(QStringLiteral("angle"), angle);
+}
+
+void steeringenginemodule::refresh()
+{
+    showOnButton(0, QString::number(angle) + s_degree);
+    update(boundingRect());
+}
+
+void steeringenginemodule::setParamIndex(int p_servoId)
+{
+    servoId = p_servoId;
+    refresh();
+    parameterChanged();
+}
+
+void steeringenginemodule::setPanelValue(int p_paramId, int p_value)
+{
+    if (p_paramId == 1) {
+        setParamIndex(p_value + 1);
+    }
+}
+
+void steeringenginemodule::setNumberKey(int p_key)
+{
+    auto* field = static_cast<SelectableButton*>(button(0));
+    if (!field->acceptsKey(p_key)) {
+        return;
+    }
+    // The degree sign stays out of the way of the editing rules.
+    QString before = field->text();
+    before.chop(1);
+    field->setText(before);
+    field->applyKey(p_key);
+    const int value = field->text().toInt();
+    if (value < -s_limit || value > s_limit) {
+        field->setText(before);
+        const QPoint at(60, -10);
+        QApplication::postEvent(field, new QHelpEvent(QEvent::ToolTip, at, field->mapToGlobal(at)));
+    }
+    angle = field->text().toInt();
+    if (!field->text().isEmpty()) {
+        field->setText(field->text() + s_degree);
+    }
+    parameterChanged();
+}
+
+bool steeringenginemodule::eventFilter(QObject* p_watched, QEvent* p_event)
+{
+    if (p_event->type() == QEvent::KeyPress && hasButtons() && p_watched == button(0)) {
+        setNumberKey(static_cast<QKeyEvent*>(p_event)->key());
+        return true;
+    }
+    return parameterModule::eventFilter(p_watched, p_event);
+}
+
+void steeringenginemodule::createButtons()
+{
+    // Keys come through the event filter, so the field never takes one by itself.
+    SelectableButton* field =
+        addNumberField(s_angleField, QRect(0, 100, 60, 40), s_angleKeys, [] {});
+    field->setToolTip(QStringLiteral("-150 ~ 150"));
+    field->installEventFilter(this);
+    addChooser(s_servoChooser, QRect(60, 100, 60, 40), [this] { onSetPanel(2, 1); });
+    refresh();
+}
+
+void steeringenginemodule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
+{
+    drawPicture(p_painter, ":/move_icon_160x120.png");
+    drawPicture(p_painter, ":/serve_icon.png");
+    QFont font;
+    font.setPixelSize(14);
+    font.setWeight(QFont::Bold);
+    p_painter->setFont(font);
+    p_painter->setPen(Qt::white);
+    p_painter->drawText(70, 20, QStringLiteral("ID-%1").arg(servoId, 2, 10, QLatin1Char('0')));
+}

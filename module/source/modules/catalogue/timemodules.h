@@ -1,0 +1,86 @@
+#pragma once
+
+#include "concretemodule.h"
+#include "parametermodule.h"
+
+/** What a block with a time differs in. */
+struct TimeLook {
+    const char* overlay;
+    bool timeMark;        /**< draws the small clock */
+    int buttonWidth;      /**< of the time button */
+    const char* fragment; /**< C text, with %1 for the seconds */
+};
+
+/** A block whose one parameter is a time in seconds, typed on the number keyboard. */
+class timeModule : public parameterModule
+{
+public:
+    using Look = TimeLook;
+    using parameterModule::parameterModule;
+
+    QString cCode() const override;
+    void loadXml(const QDomElement& p_element) override;
+    void setNumberKey(int p_key) override;
+    void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
+               QWidget* p_widget) override;
+
+    /** Seconds; 0 when the field is empty or holds no number. */
+    float seconds() const { return n; }
+
+protected:
+    timeModule(const timeModule& p_other);
+    virtual const Look& look() const = 0;
+    void writeAttributes(QDomElement& p_element) const override;
+    void createButtons() override;
+
+private:
+    void takeText(const QString& p_text);
+
+    float n = 1.0f;
+    /** What the button shows; from a file it is the attribute as it stands. */
+    QString m_numberText = QStringLiteral("1");
+};
+
+class moveWaitModule final : public concreteModule<moveWaitModule, timeModule>
+{
+public:
+    using concreteModule::concreteModule;
+    // Three units wider than its sisters' button: that is meant.
+    static constexpr Look s_look = {":/move_wait.png", false, 83, "wait(%1);\n"};
+};
+
+class moveForwardTimeModule final : public concreteModule<moveForwardTimeModule, timeModule>
+{
+public:
+    using concreteModule::concreteModule;
+    static constexpr Look s_look = {
+        ":/move_forward_icon.png", true, 80,
+        "set_motor(1, speed1);\nset_motor(2, -speed2);\nwait(%1);\nset_motor(1, 0);\nset_motor(2, 0);\n"};
+};
+
+class moveBackwardTimeModule final : public concreteModule<moveBackwardTimeModule, timeModule>
+{
+public:
+    using concreteModule::concreteModule;
+    static constexpr Look s_look = {
+        ":/move_backforward.png", true, 80,
+        "set_motor(1, -speed1);\nset_motor(2, speed2);\nwait(%1);\nset_motor(1, 0);\nset_motor(2, 0);\n"};
+};
+
+class turnLeftTimeModule final : public concreteModule<turnLeftTimeModule, timeModule>
+{
+public:
+    using concreteModule::concreteModule;
+    static constexpr Look s_look = {
+        ":/turn_left_icon.png", true, 80,
+        "set_motor(1, -speed1);\nset_motor(2, -speed2);\nwait(%1);\nset_motor(1, 0);\nset_motor(2, 0);\n"};
+};
+
+class turnRightTimeModule final : public concreteModule<turnRightTimeModule, timeModule>
+{
+public:
+    using concreteModule::concreteModule;
+    static constexpr Look s_look = {
+        ":/turn_right_icon.png", true, 80,
+        "set_motor(1, speed1);\nset_motor(2, speed2);\nwait(%1);\nset_motor(1, 0);\nset_motor(2, 0);\n"};
+};

@@ -1,0 +1,87 @@
+#pragma once
+
+#include "concretemodule.h"
+#include "parametermodule.h"
+
+/** What a sound block differs in. */
+struct VoiceLook {
+    const char* choicePicture; /**< resource path with %1 for the choice; null: its number */
+    int voiceMap;              /**< key of the panel's pictures; 0: the panel of the notes */
+    int (*sound)(int);         /**< from the 1-based choice to the controller's sound number */
+    const char* fragment;      /**< C text */
+};
+
+/** Plays one of the controller's stored sounds. */
+class voiceModule : public parameterModule
+{
+public:
+    using Look = VoiceLook;
+    using parameterModule::parameterModule;
+
+    QString cCode() const override;
+    void loadXml(const QDomElement& p_element) override;
+    void setNumberKey(int p_index) override;
+    void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
+               QWidget* p_widget) override;
+
+    /** The choice, counted from 1; whatever a file holds. */
+    int choice() const { return n; }
+
+protected:
+    virtual const Look& look() const = 0;
+    void writeAttributes(QDomElement& p_element) const override;
+    void createButtons() override;
+
+private:
+    int n = 1;
+};
+
+/** Sound numbers by choice; a choice outside a table is its own number. */
+namespace voiceSounds
+{
+int piano(int p_choice);
+int animal(int p_choice);
+int mood(int p_choice);
+int hello(int p_choice);
+int traffic(int p_choice);
+} // namespace voiceSounds
+
+// Two of the texts end without a line feed: that is meant.
+
+class pianoModule final : public concreteModule<pianoModule, voiceModule>
+{
+public:
+    using concreteModule::concreteModule;
+    static constexpr Look s_look = {nullptr, 0, voiceSounds::piano, "PlaySpeech(%1);\n"};
+    void setParamIndex(int p_index) override { setNumberKey(p_index); }
+};
+
+class animalModule final : public concreteModule<animalModule, voiceModule>
+{
+public:
+    using concreteModule::concreteModule;
+    static constexpr Look s_look = {":/voice/2/%1.png", 2, voiceSounds::animal,
+                                    "PlaySpeech(%1);\n"};
+};
+
+class biaoqingModule final : public concreteModule<biaoqingModule, voiceModule>
+{
+public:
+    using concreteModule::concreteModule;
+    static constexpr Look s_look = {":/voice/4/%1.png", 4, voiceSounds::mood, "PlaySpeech(%1);"};
+};
+
+class helloModule final : public concreteModule<helloModule, voiceModule>
+{
+public:
+    using concreteModule::concreteModule;
+    static constexpr Look s_look = {":/voice/1/%1.png", 1, voiceSounds::hello, "PlaySpeech(%1);"};
+};
+
+class trafficModule final : public concreteModule<trafficModule, voiceModule>
+{
+public:
+    using concreteModule::concreteModule;
+    static constexpr Look s_look = {":/voice/3/%1.png", 3, voiceSounds::traffic,
+                                    "PlaySpeech(%1);\n"};
+};

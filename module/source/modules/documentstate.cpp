@@ -1,0 +1,48 @@
+#include "documentstate.h"
+
+#include "supermodule.h"
+
+QList<supermodule*> rootModules;
+QList<supermodule*> taskModules;
+QMap<int, supermodule*> moduleMap;
+int nextModuleKey = 1;
+QPointer<supermodule> focusModule;
+QPointer<supermodule> pressedModule;
+bool documentModified = false;
+QSet<supermodule*> blocksWithoutButtons;
+
+int registerModule(supermodule* p_module)
+{
+    const int key = nextModuleKey++;
+    registerModuleAs(key, p_module);
+    return key;
+}
+
+void registerModuleAs(int p_key, supermodule* p_module)
+{
+    moduleMap.remove(p_module->registryKey);
+    if (supermodule* before = moduleMap.value(p_key)) {
+        before->registryKey = 0;
+    }
+    moduleMap.insert(p_key, p_module);
+    p_module->registryKey = p_key;
+}
+
+void resetRegistry()
+{
+    for (supermodule* module : qAsConst(moduleMap)) {
+        module->registryKey = 0;
+    }
+    moduleMap.clear();
+    nextModuleKey = 1;
+}
+
+void forgetModule(supermodule* p_module)
+{
+    if (p_module->registryKey != 0) {
+        moduleMap.remove(p_module->registryKey);
+    }
+    rootModules.removeAll(p_module);
+    taskModules.removeAll(p_module);
+    blocksWithoutButtons.remove(p_module);
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QList>
+#include <QMap>
+#include <QPointer>
+#include <QSet>
+
+class supermodule;
+
+/** The key under which graphics items carry their name: "module", or the link of a connector. */
+constexpr int ItemNameKey = 256;
+
+// The process-wide state of the one document. Interface thread only.
+
+/** The root of each program slot, in slot order; the first is the main program's. */
+extern QList<supermodule*> rootModules;
+/** The roots of the parallel tasks; the first is the main program's. */
+extern QList<supermodule*> taskModules;
+/** The key registry. Undo commands know blocks by their keys in it, never by pointer. */
+extern QMap<int, supermodule*> moduleMap;
+/** The next free key of the registry; 1 in a new document. */
+extern int nextModuleKey;
+/** The block that opened a panel last and gets the values that come back. */
+extern QPointer<supermodule> focusModule;
+/** The block of the last left press. */
+extern QPointer<supermodule> pressedModule;
+/** True when the document differs from its file. */
+extern bool documentModified;
+/** Blocks that were never seen and so have no buttons yet. */
+extern QSet<supermodule*> blocksWithoutButtons;
+
+/** Registers a block under the next free key and returns that key. */
+int registerModule(supermodule* p_module);
+/**
+ * Registers a block under a given key, in place of what stood there. A block has one key: an
+ * earlier one is given up. nextModuleKey stays as it is.
+ */
+void registerModuleAs(int p_key, supermodule* p_module);
+/** Empties the registry and starts again with key 1. */
+void resetRegistry();
+/** Takes a dying block out of everything above. */
+void forgetModule(supermodule* p_module);

@@ -1,0 +1,16 @@
+#include "mainmodule.h"
+
+#include "picturecache.h"
+
+#include <QPainter>
+
+void mainModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
+{
+    p_painter->drawPixmap(0, 0, picture(QStringLiteral(":/main.png")));
+}
+
+QString mainModule::cCode() const
+{
+    return QStringLiteral(
+        "void user_main()\n{\nint speed1 = 50,speed2 = 50,speed3 = 50, speed4 = 50;\n");
+}

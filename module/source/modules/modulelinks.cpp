@@ -1,0 +1,173 @@
+#include "supermodule.h"
+
+#include "moduletree.h"
+#include "tilerlog.h"
+
+#include <QDebug>
+#include <QLineF>
+
+namespace
+{
+/** Where a block stands when it comes loose behind a chain that nothing can follow. */
+const QPointF s_looseOffset(20, 20);
+} // namespace
+
+void supermodule::createCollisions()
+{
+    const QRectF rect = boundingRect();
+    makeConnector(NextLink, 0, QPointF(rect.width(), (rect.height() - 60) / 2 - 10));
+}
+
+void supermodule::makeConnector(LinkType p_type, int p_kind, const QPointF& p_pos)
+{
+    static const QString s_next = QStringLiteral("Next");
+    static const QString s_left = QStringLiteral("Left");
+    static const QString s_right = QStringLiteral("Right");
+    const bool next = p_type == NextLink;
+    const bool left = p_type == LeftLink;
+    auto& connector = next ? m_nextCollision : left ? m_leftCollision : m_rightCollision;
+    connector = std::make_unique<collisionItem>(p_kind,
+                                                next   ? s_next
+                                                : left ? s_left
+                                                       : s_right,
+                                                this);
+    connector->setPos(p_pos);
+}
+
+collisionItem* supermodule::connector(LinkType p_type) const
+{
+    switch (p_type) {
+    case NextLink:
+        return m_nextCollision.get();
+    case LeftLink:
+        return m_leftCollision.get();
+    case RightLink:
+        return m_rightCollision.get();
+    case NoLink:
+        break;
+    }
+    return nullptr;
+}
+
+supermodule* supermodule::linkedTo(LinkType p_type) const
+{
+    switch (p_type) {
+    case NextLink:
+        return m_next;
+    case LeftLink:
+        return m_left;
+    case RightLink:
+        return m_right;
+    case NoLink:
+        break;
+    }
+    return nullptr;
+}
+
+void supermodule::setLink(LinkType p_type, supermodule* p_module)
+{
+    (p_type == NextLink ? m_next : p_type == LeftLink ? m_left : m_right) = p_module;
+    if (p_module) {
+        p_module->m_parent = this;
+    }
+}
+
+void supermodule::appendModule(supermodule* p_module)
+{
+    supermodule* last = lastOf();
+    qCDebug(tilerLog) << " supermodule::appendModule "
+                      << "p_module " << p_module << "last " << last;
+    last->setLink(NextLink, p_module);
+}
+
+void supermodule::insertModule(supermodule* p_module)
+{
+    qCDebug(tilerLog) << " supermodule::insertModule "
+                      << "p_module " << p_module << "this " << this;
+    insertAt(NextLink, p_module);
+}
+
+void supermodule::setLeftModule(supermodule* p_module) { insertAt(LeftLink, p_module); }
+
+void supermodule::setRightModule(supermodule* p_module) { insertAt(RightLink, p_module); }
+
+void supermodule::insertAt(LinkType p_type, supermodule* p_module)
+{
+    supermodule* old = linkedTo(p_type);
+    setLink(p_type, p_module);
+    if (old) {
+        old->m_parent = nullptr;
+        supermodule* tail = p_module->lastOf();
+        if (tail->hasNextConnector()) {
+            tail->appendModule(old);
+        } else {
+            // Nothing can follow an endless loop: what stood here stays as a loose chain below.
+            old->setPos(old->mapToScene(s_looseOffset + QPointF(0, old->boundingRect().height())));
+            old->updateTreeAndOpacity();
+        }
+    }
+    updateTree();
+}
+
+void supermodule::removeChild(supermodule* p_child)
+{
+    bool removed = false;
+    for (supermodule** link : {&m_next, &m_left, &m_right}) {
+        if (p_child && *link == p_child) {
+            *link = nullptr;
+            p_child->m_parent = nullptr;
+            removed = true;
+        }
+    }
+    if (removed) {
+        updateTree();
+    }
+}
+
+void supermodule::detachFromParent()
+{
+    if (m_parent) {
+        m_parent->removeChild(this);
+    }
+}
+
+int supermodule::distanceTo(const collisionItem& p_connector) const
+{
+    const QPointF grip = mapToScene(0, boundingRect().height() / 2);
+    const QPointF socket = p_connector.mapToScene(0, p_connector.boundingRect().height() / 2);
+    return static_cast<int>(QLineF(grip, socket).length());
+}
+
+bool supermodule::CollisionDetection(supermodule*& p_target, int& p_type)
+{
+    const QList<QGraphicsItem*> items = collidingItems(Qt::IntersectsItemShape);
+    for (QGraphicsItem* item : items) {
+        if (item->type() != collisionItem::Type || item->parentItem() == this) {
+            continue;
+        }
+        supermodule* owner = fromItem(item->parentItem());
+        if (!owner || isAncestor(this, owner)) {
+            continue;
+        }
+        const LinkType type = static_cast<collisionItem*>(item)->linkType();
+        const bool free = type != NoLink && !owner->linkedTo(type);
+        const bool branch = type == LeftLink || type == RightLink;
+        if (!(branch && free) && m_parent == owner) {
+            return true;
+        }
+        if (!free) {
+            continue;
+        }
+        if (type == NextLink) {
+            qCDebug(tilerLog) << " supermodule::CollisionDetection "
+                              << "spuer " << owner << "this " << this;
+        }
+        detachFromParent();
+        owner->setLink(type, this);
+        p_target = owner;
+        p_type = type;
+        return true;
+    }
+    detachFromParent();
+    return false;
+}

@@ -1,0 +1,97 @@
+#include "moduletree.h"
+
+#include "documentstate.h"
+
+#include <QGraphicsScene>
+
+supermodule* supermodule::rootOf()
+{
+    supermodule* module = this;
+    while (module->m_parent) {
+        module = module->m_parent;
+    }
+    return module;
+}
+
+supermodule* supermodule::lastOf()
+{
+    supermodule* module = this;
+    while (module->m_next) {
+        module = module->m_next;
+    }
+    return module;
+}
+
+bool supermodule::isAncestor(const supermodule* p_a, const supermodule* p_b)
+{
+    if (!p_a || !p_b) {
+        return false;
+    }
+    for (const supermodule* module = p_b->m_parent; module; module = module->m_parent) {
+        if (module == p_a) {
+            return true;
+        }
+    }
+    return false;
+}
+
+bool supermodule::containsModule(const supermodule* p_module) const
+{
+    return p_module == this || isAncestor(this, p_module);
+}
+
+void supermodule::setOpacityTree(bool p_dim)
+{
+    const qreal opacity = p_dim ? 0.5 : 1.0;
+    forEachModule(this, [opacity](supermodule* p_each) { p_each->setOpacity(opacity); });
+}
+
+void supermodule::setVisibleTree(bool p_visible)
+{
+    forEachModule(this, [p_visible](supermodule* p_each) { p_each->setVisible(p_visible); });
+}
+
+void supermodule::setSelectTree(bool p_selected)
+{
+    forEachModule(
+        this, [p_selected](supermodule* p_each) { p_each->m_selectItem.setVisible(p_selected); });
+}
+
+void supermodule::setTreeZValue(int p_z)
+{
+    forEachModule(this, [p_z](supermodule* p_each) { p_each->setZValue(p_z); });
+}
+
+bool supermodule::isInProgram()
+{
+    supermodule* root = rootOf();
+    return taskModules.contains(root) || rootModules.contains(root);
+}
+
+void supermodule::refreshOpacity()
+{
+    supermodule* root = rootOf();
+    root->setOpacityTree(!root->isInProgram());
+}
+
+void supermodule::updateTreeAndOpacity()
+{
+    updateTree();
+    refreshOpacity();
+}
+
+bool supermodule::isSubProgramBlock() { return rootModules.indexOf(rootOf()) > 0; }
+
+void supermodule::deleteTree(supermodule* p_module)
+{
+    QVector<supermodule*> modules;
+    forEachModule(p_module, [&modules](supermodule* p_each) { modules.append(p_each); });
+    // Last visited, first deleted: children go before their parents.
+    while (!modules.isEmpty()) {
+        supermodule* module = modules.takeLast();
+        if (module->scene()) {
+            module->scene()->removeItem(module);
+        }
+        delete module;
+    }
+}

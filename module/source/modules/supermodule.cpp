@@ -1,0 +1,258 @@
+#include "supermodule.h"
+
+#include "documentstate.h"
+#include "graphicsitem_param.h"
+#include "modulehost.h"
+#include "picturecache.h"
+
+#include <QAbstractButton>
+#include <QDebug>
+#include <QGraphicsProxyWidget>
+#include <QGraphicsScene>
+#include <QPainter>
+#include <QStaticText>
+
+namespace
+{
+/** Which selection frame goes with which block types; both ends included. */
+struct SelectPicture {
+    int first;
+    int last;
+    const char* path;
+};
+const SelectPicture s_selectPictures[] = {
+    {100, 117, ":/select1.png"}, {304, 305, ":/select1.png"}, {500, 503, ":/select1.png"},
+    {600, 612, ":/select1.png"}, {700, 707, ":/select1.png"}, {200, 215, ":/select3.png"},
+    {300, 303, ":/select4.png"}, {401, 433, ":/select2.png"},
+};
+
+QString selectPictureOf(int p_id)
+{
+    for (const SelectPicture& row : s_selectPictures) {
+        if (row.first <= p_id && p_id <= row.last) {
+            return QString::fromLatin1(row.path);
+        }
+    }
+    return QString();
+}
+} // namespace
+
+supermodule::supermodule(int p_id, const QString& p_imagePath, const QString& p_pressedPath,
+                         const QString& p_text)
+    : id(p_id), m_imagePath(p_imagePath), m_pressedPath(p_pressedPath), m_text(p_text)
+{
+    initialise();
+}
+
+supermodule::supermodule(const supermodule& p_other)
+    : QObject(),
+      QGraphicsItem(),
+      id(p_other.id),
+      ownid(p_other.ownid),
+      m_imagePath(p_other.m_imagePath),
+      m_pressedPath(p_other.m_pressedPath),
+      m_text(p_other.m_text)
+{
+    initialise();
+}
+
+supermodule::~supermodule() { forgetModule(this); }
+
+void supermodule::initialise()
+{
+    m_pathItem.setParentItem(this);
+    m_pathItem.setZValue(-10);
+    static const QString s_name = QStringLiteral("module");
+    setData(ItemNameKey, s_name);
+    m_selectItem.setParentItem(this);
+    m_pixmap = picture(m_pressedPath);
+    setSelectPicture(selectPictureOf(id));
+    m_selectItem.setPos(0, 0);
+    m_selectItem.hide();
+    setToolTip(m_text);
+    blocksWithoutButtons.insert(this);
+}
+
+supermodule* supermodule::fromItem(QGraphicsItem* p_item)
+{
+    return p_item && p_item->type() == Type ? static_cast<supermodule*>(p_item) : nullptr;
+}
+
+void supermodule::setText(const QString& p_text)
+{
+    m_text = p_text;
+    update();
+}
+
+void supermodule::setSelectPicture(const QString& p_path)
+{
+    m_selectItem.setPixmap(picture(p_path));
+}
+
+QRectF supermodule::boundingRect() const { return QRectF(0, 0, 120, 140); }
+
+void supermodule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
+{
+    p_painter->drawPixmap(0, 0, m_pixmap);
+    QFont font;
+    font.setPixelSize(12);
+    p_painter->setFont(font);
+    p_painter->setPen(Qt::white);
+    // The caption is centred right of the first 40 pixels, which are the picture's icon field.
+    const int textWidth = QFontMetrics(font).horizontalAdvance(m_text);
+    p_painter->drawStaticText((m_pixmap.width() - 40 - textWidth) / 2 + 40, 2, QStaticText(m_text));
+}
+
+void supermodule::saveXml(QDomElement& p_parent, QDomDocument& p_document) const
+{
+    QDomElement element = p_document.createElement(QStringLiteral("module"));
+    // Written as reals and read as integers: a fixed trait of the format.
+    element.setAttribute(QStringLiteral("x"), scenePos().x());
+    element.setAttribute(QStringLiteral("y"), scenePos().y());
+    element.setAttribute(QStringLiteral("id"), id);
+    element.setAttribute(QStringLiteral("ownid"), ownid);
+    element.setAttribute(QStringLiteral("moduleKey"), moduleKey);
+    writeAttributes(element);
+    p_parent.appendChild(element);
+}
+
+void supermodule::loadXml(const QDomElement& p_element)
+{
+    ownid = p_element.attribute(QStringLiteral("ownid")).toInt();
+    moduleKey = p_element.attribute(QStringLiteral("moduleKey")).toInt();
+    // A value with a fraction is no integer and reads as 0.
+    const int y = p_element.attribute(QStringLiteral("y")).toInt();
+    const int x = p_element.attribute(QStringLiteral("x")).toInt();
+    setPos(x, y);
+}
+
+void supermodule::writeAttributes(QDomElement&) const {}
+
+QDomElement supermodule::paramsElement() const
+{
+    QDomDocument document;
+    QDomElement element = document.createElement(QStringLiteral("module"));
+    writeAttributes(element);
+    return element.attributes().isEmpty() ? QDomElement() : element;
+}
+
+void supermodule::setParamIndex(int) {}
+
+void supermodule::setNumberKey(int) {}
+
+void supermodule::setPanelValue(int, int) {}
+
+void supermodule::mousePressEvent(QGraphicsSceneMouseEvent* p_event)
+{
+    QGraphicsItem::mousePressEvent(p_event);
+}
+
+void supermodule::mouseMoveEvent(QGraphicsSceneMouseEvent* p_event)
+{
+    QGraphicsItem::mouseMoveEvent(p_event);
+}
+
+void supermodule::mouseReleaseEvent(QGraphicsSceneMouseEvent* p_event)
+{
+    QGraphicsItem::mouseReleaseEvent(p_event);
+}
+
+void supermodule::mouseDoubleClickEvent(QGraphicsSceneMouseEvent*) {}
+
+void supermodule::ensureButtons()
+{
+    if (m_buttonsMade) {
+        return;
+    }
+    m_buttonsMade = true;
+    blocksWithoutButtons.remove(this);
+    createButtons();
+}
+
+QAbstractButton* supermodule::button(int p_index)
+{
+    ensureButtons();
+    return 0 <= p_index && p_index < m_buttons.size() ? m_buttons[p_index].button : nullptr;
+}
+
+void supermodule::addButton(QAbstractButton* p_button, const QRect& p_geometry)
+{
+    auto* proxy = new QGraphicsProxyWidget(this);
+    proxy->setWidget(p_button);
+    proxy->setGeometry(p_geometry);
+    m_buttons.append({proxy, p_button});
+}
+
+void supermodule::moveButtons(int p_x)
+{
+    for (const ModuleButton& each : qAsConst(m_buttons)) {
+        each.proxy->setPos(p_x, each.proxy->pos().y());
+        p_x += static_cast<int>(each.proxy->size().width());
+    }
+}
+
+int supermodule::buttonCentre(int p_index) const
+{
+    const QGraphicsProxyWidget* proxy = m_buttons.at(p_index).proxy;
+    return static_cast<int>(qRound(proxy->scenePos().x()) + 0.5 * proxy->size().width());
+}
+
+void supermodule::OnSetParam(int p_mode)
+{
+    graphicsItem_Param* popUp = graphicsItem_Param::shared(scene());
+    popUp->setModule(this);
+    popUp->setMode(p_mode);
+    const QRectF rect = boundingRect();
+    popUp->setPos(pos().x() + 0.5 * rect.width() - 0.5 * popUp->boundingRect().width(),
+                  pos().y() + rect.height() + 10);
+}
+
+void supermodule::OnSetParamByPos(int p_mode, int p_point)
+{
+    graphicsItem_Param* popUp = graphicsItem_Param::shared(scene());
+    popUp->setModule(this);
+    popUp->setMode(p_mode);
+    // 140 whatever the block's height: the pop-up of a loop stays under its button.
+    popUp->setPos(p_point - 0.5 * popUp->boundingRect().width(), pos().y() + 140 + 10);
+}
+
+void supermodule::OnSetNumber(uint32_t p_numberOption)
+{
+    focusModule = this;
+    if (ModuleHost* host = moduleHost()) {
+        host->raiseNumKeyboard(p_numberOption);
+    }
+}
+
+void supermodule::OnSetVoice(int p_map)
+{
+    focusModule = this;
+    if (ModuleHost* host = moduleHost()) {
+        host->raiseVoice(p_map);
+    }
+}
+
+void supermodule::OnSetExpression(int p_map)
+{
+    focusModule = this;
+    if (ModuleHost* host = moduleHost()) {
+        host->raiseExpression(p_map);
+    }
+}
+
+void supermodule::onSetPanel(int p_panelType, int p_paramId)
+{
+    focusModule = this;
+    if (ModuleHost* host = moduleHost()) {
+        host->raisePanel(p_panelType, p_paramId);
+    }
+}
+
+QDebug operator<<(QDebug p_debug, const supermodule* p_module)
+{
+    p_debug << static_cast<const void*>(p_module);
+    if (p_module) {
+        p_debug << " Id " << p_module->id << "key " << p_module->moduleKey;
+    }
+    return p_debug;
+}

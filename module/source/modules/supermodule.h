@@ -1,0 +1,256 @@
+#pragma once
+
+#include "collisionitem.h"
+
+#include <QDomElement>
+#include <QGraphicsPathItem>
+#include <QGraphicsPixmapItem>
+#include <QObject>
+#include <QPixmap>
+#include <QVector>
+
+#include <cstdint>
+#include <memory>
+
+class graphicsItem_Param;
+class QAbstractButton;
+class QGraphicsProxyWidget;
+
+/**
+ * Base of all blocks: a graphics item of the canvas, a node of the program graph, a unit of the
+ * project file and the source of one fragment of generated text.
+ *
+ * A block has one parent link and three child links. A sequence of statements is a chain along
+ * next(); a loop's body hangs on left() as a chain of its own; right() belongs to a two-branch
+ * shape that no block of the present catalogue has, but that every walk honours. The root of a
+ * chain is the block without a parent. Links change through the operations here alone.
+ *
+ * Blocks are heap objects that the document owns: they die by deleteTree() or with the view. All
+ * coordinates are scene units; blocks are top-level items, so pos() is the scene position.
+ * Interface thread only.
+ */
+class supermodule : public QObject, public QGraphicsItem
+{
+    Q_OBJECT
+    Q_INTERFACES(QGraphicsItem)
+
+public:
+    enum { Type = UserType + 1 };
+
+    supermodule(int p_id, const QString& p_imagePath, const QString& p_pressedPath,
+                const QString& p_text);
+    ~supermodule() override;
+    supermodule& operator=(const supermodule&) = delete;
+
+    /** The block that an item is, or null if it is none. */
+    static supermodule* fromItem(QGraphicsItem* p_item);
+
+    /** Block type, the factory's selector; never changes. */
+    const int id;
+    /** Instance key as it stands in the file; 0 until given. */
+    int moduleKey = 0;
+    /**
+     * The key under which moduleMap knows the block; 0 for none. It may differ from moduleKey:
+     * a load and a paste register blocks anew. Set by the registry alone.
+     */
+    int registryKey = 0;
+    /** id of the root of the program slot that holds the block; 0 is the main program. */
+    int ownid = 0;
+    /** True while the block is dragged. */
+    bool m_moved = false;
+
+    /** Palette picture of the block, as a resource path. */
+    QString imagePath() const { return m_imagePath; }
+    /** Resource path that the block's own picture was loaded from. */
+    QString pressedPath() const { return m_pressedPath; }
+    /** Caption: the tool tip, and the text that the base class paints. */
+    QString text() const { return m_text; }
+    /** Changes the caption that is painted. */
+    void setText(const QString& p_text);
+
+    // Graphics item.
+    int type() const override { return Type; }
+    /** Size of the block; (0, 0, 120, 140) by default. */
+    QRectF boundingRect() const override;
+    void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
+               QWidget* p_widget) override;
+
+    // Text, storage, copy.
+    /** The block's fragment of C text. */
+    virtual QString cCode() const = 0;
+    /** The block's fragment of Python text. No block of the present catalogue has one. */
+    virtual QString pythonCode() const { return QString(); }
+    /** Appends the block's `module` element to p_parent, without its children. */
+    void saveXml(QDomElement& p_parent, QDomDocument& p_document) const;
+    /** Sets the block from its `module` element. A missing attribute reads as 0. */
+    virtual void loadXml(const QDomElement& p_element);
+    /** A copy without links, connectors and key; null where a block can't be copied. */
+    virtual supermodule* clone() const = 0;
+    /**
+     * A detached element with the parameter attributes alone; null for a block without any. Its
+     * document is gone: it is there to be read, not to be written to.
+     */
+    virtual QDomElement paramsElement() const;
+
+    // Values that come back from choosers; what the value means is the block's own matter.
+    /** Receives the index of the button chosen in the pop-up. */
+    virtual void setParamIndex(int p_index);
+    /** Receives a key code of the number keyboard, or the 0-based index of an icon or text panel.
+     */
+    virtual void setNumberKey(int p_key);
+    /** Receives the value of a panel that was opened with a parameter id. */
+    virtual void setPanelValue(int p_paramId, int p_value);
+    /** Hook that no class uses. */
+    virtual void updateParams() {}
+
+    // Links (modulelinks.cpp).
+    supermodule* parentModule() const { return m_parent; }
+    supermodule* next() const { return m_next; }
+    supermodule* left() const { return m_left; }
+    supermodule* right() const { return m_right; }
+    /** Makes the block's connectors. Called once by whoever builds the block. */
+    virtual void createCollisions();
+    bool hasNextConnector() const { return m_nextCollision != nullptr; }
+    /** The connector of a link, or null. */
+    collisionItem* connector(LinkType p_type) const;
+    /** Links p_module behind the last block of this chain. Lays nothing out. */
+    void appendModule(supermodule* p_module);
+    /** Links p_module as this block's next; what stood there goes on behind p_module's chain. */
+    void insertModule(supermodule* p_module);
+    /** The same as insertModule() for the body. */
+    void setLeftModule(supermodule* p_module);
+    /** The same as insertModule() for the right branch. */
+    void setRightModule(supermodule* p_module);
+    /** Unlinks a direct child and lays the rest of the program out anew; ignores any other block.
+     */
+    void removeChild(supermodule* p_child);
+    /** Unlinks this block from its parent, if it has one, and lays out what stays. */
+    void detachFromParent();
+    /**
+     * Links the block, where it stands, to the first free connector that it touches and that
+     * doesn't hang under it. p_target and p_type tell where. False, and the block unlinked, if
+     * there is none.
+     */
+    bool CollisionDetection(supermodule*& p_target, int& p_type);
+    /** Distance of the block's grip to a connector in scene units, rounded down. */
+    int distanceTo(const collisionItem& p_connector) const;
+
+    // Layout (modulelayout.cpp).
+    /** Places everything that follows this block and the bodies in it. Linear in their number. */
+    void updateLayout();
+    /** updateLayout() from the root of the tree. */
+    void updateTree();
+    /**
+     * Grows the four scene bounds, rounded, over this block and returns them as a rectangle of
+     * (left, top, right, bottom). A bound that lies further out already stays.
+     */
+    virtual QRect extent(int& p_left, int& p_top, int& p_right, int& p_bottom);
+
+    // Tree (moduletree.cpp).
+    supermodule* rootOf();
+    supermodule* lastOf();
+    /** True when p_a stands on the parent path of p_b, p_b itself not counted. */
+    static bool isAncestor(const supermodule* p_a, const supermodule* p_b);
+    /** True when p_module is this block or stands anywhere under it. */
+    bool containsModule(const supermodule* p_module) const;
+    /** Opacity 0.5 if dim, else 1.0, for this block and all under it. */
+    void setOpacityTree(bool p_dim);
+    void setVisibleTree(bool p_visible);
+    /** Shows or hides the selection frame of this block and of all under it. */
+    void setSelectTree(bool p_selected);
+    void setTreeZValue(int p_z);
+    /** True when the root stands in rootModules or taskModules: the block is part of a program. */
+    bool isInProgram();
+    /** Full opacity for a chain of a program, 0.5 for a loose one. */
+    void refreshOpacity();
+    void updateTreeAndOpacity();
+    /** True when the root is a slot's root other than the main program's. */
+    bool isSubProgramBlock();
+    /** Deletes a block and all under it; null is ignored. Its parent must have let go of it. */
+    static void deleteTree(supermodule* p_module);
+
+    // Parameter buttons.
+    /**
+     * Makes the block's buttons if they aren't there yet. Buttons are costly, so a block gets
+     * them when it is first seen (or asked for one), not when it is built.
+     */
+    void ensureButtons();
+    bool hasButtons() const { return m_buttonsMade; }
+    /** The p_index-th parameter button, made if need be; null when there is none. */
+    QAbstractButton* button(int p_index);
+
+public slots:
+    /** Opens the pop-up in a mode, under the block's middle. */
+    void OnSetParam(int p_mode);
+    /** Opens the pop-up in a mode, centred on a scene x. */
+    void OnSetParamByPos(int p_mode, int p_point);
+    /** Makes this block the receiver of values and asks for the number keyboard. */
+    void OnSetNumber(uint32_t p_numberOption);
+    void OnSetVoice(int p_map);
+    void OnSetExpression(int p_map);
+    void onSetPanel(int p_panelType, int p_paramId = 0);
+
+protected:
+    supermodule(const supermodule& p_other);
+
+    void mousePressEvent(QGraphicsSceneMouseEvent* p_event) override;
+    void mouseMoveEvent(QGraphicsSceneMouseEvent* p_event) override;
+    void mouseReleaseEvent(QGraphicsSceneMouseEvent* p_event) override;
+    /** A double click on a block is swallowed. */
+    void mouseDoubleClickEvent(QGraphicsSceneMouseEvent* p_event) override;
+
+    /** Writes the block's own attributes; the common ones are there already. */
+    virtual void writeAttributes(QDomElement& p_element) const;
+    /** Makes the buttons with addButton(). */
+    virtual void createButtons() {}
+    /** Puts a button on the block; the geometry is in block coordinates. Takes ownership. */
+    void addButton(QAbstractButton* p_button, const QRect& p_geometry);
+    /** Puts the row of buttons, as they stand side by side, at an x; nothing while there are none.
+     */
+    void moveButtons(int p_x);
+    /** The scene x of a button's middle, where OnSetParamByPos() wants the pop-up. */
+    int buttonCentre(int p_index) const;
+    /** Grows bounds as extent() does, over a block of a size. */
+    void growBounds(const QSizeF& p_size, int& p_left, int& p_top, int& p_right,
+                    int& p_bottom) const;
+    /** Lays out the block's own body and returns the distance from here to the next block. */
+    virtual qreal layoutOwn();
+    /** Makes the connector of a link, of a kind, at a place in block coordinates. */
+    void makeConnector(LinkType p_type, int p_kind, const QPointF& p_pos);
+    /** Gives the block its selection frame; empty for none. */
+    void setSelectPicture(const QString& p_path);
+
+    QPixmap m_pixmap;
+    /** Outer rectangle of a shape whose size depends on its content; loops only. */
+    QRectF m_rect;
+
+private:
+    supermodule* linkedTo(LinkType p_type) const;
+    void setLink(LinkType p_type, supermodule* p_module);
+    void insertAt(LinkType p_type, supermodule* p_module);
+    void initialise();
+
+    QGraphicsPathItem m_pathItem;
+    std::unique_ptr<collisionItem> m_leftCollision;
+    std::unique_ptr<collisionItem> m_rightCollision;
+    QGraphicsPixmapItem m_selectItem;
+    supermodule* m_parent = nullptr;
+    supermodule* m_next = nullptr;
+    supermodule* m_left = nullptr;
+    supermodule* m_right = nullptr;
+    std::unique_ptr<collisionItem> m_nextCollision;
+    /** A pop-up of the block's own. No block has one at present: the one pop-up is shared. */
+    std::unique_ptr<graphicsItem_Param> m_paramItem;
+    QString m_imagePath;
+    QString m_pressedPath;
+    QString m_text;
+    bool m_buttonsMade = false;
+    struct ModuleButton {
+        QGraphicsProxyWidget* proxy;
+        QAbstractButton* button;
+    };
+    QVector<ModuleButton> m_buttons;
+};
+
+/** Prints a block for the log: its address, type and instance key. */
+QDebug operator<<(QDebug p_debug, const supermodule* p_module);

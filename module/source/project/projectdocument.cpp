@@ -1,0 +1,152 @@
+#include "projectdocument.h"
+
+#include "blocktables.h"
+#include "checktag.h"
+#include "documentstate.h"
+#include "modulefactory.h"
+#include "programnameholder.h"
+#include "programversion.h"
+#include "supermodule.h"
+
+#include <QGraphicsScene>
+#include <QHash>
+
+namespace
+{
+const char s_doctype[] = "vantrel";
+const int s_indent = 4;
+/** The type of a task's root. */
+const int s_taskRootId = 401;
+
+/** One block from its element, with its bodies; null for an unknown type. */
+supermodule* buildModule(const QDomElement& p_element, QGraphicsScene* p_scene)
+{
+    const BlockRecord* record = findBlockRecord(p_element.attribute(QStringLiteral("id")).toInt());
+    supermodule* module =
+        record ? createModule(record->id, record->image, record->pressedImage, record->caption)
+               : nullptr;
+    if (!module) {
+        return nullptr;
+    }
+    module->createCollisions();
+    module->setFlags(QGraphicsItem::ItemIsMovable | QGraphicsItem::ItemIsSelectable);
+    p_scene->addItem(module);
+    module->loadXml(p_element);
+    if (module->id == s_taskRootId) {
+        taskModules.append(module);
+    }
+    registerModule(module);
+    const auto body = [&](const QString& p_name) {
+        return buildChain(
+            p_element.firstChildElement(p_name).firstChildElement(QStringLiteral("module")),
+            p_scene);
+    };
+    if (supermodule* left = body(QStringLiteral("left"))) {
+        module->setLeftModule(left);
+    }
+    if (supermodule* right = body(QStringLiteral("right"))) {
+        module->setRightModule(right);
+    }
+    return module;
+}
+
+template <class WriteModules>
+QByteArray textOf(const QList<supermodule*>& p_roots, const ProgramNameHolder* p_name,
+                  WriteModules p_writeModules)
+{
+    const StableAttributeOrder order;
+    QDomDocument document((QLatin1String(s_doctype)));
+    QDomElement root = document.createElement(QStringLiteral("vantrel"));
+    root.setAttribute(QStringLiteral("version"), programVersion());
+    root.setAttribute(QStringLiteral("company"), QStringLiteral("Korvane"));
+    root.setAttribute(QStringLiteral("app"), QStringLiteral("vantrel.exe"));
+    if (p_name) {
+        root.setAttribute(QStringLiteral("downname"), p_name->programName());
+    }
+    document.appendChild(root);
+    for (const supermodule* head : p_roots) {
+        QDomElement baseNode = document.createElement(QStringLiteral("basenode"));
+        root.appendChild(baseNode);
+        p_writeModules(baseNode, document, head);
+    }
+    QDomElement tag = document.createElement(QStringLiteral("tagCheck"));
+    tag.setAttribute(QStringLiteral("value"), QStringLiteral("0"));
+    root.appendChild(tag);
+    QByteArray text = documentText(document);
+    // The tag is taken of the text with the value "0" and then put in that value's place.
+    const QByteArray zero("<tagCheck value=\"0\"/>");
+    const QByteArray value = QByteArray::number(checkTag(text), 16);
+    text.replace(text.lastIndexOf(zero), zero.size(), "<tagCheck value=\"" + value + "\"/>");
+    return text;
+}
+} // namespace
+
+StableAttributeOrder::StableAttributeOrder() : m_seed(qGlobalQHashSeed())
+{
+    qSetGlobalQHashSeed(0);
+}
+
+StableAttributeOrder::~StableAttributeOrder()
+{
+    // Anything but 0 asks Qt for a new random seed.
+    qSetGlobalQHashSeed(m_seed == 0 ? 0 : -1);
+}
+
+void writeChain(QDomElement& p_parent, QDomDocument& p_document, const supermodule* p_first)
+{
+    for (const supermodule* module = p_first; module; module = module->next()) {
+        module->saveXml(p_parent, p_document);
+        QDomElement element = p_parent.lastChildElement();
+        const auto body = [&](const QString& p_name, const supermodule* p_body) {
+            if (p_body) {
+                QDomElement branch = p_document.createElement(p_name);
+                element.appendChild(branch);
+                writeChain(branch, p_document, p_body);
+            }
+        };
+        body(QStringLiteral("left"), module->left());
+        body(QStringLiteral("right"), module->right());
+    }
+}
+
+supermodule* buildChain(const QDomElement& p_first, QGraphicsScene* p_scene)
+{
+    supermodule* first = nullptr;
+    supermodule* last = nullptr;
+    for (QDomElement element = p_first; !element.isNull();
+         element = element.nextSiblingElement(QStringLiteral("module"))) {
+        supermodule* module = buildModule(element, p_scene);
+        if (!module) {
+            continue;
+        }
+        if (last) {
+            last->appendModule(module);
+        } else {
+            first = module;
+        }
+        last = module;
+    }
+    return first;
+}
+
+QByteArray projectText(const QList<supermodule*>& p_roots, const ProgramNameHolder* p_name)
+{
+    return textOf(p_roots, p_name, writeChain);
+}
+
+QByteArray temporaryProjectText(const QList<supermodule*>& p_roots, const ProgramNameHolder* p_name)
+{
+    return textOf(p_roots, p_name,
+                  [](QDomElement& p_parent, QDomDocument& p_document, const supermodule* p_head) {
+                      p_head->saveXml(p_parent, p_document);
+                  });
+}
+
+QDomDocument canonicalDocument(const QDomDocument& p_parsed)
+{
+    QDomDocument document((QLatin1String(s_doctype)));
+    document.appendChild(p_parsed.documentElement());
+    return document;
+}
+
+QByteArray documentText(const QDomDocument& p_document) { return p_document.toByteArray(s_indent); }

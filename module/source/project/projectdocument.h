@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QDomDocument>
+#include <QList>
+
+#include <functional>
+
+class ProgramNameHolder;
+class QGraphicsScene;
+class supermodule;
+
+/**
+ * Keeps the order of attributes the same in every run while it lives: elements that are made
+ * meanwhile don't depend on the random seed of Qt's hashes.
+ */
+class StableAttributeOrder
+{
+public:
+    StableAttributeOrder();
+    ~StableAttributeOrder();
+    Q_DISABLE_COPY(StableAttributeOrder)
+
+private:
+    int m_seed;
+};
+
+/** Appends a `module` element for each block of a chain, with `left` and `right` where it has them.
+ */
+void writeChain(QDomElement& p_parent, QDomDocument& p_document, const supermodule* p_first);
+
+/**
+ * Builds the chain of a `module` element and its siblings: each block with its connectors and
+ * flags, in p_scene, loaded and registered under a new key; bodies are linked, nothing is laid
+ * out beyond them. Elements of unknown type are left out with what hangs under them. Null for a
+ * null element and for a chain of which nothing is known.
+ */
+supermodule* buildChain(const QDomElement& p_first, QGraphicsScene* p_scene);
+
+/**
+ * The text of a project: the XML with its check tag, as it stands in the file. p_roots are the
+ * blocks without parent in the order in which they are written. p_name may be null.
+ */
+QByteArray projectText(const QList<supermodule*>& p_roots, const ProgramNameHolder* p_name);
+
+/** The same for temp.tlrx, which holds the blocks without parent alone, no chains, no bodies. */
+QByteArray temporaryProjectText(const QList<supermodule*>& p_roots,
+                                const ProgramNameHolder* p_name);
+
+/**
+ * Brings a parsed document into the form that a check tag covers: the doctype line, then the root
+ * element; no declaration and nothing else around it. The root moves out of p_parsed.
+ */
+QDomDocument canonicalDocument(const QDomDocument& p_parsed);
+
+/** A document's text as it stands in a file and as a check tag covers it. */
+QByteArray documentText(const QDomDocument& p_document);

@@ -1,0 +1,328 @@
+#include "mainwindow.h"
+
+#include "actionblock.h"
+#include "builddialog.h"
+#include "codegenerator.h"
+#include "documentstate.h"
+#include "editactionwindow.h"
+#include "installpath.h"
+#include "programversion.h"
+#include "projectfile.h"
+#include "tzblockwidget.h"
+#include "tztoolbar.h"
+
+#include <QCloseEvent>
+#include <QFileDialog>
+#include <QGuiApplication>
+#include <QMessageBox>
+#include <QScreen>
+#include <QSplitter>
+#include <QTextBrowser>
+#include <QVBoxLayout>
+
+QPointer<MainWindow> mainWindow;
+
+namespace
+{
+const int s_toolBarHeight = 34;
+const int s_codePaneWidth = 400;
+const int s_paletteMinimum = 100;
+const int s_paletteMaximum = 236;
+const char s_filter[] = "(*.tlrx)";
+const char s_untitled[] = "untitled";
+
+/** The answers to the question about unsaved changes, by the button's place. */
+enum UnsavedAnswer : int { AnswerSave = 0, AnswerDiscard = 1, AnswerCancel = 2 };
+
+/** The action data as it rides behind a project: the image as it stands in memory. */
+QByteArray imageBytes(const ActionBlock& p_image)
+{
+    return QByteArray(reinterpret_cast<const char*>(&p_image), sizeof(p_image));
+}
+} // namespace
+
+MainWindow::MainWindow(QWidget* p_parent) : QMainWindow(p_parent), m_codeType(NoCode)
+{
+    buildWindow();
+    connectParts();
+    setAcceptDrops(true);
+    // Here the first update check is started, 100 milliseconds from now.
+}
+
+MainWindow::~MainWindow()
+{
+    // The view is a member, so it goes before the widgets that hold it.
+    m_programView.setProgramNameHolder(nullptr);
+    m_programView.setParent(nullptr);
+}
+
+void MainWindow::buildWindow()
+{
+    setStatusBar(nullptr);
+    mainWindow = this;
+    setFileTitle(QLatin1String(s_untitled));
+
+    auto* central = new QWidget(this);
+    auto* layout = new QVBoxLayout(central);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    setCentralWidget(central);
+
+    m_toolBar = new TzToolBar(central);
+    m_toolBar->setFixedHeight(s_toolBarHeight);
+    layout->addWidget(m_toolBar);
+
+    m_codeBrowser = new QTextBrowser(central);
+    QFont font = m_codeBrowser->font();
+    font.setPixelSize(12);
+    m_codeBrowser->setFont(font);
+    const int screenWidth = QGuiApplication::primaryScreen()->size().width();
+    m_codeBrowser->setGeometry(screenWidth - s_codePaneWidth, 0, s_codePaneWidth, height());
+    m_codeBrowser->hide();
+
+    auto* outer = new QSplitter(Qt::Vertical, central);
+    outer->setHandleWidth(0);
+    m_splitter = new QSplitter(Qt::Horizontal, outer);
+    m_splitter->addWidget(&m_programView);
+    m_splitter->addWidget(m_codeBrowser);
+    m_splitter->setStretchFactor(0, 1);
+    outer->addWidget(m_splitter);
+    outer->setCollapsible(0, false);
+
+    m_blockWidget = new TzBlockWidget(central, outer);
+    m_blockWidget->setMinimumHeight(s_paletteMinimum);
+    m_blockWidget->setMaximumHeight(s_paletteMaximum);
+    m_blockWidget->resize(width(), s_paletteMaximum);
+    outer->addWidget(m_blockWidget);
+    outer->setCollapsible(1, false);
+    outer->setStretchFactor(0, 1);
+    layout->addWidget(outer);
+}
+
+void MainWindow::connectParts()
+{
+    TzProgramView* view = &m_programView;
+    view->setProgramNameHolder(m_toolBar);
+    view->setBuildRunner([this](const QString& p_name, int p_tasks) { runBuild(p_name, p_tasks); });
+
+    connect(m_toolBar, &TzToolBar::zoomSceneSignal, view, &TzProgramView::zoomView);
+    connect(m_toolBar, &TzToolBar::newSubSignal, view, &TzProgramView::OnNewSub);
+    connect(m_toolBar, &TzToolBar::delSubSignal, view, &TzProgramView::OnDelSub);
+    connect(m_toolBar, &TzToolBar::switchSubProgram, view, &TzProgramView::OnSwitchProgram);
+    connect(m_toolBar, &TzToolBar::downloadSignal, this, &MainWindow::onDownLoad);
+    connect(m_toolBar, &TzToolBar::saveSignal, this, &MainWindow::OnSaveFile);
+    connect(m_toolBar, &TzToolBar::openFileSignal, this, &MainWindow::OnOpenFile);
+    connect(m_toolBar, &TzToolBar::newFileSignal, this, &MainWindow::OnNewFile);
+    connect(m_toolBar, &TzToolBar::saveAsSignal, this, &MainWindow::OnSaveAsFile);
+    connect(m_toolBar, &TzToolBar::showCodeSignal, this, &MainWindow::OnShowCode);
+    connect(m_toolBar, &TzToolBar::chgToCodeSignal, this, &MainWindow::OnEditCode);
+    connect(m_toolBar, &TzToolBar::chgToPyhtonSignal, this, &MainWindow::OnEditPython);
+    connect(m_toolBar, &TzToolBar::chgToEditActionsSignal, this, &MainWindow::OnEditActions);
+    connect(m_toolBar, &TzToolBar::appUpgradeSignal, this, &MainWindow::onAppUpgrade);
+    connect(m_toolBar, &TzToolBar::openRecentFileSignal, this, &MainWindow::OnOpenRecentFileSignal);
+
+    connect(m_blockWidget, &TzBlockWidget::NewProgramSignal, view, &TzProgramView::OnNewSub);
+    connect(m_blockWidget, &TzBlockWidget::NewTaskSignal, view, &TzProgramView::OnNewTask);
+    connect(m_blockWidget, &TzBlockWidget::SelectNumberSignal, view,
+            &TzProgramView::OnSelectNumberSignal);
+    connect(m_blockWidget, &TzBlockWidget::editParamSignal, view,
+            &TzProgramView::onEditParamSignal);
+
+    connect(view, &TzProgramView::mouseSignal, m_blockWidget, &TzBlockWidget::OnProgramMouse);
+    connect(view, &TzProgramView::moduleUpdateSignal, this, &MainWindow::OnUpdateCode);
+    connect(view, &TzProgramView::updateRecentMenuSignal, m_toolBar,
+            &TzToolBar::OnUpdateRecentMenuSignal);
+    connect(view, &TzProgramView::showNumKeyboardSignal, m_blockWidget,
+            &TzBlockWidget::OnShowNumKeyboardSignal);
+    connect(view, &TzProgramView::showVoiceSignal, m_blockWidget,
+            &TzBlockWidget::OnShowVoiceSignal);
+    connect(view, &TzProgramView::showExpressionSignal, m_blockWidget,
+            &TzBlockWidget::OnShowExpressionSignal);
+    connect(view, &TzProgramView::showPanelSignal, m_blockWidget,
+            &TzBlockWidget::onShowPanelSignal);
+    connect(view, &TzProgramView::openPathSignal, this, &MainWindow::openPath);
+
+    connect(&m_autoSaveTimer, &QTimer::timeout, this, &MainWindow::OnAutoSaveFile);
+}
+
+void MainWindow::setFileTitle(const QString& name)
+{
+    setWindowTitle(QObject::tr("塔勒积木编程") + QStringLiteral(" v") + programVersion() +
+                   QLatin1Char(' ') + programBuildDate() + QStringLiteral(":  ") + name +
+                   QStringLiteral("[*]"));
+}
+
+editActionWindow* MainWindow::actionWindow()
+{
+    if (!m_actionWindow) {
+        m_actionWindow = std::make_unique<editActionWindow>();
+    }
+    return m_actionWindow.get();
+}
+
+bool MainWindow::mayLoseDocument()
+{
+    if (!documentModified) {
+        return true;
+    }
+    const int answer = QMessageBox::question(this, tr("保存"), tr("文件已修改，是否保存"), tr("是"),
+                                             tr("否"), tr("取消"), AnswerSave, AnswerCancel);
+    return answer == AnswerDiscard || (answer == AnswerSave && OnSaveFile() == 0);
+}
+
+bool MainWindow::saveTo(const QString& p_path)
+{
+    // Program and action data go into the file in one piece, so that a save is never half there.
+    if (!m_programView.saveFile(p_path, imageBytes(actionWindow()->actionBlock()))) {
+        return false;
+    }
+    actionWindow()->setModified(false);
+    documentModified = false;
+    if (m_fileName != p_path) {
+        m_fileName = p_path;
+        setFileTitle(m_fileName);
+    }
+    setWindowModified(documentModified);
+    return true;
+}
+
+int MainWindow::OnSaveFile()
+{
+    QString path = m_fileName;
+    if (path.isEmpty()) {
+        path =
+            QFileDialog::getSaveFileName(this, tr("保存文件"), QString(), QLatin1String(s_filter));
+    }
+    return !path.isEmpty() && saveTo(path) ? 0 : 1;
+}
+
+void MainWindow::OnSaveAsFile()
+{
+    // This title is not translated.
+    const QString path = QFileDialog::getSaveFileName(this, QStringLiteral("Save File"), QString(),
+                                                      QLatin1String(s_filter));
+    if (!path.isEmpty()) {
+        saveTo(path);
+    }
+}
+
+void MainWindow::openProject(const QString& p_path)
+{
+    switch (m_programView.openFile(p_path)) {
+    case ProjectUnreadable:
+        QMessageBox::information(this, tr("打开文件"), tr("文件打开失败"), QMessageBox::Ok);
+        break;
+    case ProjectWrongTag:
+        QMessageBox::information(this, tr("打开文件"), tr("文件校验错误"), QMessageBox::Ok);
+        break;
+    case ProjectOpened:
+        m_fileName = p_path;
+        documentModified = false;
+        actionWindow()->loadActionBlock(m_fileName);
+        setFileTitle(m_fileName);
+        break;
+    default:
+        break;
+    }
+    setWindowModified(documentModified);
+}
+
+void MainWindow::OnOpenFile()
+{
+    if (!mayLoseDocument()) {
+        return;
+    }
+    const QString path =
+        QFileDialog::getOpenFileName(this, tr("打开文件"), QString(), QLatin1String(s_filter));
+    if (path.isEmpty()) {
+        setWindowModified(documentModified);
+        return;
+    }
+    openProject(path);
+}
+
+void MainWindow::openPath(const QString& path)
+{
+    if (path.right(5) == QLatin1String(".tlrx")) {
+        if (mayLoseDocument()) {
+            openProject(path);
+        }
+    } else if (path.right(3) == QLatin1String("tvc")) {
+        OnEditCode();
+    } else if (path.right(4) == QLatin1String("tvpy")) {
+        OnEditPython();
+    }
+}
+
+void MainWindow::OnNewFile()
+{
+    if (!mayLoseDocument()) {
+        return;
+    }
+    m_programView.newProgram();
+    documentModified = false;
+    m_fileName.clear();
+    m_programView.resetDocument();
+    if (m_actionWindow) {
+        m_actionWindow->resetActionBlock();
+    }
+    setFileTitle(QLatin1String(s_untitled));
+    setWindowModified(documentModified);
+}
+
+void MainWindow::closeEvent(QCloseEvent* p_event)
+{
+    if (mayLoseDocument()) {
+        QMainWindow::closeEvent(p_event);
+    } else {
+        p_event->ignore();
+    }
+}
+
+void MainWindow::OnShowCode(int type)
+{
+    m_codeBrowser->setText(m_programView.generateVisibleCode(type));
+    const bool shows = m_codeType != type;
+    m_codeBrowser->setVisible(shows);
+    m_codeType = shows ? type : static_cast<int>(NoCode);
+}
+
+void MainWindow::OnUpdateCode()
+{
+    if (m_codeBrowser->isVisible()) {
+        m_codeBrowser->setText(m_programView.generateVisibleCode(m_codeType));
+    }
+}
+
+void MainWindow::OnEditActions()
+{
+    actionWindow()->showMaximized();
+    hide();
+}
+
+void MainWindow::onDownLoad(const QString&)
+{
+    actionWindow();
+    m_programView.OnDownload(m_toolBar->programName());
+}
+
+void MainWindow::runBuild(const QString& p_name, int p_tasks)
+{
+    buildDialog dialog;
+    dialog.setFinishProgramFile([this](const QString& p_path) { appendCompiledData(p_path); });
+    dialog.startBuild(p_name, p_tasks);
+}
+
+void MainWindow::appendCompiledData(const QString& path)
+{
+    actionWindow()->appendActionBlock(path);
+    appendActionTrailer(path);
+}
+
+void MainWindow::onAppUpgrade() {}
+
+void MainWindow::OnAutoSaveFile()
+{
+    m_programView.saveTempFile(installPath(QStringLiteral("\\temp.tlrx")),
+                               imageBytes(actionWindow()->actionBlock()));
+}

@@ -1,0 +1,90 @@
+#pragma once
+
+#include "tzprogramview.h"
+
+#include <QMainWindow>
+#include <QPointer>
+#include <QTimer>
+
+class editActionWindow;
+class QSplitter;
+class QTextBrowser;
+class TzBlockWidget;
+class TzToolBar;
+
+/**
+ * The one main window: tool bar, canvas, code pane and palette, wired to one another, and the
+ * life of the document in them.
+ */
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    explicit MainWindow(QWidget* p_parent = nullptr);
+    ~MainWindow() override;
+    Q_DISABLE_COPY(MainWindow)
+
+    TzToolBar* toolBar() const { return m_toolBar; }
+    TzBlockWidget* blockWidget() const { return m_blockWidget; }
+    TzProgramView* view() { return &m_programView; }
+    QTextBrowser* codeBrowser() const { return m_codeBrowser; }
+    /** The path of the open document; empty when it is new. */
+    QString fileName() const { return m_fileName; }
+    /** The action editor, made at first need, hidden. */
+    editActionWindow* actionWindow();
+
+    /**
+     * Opens a project by its path, after the question about unsaved changes. A path with another
+     * ending than ".tlrx", capitals included, is not opened.
+     */
+    void openPath(const QString& path);
+    /** Appends action data and trailer to a compiled program; what can't be written is skipped. */
+    void appendCompiledData(const QString& path);
+    /** Shows a document's name in the title, with version and build date. */
+    void setFileTitle(const QString& name);
+
+public slots:
+    void OnNewFile();
+    void OnOpenFile();
+    /** Saves under the document's name, asking for one if it has none: 0 when that went well. */
+    int OnSaveFile();
+    void OnSaveAsFile();
+    /** Shows the code pane with the text of a language, or hides it when it shows that already. */
+    void OnShowCode(int type);
+    void OnUpdateCode();
+    /** Without effect: this window has no code editor. Neither has OnEditPython(). */
+    void OnEditCode() {}
+    void OnEditPython() {}
+    void OnEditActions();
+    void onDownLoad(const QString& name);
+    /** Without effect as long as there is no update dialog. */
+    void onAppUpgrade();
+    void OnOpenRecentFileSignal(const QString& name) { openPath(name); }
+    void OnAutoSaveFile();
+
+protected:
+    void closeEvent(QCloseEvent* p_event) override;
+
+private:
+    void buildWindow();
+    void connectParts();
+    bool mayLoseDocument();
+    bool saveTo(const QString& p_path);
+    void openProject(const QString& p_path);
+    void runBuild(const QString& p_name, int p_tasks);
+
+    TzToolBar* m_toolBar = nullptr;
+    TzBlockWidget* m_blockWidget = nullptr;
+    TzProgramView m_programView;
+    QTextBrowser* m_codeBrowser = nullptr;
+    std::unique_ptr<editActionWindow> m_actionWindow;
+    QSplitter* m_splitter = nullptr;
+    QString m_fileName;
+    int m_codeType;
+    /** Connected and never started: there is no period defined for it. */
+    QTimer m_autoSaveTimer;
+};
+
+/** The one main window; null while there is none. */
+extern QPointer<MainWindow> mainWindow;

@@ -1,0 +1,355 @@
+#include "tztoolbar.h"
+
+#include "aboutdialog.h"
+#include "builddialog.h"
+#include "commonhelper.h"
+#include "config.h"
+#include "recentfiles.h"
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QProcess>
+#include <QPushButton>
+#include <QRegExpValidator>
+
+TzToolBar* toolBarInstance = nullptr;
+
+namespace
+{
+const int s_recentShown = 11;
+const int s_buttonWidth = 68;
+const int s_rightGap = 10;
+
+// The pictures of a button's three states.
+struct ToolPictures {
+    const char* normal;
+    const char* hover;
+    const char* pressed;
+};
+
+const ToolPictures s_filePictures = {":/wenjian-nol.png", ":/wenjian-hover.png",
+                                     ":/wenjian-pre.png"};
+const ToolPictures s_zoomInPictures = {":/fangda-nol.png", ":/fangda-hover.png",
+                                       ":/fangda-pre.png"};
+const ToolPictures s_zoomNormalPictures = {":/normal_scale.png", ":/normal_scale-hover.png",
+                                           ":/normal_scale-pre.png"};
+const ToolPictures s_zoomOutPictures = {":/suoxiao-nol.png", ":/suoxiao-hover.png",
+                                        ":/suoxiao-pre.png"};
+const ToolPictures s_downloadPictures = {":/xiazai-nol.png", ":/xiazai-hover.png",
+                                         ":/xiazai-pre.png"};
+const ToolPictures s_morePictures = {":/gengduo-nol.png", ":/gengduo-hover.png",
+                                     ":/gengduo-pre.png"};
+
+QString styleOf(const ToolPictures& p_pictures)
+{
+    return buttonStyleSheet(QString::fromLatin1(p_pictures.normal),
+                            QString::fromLatin1(p_pictures.hover),
+                            QString::fromLatin1(p_pictures.pressed), QStringLiteral("white"));
+}
+
+QString firmwareTimeKey() { return QStringLiteral("fw.update_time"); }
+
+QString firmwareNotice() { return TzToolBar::tr("控制器固件有新的版本，请更新"); }
+} // namespace
+
+TzToolBar::TzToolBar(QWidget* p_parent) : QWidget(p_parent)
+{
+    auto* layout = new QHBoxLayout(this);
+    layout->setMargin(0);
+    layout->setSpacing(0);
+    m_recentMenu.setTitle(tr("最近文档"));
+    m_recentMenu.setStyleSheet(menuStyleSheet());
+
+    createFileButton();
+    createZoomButtons();
+    createDownloadButton();
+    for (QPushButton* button :
+         {m_fileButton, m_zoomInButton, m_zoomNormalButton, m_zoomOutButton, m_downloadButton}) {
+        layout->addWidget(button);
+    }
+    setUpNameField();
+    layout->addWidget(&m_nameLabel);
+    layout->addWidget(&m_nameEdit);
+    layout->addStretch(100);
+
+    auto* infoArea = new QWidget(this);
+    m_infoLayout = new QHBoxLayout(infoArea);
+    m_infoLayout->setMargin(2);
+    layout->addWidget(infoArea, 0, Qt::AlignRight);
+    createMoreButton();
+    layout->addWidget(m_moreButton, 0, Qt::AlignRight);
+    // The layout keeps the more button where a resize puts it, also when a notice comes or goes.
+    layout->addSpacing(s_rightGap);
+
+    setAutoFillBackground(true);
+    QPalette colours = palette();
+    colours.setColor(QPalette::Window, QColor(0, 175, 204));
+    setPalette(colours);
+
+    toolBarInstance = this;
+    checkFirmwareNotice();
+}
+
+TzToolBar::~TzToolBar()
+{
+    if (toolBarInstance == this) {
+        toolBarInstance = nullptr;
+    }
+    // The menus are members and go before the base class would delete the buttons that show them.
+    delete m_fileButton;
+    delete m_moreButton;
+    delete m_downloadButton;
+    delete m_zoomInButton;
+    delete m_zoomOutButton;
+}
+
+QPushButton* TzToolBar::createToolButton()
+{
+    auto* button = new QPushButton(this);
+    button->setMinimumWidth(s_buttonWidth);
+    button->setMaximumWidth(s_buttonWidth);
+    button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    return button;
+}
+
+QPushButton* TzToolBar::createPictureButton(const QString& p_style, const QString& p_toolTip)
+{
+    QPushButton* button = createToolButton();
+    button->setStyleSheet(p_style + QStringLiteral("QPushButton::menu-indicator{image:none;}"));
+    button->setToolTip(p_toolTip);
+    return button;
+}
+
+void TzToolBar::createFileButton()
+{
+    m_fileMenu.setStyleSheet(menuStyleSheet());
+    m_fileMenu.addAction(tr("新建"), this, &TzToolBar::OnNew, Qt::CTRL + Qt::Key_N);
+    m_fileMenu.addAction(tr("打开"), this, &TzToolBar::OnOpen, Qt::CTRL + Qt::Key_O);
+    m_fileMenu.addAction(tr("保存"), this, &TzToolBar::OnSave, Qt::CTRL + Qt::Key_S);
+    m_fileMenu.addAction(tr("另存为"), this, &TzToolBar::OnSaveAs, Qt::CTRL + Qt::Key_A);
+    m_fileMenu.addSeparator();
+    m_fileMenu.addAction(tr("关闭"), this, &TzToolBar::OnQuit, Qt::CTRL + Qt::Key_Q);
+    m_fileButton = createPictureButton(styleOf(s_filePictures), tr("文件"));
+    m_fileButton->setMenu(&m_fileMenu);
+}
+
+void TzToolBar::createZoomButtons()
+{
+    // The slots' names run against the buttons.
+    m_zoomInButton = createPictureButton(styleOf(s_zoomInPictures), tr("放大"));
+    m_zoomInButton->setShortcut(QKeySequence(QKeySequence::ZoomIn));
+    connect(m_zoomInButton, &QPushButton::clicked, this, &TzToolBar::OnZoomOut);
+    m_zoomNormalButton = createPictureButton(styleOf(s_zoomNormalPictures), tr("重置缩放"));
+    connect(m_zoomNormalButton, &QPushButton::clicked, this, &TzToolBar::OnZoomNormal);
+    m_zoomOutButton = createPictureButton(styleOf(s_zoomOutPictures), tr("缩小"));
+    m_zoomOutButton->setShortcut(QKeySequence(QKeySequence::ZoomOut));
+    connect(m_zoomOutButton, &QPushButton::clicked, this, &TzToolBar::OnZoomIn);
+}
+
+void TzToolBar::createDownloadButton()
+{
+    m_downloadButton = createPictureButton(styleOf(s_downloadPictures), tr("下载"));
+    connect(m_downloadButton, &QPushButton::clicked, this, &TzToolBar::OnDownload);
+}
+
+void TzToolBar::setUpNameField()
+{
+    QFont labelFont = m_nameLabel.font();
+    labelFont.setPixelSize(14);
+    m_nameLabel.setFont(labelFont);
+    m_nameLabel.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    m_nameLabel.setText(QLatin1Char(' ') + tr("程序名:") + QLatin1Char(' '));
+    m_nameLabel.setStyleSheet(QStringLiteral("color:rgb(255, 255, 255);"));
+    m_nameLabel.setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+
+    m_nameEdit.setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    const QRegExp allowed(QStringLiteral("[a-zA-Z0-9]{0,6}"), Qt::CaseSensitive);
+    m_nameEdit.setValidator(new QRegExpValidator(allowed, &m_nameEdit));
+    m_nameEdit.setText(QStringLiteral("RunA"));
+    m_nameEdit.setFixedSize(140, 24);
+    // Room for the field's rounded end and, on the right, for its pencil.
+    m_nameEdit.setTextMargins(6, 0, 22, 0);
+    m_nameEdit.setStyleSheet(
+        QStringLiteral("QLineEdit{border:none;font:12px;background-color:transparent;"
+                       "background-image:url(:/run-nol-140x24.png);}"
+                       "QLineEdit:enabled:hover{background-image:url(:/run-pre-140x24.png);}"
+                       "QLineEdit:enabled:focus{background-image:url(:/run-pre-140x24.png);}"));
+}
+
+void TzToolBar::createMoreButton()
+{
+    m_moreMenu.setStyleSheet(menuStyleSheet());
+    m_moreMenu.addAction(tr("选择控制器"), this, &TzToolBar::onControllerType)->setEnabled(false);
+    m_moreMenu.addSeparator();
+    m_moreMenu.addAction(tr("固件升级"), this, &TzToolBar::OnControlUpdate);
+    m_moreMenu.addAction(tr("检测软件更新"), this, &TzToolBar::appUpgradeSignal);
+    m_moreMenu.addSeparator();
+    m_moreMenu.addAction(tr("关于"), this, &TzToolBar::OnAbout);
+    m_moreButton = createPictureButton(styleOf(s_morePictures), QString());
+    m_moreButton->setMenu(&m_moreMenu);
+}
+
+void TzToolBar::resizeEvent(QResizeEvent* p_event)
+{
+    QWidget::resizeEvent(p_event);
+    m_moreButton->move(width() - s_buttonWidth - s_rightGap, 0);
+}
+
+QString TzToolBar::programName() const { return m_nameEdit.text(); }
+
+void TzToolBar::setProgramName(const QString& p_name) { m_nameEdit.setText(p_name); }
+
+void TzToolBar::addInfo(const QString& p_text)
+{
+    auto* notice = new QWidget(this);
+    notice->setObjectName(QStringLiteral("infoBg"));
+    notice->setStyleSheet(QStringLiteral("QWidget#infoBg{border: none; border-radius:5px;"
+                                         "background-color: rgba(0, 0, 0, 20%);}"));
+    auto* noticeLayout = new QHBoxLayout(notice);
+    noticeLayout->setMargin(3);
+    auto* label = new QLabel(p_text, notice);
+    label->setStyleSheet(QStringLiteral("color:rgb(255,255,255)"));
+    noticeLayout->addWidget(label);
+
+    auto* buttonLayout = new QHBoxLayout;
+    buttonLayout->setMargin(0);
+    noticeLayout->addLayout(buttonLayout);
+    auto* button = new QPushButton(QLatin1Char(' ') + tr("更新") + QLatin1Char(' '), notice);
+    button->setObjectName(QStringLiteral("info_button"));
+    button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    button->setStyleSheet(QStringLiteral(
+        "QPushButton#info_button{border-radius:3px;color:white;"
+        "border: 1px solid rgba(0, 0, 0, 20%);background-color: rgba(100, 100, 100, 20%);}"
+        "QPushButton#info_button:hover{background-color: rgba(255, 255, 255, 20%);}"
+        "QPushButton#info_button:pressed{background-color: rgba(0, 0, 0, 20%);}"));
+    connect(button, &QPushButton::released, this, &TzToolBar::onInfoButtonClicked);
+    buttonLayout->addWidget(button);
+    m_infoLayout->addWidget(notice);
+}
+
+void TzToolBar::removeInfo()
+{
+    while (m_infoLayout->count() > 0) {
+        QLayoutItem* item = m_infoLayout->takeAt(0);
+        if (QWidget* notice = item->widget()) {
+            notice->deleteLater();
+        }
+        delete item;
+    }
+}
+
+void TzToolBar::checkFirmwareNotice()
+{
+    const QString found = getString(firmwareTimeKey());
+    if (found.isEmpty()) {
+        return;
+    }
+    // A text that is no date counts as today.
+    const QDateTime time = QDateTime::fromString(found, Qt::TextDate);
+    if (time.daysTo(QDateTime::currentDateTime()) == 0) {
+        addInfo(firmwareNotice());
+    }
+}
+
+void TzToolBar::showFirmwareNotice()
+{
+    removeInfo();
+    addInfo(firmwareNotice());
+    setString(firmwareTimeKey(), QDateTime::currentDateTime().toString(Qt::TextDate));
+    save();
+}
+
+void TzToolBar::OnUpdateRecentMenuSignal()
+{
+    m_recentMenu.clear();
+    const int shown = qMin(recentFiles.size(), s_recentShown);
+    for (int i = 0; i < shown; ++i) {
+        const QString path = recentFiles.at(i);
+        m_recentMenu.addAction(QFileInfo(path).fileName(), this, &TzToolBar::OnRecentFile)
+            ->setData(path);
+    }
+}
+
+void TzToolBar::OnNew() { emit newFileSignal(); }
+
+void TzToolBar::OnOpen() { emit openFileSignal(); }
+
+void TzToolBar::OnSave() { emit saveSignal(); }
+
+void TzToolBar::OnSaveAs() { emit saveAsSignal(); }
+
+void TzToolBar::OnExample()
+{
+    QFileDialog::getOpenFileName(nullptr, tr("打开文件"), QString(), QStringLiteral("tv(*.*)"));
+}
+
+void TzToolBar::OnRecent() {}
+
+void TzToolBar::OnQuit() { QCoreApplication::exit(0); }
+
+void TzToolBar::OnMain() { emit switchSubProgram(0); }
+
+void TzToolBar::OnNewSub() { emit newSubSignal(); }
+
+void TzToolBar::OnDeleteSub() { emit delSubSignal(); }
+
+void TzToolBar::OnShowCode() { emit showCodeSignal(1); }
+
+void TzToolBar::OnEditCode() { emit chgToCodeSignal(); }
+
+void TzToolBar::OnShowPythonCode() { emit showCodeSignal(2); }
+
+void TzToolBar::OnEditPython() { emit chgToPyhtonSignal(); }
+
+void TzToolBar::OnZoomIn() { emit zoomSceneSignal(-1); }
+
+void TzToolBar::OnZoomOut() { emit zoomSceneSignal(1); }
+
+void TzToolBar::OnZoomNormal() { emit zoomSceneSignal(0); }
+
+void TzToolBar::OnDownload() { emit downloadSignal(m_nameEdit.text()); }
+
+void TzToolBar::OnToSketchpad()
+{
+    QProcess::startDetached(QCoreApplication::applicationDirPath() +
+                                QStringLiteral("/Korvane Sketchpad.exe"),
+                            QStringList());
+}
+
+void TzToolBar::OnMore() {}
+
+void TzToolBar::OnAbout()
+{
+    aboutDialog dialog;
+    dialog.exec();
+}
+
+void TzToolBar::OnUpdateFunMenu() {}
+
+void TzToolBar::OnSwitchSubProgram()
+{
+    if (const auto* action = qobject_cast<QAction*>(sender())) {
+        emit switchSubProgram(action->data().toInt());
+    }
+}
+
+void TzToolBar::OnControlUpdate()
+{
+    buildDialog dialog;
+    dialog.startFirmwareUpdate();
+}
+
+void TzToolBar::OnRecentFile()
+{
+    if (const auto* action = qobject_cast<QAction*>(sender())) {
+        emit openRecentFileSignal(action->data().toString());
+    }
+}
+
+void TzToolBar::onControllerType() {}
+
+void TzToolBar::onInfoButtonClicked() { OnControlUpdate(); }

@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# Installs what is missing, builds everything and runs every check: ./test.sh
+# The build must be free of warnings, the sources formatted and free of clang-tidy's findings,
+# and all tests must pass.
+set -euo pipefail
+cd "$(dirname "$0")"
+. tools/dependencies.sh
+
+step() { echo; echo "== $*"; }
+
+step "Packages"
+need build kit emulator run display check
+
+step "Format"
+tools/check-format.sh
+
+step "Build"
+cmake --preset dev -DBUILD_TESTING=ON -DTILER_WERROR=ON
+cmake --build --preset dev
+
+step "Tests"
+ctest --preset dev -j "$(nproc)" --no-tests=error
+
+step "clang-tidy"
+tools/check-tidy.sh build
+
+echo
+echo "All checks passed."

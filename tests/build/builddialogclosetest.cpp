@@ -1,0 +1,308 @@
+#include "dialogbench.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QtTest>
+
+namespace
+{
+
+// Far more than closing takes, far less than any of the waits that it cuts short.
+constexpr int hangGuard = 5000;
+
+const QString compileFailed = QStringLiteral("编译失败！");
+const QString connecting = QStringLiteral("连接控制器....");
+const QString ok = QStringLiteral("确定");
+
+// A compiler that has started another, and neither can be asked to stop.
+const QByteArray stubborn = "trap '' HUP INT TERM\n"
+                            "sh -c \"trap '' HUP INT TERM; echo \\$\\$ > child; sleep 600; :\" &\n"
+                            "echo $$ > parent\n"
+                            "wait\n"
+                            "touch came-through\n";
+
+bool isRunning(const QByteArray& p_processId)
+{
+    // The state stands behind the name in brackets; a process that nobody has waited for is Z.
+    const QByteArray stat = DialogBench::read("/proc/" + p_processId + "/stat");
+    const QByteArray state = stat.mid(stat.lastIndexOf(')') + 2, 1);
+    return !state.isEmpty() && state != "Z" && state != "X";
+}
+
+} // namespace
+
+class BuildDialogCloseTest : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<DialogBench> m_bench;
+
+    QByteArray processId(const QString& p_file) const
+    {
+        return DialogBench::read(m_bench->inMakeFolder(p_file)).trimmed();
+    }
+
+    bool hasBothProcesses() const
+    {
+        return !processId("parent").isEmpty() && !processId("child").isEmpty();
+    }
+
+    // Ends a dialog some way, and sees that this took no time.
+    static void endAtOnce(buildDialog& p_dialog, const std::function<void(buildDialog&)>& p_way)
+    {
+        QElapsedTimer timer;
+        timer.start();
+        p_way(p_dialog);
+        QVERIFY(!p_dialog.isVisible());
+        QVERIFY2(timer.elapsed() < hangGuard, qPrintable(QString::number(timer.elapsed())));
+    }
+
+    void verifyNothingWasWritten() const
+    {
+        QTest::qWait(50);
+        QVERIFY(QDir(m_bench->controller()).isEmpty());
+    }
+
+    using Way = std::function<void(buildDialog&)>;
+
+    static void addWays()
+    {
+        QTest::addColumn<int>("way");
+        QTest::newRow("the button") << 0;
+        QTest::newRow("the Escape key") << 1;
+        QTest::newRow("the window's close") << 2;
+    }
+
+    static Way chosenWay()
+    {
+        QFETCH(int, way);
+        switch (way) {
+        case 0:
+            return [](buildDialog& p_dialog) {
+                QTest::mouseClick(Shown(p_dialog).button, Qt::LeftButton);
+            };
+        case 1:
+            return [](buildDialog& p_dialog) { QTest::keyClick(&p_dialog, Qt::Key_Escape); };
+        default:
+            return [](buildDialog& p_dialog) { p_dialog.close(); };
+        }
+    }
+
+private slots:
+    void init() { m_bench = std::make_unique<DialogBench>(); }
+
+    void cleanup()
+    {
+        m_bench->volumes().release();
+        m_bench.reset();
+    }
+
+    void cancelWhileCompilingKillsTheCompilerAndItsChildren_data() { addWays(); }
+
+    void cancelWhileCompilingKillsTheCompilerAndItsChildren()
+    {
+        const Way way = chosenWay();
+        m_bench->setCompiler(stubborn);
+        const auto dialog = m_bench->makeDialog();
+        DialogBench::build(*dialog, "car1", 0, [&] {
+            QTRY_VERIFY(hasBothProcesses());
+            QVERIFY(isRunning(processId("parent")));
+            QVERIFY(isRunning(processId("child")));
+            endAtOnce(*dialog, way);
+        });
+        QVERIFY(!isRunning(processId("parent")));
+        QTRY_VERIFY(!isRunning(processId("child")));
+        QVERIFY(m_bench->finishedFiles().isEmpty());
+        QVERIFY(!QFile::exists(m_bench->compiledFile("car1")));
+        QCOMPARE(m_bench->volumes().scans(), 0);
+        verifyNothingWasWritten();
+        QVERIFY(!QFile::exists(m_bench->inMakeFolder("came-through")));
+    }
+
+    void cancelDuringAFloodOfMessagesIsImmediate()
+    {
+        m_bench->setCompiler("echo $$ > parent\nsh -c 'echo $$ > child; exec yes >&2' &\n"
+                             "exec yes >&2\n");
+        const auto dialog = m_bench->makeDialog();
+        DialogBench::build(*dialog, "car1", 0, [&] {
+            QTRY_VERIFY(hasBothProcesses());
+            QTest::qWait(100);
+            endAtOnce(*dialog, [](buildDialog& p_dialog) { p_dialog.close(); });
+        });
+        QVERIFY(!isRunning(processId("parent")));
+        QTRY_VERIFY(!isRunning(processId("child")));
+    }
+
+    void cancelRightAfterTheStartLeavesNothingRunning()
+    {
+        m_bench->setCompiler("echo $$ > parent\nsleep 600\n");
+        for (int i = 0; i < 20; ++i) {
+            QFile::remove(m_bench->inMakeFolder("parent"));
+            const auto dialog = m_bench->makeDialog();
+            DialogBench::build(*dialog, "car1", 0, [&] {
+                endAtOnce(*dialog, [](buildDialog& p_dialog) { p_dialog.close(); });
+            });
+            const QByteArray id = processId("parent");
+            QVERIFY(id.isEmpty() || !isRunning(id));
+        }
+        QVERIFY(m_bench->finishedFiles().isEmpty());
+    }
+
+    void cancelWithoutACompilerIsImmediate_data() { addWays(); }
+
+    void cancelWithoutACompilerIsImmediate()
+    {
+        const Way way = chosenWay();
+        const auto dialog = m_bench->makeDialog();
+        DialogBench::build(*dialog, "car1", 0, [&] { endAtOnce(*dialog, way); });
+    }
+
+    void closingAfterAFailedCompileIsImmediate_data() { addWays(); }
+
+    void closingAfterAFailedCompileIsImmediate()
+    {
+        const Way way = chosenWay();
+        m_bench->setCompiler("exit 1\n");
+        const auto dialog = m_bench->makeDialog();
+        DialogBench::build(*dialog, "car1", 0, [&] {
+            QTRY_COMPARE(Shown(*dialog).statusText(), compileFailed);
+            endAtOnce(*dialog, way);
+        });
+    }
+
+    void cancelWhileWaitingForTheControllerIsImmediate_data() { addWays(); }
+
+    void cancelWhileWaitingForTheControllerIsImmediate()
+    {
+        const Way way = chosenWay();
+        m_bench->setCompiler("exit 0\n");
+        m_bench->setVolumes(std::vector<QString>{});
+        const auto dialog = m_bench->makeDialog();
+        dialog->setPause(600000);
+        DialogBench::build(*dialog, "car1", 0, [&] {
+            QTRY_COMPARE(Shown(*dialog).statusText(), connecting);
+            QTRY_COMPARE(m_bench->volumes().scans(), 1);
+            endAtOnce(*dialog, way);
+        });
+        QCOMPARE(m_bench->volumes().scans(), 1);
+        verifyNothingWasWritten();
+    }
+
+    void cancelWhileADeadDriveHoldsUpTheScanIsImmediate_data() { addWays(); }
+
+    void cancelWhileADeadDriveHoldsUpTheScanIsImmediate()
+    {
+        const Way way = chosenWay();
+        QVERIFY(DialogBench::write(m_bench->firmwareFile(), "firmware"));
+        m_bench->volumes().hold();
+        {
+            const auto dialog = m_bench->makeDialog();
+            DialogBench::updateFirmware(*dialog, [&] {
+                QTRY_COMPARE(m_bench->volumes().scans(), 1);
+                endAtOnce(*dialog, way);
+            });
+        }
+        m_bench->volumes().release();
+        verifyNothingWasWritten();
+    }
+
+    void closingAFinishedDialogIsImmediate_data() { addWays(); }
+
+    void closingAFinishedDialogIsImmediate()
+    {
+        const Way way = chosenWay();
+        m_bench->setCompiler("exit 0\n");
+        const auto dialog = m_bench->makeDialog();
+        DialogBench::build(*dialog, "car1", 0, [&] {
+            QTRY_COMPARE(Shown(*dialog).buttonText(), ok);
+            endAtOnce(*dialog, way);
+        });
+        QVERIFY(QFile::exists(m_bench->onController("car1.bin")));
+    }
+
+    void cancelJustAfterTheControllerWasFoundCopiesNothing()
+    {
+        QVERIFY(DialogBench::write(m_bench->firmwareFile(), "firmware"));
+        m_bench->volumes().hold();
+        const auto dialog = m_bench->makeDialog();
+        DialogBench::updateFirmware(*dialog, [&] {
+            QTRY_COMPARE(m_bench->volumes().scans(), 1);
+            m_bench->volumes().release();
+            // The thread's word that it has finished is on its way, but no event is handled here.
+            for (int i = 0; i < 100 && m_bench->volumes().scans() < 2; ++i) {
+                QTest::qSleep(10);
+            }
+            QCOMPARE(m_bench->volumes().scans(), 2);
+            QTest::qSleep(200);
+            endAtOnce(*dialog, [](buildDialog& p_dialog) { p_dialog.close(); });
+        });
+        verifyNothingWasWritten();
+    }
+
+    void cancelJustAfterTheCompilerHasEndedAppendsNothing()
+    {
+        m_bench->setCompiler("touch came-through\nexit 0\n");
+        const auto dialog = m_bench->makeDialog();
+        DialogBench::build(*dialog, "car1", 0, [&] {
+            for (int i = 0; i < 300; ++i) {
+                if (QFile::exists(m_bench->inMakeFolder("came-through"))) {
+                    break;
+                }
+                QTest::qSleep(10);
+            }
+            QVERIFY(QFile::exists(m_bench->inMakeFolder("came-through")));
+            QTest::qSleep(200);
+            endAtOnce(*dialog, [](buildDialog& p_dialog) { p_dialog.close(); });
+        });
+        QVERIFY(m_bench->finishedFiles().isEmpty());
+        QCOMPARE(m_bench->volumes().scans(), 0);
+        verifyNothingWasWritten();
+    }
+
+    void theProgramsEndDuringACompileKillsTheCompiler()
+    {
+        m_bench->setCompiler(stubborn);
+        {
+            const auto dialog = m_bench->makeDialog();
+            QTimer::singleShot(0, dialog.get(), [&] {
+                QTRY_VERIFY(hasBothProcesses());
+                QCoreApplication::quit();
+            });
+            dialog->startBuild("car1", 0);
+        }
+        QVERIFY(!isRunning(processId("parent")));
+        QTRY_VERIFY(!isRunning(processId("child")));
+        QVERIFY(m_bench->finishedFiles().isEmpty());
+    }
+
+    void theProgramsEndWhileWaitingEndsTheWait()
+    {
+        QVERIFY(DialogBench::write(m_bench->firmwareFile(), "firmware"));
+        m_bench->setVolumes(std::vector<QString>{});
+        QElapsedTimer timer;
+        {
+            const auto dialog = m_bench->makeDialog();
+            dialog->setPause(600000);
+            QTimer::singleShot(0, dialog.get(), [&] {
+                QTRY_COMPARE(m_bench->volumes().scans(), 1);
+                timer.start();
+                QCoreApplication::quit();
+            });
+            dialog->startFirmwareUpdate();
+        }
+        QVERIFY2(timer.elapsed() < hangGuard, qPrintable(QString::number(timer.elapsed())));
+    }
+
+    void aDialogThatNeverStartedAnythingCanBeClosed()
+    {
+        const auto dialog = m_bench->makeDialog();
+        dialog->show();
+        endAtOnce(*dialog, [](buildDialog& p_dialog) { p_dialog.close(); });
+        endAtOnce(*dialog, [](buildDialog& p_dialog) { p_dialog.close(); });
+    }
+};
+
+QTEST_MAIN(BuildDialogCloseTest)
+#include "builddialogclosetest.moc"

@@ -1,0 +1,263 @@
+#include "dialogbench.h"
+
+#include <QDir>
+#include <QFile>
+#include <QtTest>
+
+#include <csignal>
+#include <sys/resource.h>
+
+namespace
+{
+
+const QString connecting = QStringLiteral("连接控制器....");
+const QString downloaded = QStringLiteral("下载成功！");
+const QString downloadFailed = QStringLiteral("下载失败！");
+const QString cancel = QStringLiteral("取消");
+const QString ok = QStringLiteral("确定");
+
+// A compiler that links a program of one line.
+const QByteArray linking = "for word in \"$@\"; do case $word in TARGET_NAME=*)\n"
+                           "  printf 'program' > \"objects/${word#TARGET_NAME=}.bin\";;\n"
+                           "esac; done\n";
+
+// Lets files grow to so many bytes only, as a full disk would, for its lifetime.
+class FileSizeLimit
+{
+public:
+    explicit FileSizeLimit(rlim_t p_bytes)
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit = {p_bytes, m_before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit() { setrlimit(RLIMIT_FSIZE, &m_before); }
+
+private:
+    Q_DISABLE_COPY(FileSizeLimit)
+
+    rlimit m_before = {};
+};
+
+} // namespace
+
+class BuildDialogDownloadTest : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<DialogBench> m_bench;
+
+    // Builds until the dialog says that it is done, and closes it.
+    void buildToTheEnd(const QString& p_name)
+    {
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        DialogBench::build(*dialog, p_name, 0, [&] { QTRY_COMPARE(shown.buttonText(), ok); });
+    }
+
+private slots:
+    void init() { m_bench = std::make_unique<DialogBench>(); }
+    void cleanup() { m_bench.reset(); }
+
+    void whileItWaitsForTheControllerItSaysSo()
+    {
+        m_bench->setCompiler(linking);
+        m_bench->setVolumes(std::vector<QString>{});
+        const auto dialog = m_bench->makeDialog();
+        dialog->setPause(600000);
+        const Shown shown(*dialog);
+        DialogBench::build(*dialog, "car1", 0, [&] {
+            QTRY_COMPARE(shown.statusText(), connecting);
+            QCOMPARE(shown.iconName(), QString("compiling"));
+            QCOMPARE(shown.buttonText(), cancel);
+            QVERIFY(!shown.progress->isVisible());
+        });
+    }
+
+    void withoutAControllerTheIconTellsAndTheStatusStaysAtConnecting()
+    {
+        m_bench->setCompiler(linking);
+        m_bench->setVolumes(std::vector<QString>{});
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        DialogBench::build(*dialog, "car1", 0, [&] {
+            QTRY_COMPARE(shown.buttonText(), ok);
+            QCOMPARE(shown.statusText(), connecting);
+            QCOMPARE(shown.iconName(), QString("failed"));
+        });
+        QCOMPARE(m_bench->volumes().scans(), 62);
+    }
+
+    void ofTwoControllersTheFirstGetsTheFile()
+    {
+        m_bench->setCompiler(linking);
+        m_bench->setVolumes(
+            std::vector<QString>{m_bench->controller(), m_bench->secondController()});
+        buildToTheEnd("car1");
+        QVERIFY(QFile::exists(m_bench->onController("car1.bin")));
+        QVERIFY(QDir(m_bench->secondController()).isEmpty());
+    }
+
+    void aFileOfTheSameNameIsReplacedAndOthersStay()
+    {
+        m_bench->setCompiler(linking);
+        QVERIFY(DialogBench::write(m_bench->onController("car1.bin"), QByteArray(200000, 'o')));
+        QVERIFY(DialogBench::write(m_bench->onController("car2.bin"), "other"));
+        QVERIFY(DialogBench::write(m_bench->onController("UPDATE.bin"), "firmware"));
+        buildToTheEnd("car1");
+        QCOMPARE(DialogBench::read(m_bench->onController("car1.bin")),
+                 DialogBench::read(m_bench->compiledFile("car1")));
+        QCOMPARE(DialogBench::read(m_bench->onController("car2.bin")), QByteArray("other"));
+        QCOMPARE(DialogBench::read(m_bench->onController("UPDATE.bin")), QByteArray("firmware"));
+        QCOMPARE(QDir(m_bench->controller()).entryList(QDir::Files).size(), 3);
+    }
+
+    void aDriveThatVanishesBeforeTheCopyIsAFailedDownload()
+    {
+        m_bench->setCompiler(linking);
+        m_bench->setVolumes(std::vector<QString>{m_bench->onController("gone")});
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        DialogBench::build(*dialog, "car1", 0, [&] {
+            QTRY_COMPARE(shown.buttonText(), ok);
+            QCOMPARE(shown.statusText(), downloadFailed);
+            QCOMPARE(shown.iconName(), QString("compiling"));
+        });
+        QVERIFY(QDir(m_bench->controller()).isEmpty());
+    }
+
+    void aTargetThatCannotBeRemovedIsAFailedDownload()
+    {
+        m_bench->setCompiler(linking);
+        QVERIFY(QDir().mkpath(m_bench->onController("car1.bin/inside")));
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        DialogBench::build(*dialog, "car1", 0, [&] {
+            QTRY_COMPARE(shown.buttonText(), ok);
+            QCOMPARE(shown.statusText(), downloadFailed);
+            QCOMPARE(shown.iconName(), QString("compiling"));
+        });
+    }
+
+    void aFullControllerIsAFailedDownload()
+    {
+        // A firmware file, since that isn't written before it is copied.
+        QVERIFY(DialogBench::write(m_bench->firmwareFile(), QByteArray(100000, 'f')));
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        DialogBench::updateFirmware(*dialog, [&] {
+            const FileSizeLimit full(30000);
+            QTRY_COMPARE(shown.buttonText(), ok);
+            QCOMPARE(shown.statusText(), downloadFailed);
+        });
+        QVERIFY(!QFile::exists(m_bench->onController("UPDATE.bin")));
+    }
+
+    void firmwareIsCopiedWithoutACompile()
+    {
+        m_bench->setCompiler("touch was-called\n");
+        QVERIFY(DialogBench::write(m_bench->firmwareFile(), QByteArray(1000, 'f')));
+        QVERIFY(DialogBench::write(m_bench->onController("UPDATE.bin"), "an older one"));
+        m_bench->setVolumes([this](int p_scan) {
+            return p_scan < 30 ? std::vector<QString>{}
+                               : std::vector<QString>{m_bench->controller()};
+        });
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        DialogBench::updateFirmware(*dialog, [&] {
+            QVERIFY(!shown.progress->isVisible());
+            QTRY_COMPARE(shown.buttonText(), ok);
+            QCOMPARE(shown.statusText(), downloaded);
+            QCOMPARE(shown.iconName(), QString("done"));
+        });
+        QCOMPARE(DialogBench::read(m_bench->onController("UPDATE.bin")), QByteArray(1000, 'f'));
+        QVERIFY(!QFile::exists(m_bench->inMakeFolder("was-called")));
+        QVERIFY(m_bench->finishedFiles().isEmpty());
+        QCOMPARE(m_bench->volumes().scans(), 31);
+    }
+
+    void firmwareStartsWithAnEmptyStatus()
+    {
+        QVERIFY(DialogBench::write(m_bench->firmwareFile(), "f"));
+        const auto dialog = m_bench->makeDialog();
+        m_bench->volumes().hold();
+        const Shown shown(*dialog);
+        shown.status->setText("before");
+        DialogBench::updateFirmware(*dialog, [&] {
+            QVERIFY(shown.statusText() != "before");
+            QTRY_COMPARE(shown.statusText(), connecting);
+            QCOMPARE(shown.buttonText(), cancel);
+            QVERIFY(shown.iconName().isEmpty());
+            m_bench->volumes().release();
+        });
+    }
+
+    void firmwareWithoutAControllerEndsAsAProgramDoes()
+    {
+        QVERIFY(DialogBench::write(m_bench->firmwareFile(), "f"));
+        m_bench->setVolumes(std::vector<QString>{});
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        DialogBench::updateFirmware(*dialog, [&] {
+            QTRY_COMPARE(shown.buttonText(), ok);
+            QCOMPARE(shown.statusText(), connecting);
+            QCOMPARE(shown.iconName(), QString("failed"));
+        });
+        QCOMPARE(m_bench->volumes().scans(), 62);
+    }
+
+    void theFirmwaresFieldsAreLogged_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QString>("projectId");
+        QTest::addColumn<QString>("version");
+        QTest::addColumn<QString>("result");
+        const QByteArray whole = QByteArray(512, 'x') + QByteArray("\5\4\3\2", 4) + "korv-9tail";
+        QTest::newRow("whole") << whole << "korv-9"
+                               << "3.4.5" << downloaded;
+        QTest::newRow("518 bytes") << whole.left(518) << "ko"
+                                   << "3.4.5" << downloaded;
+        QTest::newRow("514 bytes") << whole.left(514) << ""
+                                   << ".4.5" << downloaded;
+        QTest::newRow("100 bytes") << whole.left(100) << ""
+                                   << "" << downloaded;
+        QTest::newRow("no file") << QByteArray() << ""
+                                 << "" << downloadFailed;
+    }
+
+    void theFirmwaresFieldsAreLogged()
+    {
+        QFETCH(QByteArray, file);
+        QFETCH(QString, projectId);
+        QFETCH(QString, version);
+        QFETCH(QString, result);
+        if (!file.isNull()) {
+            QVERIFY(DialogBench::write(m_bench->firmwareFile(), file));
+        }
+        const LogKeeper log;
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        DialogBench::updateFirmware(*dialog, [&] {
+            QTRY_COMPARE(shown.buttonText(), ok);
+            QCOMPARE(shown.statusText(), result);
+        });
+        const int first = log.messages().indexOf("firmware update");
+        QVERIFY(first >= 0);
+        QCOMPARE(log.messages().mid(first, 4),
+                 QStringList({"firmware update", "    projectId: " + projectId,
+                              "    version: " + version, "    file: " + m_bench->firmwareFile()}));
+    }
+
+    void theFieldsOfAnOrdinaryProgramAreLoggedToo()
+    {
+        m_bench->setCompiler(linking);
+        const LogKeeper log;
+        buildToTheEnd("car1");
+        QVERIFY(log.messages().contains("firmware update"));
+        QVERIFY(log.messages().contains("    file: " + m_bench->compiledFile("car1")));
+    }
+};
+
+QTEST_MAIN(BuildDialogDownloadTest)
+#include "builddialogdownloadtest.moc"

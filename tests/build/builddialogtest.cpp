@@ -1,0 +1,361 @@
+#include "dialogbench.h"
+
+#include <QDir>
+#include <QFile>
+#include <QtTest>
+
+namespace
+{
+
+const QString building = QStringLiteral("正在编译......");
+const QString compileFailed = QStringLiteral("编译失败！");
+const QString connecting = QStringLiteral("连接控制器....");
+const QString downloaded = QStringLiteral("下载成功！");
+const QString downloadFailed = QStringLiteral("下载失败！");
+const QString cancel = QStringLiteral("取消");
+const QString ok = QStringLiteral("确定");
+
+constexpr int appendedSize = 57536;
+
+// A compiler that links a program of one line.
+const QByteArray linking = "for word in \"$@\"; do case $word in TARGET_NAME=*)\n"
+                           "  printf 'program' > \"objects/${word#TARGET_NAME=}.bin\";;\n"
+                           "esac; done\n";
+
+// In KiB. The address checker holds back what has been freed, so it needs a good deal more.
+#ifdef __SANITIZE_ADDRESS__
+constexpr int mostGrowth = 400 * 1024;
+#else
+constexpr int mostGrowth = 40 * 1024;
+#endif
+
+// The most memory that this process has had since resetPeak(), in KiB.
+void resetPeak() { DialogBench::write("/proc/self/clear_refs", "5"); }
+
+int peak()
+{
+    for (const QByteArray& line : DialogBench::read("/proc/self/status").split('\n')) {
+        if (line.startsWith("VmHWM:")) {
+            return line.mid(6).trimmed().split(' ').first().toInt();
+        }
+    }
+    return -1;
+}
+
+} // namespace
+
+class BuildDialogTest : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<DialogBench> m_bench;
+
+    // Builds until the dialog says that it is done, and closes it.
+    void buildToTheEnd(const QString& p_name)
+    {
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        DialogBench::build(*dialog, p_name, 0, [&] { QTRY_COMPARE(shown.buttonText(), ok); });
+    }
+
+private slots:
+    void init() { m_bench = std::make_unique<DialogBench>(); }
+    void cleanup() { m_bench.reset(); }
+
+    void theFormIsLaidOutAsTold()
+    {
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        QCOMPARE(dialog->size(), QSize(400, 210));
+        QVERIFY(dialog->windowFlags().testFlag(Qt::FramelessWindowHint));
+        QVERIFY(dialog->testAttribute(Qt::WA_TranslucentBackground));
+        QCOMPARE(dialog->windowTitle(), QString("Dialog"));
+        QCOMPARE(shown.title->geometry(), QRect(15, 9, 370, 26));
+        QCOMPARE(int(shown.title->alignment()), int(Qt::AlignCenter));
+        QCOMPARE(shown.title->text(), QStringLiteral("下载"));
+        QCOMPARE(shown.status->geometry(), QRect(135, 79, 211, 31));
+        QCOMPARE(shown.status->font().pixelSize(), 16);
+        QVERIFY(shown.statusText().isEmpty());
+        QCOMPARE(shown.button->geometry(), QRect(290, 140, 76, 30));
+        QCOMPARE(shown.buttonText(), cancel);
+        QCOMPARE(shown.icon->geometry(), QRect(89, 80, 30, 30));
+        QVERIFY(shown.iconName().isEmpty());
+        QCOMPARE(shown.progress->geometry(), QRect(50, 145, 221, 20));
+        QCOMPARE(shown.progress->maximum(), 0);
+        QCOMPARE(shown.progress->value(), -1);
+    }
+
+    void theBackgroundPictureIsDrawnAtTheOrigin()
+    {
+        const auto dialog = m_bench->makeDialog();
+        const QImage image = dialog->grab().toImage();
+        QCOMPARE(image.pixelColor(0, 0), QColor("#102030"));
+        QCOMPARE(image.pixelColor(7, 7), QColor("#102030"));
+        QVERIFY(image.pixelColor(9, 9) != QColor("#102030"));
+    }
+
+    void everyTextFitsInBothLanguages_data()
+    {
+        QTest::addColumn<QString>("widget");
+        QTest::addColumn<QString>("text");
+        for (const QString& text :
+             {building, compileFailed, connecting, QStringLiteral("控制器连接失败！"), downloaded,
+              downloadFailed, QString("Building......"), QString("Connecting......"),
+              QString("Connect Failed!"), QString("Compile Success!"), QString("Download Success!"),
+              QString("Download Failed!")}) {
+            QTest::newRow(qPrintable("status " + text)) << "status" << text;
+        }
+        for (const QString& text : {cancel, ok, QString("Cancel"), QString("OK")}) {
+            QTest::newRow(qPrintable("button " + text)) << "button" << text;
+        }
+        for (const QString& text : {QStringLiteral("下载"), QString("Download")}) {
+            QTest::newRow(qPrintable("title " + text)) << "title" << text;
+        }
+    }
+
+    void everyTextFitsInBothLanguages()
+    {
+        QFETCH(QString, widget);
+        QFETCH(QString, text);
+        const auto dialog = m_bench->makeDialog();
+        const auto* shown = dialog->findChild<QWidget*>(widget);
+        const QSize size = shown->fontMetrics().size(Qt::TextSingleLine, text);
+        QVERIFY(size.width() > 0);
+        QVERIFY2(size.width() <= shown->width(), qPrintable(QString::number(size.width())));
+        QVERIFY2(size.height() <= shown->height(), qPrintable(QString::number(size.height())));
+    }
+
+    void theCompilerIsCalledInItsFolderWithNameAndTasks_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<int>("tasks");
+        QTest::newRow("no task") << "car1" << 0;
+        QTest::newRow("tasks") << "car1" << 12;
+        QTest::newRow("blank in the name") << "my car" << 1;
+        QTest::newRow("quotes in the name") << "a'b\"c" << 1;
+        QTest::newRow("Chinese name") << QStringLiteral("小车") << 1;
+        QTest::newRow("no name") << "" << 0;
+    }
+
+    void theCompilerIsCalledInItsFolderWithNameAndTasks()
+    {
+        QFETCH(QString, name);
+        QFETCH(int, tasks);
+        m_bench->setCompiler("pwd > call; printf '%s\\n' \"$@\" >> call; exit 1\n");
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        DialogBench::build(*dialog, name, tasks,
+                           [&] { QTRY_COMPARE(shown.statusText(), compileFailed); });
+        const QString expected = QFileInfo(m_bench->makeFolder()).canonicalFilePath() +
+                                 "\nTARGET_NAME=" + name +
+                                 "\nUSER_TASK_NUMBER=" + QString::number(tasks) + '\n';
+        QCOMPARE(DialogBench::read(m_bench->inMakeFolder("call")), expected.toUtf8());
+    }
+
+    void whileItCompilesTheBusyBarIsShown()
+    {
+        m_bench->setCompiler("exec sleep 600\n");
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        DialogBench::build(*dialog, "car1", 0, [&] {
+            QVERIFY(dialog->isModal());
+            QCOMPARE(shown.statusText(), building);
+            QCOMPARE(shown.iconName(), QString("compiling"));
+            QCOMPARE(shown.buttonText(), cancel);
+            QVERIFY(shown.progress->isVisible());
+        });
+        QCOMPARE(m_bench->volumes().scans(), 0);
+    }
+
+    void aGoodBuildReachesTheControllerWithActionsAndTrailer()
+    {
+        m_bench->setCompiler(linking);
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        DialogBench::build(*dialog, "car1", 0, [&] {
+            QTRY_COMPARE(shown.buttonText(), ok);
+            QCOMPARE(shown.statusText(), downloaded);
+            QCOMPARE(shown.iconName(), QString("done"));
+            QVERIFY(!shown.progress->isVisible());
+            QVERIFY(dialog->isVisible());
+            QTest::mouseClick(shown.button, Qt::LeftButton);
+            QVERIFY(!dialog->isVisible());
+        });
+        QCOMPARE(m_bench->finishedFiles(), QStringList{m_bench->compiledFile("car1")});
+        const QByteArray file = DialogBench::read(m_bench->onController("car1.bin"));
+        QCOMPARE(file.size(), 7 + appendedSize);
+        QVERIFY(file.startsWith("program\xFF\xFF\xFF\x01\x01"));
+        QCOMPARE(file.mid(7 + 57472, 4), QByteArray("\x55\xAA\x5A\x5A"));
+        QCOMPARE(file, DialogBench::read(m_bench->compiledFile("car1")));
+        QVERIFY(dialog->compilerMessages().isEmpty());
+    }
+
+    void withoutAProgramNameTheFileIsOnlyAnExtension()
+    {
+        m_bench->setCompiler(linking);
+        buildToTheEnd("");
+        QCOMPARE(m_bench->finishedFiles(), QStringList{m_bench->compiledFile("")});
+        QVERIFY(m_bench->finishedFiles().first().endsWith("/objects/.bin"));
+        QCOMPARE(DialogBench::read(m_bench->onController(".bin")).size(), 7 + appendedSize);
+    }
+
+    void aStaleFileIsNotDeletedAndGrowsWithEachBuildThatLinksNothing()
+    {
+        m_bench->setCompiler("exit 0\n");
+        QVERIFY(DialogBench::write(m_bench->compiledFile("car1"), "stale"));
+        buildToTheEnd("car1");
+        QCOMPARE(DialogBench::read(m_bench->onController("car1.bin")).size(), 5 + appendedSize);
+        buildToTheEnd("car1");
+        QCOMPARE(DialogBench::read(m_bench->onController("car1.bin")).size(), 5 + 2 * appendedSize);
+        QVERIFY(DialogBench::read(m_bench->onController("car1.bin")).startsWith("stale"));
+    }
+
+    void aSuccessWithoutAFileSendsTheActionsAlone()
+    {
+        m_bench->setCompiler("exit 0\n");
+        buildToTheEnd("car1");
+        QCOMPARE(DialogBench::read(m_bench->onController("car1.bin")).size(), appendedSize);
+    }
+
+    void aFileThatCannotBeCompletedGoesToTheControllerAsItIs()
+    {
+        m_bench->setCompiler(linking);
+        const auto dialog = m_bench->makeDialog();
+        dialog->setFinishProgramFile(nullptr);
+        const Shown shown(*dialog);
+        DialogBench::build(*dialog, "car1", 0, [&] { QTRY_COMPARE(shown.buttonText(), ok); });
+        QCOMPARE(DialogBench::read(m_bench->onController("car1.bin")), QByteArray("program"));
+    }
+
+    void aFailedCompileSaysSoAndGoesNoFurther_data()
+    {
+        QTest::addColumn<QByteArray>("end");
+        QTest::newRow("exit code 1") << QByteArray("exit 1\n");
+        QTest::newRow("exit code 255") << QByteArray("exit 255\n");
+        QTest::newRow("crash") << QByteArray("kill -SEGV $$\n");
+        QTest::newRow("killed from outside") << QByteArray("kill -KILL $$\n");
+    }
+
+    void aFailedCompileSaysSoAndGoesNoFurther()
+    {
+        QFETCH(QByteArray, end);
+        m_bench->setCompiler(linking + "ulimit -c 0\n" + end);
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        DialogBench::build(*dialog, "car1", 0, [&] {
+            QTRY_COMPARE(shown.statusText(), compileFailed);
+            QTest::qWait(100);
+            QCOMPARE(shown.statusText(), compileFailed);
+            QCOMPARE(shown.buttonText(), cancel);
+            QCOMPARE(shown.iconName(), QString("compiling"));
+            QVERIFY(!shown.progress->isVisible());
+            QTest::mouseClick(shown.button, Qt::LeftButton);
+            QVERIFY(!dialog->isVisible());
+        });
+        QVERIFY(m_bench->finishedFiles().isEmpty());
+        QCOMPARE(m_bench->volumes().scans(), 0);
+        QVERIFY(QDir(m_bench->controller()).isEmpty());
+    }
+
+    void theCompilersMessagesAboutTheProgramAreListed()
+    {
+        m_bench->setCompiler("echo '../../../example/user_main.c:3:5: error: no such thing' >&2\n"
+                             "echo 'cc: ../../../example/user_main.c:1:1: not at the start' >&2\n"
+                             "echo 'other.c:9:9: error: elsewhere' >&2\n"
+                             "echo >&2\n"
+                             "echo '../../../example/user_main.c:7:1: 错误: ;' >&2\n"
+                             "printf '\\000../../../example/user_main.c:8:1: unseen\\n' >&2\n"
+                             "exit 2\n");
+        const LogKeeper log;
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        DialogBench::build(*dialog, "car1", 0,
+                           [&] { QTRY_COMPARE(shown.statusText(), compileFailed); });
+        QCOMPARE(dialog->compilerMessages(),
+                 QStringList({"3:5: error: no such thing", QStringLiteral("7:1: 错误: ;")}));
+        QVERIFY(log.messages().join('\n').contains("other.c:9:9: error: elsewhere"));
+    }
+
+    void theCompilersWarningsOfAGoodBuildAreLogged()
+    {
+        m_bench->setCompiler(linking + "echo 'a warning of little weight' >&2\n");
+        const LogKeeper log;
+        buildToTheEnd("car1");
+        QVERIFY(log.messages().join('\n').contains("a warning of little weight"));
+    }
+
+    void aMissingCompilerIsNotReported_data()
+    {
+        QTest::addColumn<bool>("folder");
+        QTest::newRow("no make.exe") << true;
+        QTest::newRow("no folder either") << false;
+    }
+
+    void aMissingCompilerIsNotReported()
+    {
+        QFETCH(bool, folder);
+        if (!folder) {
+            QVERIFY(QDir(m_bench->makeFolder()).removeRecursively());
+        }
+        const LogKeeper log;
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        DialogBench::build(*dialog, "car1", 0, [&] {
+            QTest::qWait(300);
+            QCOMPARE(shown.statusText(), building);
+            QCOMPARE(shown.buttonText(), cancel);
+            QVERIFY(shown.progress->isVisible());
+            QTest::mouseClick(shown.button, Qt::LeftButton);
+            QVERIFY(!dialog->isVisible());
+        });
+        QVERIFY(m_bench->finishedFiles().isEmpty());
+        QCOMPARE(m_bench->volumes().scans(), 0);
+    }
+
+    void aCompilerThatMayNotBeRunIsNotReported()
+    {
+        m_bench->setCompiler("exit 0\n");
+        QFile::setPermissions(m_bench->inMakeFolder("make.exe"), QFile::ReadOwner);
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        DialogBench::build(*dialog, "car1", 0, [&] {
+            QTest::qWait(300);
+            QCOMPARE(shown.statusText(), building);
+        });
+        QVERIFY(m_bench->finishedFiles().isEmpty());
+    }
+
+    void aFloodOfMessagesIsReadToTheEndButNotKept()
+    {
+        // 100 MB, a good deal more than the memory that it may take.
+        m_bench->setCompiler("echo '../../../example/user_main.c:1:1: the first' >&2\n"
+                             "head -c 100000000 /dev/zero | tr '\\000' x >&2\n"
+                             "touch came-through\n"
+                             "exit 2\n");
+        const LogKeeper log;
+        resetPeak();
+        const int before = peak();
+        QVERIFY(before > 0);
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        DialogBench::build(*dialog, "car1", 0, [&] {
+            QVERIFY(DialogBench::runUntil([&] { return shown.statusText() == compileFailed; }));
+        });
+        QVERIFY(QFile::exists(m_bench->inMakeFolder("came-through")));
+        QCOMPARE(dialog->compilerMessages(), QStringList{"1:1: the first"});
+        QVERIFY2(peak() - before < mostGrowth, qPrintable(QString::number(peak() - before)));
+    }
+
+    void aFloodOfOutputIsThrownAway()
+    {
+        m_bench->setCompiler(linking + "head -c 100000000 /dev/zero\n");
+        resetPeak();
+        const int before = peak();
+        buildToTheEnd("car1");
+        QVERIFY(QFile::exists(m_bench->onController("car1.bin")));
+        QVERIFY2(peak() - before < mostGrowth, qPrintable(QString::number(peak() - before)));
+    }
+};
+
+QTEST_MAIN(BuildDialogTest)
+#include "builddialogtest.moc"

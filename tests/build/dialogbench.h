@@ -1,0 +1,101 @@
+#pragma once
+
+#include "builddialog.h"
+#include "editactionwindow.h"
+#include "fakevolumes.h"
+
+#include <QByteArray>
+#include <QImage>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <functional>
+#include <memory>
+
+/**
+ * An installation beside the test program with a compiler that a test writes as a shell script,
+ * two controllers, and a dialog wired up as the main window does it.
+ */
+class DialogBench
+{
+public:
+    DialogBench();
+    ~DialogBench();
+
+    /** Makes a script the compiler. It runs in the makefile's folder. */
+    void setCompiler(const QByteArray& p_script);
+
+    /** The folder of the makefile, and a file in it. */
+    QString makeFolder() const;
+    QString inMakeFolder(const QString& p_name) const;
+    /** The compiled file of a program. */
+    QString compiledFile(const QString& p_name) const;
+    QString firmwareFile() const;
+    /** The first controller's folder, and a file on it. */
+    QString controller() const { return m_controller.path(); }
+    QString onController(const QString& p_name) const { return m_controller.filePath(p_name); }
+    QString secondController() const { return m_second.path(); }
+
+    FakeVolumes& volumes() { return *m_volumes; }
+    /** Sets what a dialog that is made from now on finds. */
+    void setVolumes(const FakeVolumes::Finder& p_finder);
+    void setVolumes(const std::vector<QString>& p_roots);
+
+    std::unique_ptr<buildDialog> makeDialog();
+    /** The paths that a dialog has handed over to be completed. */
+    QStringList finishedFiles() const { return m_finishedFiles; }
+
+    /** Runs a build, and some work while the dialog is open; closes it if the work didn't. */
+    static void build(buildDialog& p_dialog, const QString& p_name, int p_taskCount,
+                      const std::function<void()>& p_work);
+    static void updateFirmware(buildDialog& p_dialog, const std::function<void()>& p_work);
+
+    /** Lets the event loop run until something holds. False if it doesn't within half a minute. */
+    static bool runUntil(const std::function<bool()>& p_condition);
+
+    static bool write(const QString& p_path, const QByteArray& p_content);
+    /** A file's content, or a null array if there is no file. */
+    static QByteArray read(const QString& p_path);
+
+private:
+    Q_DISABLE_COPY(DialogBench)
+
+    QTemporaryDir m_controller;
+    QTemporaryDir m_second;
+    std::shared_ptr<FakeVolumes> m_volumes;
+    editActionWindow m_actionWindow;
+    QStringList m_finishedFiles;
+};
+
+/** What a dialog shows. */
+struct Shown {
+    explicit Shown(const buildDialog& p_dialog);
+
+    QString statusText() const { return status->text(); }
+    QString buttonText() const { return button->text(); }
+    /** "compiling", "done", "failed", or empty when there is no icon. */
+    QString iconName() const;
+
+    QLabel* title;
+    QLabel* status;
+    QPushButton* button;
+    QLabel* icon;
+    QProgressBar* progress;
+};
+
+/** The log messages of its lifetime. */
+class LogKeeper
+{
+public:
+    LogKeeper();
+    ~LogKeeper();
+
+    QStringList messages() const;
+
+private:
+    Q_DISABLE_COPY(LogKeeper)
+};

@@ -1,0 +1,224 @@
+#include "canvasfixture.h"
+#include "documentstate.h"
+#include "dragpayload.h"
+#include "feedbackmodule.h"
+#include "mainmodule.h"
+
+#include <QDropEvent>
+#include <QGraphicsSceneDragDropEvent>
+#include <QMimeData>
+#include <QSignalSpy>
+#include <QTest>
+#include <QUrl>
+
+class DropTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aDragOpensAGapAndMovingAwayClosesIt();
+    void aDropLinksTheBlockWhereTheGapWas();
+    void aDropOnEmptyCanvasLeavesAFadedBlock();
+    void leavingDeletesTheHiddenBlockAndReenteringTakesTheNextKey();
+    void theCursorHoldsTheMiddleOfTheTopEdge();
+    void aDropIsNotUndoable();
+    void aDropModifiesDocumentAndWindow();
+    void aDroppedProjectFileAsksToBeOpened();
+    void aDroppedTextFileDoesNothing();
+    void theFirstOtherFileEndsTheList();
+    void aPayloadCutShortIsNoBlock();
+    void theSceneItselfAddsABlockByTheUndoStack();
+    void theSceneRefusesWhatIsNoBlock();
+
+private:
+    static QStringList pathsAskedFor(const QList<QUrl>& p_urls);
+};
+
+void DropTest::aDragOpensAGapAndMovingAwayClosesIt()
+{
+    CanvasFixture canvas;
+    supermodule* first = canvas.dropBehind(canvas.main(), 103);
+    canvas.dropBehind(first, 102);
+    const QList<int> before = CanvasFixture::ids(canvas.main());
+    const QPointF place = first->scenePos();
+
+    canvas.dragOver(101, place + QPointF(70, 5));
+    QVERIFY(canvas.view.preview()->isVisible());
+    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 0, 103, 102}));
+    QCOMPARE(canvas.view.preview()->scenePos(), place);
+    QCOMPARE(first->scenePos(), place + QPointF(120, 0));
+
+    canvas.dragOverOn(QPointF(700, 500));
+    QVERIFY(!canvas.view.preview()->isVisible());
+    QCOMPARE(CanvasFixture::ids(canvas.main()), before);
+    QCOMPARE(first->scenePos(), place);
+
+    canvas.dragOverOn(place + QPointF(70, 5));
+    QVERIFY(canvas.view.preview()->isVisible());
+    canvas.leave();
+    QCOMPARE(CanvasFixture::ids(canvas.main()), before);
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
+}
+
+void DropTest::aDropLinksTheBlockWhereTheGapWas()
+{
+    CanvasFixture canvas;
+    supermodule* first = canvas.dropBehind(canvas.main(), 103);
+    supermodule* between = canvas.drop(101, first->scenePos() + QPointF(70, 5));
+    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 101, 103}));
+    QCOMPARE(between->scenePos(), QPointF(240, 200));
+    QCOMPARE(first->scenePos(), QPointF(360, 200));
+    QVERIFY(between->isVisible());
+    QVERIFY(!canvas.view.preview()->isVisible());
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
+}
+
+void DropTest::aDropOnEmptyCanvasLeavesAFadedBlock()
+{
+    CanvasFixture canvas;
+    supermodule* loose = canvas.drop(104, QPointF(700, 400));
+    QVERIFY(loose->isVisible());
+    QVERIFY(!loose->parentModule());
+    QCOMPARE(loose->opacity(), 0.5);
+    QCOMPARE(loose->scenePos(), QPointF(640, 400));
+    QVERIFY(!canvas.view.generateVisibleCode(1).contains(QStringLiteral("wait")));
+}
+
+void DropTest::leavingDeletesTheHiddenBlockAndReenteringTakesTheNextKey()
+{
+    CanvasFixture canvas;
+    const int key = nextModuleKey;
+    canvas.dragOver(104, QPointF(700, 400));
+    QPointer<supermodule> hidden = canvas.view.currentModule();
+    QVERIFY(hidden && !hidden->isVisible());
+    QCOMPARE(moduleMap.value(key), hidden.data());
+    canvas.leave();
+    QVERIFY(!hidden);
+    QVERIFY(!moduleMap.contains(key));
+    canvas.dragOver(104, QPointF(700, 400));
+    QCOMPARE(moduleMap.value(key + 1), canvas.view.currentModule());
+    QCOMPARE(canvas.blocks().size(), 2);
+}
+
+void DropTest::theCursorHoldsTheMiddleOfTheTopEdge()
+{
+    CanvasFixture canvas;
+    canvas.dragOver(303, QPointF(700, 400));
+    // A loop is 280 wide before its first layout.
+    QCOMPARE(canvas.view.currentModule()->scenePos(), QPointF(560, 400));
+}
+
+void DropTest::aDropIsNotUndoable()
+{
+    CanvasFixture canvas;
+    canvas.dropBehind(canvas.main(), 103);
+    QVERIFY(!canvas.view.undoStack().canUndo());
+}
+
+void DropTest::aDropModifiesDocumentAndWindow()
+{
+    CanvasFixture canvas;
+    canvas.view.setWindowTitle(QStringLiteral("a[*]"));
+    QSignalSpy updates(&canvas.view, &TzProgramView::moduleUpdateSignal);
+    QSignalSpy states(&canvas.view, &TzProgramView::mouseSignal);
+    canvas.dropBehind(canvas.main(), 103);
+    QVERIFY(documentModified);
+    QVERIFY(canvas.view.isWindowModified());
+    QCOMPARE(updates.size(), 1);
+    QCOMPARE(states.last().first().toInt(), static_cast<int>(MouseDropped));
+}
+
+QStringList DropTest::pathsAskedFor(const QList<QUrl>& p_urls)
+{
+    CanvasFixture canvas;
+    QSignalSpy asked(&canvas.view, &TzProgramView::openPathSignal);
+    QMimeData data;
+    data.setUrls(p_urls);
+    QDragEnterEvent enter(QPoint(500, 400), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(canvas.view.viewport(), &enter);
+    QDragMoveEvent move(QPoint(500, 400), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(canvas.view.viewport(), &move);
+    if (!enter.isAccepted() || !move.isAccepted()) {
+        return {QStringLiteral("refused")};
+    }
+    QDropEvent drop(QPoint(500, 400), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(canvas.view.viewport(), &drop);
+    QStringList paths;
+    for (const QList<QVariant>& call : asked) {
+        paths.append(call.first().toString());
+    }
+    if (canvas.blocks().size() != 1 || documentModified) {
+        paths.append(QStringLiteral("the document has changed"));
+    }
+    return paths;
+}
+
+void DropTest::aDroppedProjectFileAsksToBeOpened()
+{
+    const QString path = QStringLiteral("/tmp/小 车/a b.tlrx");
+    QCOMPARE(pathsAskedFor({QUrl::fromLocalFile(path)}), QStringList{path});
+}
+
+void DropTest::aDroppedTextFileDoesNothing()
+{
+    QCOMPARE(pathsAskedFor({QUrl::fromLocalFile(QStringLiteral("/tmp/a.txt"))}), QStringList());
+}
+
+void DropTest::theFirstOtherFileEndsTheList()
+{
+    QCOMPARE(pathsAskedFor({QUrl::fromLocalFile(QStringLiteral("/tmp/a.tlrx")),
+                            QUrl::fromLocalFile(QStringLiteral("/tmp/b.TLRX")),
+                            QUrl::fromLocalFile(QStringLiteral("/tmp/c.tlrx"))}),
+             QStringList{QStringLiteral("/tmp/a.tlrx")});
+}
+
+void DropTest::aPayloadCutShortIsNoBlock()
+{
+    QMimeData data;
+    data.setData(QLatin1String(blockMimeType()), QByteArray(7, '\0'));
+    int id = 0;
+    QVERIFY(!readBlockDrag(&data, id));
+    CanvasFixture canvas;
+    QDragEnterEvent enter(QPoint(500, 400), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(canvas.view.viewport(), &enter);
+    QDropEvent drop(QPoint(500, 400), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(canvas.view.viewport(), &drop);
+    QCOMPARE(canvas.blocks().size(), 1);
+}
+
+void DropTest::theSceneItselfAddsABlockByTheUndoStack()
+{
+    CanvasFixture canvas;
+    const std::unique_ptr<QMimeData> data(blockDrag(103));
+    QGraphicsSceneDragDropEvent drop(QEvent::GraphicsSceneDrop);
+    drop.setMimeData(data.get());
+    drop.setScenePos(QPointF(310, 205));
+    const int key = nextModuleKey;
+    QApplication::sendEvent(canvas.view.scene(), &drop);
+    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 103}));
+    QCOMPARE(canvas.main()->next()->moduleKey, key);
+    QCOMPARE(nextModuleKey, key + 1);
+    canvas.view.undoStack().undo();
+    QCOMPARE(CanvasFixture::ids(canvas.main()), QList<int>{0});
+    QCOMPARE(canvas.blocks().size(), 1);
+    canvas.view.undoStack().redo();
+    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 103}));
+    QCOMPARE(moduleMap.value(key), canvas.main()->next());
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
+}
+
+void DropTest::theSceneRefusesWhatIsNoBlock()
+{
+    CanvasFixture canvas;
+    QMimeData data;
+    data.setText(QStringLiteral("text"));
+    QGraphicsSceneDragDropEvent drop(QEvent::GraphicsSceneDrop);
+    drop.setMimeData(&data);
+    drop.setAccepted(true);
+    QApplication::sendEvent(canvas.view.scene(), &drop);
+    QVERIFY(!drop.isAccepted());
+    QCOMPARE(canvas.blocks().size(), 1);
+}
+
+QTEST_MAIN(DropTest)
+#include "droptest.moc"

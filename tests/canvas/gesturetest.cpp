@@ -1,0 +1,319 @@
+#include "canvasfixture.h"
+#include "documentstate.h"
+#include "feedbackmodule.h"
+#include "graphicsitem_param.h"
+#include "mainmodule.h"
+#include "selectablebutton.h"
+#include "tzprogramscene.h"
+
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTest>
+
+namespace
+{
+const int s_forward = 103;
+const int s_backward = 102;
+const int s_wait = 101;
+const int s_speed = 100;
+
+QList<int> values(const QSignalSpy& p_spy)
+{
+    QList<int> list;
+    for (const QList<QVariant>& call : p_spy) {
+        list.append(call.first().toInt());
+    }
+    return list;
+}
+} // namespace
+
+class GestureTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aDraggedBlockLeavesItsChainAndTakesWhatFollows();
+    void aBlockDraggedToTheEndOfAnotherChainIsLinkedThere();
+    void aBlockDraggedAwayAndBackToThePixelIsLinkedAgain();
+    void aClickChangesNoLinkAndDoesNotModifyTheDocument();
+    void theMainBlockCanBeDraggedButNotDeletedByTheLowerEdge();
+    void theMainBlockCanNotBeDeletedByMenuOrKey();
+    void aBlockDraggedBelowTheCanvasIsDeletedAndTellsThePalette();
+    void aBlockMovedButInsideTellsThePaletteSo();
+    void aPressOnEmptyCanvasDragsItAndClearsTheFocusBlock();
+    void aPressOnTheLogoCountsAsEmptyCanvas();
+    void aPressFarRightOfABlocksLeftEdgeDoesNotTakeIt();
+    void aRightPressNeverStartsADrag();
+    void thePreviewClosesWhenTheBlockMovesAway();
+    void aDraggedChainIsOnTopUntilItIsReleased();
+    void aLooseBlockRestsOnWholeUnits();
+    void theDeleteKeyDeletesWhateverTheModifiers();
+    void aPressTakesTheMarkFromANumberField();
+    void twoBlocksOfTypeNoughtAreToldApartByIdentity();
+};
+
+void GestureTest::aDraggedBlockLeavesItsChainAndTakesWhatFollows()
+{
+    CanvasFixture canvas;
+    supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
+    supermodule* second = canvas.dropBehind(first, s_wait);
+    canvas.dropBehind(second, s_backward);
+    canvas.drag(second, QPoint(0, 250));
+    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, s_forward}));
+    QCOMPARE(CanvasFixture::ids(second), (QList<int>{s_wait, s_backward}));
+    QVERIFY(!second->parentModule());
+    QCOMPARE(second->opacity(), 0.5);
+    QVERIFY(documentModified);
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
+}
+
+void GestureTest::aBlockDraggedToTheEndOfAnotherChainIsLinkedThere()
+{
+    CanvasFixture canvas;
+    supermodule* loose = canvas.drop(s_wait, QPointF(600, 420));
+    QVERIFY(!loose->parentModule());
+    const QPointF target(240, 200);
+    canvas.drag(loose, (target - loose->scenePos()).toPoint());
+    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, s_wait}));
+    QCOMPARE(loose->scenePos(), target);
+    QCOMPARE(loose->opacity(), 1.0);
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
+}
+
+void GestureTest::aBlockDraggedAwayAndBackToThePixelIsLinkedAgain()
+{
+    CanvasFixture canvas;
+    supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
+    canvas.dropBehind(first, s_wait);
+    const QPointF grip = first->scenePos() + QPointF(30, 30);
+    canvas.press(grip);
+    canvas.move(grip + QPointF(0, 200));
+    QCOMPARE(CanvasFixture::ids(canvas.main()), QList<int>{0});
+    canvas.move(grip);
+    canvas.release(grip);
+    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, s_forward, s_wait}));
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
+}
+
+void GestureTest::aClickChangesNoLinkAndDoesNotModifyTheDocument()
+{
+    CanvasFixture canvas;
+    supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
+    documentModified = false;
+    canvas.click(first->scenePos() + QPointF(30, 30));
+    QCOMPARE(first->parentModule(), static_cast<supermodule*>(canvas.main()));
+    QVERIFY(!documentModified);
+}
+
+void GestureTest::theMainBlockCanBeDraggedButNotDeletedByTheLowerEdge()
+{
+    CanvasFixture canvas;
+    supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
+    QSignalSpy states(&canvas.view, &TzProgramView::mouseSignal);
+    canvas.drag(canvas.main(), QPoint(40, 500));
+    QCOMPARE(canvas.main()->scenePos(), QPointF(140, 700));
+    QCOMPARE(first->scenePos(), QPointF(280, 700));
+    QVERIFY(!values(states).contains(MouseDragsOut));
+    QCOMPARE(canvas.blocks().size(), 2);
+}
+
+void GestureTest::theMainBlockCanNotBeDeletedByMenuOrKey()
+{
+    CanvasFixture canvas;
+    canvas.click(canvas.main()->scenePos() + QPointF(30, 30));
+    QCOMPARE(canvas.view.currentModule(), static_cast<supermodule*>(canvas.main()));
+    canvas.key(Qt::Key_Delete);
+    QCOMPARE(canvas.blocks().size(), 1);
+    QVERIFY(!canvas.view.undoStack().canUndo());
+
+    canvas.press(canvas.main()->scenePos() + QPointF(30, 30), Qt::RightButton);
+    const QList<QAction*> actions = canvas.view.contextMenu().actions();
+    QCOMPARE(actions.size(), 5);
+    QVERIFY(!actions.at(0)->isEnabled());
+    QVERIFY(!actions.at(4)->isEnabled());
+    canvas.view.contextMenu().close();
+}
+
+void GestureTest::aBlockDraggedBelowTheCanvasIsDeletedAndTellsThePalette()
+{
+    CanvasFixture canvas;
+    supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
+    canvas.dropBehind(first, s_wait);
+    const QPointF home = first->scenePos();
+    QSignalSpy states(&canvas.view, &TzProgramView::mouseSignal);
+    canvas.drag(first, QPoint(0, 360));
+    QVERIFY(values(states).contains(MouseDragsOut));
+    QCOMPARE(values(states).last(), static_cast<int>(MouseDone));
+    QCOMPARE(canvas.blocks().size(), 1);
+    QVERIFY(!canvas.main()->next());
+
+    canvas.key(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, s_forward, s_wait}));
+    QCOMPARE(canvas.main()->next()->scenePos(), home);
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
+}
+
+void GestureTest::aBlockMovedButInsideTellsThePaletteSo()
+{
+    CanvasFixture canvas;
+    supermodule* loose = canvas.drop(s_wait, QPointF(600, 300));
+    QSignalSpy states(&canvas.view, &TzProgramView::mouseSignal);
+    canvas.drag(loose, QPoint(20, 20));
+    QCOMPARE(values(states).first(), static_cast<int>(MousePressedItem));
+    QVERIFY(values(states).contains(MouseDragsInside));
+    QVERIFY(!values(states).contains(MouseDragsOut));
+    QCOMPARE(values(states).last(), static_cast<int>(MouseDone));
+}
+
+void GestureTest::aPressOnEmptyCanvasDragsItAndClearsTheFocusBlock()
+{
+    CanvasFixture canvas;
+    supermodule* loose = canvas.drop(s_wait, QPointF(600, 300));
+    focusModule = loose;
+    QSignalSpy states(&canvas.view, &TzProgramView::mouseSignal);
+    const int before = canvas.view.horizontalScrollBar()->value();
+    const QPoint from(300, 500);
+    QTest::mousePress(canvas.view.viewport(), Qt::LeftButton, Qt::NoModifier, from);
+    QVERIFY(!focusModule);
+    QCOMPARE(values(states).first(), static_cast<int>(MousePressedEmpty));
+    QMouseEvent move(QEvent::MouseMove, from - QPoint(80, 0), Qt::NoButton, Qt::LeftButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(canvas.view.viewport(), &move);
+    QTest::mouseRelease(canvas.view.viewport(), Qt::LeftButton, Qt::NoModifier,
+                        from - QPoint(80, 0));
+    QCOMPARE(canvas.view.horizontalScrollBar()->value(), before + 80);
+    QCOMPARE(loose->scenePos().y(), 300.0);
+}
+
+void GestureTest::aPressOnTheLogoCountsAsEmptyCanvas()
+{
+    CanvasFixture canvas;
+    auto* scene = static_cast<tzprogramscene*>(canvas.view.scene());
+    QVERIFY(!scene->logo().pixmap().isNull());
+    QSignalSpy states(&canvas.view, &TzProgramView::mouseSignal);
+    canvas.click(scene->logo().sceneBoundingRect().center());
+    QCOMPARE(values(states).first(), static_cast<int>(MousePressedEmpty));
+}
+
+void GestureTest::aPressFarRightOfABlocksLeftEdgeDoesNotTakeIt()
+{
+    CanvasFixture canvas;
+    supermodule* loop = canvas.drop(303, QPointF(260, 380));
+    supermodule* last = nullptr;
+    for (int i = 0; i < 4; ++i) {
+        supermodule* block = canvas.drop(s_wait, QPointF(700, 100));
+        last ? last->insertModule(block) : loop->setLeftModule(block);
+        last = block;
+    }
+    loop->updateTreeAndOpacity();
+    QVERIFY(loop->boundingRect().right() > 420);
+    // On the upper rim of the bracket, where no block of the body lies.
+    canvas.click(loop->scenePos() + QPointF(399, -10));
+    QCOMPARE(canvas.view.currentModule(), loop);
+    canvas.click(loop->scenePos() + QPointF(400, -10));
+    QVERIFY(!canvas.view.currentModule());
+    // Of nested blocks the innermost is taken.
+    canvas.click(last->scenePos() + QPointF(20, 30));
+    QCOMPARE(canvas.view.currentModule(), last);
+}
+
+void GestureTest::aRightPressNeverStartsADrag()
+{
+    CanvasFixture canvas;
+    supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
+    const QPointF home = first->scenePos();
+    canvas.press(home + QPointF(30, 30), Qt::RightButton);
+    QVERIFY(canvas.view.contextMenu().isVisible());
+    canvas.view.contextMenu().close();
+    QMouseEvent move(QEvent::MouseMove, canvas.at(home + QPointF(60, 200)), Qt::NoButton,
+                     Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(canvas.view.viewport(), &move);
+    QCOMPARE(first->scenePos(), home);
+    QCOMPARE(first->parentModule(), static_cast<supermodule*>(canvas.main()));
+}
+
+void GestureTest::thePreviewClosesWhenTheBlockMovesAway()
+{
+    CanvasFixture canvas;
+    supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
+    supermodule* loose = canvas.drop(s_wait, QPointF(600, 420));
+    const QPointF grip = loose->scenePos() + QPointF(30, 30);
+    canvas.press(grip);
+    canvas.move(QPointF(240, 200) + QPointF(30, 30));
+    QVERIFY(canvas.view.preview()->isVisible());
+    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 0, s_forward}));
+    QCOMPARE(first->scenePos(), QPointF(360, 200));
+    canvas.move(grip);
+    QVERIFY(!canvas.view.preview()->isVisible());
+    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, s_forward}));
+    QCOMPARE(first->scenePos(), QPointF(240, 200));
+    canvas.release(grip);
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
+}
+
+void GestureTest::aDraggedChainIsOnTopUntilItIsReleased()
+{
+    CanvasFixture canvas;
+    supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
+    supermodule* second = canvas.dropBehind(first, s_wait);
+    const QPointF grip = first->scenePos() + QPointF(30, 30);
+    canvas.press(grip);
+    canvas.move(grip + QPointF(10, 100));
+    QCOMPARE(first->zValue(), 10.0);
+    QCOMPARE(second->zValue(), 10.0);
+    QVERIFY(first->m_moved);
+    canvas.release(grip + QPointF(10, 100));
+    QCOMPARE(first->zValue(), 0.0);
+    QCOMPARE(second->zValue(), 0.0);
+    QVERIFY(!first->m_moved);
+}
+
+void GestureTest::aLooseBlockRestsOnWholeUnits()
+{
+    CanvasFixture canvas;
+    canvas.view.resetMatrix();
+    canvas.view.scale(0.7, 0.7);
+    supermodule* loose = canvas.drop(s_wait, QPointF(601, 301));
+    canvas.drag(loose, QPoint(13, 7));
+    QCOMPARE(loose->scenePos(), QPointF(loose->scenePos().toPoint()));
+}
+
+void GestureTest::theDeleteKeyDeletesWhateverTheModifiers()
+{
+    for (const Qt::KeyboardModifier modifier :
+         {Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier}) {
+        CanvasFixture canvas;
+        supermodule* loose = canvas.drop(s_speed, QPointF(600, 300));
+        canvas.click(loose->scenePos() + QPointF(30, 30));
+        canvas.key(Qt::Key_Delete, modifier);
+        QCOMPARE(canvas.blocks().size(), 1);
+    }
+}
+
+void GestureTest::aPressTakesTheMarkFromANumberField()
+{
+    CanvasFixture canvas;
+    supermodule* wait = canvas.dropBehind(canvas.main(), s_wait);
+    canvas.click(wait->scenePos() + QPointF(60, 120));
+    QVERIFY(SelectableButton::current());
+    canvas.click(QPointF(700, 550));
+    QVERIFY(!SelectableButton::current());
+}
+
+void GestureTest::twoBlocksOfTypeNoughtAreToldApartByIdentity()
+{
+    CanvasFixture canvas;
+    QCOMPARE(canvas.view.preview()->id, canvas.view.mainBlock()->id);
+    // The preview stands in no program, can't be hit, and isn't what a reset keeps as the root.
+    canvas.dragOver(s_wait, QPointF(310, 210));
+    QVERIFY(canvas.view.preview()->parentModule());
+    canvas.leave();
+    canvas.view.resetDocument();
+    QCOMPARE(rootModules, QList<supermodule*>{canvas.main()});
+    canvas.view.newProgram();
+    QCOMPARE(canvas.blocks(), QList<supermodule*>{canvas.main()});
+    QVERIFY(canvas.view.preview()->scene());
+}
+
+QTEST_MAIN(GestureTest)
+#include "gesturetest.moc"

@@ -1,0 +1,276 @@
+#include "canvasfixture.h"
+#include "documentstate.h"
+#include "mainmodule.h"
+#include "modifycommand.h"
+#include "movecommand.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QMimeData>
+#include <QTest>
+
+using namespace moduleUndoCommand;
+
+class UndoTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aDeletedBlockComesBackWithAllThatHungUnderIt();
+    void deleteUndoRedoUndoEndsWhereItBegan();
+    void aBlockDeletedByTheKeyComesBackWhereItStood();
+    void aCommandWhoseBlockIsGoneDoesNothing();
+    void aParameterChangedBackAndForth();
+    void aMoveCommandLinksAndComesBack();
+    void twoPastesGiveTwoChainsAtTheirPlaces();
+    void aPasteIsUndoneAndRedone();
+    void copyOnEmptyCanvasPastesNothing();
+    void aClipboardTextThatIsNoXmlPastesNothing();
+    void copyingTextElsewhereHidesTheSelectionFrames();
+    void theMainBlockIsNotCopied();
+    void pasteIsOfferedOnlyForBlocks();
+};
+
+void UndoTest::aDeletedBlockComesBackWithAllThatHungUnderIt()
+{
+    CanvasFixture canvas;
+    supermodule* first = canvas.dropBehind(canvas.main(), 103);
+    supermodule* loop = canvas.dropBehind(first, 301);
+    supermodule* inner = canvas.drop(101, loop->scenePos() + QPointF(160, 20));
+    QCOMPARE(loop->left(), inner);
+    const QString text = canvas.view.generateVisibleCode(1);
+    canvas.view.deleteModule(first);
+    QCOMPARE(canvas.blocks().size(), 1);
+    QVERIFY(documentModified);
+    canvas.view.undoStack().undo();
+    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 103, 301}));
+    QCOMPARE(canvas.view.generateVisibleCode(1), text);
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
+}
+
+void UndoTest::deleteUndoRedoUndoEndsWhereItBegan()
+{
+    CanvasFixture canvas;
+    supermodule* first = canvas.dropBehind(canvas.main(), 103);
+    supermodule* second = canvas.dropBehind(first, 102);
+    canvas.view.deleteModule(second);
+    canvas.view.deleteModule(first);
+    for (int round = 0; round < 3; ++round) {
+        canvas.view.undoStack().undo();
+        canvas.view.undoStack().undo();
+        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 103, 102}));
+        canvas.view.undoStack().redo();
+        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 103}));
+        canvas.view.undoStack().redo();
+        QCOMPARE(canvas.blocks().size(), 1);
+    }
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
+}
+
+void UndoTest::aBlockDeletedByTheKeyComesBackWhereItStood()
+{
+    CanvasFixture canvas;
+    supermodule* loose = canvas.drop(101, QPointF(700, 300));
+    canvas.drag(loose, QPoint(-50, 40));
+    const QPointF stood = loose->scenePos();
+    canvas.key(Qt::Key_Delete);
+    QCOMPARE(canvas.blocks().size(), 1);
+    canvas.key(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(canvas.blocks().size(), 2);
+    QVERIFY(moduleMap.size() >= 2);
+    supermodule* back = moduleMap.last();
+    QCOMPARE(back->scenePos(), stood);
+    QCOMPARE(back->opacity(), 0.5);
+    canvas.key(Qt::Key_Y, Qt::ControlModifier);
+    QCOMPARE(canvas.blocks().size(), 1);
+}
+
+void UndoTest::aCommandWhoseBlockIsGoneDoesNothing()
+{
+    CanvasFixture canvas;
+    const int nobody = 4711;
+    QDomDocument document;
+    QDomElement element = document.createElement(QStringLiteral("a"));
+    element.appendChild(document.createElement(QStringLiteral("module")));
+    modifyCommand modify(nobody, element, element);
+    modify.redo();
+    modify.undo();
+    moveCommand move(QPointF(1, 1), QPointF(2, 2), nobody);
+    move.redo();
+    move.undo();
+
+    supermodule* loose = canvas.drop(101, QPointF(700, 300));
+    canvas.view.deleteModule(loose);
+    canvas.view.undoStack().undo();
+    canvas.view.removeModule(moduleMap.last());
+    canvas.view.undoStack().redo();
+    QCOMPARE(canvas.blocks().size(), 1);
+    canvas.view.undoStack().undo();
+    QCOMPARE(canvas.blocks().size(), 2);
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
+}
+
+void UndoTest::aParameterChangedBackAndForth()
+{
+    CanvasFixture canvas;
+    supermodule* speed = canvas.dropBehind(canvas.main(), 100);
+    const auto wrapped = [speed](QDomDocument& p_document, const QString& p_n) {
+        QDomElement outer = p_document.createElement(QStringLiteral("node"));
+        QDomElement inner = p_document.createElement(QStringLiteral("module"));
+        inner.setAttribute(QStringLiteral("x"), static_cast<int>(speed->x()));
+        inner.setAttribute(QStringLiteral("y"), static_cast<int>(speed->y()));
+        inner.setAttribute(QStringLiteral("n"), p_n);
+        outer.appendChild(inner);
+        return outer;
+    };
+    QDomDocument document;
+    modifyCommand command(speed->registryKey, wrapped(document, QStringLiteral("1")),
+                          wrapped(document, QStringLiteral("2")));
+    command.redo();
+    QVERIFY(speed->cCode().startsWith(QStringLiteral("speed1 = 80;")));
+    command.undo();
+    QVERIFY(speed->cCode().startsWith(QStringLiteral("speed1 = 50;")));
+}
+
+void UndoTest::aMoveCommandLinksAndComesBack()
+{
+    CanvasFixture canvas;
+    supermodule* loose = canvas.drop(101, QPointF(700, 300));
+    const QPointF from = loose->scenePos();
+    moveCommand command(from, QPointF(245, 205), loose->registryKey);
+    command.redo();
+    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 101}));
+    QCOMPARE(loose->scenePos(), QPointF(240, 200));
+    command.undo();
+    QCOMPARE(CanvasFixture::ids(canvas.main()), QList<int>{0});
+    QCOMPARE(loose->scenePos(), from);
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
+}
+
+void UndoTest::twoPastesGiveTwoChainsAtTheirPlaces()
+{
+    CanvasFixture canvas;
+    supermodule* first = canvas.dropBehind(canvas.main(), 103);
+    canvas.dropBehind(first, 102);
+    canvas.press(first->scenePos() + QPointF(30, 30), Qt::RightButton);
+    canvas.view.contextMenu().close();
+    canvas.view.OnCopyAndPaste();
+    canvas.view.OnPaste();
+    QList<supermodule*> heads;
+    for (supermodule* block : canvas.blocks()) {
+        if (!block->parentModule() && block != canvas.main()) {
+            heads.append(block);
+        }
+    }
+    QCOMPARE(heads.size(), 2);
+    for (const supermodule* head : heads) {
+        QCOMPARE(CanvasFixture::ids(head), (QList<int>{103, 102}));
+        QCOMPARE(head->opacity(), 0.5);
+    }
+    const QPointF beside = first->scenePos() + QPointF(160, 160);
+    QVERIFY(heads.at(0)->scenePos() == beside || heads.at(1)->scenePos() == beside);
+    QVERIFY(heads.at(0)->scenePos() != heads.at(1)->scenePos());
+    QVERIFY(documentModified);
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
+}
+
+void UndoTest::aPasteIsUndoneAndRedone()
+{
+    CanvasFixture canvas;
+    supermodule* first = canvas.dropBehind(canvas.main(), 103);
+    canvas.press(first->scenePos() + QPointF(30, 30), Qt::RightButton);
+    canvas.view.contextMenu().close();
+    canvas.view.OnCopyAndPaste();
+    QCOMPARE(canvas.blocks().size(), 3);
+    const int key = moduleMap.lastKey();
+    canvas.view.deleteModule(moduleMap.last());
+    canvas.view.undoStack().undo();
+    canvas.view.undoStack().undo();
+    QCOMPARE(canvas.blocks().size(), 2);
+    canvas.view.undoStack().redo();
+    QCOMPARE(canvas.blocks().size(), 3);
+    QVERIFY(moduleMap.contains(key));
+    canvas.view.undoStack().redo();
+    QCOMPARE(canvas.blocks().size(), 2);
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
+}
+
+void UndoTest::copyOnEmptyCanvasPastesNothing()
+{
+    CanvasFixture canvas;
+    canvas.click(QPointF(700, 550));
+    canvas.key(Qt::Key_C, Qt::ControlModifier);
+    QVERIFY(QGuiApplication::clipboard()->mimeData()->hasFormat(
+        QStringLiteral("korvane/tiler/modules")));
+    canvas.view.OnPaste();
+    QCOMPARE(canvas.blocks().size(), 1);
+}
+
+void UndoTest::aClipboardTextThatIsNoXmlPastesNothing()
+{
+    CanvasFixture canvas;
+    for (const QByteArray& text : {QByteArray(), QByteArray("no <xml"), QByteArray("<a/>"),
+                                   QByteArray("<v><basenode><module id=\"77\"/></basenode></v>")}) {
+        auto* data = new QMimeData;
+        data->setData(QStringLiteral("korvane/tiler/modules"), text);
+        QGuiApplication::clipboard()->setMimeData(data);
+        canvas.view.OnPaste();
+        QCOMPARE(canvas.blocks().size(), 1);
+        canvas.view.undoStack().undo();
+        canvas.view.undoStack().redo();
+        QCOMPARE(canvas.blocks().size(), 1);
+    }
+}
+
+void UndoTest::copyingTextElsewhereHidesTheSelectionFrames()
+{
+    CanvasFixture canvas;
+    supermodule* first = canvas.dropBehind(canvas.main(), 103);
+    canvas.press(first->scenePos() + QPointF(30, 30), Qt::RightButton);
+    canvas.view.contextMenu().close();
+    canvas.view.OnCopy();
+    const auto frameShows = [first] {
+        for (const QGraphicsItem* child : first->childItems()) {
+            const auto* frame = qgraphicsitem_cast<const QGraphicsPixmapItem*>(child);
+            if (frame && frame->isVisible()) {
+                return true;
+            }
+        }
+        return false;
+    };
+    QVERIFY(frameShows());
+    QCoreApplication::processEvents();
+    QVERIFY(frameShows());
+    QGuiApplication::clipboard()->setText(QStringLiteral("another program's"));
+    QCoreApplication::processEvents();
+    QVERIFY(!frameShows());
+}
+
+void UndoTest::theMainBlockIsNotCopied()
+{
+    CanvasFixture canvas;
+    canvas.dropBehind(canvas.main(), 103);
+    canvas.click(canvas.main()->scenePos() + QPointF(30, 30));
+    canvas.key(Qt::Key_C, Qt::ControlModifier);
+    canvas.view.OnPaste();
+    QCOMPARE(canvas.blocks().size(), 2);
+}
+
+void UndoTest::pasteIsOfferedOnlyForBlocks()
+{
+    CanvasFixture canvas;
+    QGuiApplication::clipboard()->setText(QStringLiteral("text"));
+    canvas.press(QPointF(700, 550), Qt::RightButton);
+    const QList<QAction*> actions = canvas.view.contextMenu().actions();
+    QVERIFY(!actions.at(1)->isEnabled());
+    QVERIFY(!actions.at(3)->isEnabled());
+    canvas.view.contextMenu().close();
+    canvas.view.OnCopy();
+    canvas.press(QPointF(700, 550), Qt::RightButton);
+    QVERIFY(actions.at(1)->isEnabled());
+    QVERIFY(actions.at(3)->isEnabled());
+    canvas.view.contextMenu().close();
+}
+
+QTEST_MAIN(UndoTest)
+#include "undotest.moc"

@@ -1,0 +1,104 @@
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+/** The program as a process of its own: its command line. */
+class ProgramTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void helpTellsTheOneOption();
+    void anUnknownOptionEndsTheProgram();
+    void theBannerTellsWhatRuns_data();
+    void theBannerTellsWhatRuns();
+    void aProjectNamedOnTheCommandLineIsOpened();
+
+private:
+    static QString program() { return qEnvironmentVariable("TILER_PROGRAM"); }
+    /** Runs for a moment, ends the program and returns what it wrote. */
+    static QString outputOf(const QStringList& p_arguments);
+};
+
+QString ProgramTest::outputOf(const QStringList& p_arguments)
+{
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(program(), p_arguments);
+    QByteArray output;
+    while (!output.contains("device pixel ratio") && process.waitForReadyRead(20000)) {
+        output += process.readAll();
+    }
+    process.waitForFinished(1500);
+    process.kill();
+    process.waitForFinished();
+    return QString::fromUtf8(output + process.readAll());
+}
+
+void ProgramTest::helpTellsTheOneOption()
+{
+    QProcess process;
+    process.start(program(), {QStringLiteral("--help")});
+    QVERIFY(process.waitForFinished(20000));
+    QCOMPARE(process.exitCode(), 0);
+    const QByteArray text = process.readAllStandardOutput();
+    QVERIFY(text.contains("--loglevel <loglevel>"));
+    QVERIFY(text.contains("log level"));
+    QVERIFY(text.contains("[trace,debug,info,warning,error,fatal]"));
+}
+
+void ProgramTest::anUnknownOptionEndsTheProgram()
+{
+    QProcess process;
+    process.start(program(), {QStringLiteral("--nonsense")});
+    QVERIFY(process.waitForFinished(20000));
+    QCOMPARE(process.exitCode(), 1);
+    QVERIFY(process.readAllStandardError().contains("nonsense"));
+}
+
+void ProgramTest::theBannerTellsWhatRuns_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<bool>("debug");
+    const QString project = qEnvironmentVariable("TILER_EXAMPLES") + QStringLiteral("/square.tlrx");
+    QTest::newRow("no level means info") << QStringList{project} << false;
+    QTest::newRow("debug") << QStringList{project, QStringLiteral("--loglevel=debug")} << true;
+    QTest::newRow("capitals") << QStringList{project, QStringLiteral("--loglevel=DEBUG")} << true;
+}
+
+void ProgramTest::theBannerTellsWhatRuns()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(bool, debug);
+    const QString output = outputOf(arguments);
+    const QStringList begins{QStringLiteral("Starting Tiler version 1.1.2"),
+                             QStringLiteral("Windows version "),
+                             QStringLiteral("number of logical cores = "),
+                             QStringLiteral("locale = "),
+                             QStringLiteral("install dir = "),
+                             QStringLiteral("device pixel ratio = ")};
+    int from = 0;
+    for (const QString& begin : begins) {
+        const int at = output.indexOf(begin, from);
+        QVERIFY2(at >= from, qPrintable(begin + QStringLiteral(" in ") + output));
+        from = at;
+    }
+    // Opening a project links its blocks, which the debug level tells.
+    QCOMPARE(output.contains(QStringLiteral("supermodule::appendModule")), debug);
+}
+
+void ProgramTest::aProjectNamedOnTheCommandLineIsOpened()
+{
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QString::fromUtf8("小 车.tlrx"));
+    QVERIFY(
+        QFile::copy(qEnvironmentVariable("TILER_EXAMPLES") + QStringLiteral("/square.tlrx"), path));
+    QVERIFY(outputOf({path, QStringLiteral("--loglevel=debug")})
+                .contains(QStringLiteral("supermodule::appendModule")));
+    QVERIFY(
+        !outputOf({folder.filePath(QStringLiteral("a.txt")), QStringLiteral("--loglevel=debug")})
+             .contains(QStringLiteral("supermodule::appendModule")));
+}
+
+QTEST_GUILESS_MAIN(ProgramTest)
+#include "programtest.moc"

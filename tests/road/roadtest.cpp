@@ -1,0 +1,178 @@
+#include "builddialog.h"
+#include "canvasfixture.h"
+#include "documentstate.h"
+#include "mainmodule.h"
+#include "mainwindow.h"
+#include "tztoolbar.h"
+
+#include <QDirIterator>
+#include <QProcess>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+namespace
+{
+const QString s_objects = QStringLiteral("/gcc/example/build/gcc/objects/");
+
+/** What the emulated robot did, a line each, without the times; the exit code behind. */
+QStringList trace(const QString& p_binary, int p_limit, int* p_exitCode)
+{
+    QProcess runner;
+    runner.start(qEnvironmentVariable("TILER_KIT") + QStringLiteral("/run-on-emulator"),
+                 {QStringLiteral("--limit"), QString::number(p_limit), p_binary});
+    if (!runner.waitForFinished(120000)) {
+        return {QStringLiteral("the emulator did not end")};
+    }
+    *p_exitCode = runner.exitCode();
+    QStringList lines = QString::fromUtf8(runner.readAllStandardOutput())
+                            .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    lines.replaceInStrings(QRegularExpression(QStringLiteral("^\\[ *[0-9.]+\\] ")), QString());
+    return lines;
+}
+} // namespace
+
+/** From a project to what the robot does, by the real window, its button, the kit and the emulator.
+ */
+class RoadTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void everyExampleGoesTheWholeRoad_data();
+    void everyExampleGoesTheWholeRoad();
+    void aProgramThatDoesNotCompileSaysSo();
+
+private:
+    /** Presses the download button and cancels the dialog once it waits for the controller. */
+    QString download(MainWindow& p_window);
+};
+
+void RoadTest::initTestCase()
+{
+    // The kit lies beside the program under test.
+    const QString source = qEnvironmentVariable("TILER_KIT");
+    const QString target = QCoreApplication::applicationDirPath() + QStringLiteral("/gcc");
+    QVERIFY(QFileInfo(source + QStringLiteral("/example/vantrel.h")).exists());
+    QDir(target).removeRecursively();
+    QProcess copy;
+    copy.start(QStringLiteral("cp"), {QStringLiteral("-r"), source, target});
+    QVERIFY(copy.waitForFinished() && copy.exitCode() == 0);
+}
+
+QString RoadTest::download(MainWindow& p_window)
+{
+    QString status;
+    QTimer watcher;
+    watcher.setInterval(50);
+    connect(&watcher, &QTimer::timeout, this, [&status] {
+        auto* dialog = qobject_cast<buildDialog*>(QApplication::activeModalWidget());
+        if (!dialog) {
+            return;
+        }
+        const auto* label = dialog->findChild<QLabel*>(QStringLiteral("status"));
+        if (label && label->text() != QStringLiteral("正在编译......")) {
+            status = label->text();
+            QTest::mouseClick(dialog->findChild<QPushButton*>(), Qt::LeftButton);
+        }
+    });
+    watcher.start();
+    for (QPushButton* button : p_window.toolBar()->findChildren<QPushButton*>()) {
+        if (button->toolTip() == QStringLiteral("下载")) {
+            QTest::mouseClick(button, Qt::LeftButton);
+        }
+    }
+    return status;
+}
+
+void RoadTest::everyExampleGoesTheWholeRoad_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("binary");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QStringList>("expected");
+
+    const auto drive = [](int p_a, int p_b) {
+        return QStringList{QStringLiteral("motor A (1) speed %1").arg(p_a),
+                           QStringLiteral("motor B (2) speed %1").arg(p_b)};
+    };
+    const auto timed = [&drive](int p_a, int p_b, const char* p_seconds) {
+        return drive(p_a, p_b) +
+               QStringList{QStringLiteral("wait %1 s").arg(QLatin1String(p_seconds))} + drive(0, 0);
+    };
+    const QStringList start{QStringLiteral("start")};
+    const QStringList stop = drive(0, 0) + QStringList{QStringLiteral("motor C (3) speed 0"),
+                                                       QStringLiteral("motor D (4) speed 0")};
+    const QStringList end{QStringLiteral("end")};
+
+    QStringList square = start;
+    for (int side = 0; side < 4; ++side) {
+        square += timed(50, -50, "1") + timed(50, 50, "0.5");
+    }
+    QTest::newRow("square") << "square"
+                            << "Square" << 0 << square + stop + end;
+    QTest::newRow("there-and-back")
+        << "there-and-back"
+        << "Back" << 0
+        << start + timed(50, -50, "2") + QStringList{QStringLiteral("wait 1 s")} +
+               timed(-50, 50, "2") + stop + end;
+    QTest::newRow("slow-and-fast")
+        << "slow-and-fast"
+        << "Speed" << 0
+        << start + timed(30, -30, "1") + timed(50, -50, "1") + timed(80, -80, "1") + stop + end;
+    QTest::newRow("zigzag") << "zigzag"
+                            << "Zigzag" << 0
+                            << start + timed(50, -50, "1") + timed(50, 50, "0.5") +
+                                   timed(50, -50, "1") + timed(-50, -50, "1") +
+                                   timed(50, -50, "1") + timed(50, 50, "0.5") + stop + end;
+    // An endless one: it begins like this, and the limit stops it.
+    QTest::newRow("bumper") << "bumper"
+                            << "Bumper" << 3 << start + drive(50, -50);
+}
+
+void RoadTest::everyExampleGoesTheWholeRoad()
+{
+    QFETCH(QString, file);
+    QFETCH(QString, binary);
+    QFETCH(int, exitCode);
+    QFETCH(QStringList, expected);
+
+    MainWindow window;
+    window.resize(1280, 768);
+    window.show();
+    window.openPath(qEnvironmentVariable("TILER_EXAMPLES") + QLatin1Char('/') + file +
+                    QStringLiteral(".tlrx"));
+    QVERIFY(window.fileName().endsWith(file + QStringLiteral(".tlrx")));
+    QCOMPARE(window.toolBar()->programName(), binary);
+    QCOMPARE(download(window), QStringLiteral("连接控制器...."));
+
+    const QString path =
+        QCoreApplication::applicationDirPath() + s_objects + binary + QStringLiteral(".bin");
+    QVERIFY(QFileInfo(path).size() > 57536);
+    int code = -1;
+    const QStringList lines = trace(path, 20, &code);
+    QCOMPARE(code, exitCode);
+    if (exitCode == 0) {
+        QCOMPARE(lines, expected);
+    } else {
+        QCOMPARE(lines.mid(0, expected.size()), expected);
+    }
+}
+
+void RoadTest::aProgramThatDoesNotCompileSaysSo()
+{
+    MainWindow window;
+    window.show();
+    // A name that no program can have: projects may bring in any.
+    window.toolBar()->setProgramName(QStringLiteral("a b"));
+    QCOMPARE(download(window), QStringLiteral("编译失败！"));
+    QDirIterator left(QCoreApplication::applicationDirPath() + s_objects,
+                      {QStringLiteral("a*.bin")}, QDir::Files);
+    QVERIFY(!left.hasNext());
+}
+
+QTEST_MAIN(RoadTest)
+#include "roadtest.moc"

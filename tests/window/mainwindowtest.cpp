@@ -1,0 +1,504 @@
+#include "mainwindow.h"
+#include "actionblock.h"
+#include "blockpanel.h"
+#include "canvasfixture.h"
+#include "documentstate.h"
+#include "editactionwindow.h"
+#include "mainmodule.h"
+#include "projectfile.h"
+#include "recentfiles.h"
+#include "tzblockwidget.h"
+#include "tztoolbar.h"
+
+#include <QAbstractButton>
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QScrollArea>
+#include <QSplitter>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTextBrowser>
+#include <QTimer>
+#include <QUrl>
+
+namespace
+{
+enum Button : int { Yes = 0, No = 1, Cancel = 2 };
+
+/** What the dialogs that came up said, in order. */
+QStringList s_said;
+
+/** Answers the dialogs to come, one entry a dialog: a button's place, or a path for a file dialog.
+ */
+class Answers : public QObject
+{
+public:
+    explicit Answers(const QVariantList& p_answers) : m_answers(p_answers)
+    {
+        s_said.clear();
+        m_timer.setInterval(20);
+        connect(&m_timer, &QTimer::timeout, this, &Answers::answer);
+        m_timer.start();
+    }
+    bool allUsed() const { return m_answers.isEmpty(); }
+
+private:
+    void answer()
+    {
+        QWidget* dialog = QApplication::activeModalWidget();
+        if (!dialog || m_answers.isEmpty()) {
+            return;
+        }
+        const QVariant next = m_answers.takeFirst();
+        if (auto* box = qobject_cast<QMessageBox*>(dialog)) {
+            s_said << box->windowTitle() + QLatin1Char('|') + box->text();
+            box->buttons().at(next.toInt())->click();
+        } else if (auto* files = qobject_cast<QFileDialog*>(dialog)) {
+            s_said << files->windowTitle();
+            if (next.toString().isEmpty()) {
+                files->reject();
+            } else {
+                files->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))
+                    ->setText(next.toString());
+                static_cast<QDialog*>(files)->accept();
+            }
+        }
+    }
+
+    QVariantList m_answers;
+    QTimer m_timer;
+};
+
+/** Drops a block behind the main block's chain of a shown window. */
+void addBlock(MainWindow& p_window, int p_id)
+{
+    TzProgramView* view = p_window.view();
+    const supermodule* last = view->mainBlock()->lastOf();
+    const QRectF rect = last->sceneBoundingRect();
+    const QPoint at = view->mapFromScene(QPointF(rect.right() + 70, last->scenePos().y() + 10));
+    const std::unique_ptr<QMimeData> data(blockDrag(p_id));
+    QDragEnterEvent enter(at, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(view->viewport(), &enter);
+    QDragMoveEvent move(at, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(view->viewport(), &move);
+    QDropEvent drop(at, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(view->viewport(), &drop);
+}
+
+QList<int> program(MainWindow& p_window)
+{
+    return CanvasFixture::ids(p_window.view()->mainBlock());
+}
+} // namespace
+
+class MainWindowTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void theWindowOpensOnAnEmptyProjectWithItsTitle();
+    void thePaletteLiesBelowTheCanvasAndTheCodePaneIsHidden();
+    void noInTheQuestionAtCloseEndsAndLosesTheChange();
+    void cancelInTheQuestionAtCloseKeepsTheWindow();
+    void closingAnUntitledDocumentWithoutAFileNameKeepsTheWindow();
+    void aSaveThatFailsKeepsTheWindow();
+    void savingAsksForANameOnceAndThenNoMore();
+    void saveAsTakesTheNewName();
+    void aSavedProjectEndsInTheActionDataAndResavingReplacesIt();
+    void openingTellsWhatWentWrong();
+    void openingLoadsProgramAndActionData();
+    void openingAsksAboutUnsavedChangesFirst();
+    void aSuffixInCapitalsIsNotOpened();
+    void codeFilesAreNotOpened();
+    void aDroppedProjectIsOpenedAfterTheQuestion();
+    void newWithNoChangesKeepsNoNameAndShowsUntitled();
+    void newResetsTheActionData();
+    void pressingShowCodeTwiceHidesThePane();
+    void pressingCThenPythonKeepsThePaneWithTheOtherText();
+    void thePaneFollowsADrop();
+    void theTemporaryFileLiesBesideTheProgramAndItsTimerNeverRuns();
+    void compiledDataGrowsAFileByImageAndTrailer();
+    void aNumberTypedOnTheKeyboardReachesTheBlock();
+    void thePaletteComesBackOnAPressOnEmptyCanvas();
+
+private:
+    QString path(const char* p_name = "a.tlrx") const
+    {
+        return m_dir->filePath(QLatin1String(p_name));
+    }
+    std::unique_ptr<QTemporaryDir> m_dir;
+    std::unique_ptr<MainWindow> m_window;
+};
+
+void MainWindowTest::init()
+{
+    m_dir = std::make_unique<QTemporaryDir>();
+    // The dialogs of Qt itself: those of a desktop can't be answered from here.
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    recentFiles.clear();
+    m_window = std::make_unique<MainWindow>();
+    m_window->resize(1280, 768);
+    m_window->show();
+    QApplication::processEvents();
+}
+
+void MainWindowTest::cleanup()
+{
+    documentModified = false;
+    m_window.reset();
+    QVERIFY(!mainWindow);
+    QVERIFY(!programView);
+    QVERIFY(moduleMap.isEmpty());
+    QVERIFY(rootModules.isEmpty());
+}
+
+void MainWindowTest::theWindowOpensOnAnEmptyProjectWithItsTitle()
+{
+    QCOMPARE(m_window->windowTitle(),
+             QStringLiteral("塔勒积木编程 v1.1.2 2020-12-17:  untitled[*]"));
+    QVERIFY(m_window->fileName().isEmpty());
+    QCOMPARE(program(*m_window), QList<int>{0});
+    QCOMPARE(mainWindow.data(), m_window.get());
+    QVERIFY(!documentModified);
+    const TzProgramView* view = m_window->view();
+    // The main block is in sight.
+    QVERIFY(view->viewport()->rect().contains(
+        view->mapFromScene(view->mainBlock()->sceneBoundingRect().center())));
+}
+
+void MainWindowTest::thePaletteLiesBelowTheCanvasAndTheCodePaneIsHidden()
+{
+    const auto globalRect = [](const QWidget* p_widget) {
+        return QRect(p_widget->mapToGlobal(QPoint(0, 0)), p_widget->size());
+    };
+    const QRect bar = globalRect(m_window->toolBar());
+    const QRect canvas = globalRect(m_window->view());
+    const QRect palette = globalRect(m_window->blockWidget());
+    QCOMPARE(bar.height(), 34);
+    QCOMPARE(canvas.top(), bar.bottom() + 1);
+    QCOMPARE(palette.top(), canvas.bottom() + 1);
+    QCOMPARE(palette.height(), 236);
+    QCOMPARE(canvas.width(), m_window->width());
+    QVERIFY(!m_window->codeBrowser()->isVisible());
+    QCOMPARE(m_window->codeBrowser()->font().pixelSize(), 12);
+}
+
+void MainWindowTest::noInTheQuestionAtCloseEndsAndLosesTheChange()
+{
+    addBlock(*m_window, 103);
+    QVERIFY(documentModified);
+    QVERIFY(m_window->isWindowModified());
+    Answers answers({No});
+    QVERIFY(m_window->close());
+    QCOMPARE(s_said, QStringList{QStringLiteral("保存|文件已修改，是否保存")});
+    QVERIFY(!m_window->isVisible());
+}
+
+void MainWindowTest::cancelInTheQuestionAtCloseKeepsTheWindow()
+{
+    addBlock(*m_window, 103);
+    Answers answers({Cancel});
+    QVERIFY(!m_window->close());
+    QVERIFY(m_window->isVisible());
+    QVERIFY(documentModified);
+    QCOMPARE(program(*m_window), (QList<int>{0, 103}));
+}
+
+void MainWindowTest::closingAnUntitledDocumentWithoutAFileNameKeepsTheWindow()
+{
+    addBlock(*m_window, 103);
+    Answers answers({Yes, QString()});
+    QVERIFY(!m_window->close());
+    QVERIFY(m_window->isVisible());
+    QCOMPARE(s_said.last(), QStringLiteral("保存文件"));
+    QVERIFY(documentModified);
+}
+
+void MainWindowTest::aSaveThatFailsKeepsTheWindow()
+{
+    QVERIFY(m_window->view()->saveFile(path()));
+    m_window->openPath(path());
+    addBlock(*m_window, 103);
+    // Its folder goes: there is nowhere to save to.
+    QVERIFY(QDir(m_dir->path()).removeRecursively());
+    Answers answers({Yes});
+    QVERIFY(!m_window->close());
+    QVERIFY(documentModified);
+    QCOMPARE(m_window->OnSaveFile(), 1);
+}
+
+void MainWindowTest::savingAsksForANameOnceAndThenNoMore()
+{
+    addBlock(*m_window, 103);
+    {
+        Answers answers({path()});
+        QCOMPARE(m_window->OnSaveFile(), 0);
+        QVERIFY(answers.allUsed());
+    }
+    QCOMPARE(m_window->fileName(), path());
+    QVERIFY(!documentModified);
+    QVERIFY(!m_window->isWindowModified());
+    QVERIFY(
+        m_window->windowTitle().endsWith(QStringLiteral(":  ") + path() + QStringLiteral("[*]")));
+    addBlock(*m_window, 102);
+    QCOMPARE(m_window->OnSaveFile(), 0);
+    QVERIFY(!documentModified);
+    m_window->OnNewFile();
+    QCOMPARE(program(*m_window), QList<int>{0});
+    m_window->openPath(path());
+    QCOMPARE(program(*m_window), (QList<int>{0, 103, 102}));
+}
+
+void MainWindowTest::saveAsTakesTheNewName()
+{
+    addBlock(*m_window, 103);
+    Answers answers({path("b.tlrx"), QString()});
+    m_window->OnSaveAsFile();
+    QCOMPARE(s_said, QStringList{QStringLiteral("Save File")});
+    QCOMPARE(m_window->fileName(), path("b.tlrx"));
+    QVERIFY(!documentModified);
+    m_window->OnSaveAsFile();
+    QCOMPARE(m_window->fileName(), path("b.tlrx"));
+}
+
+void MainWindowTest::aSavedProjectEndsInTheActionDataAndResavingReplacesIt()
+{
+    Answers answers({path()});
+    QCOMPARE(m_window->OnSaveFile(), 0);
+    const qint64 size = QFileInfo(path()).size();
+    QVERIFY(size > ProjectTailSize);
+    QCOMPARE(m_window->OnSaveFile(), 0);
+    QCOMPARE(QFileInfo(path()).size(), size);
+    QFile file(path());
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    file.seek(size - ProjectTailSize);
+    const ActionBlock built = builtActionBlock();
+    QCOMPARE(file.readAll(), QByteArray(reinterpret_cast<const char*>(&built), sizeof(built)));
+}
+
+void MainWindowTest::openingTellsWhatWentWrong()
+{
+    QFile bad(path());
+    QVERIFY(bad.open(QIODevice::WriteOnly));
+    bad.write("no project");
+    bad.close();
+    {
+        Answers answers({path(), 0});
+        m_window->OnOpenFile();
+        QVERIFY(answers.allUsed());
+        QCOMPARE(s_said, (QStringList{QStringLiteral("打开文件"),
+                                      QStringLiteral("打开文件|文件打开失败")}));
+    }
+    QVERIFY(bad.open(QIODevice::WriteOnly));
+    bad.write("<vantrel><tagCheck value=\"1\"/></vantrel>");
+    bad.close();
+    {
+        Answers answers({0});
+        m_window->openPath(path());
+        QCOMPARE(s_said, QStringList{QStringLiteral("打开文件|文件校验错误")});
+    }
+    QVERIFY(m_window->fileName().isEmpty());
+    Answers answers({QString()});
+    m_window->OnOpenFile();
+    QVERIFY(m_window->fileName().isEmpty());
+}
+
+void MainWindowTest::openingLoadsProgramAndActionData()
+{
+    addBlock(*m_window, 104);
+    ActionBlock image = builtActionBlock();
+    image.pages[3].nextPage = 7;
+    QVERIFY(m_window->view()->saveFile(
+        path(), QByteArray(reinterpret_cast<const char*>(&image), sizeof(image))));
+    documentModified = false;
+    m_window->OnNewFile();
+    QCOMPARE(program(*m_window), QList<int>{0});
+    m_window->openPath(path());
+    QCOMPARE(program(*m_window), (QList<int>{0, 104}));
+    QCOMPARE(int(m_window->actionWindow()->actionBlock().pages[3].nextPage), 7);
+    QCOMPARE(m_window->fileName(), path());
+    QVERIFY(!documentModified);
+}
+
+void MainWindowTest::openingAsksAboutUnsavedChangesFirst()
+{
+    QVERIFY(m_window->view()->saveFile(path()));
+    addBlock(*m_window, 104);
+    {
+        Answers answers({Cancel});
+        m_window->openPath(path());
+        QVERIFY(answers.allUsed());
+    }
+    QCOMPARE(program(*m_window), (QList<int>{0, 104}));
+    Answers answers({No});
+    m_window->openPath(path());
+    QCOMPARE(program(*m_window), QList<int>{0});
+}
+
+void MainWindowTest::aSuffixInCapitalsIsNotOpened()
+{
+    QVERIFY(m_window->view()->saveFile(path("a.TLRX")));
+    addBlock(*m_window, 104);
+    m_window->openPath(path("a.TLRX"));
+    QCOMPARE(program(*m_window), (QList<int>{0, 104}));
+    QVERIFY(m_window->fileName().isEmpty());
+}
+
+void MainWindowTest::codeFilesAreNotOpened()
+{
+    addBlock(*m_window, 104);
+    for (const char* name : {"a.tvc", "a.tvpy", "a.txt", "", "tlrx"}) {
+        m_window->openPath(QLatin1String(name));
+        QCOMPARE(program(*m_window), (QList<int>{0, 104}));
+    }
+}
+
+void MainWindowTest::aDroppedProjectIsOpenedAfterTheQuestion()
+{
+    QVERIFY(m_window->view()->saveFile(path()));
+    addBlock(*m_window, 104);
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(path())});
+    QWidget* viewport = m_window->view()->viewport();
+    QDragEnterEvent enter(QPoint(200, 200), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(viewport, &enter);
+    QDropEvent drop(QPoint(200, 200), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    Answers answers({No});
+    QApplication::sendEvent(viewport, &drop);
+    QCOMPARE(s_said.size(), 1);
+    QCOMPARE(m_window->fileName(), path());
+    QCOMPARE(program(*m_window), QList<int>{0});
+}
+
+void MainWindowTest::newWithNoChangesKeepsNoNameAndShowsUntitled()
+{
+    QVERIFY(m_window->view()->saveFile(path()));
+    m_window->openPath(path());
+    QVERIFY(!m_window->fileName().isEmpty());
+    m_window->OnNewFile();
+    QVERIFY(m_window->fileName().isEmpty());
+    QVERIFY(m_window->windowTitle().endsWith(QStringLiteral(":  untitled[*]")));
+    QVERIFY(!m_window->isWindowModified());
+    QCOMPARE(nextModuleKey, 1);
+}
+
+void MainWindowTest::newResetsTheActionData()
+{
+    QCOMPARE(int(m_window->actionWindow()->actionBlock().pages[0].steps[0].runTime), 50);
+    m_window->OnNewFile();
+    QCOMPARE(int(m_window->actionWindow()->actionBlock().pages[0].steps[0].runTime), 100);
+}
+
+void MainWindowTest::pressingShowCodeTwiceHidesThePane()
+{
+    m_window->toolBar()->OnShowCode();
+    QVERIFY(m_window->codeBrowser()->isVisible());
+    QVERIFY(m_window->codeBrowser()->toPlainText().startsWith(
+        QStringLiteral("#include \"vantrel.h\"\nvoid user_main()\n{\n")));
+    m_window->toolBar()->OnShowCode();
+    QVERIFY(!m_window->codeBrowser()->isVisible());
+}
+
+void MainWindowTest::pressingCThenPythonKeepsThePaneWithTheOtherText()
+{
+    m_window->toolBar()->OnShowCode();
+    m_window->toolBar()->OnShowPythonCode();
+    QVERIFY(m_window->codeBrowser()->isVisible());
+    QCOMPARE(m_window->codeBrowser()->toPlainText(), QStringLiteral("import Vantrel\n"));
+    m_window->toolBar()->OnShowPythonCode();
+    QVERIFY(!m_window->codeBrowser()->isVisible());
+}
+
+void MainWindowTest::thePaneFollowsADrop()
+{
+    m_window->toolBar()->OnShowCode();
+    QVERIFY(!m_window->codeBrowser()->toPlainText().contains(QStringLiteral("wait(1);")));
+    addBlock(*m_window, 101);
+    QVERIFY(m_window->codeBrowser()->toPlainText().contains(QStringLiteral("wait(1);")));
+    m_window->view()->deleteModule(m_window->view()->mainBlock()->next());
+    QVERIFY(!m_window->codeBrowser()->toPlainText().contains(QStringLiteral("wait(1);")));
+}
+
+void MainWindowTest::theTemporaryFileLiesBesideTheProgramAndItsTimerNeverRuns()
+{
+    for (const QTimer* timer : m_window->findChildren<QTimer*>()) {
+        QVERIFY(!timer->isActive() || timer->parent() != m_window.get());
+    }
+    const QString temporary = QCoreApplication::applicationDirPath() + QStringLiteral("/temp.tlrx");
+    QFile::remove(temporary);
+    m_window->OnAutoSaveFile();
+    QVERIFY(QFileInfo(temporary).size() > ProjectTailSize);
+    QVERIFY(QFile::remove(temporary));
+}
+
+void MainWindowTest::compiledDataGrowsAFileByImageAndTrailer()
+{
+    QFile file(path("a.bin"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("code");
+    file.close();
+    m_window->appendCompiledData(path("a.bin"));
+    QCOMPARE(QFileInfo(path("a.bin")).size(), 4 + 57472 + 64);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(file.readAll().mid(4 + 57472).startsWith(QByteArray::fromHex("55aa5a5a55aa5a5a") +
+                                                     " Korvane Kinetic Edition"));
+}
+
+void MainWindowTest::aNumberTypedOnTheKeyboardReachesTheBlock()
+{
+    addBlock(*m_window, 101);
+    supermodule* wait = m_window->view()->mainBlock()->next();
+    TzProgramView* view = m_window->view();
+    view->viewport()->repaint();
+    const QPoint field = view->mapFromScene(wait->scenePos() + QPointF(60, 120));
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, field);
+    const auto keyWith = [this](const QString& p_text) -> QPushButton* {
+        for (QPushButton* key : m_window->blockWidget()->findChildren<QPushButton*>()) {
+            if (key->text() == p_text && key->isVisible()) {
+                return key;
+            }
+        }
+        return nullptr;
+    };
+    documentModified = false;
+    for (const char* digit : {"0", ".", "7", "5"}) {
+        QPushButton* key = keyWith(QLatin1String(digit));
+        QVERIFY2(key, digit);
+        QTest::mouseClick(key, Qt::LeftButton);
+    }
+    QCOMPARE(wait->cCode(), QStringLiteral("wait(0.75);\n"));
+    QVERIFY(documentModified);
+    QVERIFY(!keyWith(QStringLiteral("-")));
+
+    // And by the keys of the computer.
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, field);
+    QTest::keyClicks(view, QStringLiteral("12"));
+    QTest::keyClick(view, Qt::Key_Backspace);
+    QCOMPARE(wait->cCode(), QStringLiteral("wait(1);\n"));
+}
+
+void MainWindowTest::thePaletteComesBackOnAPressOnEmptyCanvas()
+{
+    addBlock(*m_window, 101);
+    supermodule* wait = m_window->view()->mainBlock()->next();
+    TzProgramView* view = m_window->view();
+    view->viewport()->repaint();
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      view->mapFromScene(wait->scenePos() + QPointF(60, 120)));
+    // The panel that was there goes with the next turn of the event loop.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(!m_window->blockWidget()->findChild<BlockPanel*>());
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      QPoint(view->viewport()->width() - 30, 20));
+    QVERIFY(m_window->blockWidget()->findChild<BlockPanel*>());
+    QVERIFY(!focusModule);
+}
+
+QTEST_MAIN(MainWindowTest)
+#include "mainwindowtest.moc"
