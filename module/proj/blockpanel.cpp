@@ -62,7 +62,7 @@ void BlockPanel::mousePressEvent(QMouseEvent* p_event)
     if (found == m_records.constEnd() || !found->draggable) {
         return;
     }
-    const BlockRecord record = found.value();
+    const BlockRecord& record = found.value();
     const QPixmap plain = pressed->pixmap(Qt::ReturnByValue);
 
     auto* mime = new QMimeData;

@@ -134,6 +134,8 @@ TzBlockWidget::TzBlockWidget(QWidget* p_central, QWidget* p_parent)
     colourBar(m_currentCategory);
 
     m_scrollArea->setFrameShape(QFrame::NoFrame);
+    // Nothing in the strip takes the keys away from the canvas.
+    m_scrollArea->setFocusPolicy(Qt::NoFocus);
     m_scrollArea->installEventFilter(this);
     m_scrollArea->setStyleSheet(QStringLiteral(
         "QScrollBar:vertical {border: none; background: rgb(189,229,238);width: 16px;}"

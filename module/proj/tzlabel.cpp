@@ -7,6 +7,8 @@
 tzlabel::tzlabel(const QString& p_caption, QWidget* p_parent, Qt::WindowFlags)
     : QPushButton(p_caption, p_parent)
 {
+    // A change of the tab leaves the keys with the canvas.
+    setFocusPolicy(Qt::NoFocus);
 }
 
 void tzlabel::setImagePath(const QString& p_imagePath)

@@ -109,6 +109,7 @@ private slots:
     void closingAnUntitledDocumentWithoutAFileNameKeepsTheWindow();
     void aSaveThatFailsKeepsTheWindow();
     void savingAsksForANameOnceAndThenNoMore();
+    void aNameTypedWithoutTheEndingGetsIt();
     void saveAsTakesTheNewName();
     void aSavedProjectEndsInTheActionDataAndResavingReplacesIt();
     void openingTellsWhatWentWrong();
@@ -253,6 +254,14 @@ void MainWindowTest::savingAsksForANameOnceAndThenNoMore()
     QCOMPARE(program(*m_window), QList<int>{0});
     m_window->openPath(path());
     QCOMPARE(program(*m_window), (QList<int>{0, 103, 102}));
+}
+
+void MainWindowTest::aNameTypedWithoutTheEndingGetsIt()
+{
+    Answers answers({path("car")});
+    QCOMPARE(m_window->OnSaveFile(), 0);
+    QCOMPARE(m_window->fileName(), path("car.tlrx"));
+    QVERIFY(QFileInfo::exists(path("car.tlrx")));
 }
 
 void MainWindowTest::saveAsTakesTheNewName()

@@ -83,6 +83,8 @@ void TzProgramView::dropEvent(QDropEvent* p_event)
     emit mouseSignal(MouseDropped);
     documentModified = true;
     window()->setWindowModified(true);
+    // Delete and undo are meant for the canvas now.
+    setFocus();
     p_event->acceptProposedAction();
 }
 

@@ -13,6 +13,7 @@
 
 #include <QCloseEvent>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QMessageBox>
 #include <QScreen>
@@ -76,6 +77,7 @@ void MainWindow::buildWindow()
     QFont font = m_codeBrowser->font();
     font.setPixelSize(12);
     m_codeBrowser->setFont(font);
+    m_codeBrowser->setLineWrapMode(QTextEdit::NoWrap);
     const int screenWidth = QGuiApplication::primaryScreen()->size().width();
     m_codeBrowser->setGeometry(screenWidth - s_codePaneWidth, 0, s_codePaneWidth, height());
     m_codeBrowser->hide();
@@ -127,6 +129,9 @@ void MainWindow::connectParts()
             &TzProgramView::OnSelectNumberSignal);
     connect(m_blockWidget, &TzBlockWidget::editParamSignal, view,
             &TzProgramView::onEditParamSignal);
+
+    connect(m_blockWidget, &TzBlockWidget::updateViewSignal, view->viewport(),
+            QOverload<>::of(&QWidget::update));
 
     connect(view, &TzProgramView::mouseSignal, m_blockWidget, &TzBlockWidget::OnProgramMouse);
     connect(view, &TzProgramView::moduleUpdateSignal, this, &MainWindow::OnUpdateCode);
@@ -186,12 +191,33 @@ bool MainWindow::saveTo(const QString& p_path)
     return true;
 }
 
+QString MainWindow::askSavePath(const QString& p_title)
+{
+    QFileDialog dialog(this, p_title, QString(), QLatin1String(s_filter));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    // A name typed without the ending gets it, or the project could not be opened by its name.
+    dialog.setDefaultSuffix(QStringLiteral("tlrx"));
+    while (dialog.exec() == QDialog::Accepted) {
+        QString path = dialog.selectedFiles().value(0);
+        if (path.endsWith(QLatin1String(".tlrx"))) {
+            return path;
+        }
+        // The dialog leaves a name alone when there is a dot somewhere in its folders.
+        path += QStringLiteral(".tlrx");
+        if (!QFileInfo::exists(path)) {
+            return path;
+        }
+        // It would replace a file without asking: the dialog asks when it gets the full name.
+        dialog.selectFile(path);
+    }
+    return QString();
+}
+
 int MainWindow::OnSaveFile()
 {
     QString path = m_fileName;
     if (path.isEmpty()) {
-        path =
-            QFileDialog::getSaveFileName(this, tr("保存文件"), QString(), QLatin1String(s_filter));
+        path = askSavePath(tr("保存文件"));
     }
     return !path.isEmpty() && saveTo(path) ? 0 : 1;
 }
@@ -199,8 +225,7 @@ int MainWindow::OnSaveFile()
 void MainWindow::OnSaveAsFile()
 {
     // This title is not translated.
-    const QString path = QFileDialog::getSaveFileName(this, QStringLiteral("Save File"), QString(),
-                                                      QLatin1String(s_filter));
+    const QString path = askSavePath(QStringLiteral("Save File"));
     if (!path.isEmpty()) {
         saveTo(path);
     }
@@ -281,8 +306,11 @@ void MainWindow::closeEvent(QCloseEvent* p_event)
 
 void MainWindow::OnShowCode(int type)
 {
-    m_codeBrowser->setText(m_programView.generateVisibleCode(type));
+    m_codeBrowser->setPlainText(m_programView.generateVisibleCode(type));
     const bool shows = m_codeType != type;
+    if (shows && !m_codeBrowser->isVisible()) {
+        m_splitter->setSizes({width() - s_codePaneWidth, s_codePaneWidth});
+    }
     m_codeBrowser->setVisible(shows);
     m_codeType = shows ? type : static_cast<int>(NoCode);
 }
@@ -290,7 +318,7 @@ void MainWindow::OnShowCode(int type)
 void MainWindow::OnUpdateCode()
 {
     if (m_codeBrowser->isVisible()) {
-        m_codeBrowser->setText(m_programView.generateVisibleCode(m_codeType));
+        m_codeBrowser->setPlainText(m_programView.generateVisibleCode(m_codeType));
     }
 }
 

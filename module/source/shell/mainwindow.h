@@ -70,6 +70,8 @@ private:
     void buildWindow();
     void connectParts();
     bool mayLoseDocument();
+    /** Asks where to save to; empty when the user thinks better of it. */
+    QString askSavePath(const QString& p_title);
     bool saveTo(const QString& p_path);
     void openProject(const QString& p_path);
     void runBuild(const QString& p_name, int p_tasks);

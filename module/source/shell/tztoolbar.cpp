@@ -268,7 +268,7 @@ void TzToolBar::OnUpdateRecentMenuSignal()
     m_recentMenu.clear();
     const int shown = qMin(recentFiles.size(), s_recentShown);
     for (int i = 0; i < shown; ++i) {
-        const QString path = recentFiles.at(i);
+        const QString& path = recentFiles.at(i);
         m_recentMenu.addAction(QFileInfo(path).fileName(), this, &TzToolBar::OnRecentFile)
             ->setData(path);
     }

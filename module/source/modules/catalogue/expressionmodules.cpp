@@ -62,6 +62,13 @@ void symbolModule::writeAttributes(QDomElement& p_element) const
     p_element.setAttribute(QStringLiteral("n"), symbol);
 }
 
+QDomElement symbolModule::paramsElement() const
+{
+    QDomElement element = parameterModule::paramsElement();
+    element.removeAttribute(QStringLiteral("n"));
+    return element;
+}
+
 void symbolModule::setNumberKey(int p_index)
 {
     symbol = p_index;

@@ -29,6 +29,8 @@ public:
 
     QString cCode() const override;
     void loadXml(const QDomElement& p_element) override;
+    /** The port alone, without the symbol: that is meant. */
+    QDomElement paramsElement() const override;
     void setNumberKey(int p_index) override;
     void setParamIndex(int p_index) override;
     void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
