@@ -1,8 +1,8 @@
 #include "blockpanel.h"
 
+#include "dragpayload.h"
 #include "picturecache.h"
 
-#include <QDataStream>
 #include <QDrag>
 #include <QLabel>
 #include <QMimeData>
@@ -44,17 +44,6 @@ void BlockPanel::setPanelHeight(int p_height)
     setGeometry(0, 0, x + 5, p_height);
 }
 
-QString BlockPanel::dragMimeType() { return QStringLiteral("application/x-dnditemdata"); }
-
-QByteArray BlockPanel::dragData(const BlockRecord& p_record)
-{
-    QByteArray data;
-    QDataStream stream(&data, QIODevice::WriteOnly);
-    stream << p_record.image << p_record.pressedImage << p_record.caption
-           << static_cast<qint32>(p_record.id);
-    return data;
-}
-
 void BlockPanel::mousePressEvent(QMouseEvent* p_event)
 {
     auto* pressed = qobject_cast<QLabel*>(childAt(p_event->localPos().toPoint()));
@@ -66,7 +55,7 @@ void BlockPanel::mousePressEvent(QMouseEvent* p_event)
     const QPixmap plain = pressed->pixmap(Qt::ReturnByValue);
 
     auto* mime = new QMimeData;
-    mime->setData(dragMimeType(), dragData(record));
+    mime->setData(QLatin1String(blockMimeType()), blockDragData(record));
     auto* drag = new QDrag(this);
     // The panel is the source, but must not own the drag: it can be replaced before the drag ends,
     // and the platform needs the drag until then. The platform also deletes it.

@@ -22,14 +22,6 @@ public:
     /** A label for each block, in the order of the strip. */
     const QList<QLabel*>& labels() const { return m_labels; }
 
-    /** The format of what a dragged block carries. */
-    static QString dragMimeType();
-    /**
-     * What a dragged block carries: its picture, its pressed picture and its caption as texts and
-     * its id as a 32-bit integer, as QDataStream writes them.
-     */
-    static QByteArray dragData(const BlockRecord& p_record);
-
 protected:
     void mousePressEvent(QMouseEvent* p_event) override;
     /** Runs a drag to its end. The panel may be gone when this returns. */

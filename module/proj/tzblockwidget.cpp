@@ -5,6 +5,7 @@
 #include "blocktables.h"
 #include "iconspanel.h"
 #include "modulestyles.h"
+#include "mousestate.h"
 #include "numberspanel.h"
 #include "scale.h"
 #include "textspanel.h"
@@ -21,17 +22,6 @@
 
 namespace
 {
-// What the canvas's mouse is at.
-enum MouseType : int {
-    NoMouse = -1,
-    PressOnItem = 0,
-    DragInside = 1,
-    DragEnded = 2,
-    DragBelow = 4,
-    DroppedOnPalette = 5,
-    PressOnNothing = 6
-};
-
 // The word choosers that a block can ask for.
 enum PanelType : int { NotesPanel = 1, ServoIdsPanel = 2 };
 
@@ -116,7 +106,7 @@ TzBlockWidget::TzBlockWidget(QWidget* p_central, QWidget* p_parent)
       m_overlay(new BinOverlay(this)),
       m_scrollArea(new QScrollArea(this)),
       m_topBar(new QWidget(this)),
-      m_lastMouseType(NoMouse)
+      m_lastMouseType(MouseUnknown)
 {
     blockRecords();
     setAutoFillBackground(true);
@@ -312,25 +302,25 @@ void TzBlockWidget::OnProgramMouse(int p_type)
     }
     m_lastMouseType = p_type;
     switch (p_type) {
-    case PressOnItem:
+    case MousePressedItem:
         endDrag(0);
         break;
-    case DragInside:
+    case MouseDragsInside:
         m_overlay->setImagePath(QStringLiteral(":/close.png"));
         m_overlay->show();
         m_overlay->raise();
         break;
-    case DragEnded:
+    case MouseDone:
         endDrag(0);
-        m_lastMouseType = NoMouse;
+        m_lastMouseType = MouseUnknown;
         break;
-    case DragBelow:
+    case MouseDragsOut:
         m_overlay->setImagePath(QStringLiteral(":/open.png"));
         break;
-    case DroppedOnPalette:
+    case MouseDropped:
         endDrag(1);
         break;
-    case PressOnNothing:
+    case MousePressedEmpty:
         if (m_choosing) {
             showBlocks();
         }

@@ -8,6 +8,7 @@
 
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
 
 namespace
@@ -46,6 +47,9 @@ private slots:
     void aRightPressNeverStartsADrag();
     void thePreviewClosesWhenTheBlockMovesAway();
     void aDraggedChainIsOnTopUntilItIsReleased();
+    void aSecondButtonInMidDragEndsIt();
+    void aSaveOrACopyInMidDragFindsTheBlockLinked();
+    void aDoubleClickAndDragMovesNoBlockOutOfItsChain();
     void aLooseBlockRestsOnWholeUnits();
     void theDeleteKeyDeletesWhateverTheModifiers();
     void aPressTakesTheMarkFromANumberField();
@@ -266,6 +270,61 @@ void GestureTest::aDraggedChainIsOnTopUntilItIsReleased()
     QCOMPARE(first->zValue(), 0.0);
     QCOMPARE(second->zValue(), 0.0);
     QVERIFY(!first->m_moved);
+}
+
+void GestureTest::aSecondButtonInMidDragEndsIt()
+{
+    CanvasFixture canvas;
+    supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
+    supermodule* loose = canvas.drop(s_wait, QPointF(600, 420));
+    const QPointF grip = loose->scenePos() + QPointF(30, 30);
+    canvas.press(grip);
+    canvas.move(QPointF(240, 200) + QPointF(30, 30));
+    canvas.press(QPointF(900, 560), Qt::RightButton);
+    canvas.view.contextMenu().close();
+    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, s_wait, s_forward}));
+    QCOMPARE(loose->zValue(), 0.0);
+    QCOMPARE(first->scenePos(), QPointF(360, 200));
+    canvas.release(QPointF(900, 560));
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
+}
+
+void GestureTest::aSaveOrACopyInMidDragFindsTheBlockLinked()
+{
+    for (const bool copies : {false, true}) {
+        CanvasFixture canvas;
+        supermodule* loose = canvas.drop(s_wait, QPointF(600, 420));
+        canvas.press(loose->scenePos() + QPointF(30, 30));
+        canvas.move(QPointF(240, 200) + QPointF(30, 30));
+        QVERIFY(canvas.view.preview()->isVisible());
+        if (copies) {
+            canvas.view.OnCopy();
+        } else {
+            QTemporaryDir folder;
+            QVERIFY(canvas.view.saveFile(folder.filePath(QStringLiteral("a.tlrx"))));
+        }
+        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, s_wait}));
+        QCOMPARE(canvas.brokenInvariants(), QStringList());
+        canvas.release(QPointF(300, 300));
+        QCOMPARE(canvas.brokenInvariants(), QStringList());
+    }
+}
+
+void GestureTest::aDoubleClickAndDragMovesNoBlockOutOfItsChain()
+{
+    CanvasFixture canvas;
+    supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
+    const QPointF home = first->scenePos();
+    const QPointF grip = home + QPointF(30, 30);
+    canvas.click(grip);
+    QTest::mouseDClick(canvas.view.viewport(), Qt::LeftButton, Qt::NoModifier, canvas.at(grip));
+    QMouseEvent again(QEvent::MouseButtonDblClick, canvas.at(grip), Qt::LeftButton, Qt::LeftButton,
+                      Qt::NoModifier);
+    QApplication::sendEvent(canvas.view.viewport(), &again);
+    canvas.move(grip + QPointF(50, 150));
+    QCOMPARE(first->scenePos(), home);
+    canvas.release(grip + QPointF(50, 150));
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
 }
 
 void GestureTest::aLooseBlockRestsOnWholeUnits()

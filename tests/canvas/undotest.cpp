@@ -19,6 +19,9 @@ private slots:
     void aDeletedBlockComesBackWithAllThatHungUnderIt();
     void deleteUndoRedoUndoEndsWhereItBegan();
     void aBlockDeletedByTheKeyComesBackWhereItStood();
+    void aRebuiltBlockIsNeverLinkedToTheHiddenPreview();
+    void redoOfADeleteKeepsWhatCameBehindTheBlockSince();
+    void undoOfAPasteKeepsWhatWasLinkedBehindItSince();
     void aCommandWhoseBlockIsGoneDoesNothing();
     void aParameterChangedBackAndForth();
     void aMoveCommandLinksAndComesBack();
@@ -83,6 +86,53 @@ void UndoTest::aBlockDeletedByTheKeyComesBackWhereItStood()
     QCOMPARE(back->opacity(), 0.5);
     canvas.key(Qt::Key_Y, Qt::ControlModifier);
     QCOMPARE(canvas.blocks().size(), 1);
+}
+
+void UndoTest::aRebuiltBlockIsNeverLinkedToTheHiddenPreview()
+{
+    CanvasFixture canvas;
+    supermodule* last = canvas.dropBehind(canvas.main(), 102);
+    // The preview is left where the new block lands, in front of the last one.
+    canvas.drop(103, last->scenePos() + QPointF(70, 5));
+    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 103, 102}));
+    canvas.click(last->scenePos() + QPointF(30, 30));
+    canvas.key(Qt::Key_Delete);
+    canvas.key(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 103, 102}));
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
+}
+
+void UndoTest::redoOfADeleteKeepsWhatCameBehindTheBlockSince()
+{
+    CanvasFixture canvas;
+    supermodule* first = canvas.dropBehind(canvas.main(), 103);
+    canvas.view.deleteModule(first);
+    canvas.view.undoStack().undo();
+    canvas.dropBehind(canvas.main()->next(), 101);
+    canvas.main()->next()->next()->setNumberKey(Qt::Key_5);
+    const QString text = canvas.view.generateVisibleCode(1);
+    canvas.view.undoStack().redo();
+    QCOMPARE(canvas.blocks().size(), 1);
+    canvas.view.undoStack().undo();
+    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 103, 101}));
+    QCOMPARE(canvas.view.generateVisibleCode(1), text);
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
+}
+
+void UndoTest::undoOfAPasteKeepsWhatWasLinkedBehindItSince()
+{
+    CanvasFixture canvas;
+    supermodule* source = canvas.dropBehind(canvas.main(), 103);
+    canvas.press(source->scenePos() + QPointF(30, 30), Qt::RightButton);
+    canvas.view.contextMenu().close();
+    canvas.view.OnCopyAndPaste();
+    supermodule* pasted = moduleMap.last();
+    supermodule* own = canvas.dropBehind(pasted, 101);
+    QCOMPARE(CanvasFixture::ids(pasted), (QList<int>{103, 101}));
+    canvas.view.undoStack().undo();
+    QCOMPARE(canvas.blocks().size(), 3);
+    QVERIFY(!own->parentModule());
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
 }
 
 void UndoTest::aCommandWhoseBlockIsGoneDoesNothing()

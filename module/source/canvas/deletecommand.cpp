@@ -10,23 +10,33 @@ namespace moduleUndoCommand
 {
 deleteCommand::deleteCommand(TzProgramView* p_view, supermodule* p_module,
                              const QPointF& p_position)
-    : m_view(p_view), m_keys(registryKeysUnder(p_module)), m_position(p_position)
+    : m_view(p_view), m_key(p_module->registryKey), m_position(p_position)
 {
-    // The chain and the bodies go with the block, so all of them are written down.
-    QDomElement node = m_document.createElement(QStringLiteral("node"));
-    m_document.appendChild(node);
-    writeChain(node, m_document, p_module);
 }
 
 void deleteCommand::redo()
 {
-    m_view->removeModule(moduleMap.value(m_keys.first()));
+    supermodule* module = moduleMap.value(m_key);
+    if (!module) {
+        return;
+    }
+    if (!m_keys.isEmpty()) {
+        m_position = module->scenePos();
+    }
+    // Written down anew each time: drops and moves since the last undo aren't commands. The chain
+    // and the bodies go with the block, so all of them are.
+    m_keys = registryKeysUnder(module);
+    m_document = QDomDocument();
+    QDomElement node = m_document.createElement(QStringLiteral("node"));
+    m_document.appendChild(node);
+    writeChain(node, m_document, module);
+    m_view->removeModule(module);
     documentModified = true;
 }
 
 void deleteCommand::undo()
 {
-    if (moduleMap.contains(m_keys.first())) {
+    if (moduleMap.contains(m_key)) {
         return;
     }
     supermodule* module = buildChain(

@@ -11,8 +11,8 @@ class TzProgramView;
 namespace moduleUndoCommand
 {
 /**
- * Deletes a block with all that hangs under it. Undo builds it anew from what was written down,
- * puts it where it was and links it there if its place is free.
+ * Deletes a block with all that hangs under it at that moment. Undo builds it anew from what was
+ * written down, puts it where it was and links it there if its place is free.
  */
 class deleteCommand : public QUndoCommand
 {
@@ -25,6 +25,7 @@ public:
 
 private:
     TzProgramView* m_view;
+    int m_key;
     /** Of the block and of all under it: other commands know them by these. */
     QVector<int> m_keys;
     QPointF m_position;

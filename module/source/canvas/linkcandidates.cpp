@@ -8,18 +8,11 @@ QList<LinkCandidate> collectLinkCandidates(const supermodule* p_module,
     if (p_module == p_mainModule) {
         return list;
     }
-    const QList<QGraphicsItem*> items = p_module->collidingItems(Qt::IntersectsItemShape);
-    for (QGraphicsItem* item : items) {
-        if (item->type() != collisionItem::Type) {
-            continue;
-        }
-        supermodule* owner = supermodule::fromItem(item->parentItem());
-        if (!owner || owner == p_preview || p_module->containsModule(owner)) {
-            continue;
-        }
-        const auto* connector = static_cast<collisionItem*>(item);
+    const QList<collisionItem*> connectors = p_module->touchedConnectors();
+    for (const collisionItem* connector : connectors) {
+        supermodule* owner = supermodule::fromItem(connector->parentItem());
         const int type = connector->linkType();
-        if (type != NoLink) {
+        if (type != NoLink && owner != p_preview && !p_module->containsModule(owner)) {
             list.append({owner, type, p_module->distanceTo(*connector)});
         }
     }

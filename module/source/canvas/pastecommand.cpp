@@ -7,6 +7,29 @@
 #include "supermodule.h"
 #include "tzprogramview.h"
 
+#include <QSet>
+
+namespace
+{
+/** Cuts off what hangs under pasted blocks without being pasted itself: it stays, loose. */
+void letGoOfOthers(supermodule* p_head, const QVector<int>& p_pasted)
+{
+    const QSet<int> pasted(p_pasted.cbegin(), p_pasted.cend());
+    QVector<supermodule*> others;
+    forEachModule(p_head, [&](supermodule* p_each) {
+        const supermodule* parent = p_each->parentModule();
+        if (p_each != p_head && !pasted.contains(p_each->registryKey) &&
+            pasted.contains(parent->registryKey)) {
+            others.append(p_each);
+        }
+    });
+    for (supermodule* other : qAsConst(others)) {
+        other->detachFromParent();
+        other->refreshOpacity();
+    }
+}
+} // namespace
+
 namespace moduleUndoCommand
 {
 pasteCommand::pasteCommand(TzProgramView* p_view, const QString& p_text, int p_x, int p_y)
@@ -46,7 +69,9 @@ void pasteCommand::undo()
 {
     documentModified = true;
     for (const QVector<int>& keys : qAsConst(m_keys)) {
-        m_view->removeModule(moduleMap.value(keys.first()));
+        supermodule* head = moduleMap.value(keys.first());
+        letGoOfOthers(head, keys);
+        m_view->removeModule(head);
     }
 }
 } // namespace moduleUndoCommand

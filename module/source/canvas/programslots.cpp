@@ -5,6 +5,8 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
+
 namespace
 {
 const modulesId s_firstSubProgram = 404;
@@ -58,13 +60,19 @@ modulesId slotOf(const supermodule* p_module)
 QList<supermodule*> rootBlocks(const QGraphicsScene& p_scene)
 {
     QList<supermodule*> roots;
-    const QList<QGraphicsItem*> items = p_scene.items(Qt::DescendingOrder);
+    const QList<QGraphicsItem*> items = p_scene.items();
     for (QGraphicsItem* item : items) {
         supermodule* module = supermodule::fromItem(item);
         if (module && !module->parentModule()) {
             roots.append(module);
         }
     }
+    // Without an index the scene's own order depends on addresses.
+    std::stable_sort(
+        roots.begin(), roots.end(), [](const supermodule* p_a, const supermodule* p_b) {
+            return p_a->zValue() != p_b->zValue() ? p_a->zValue() > p_b->zValue()
+                                                  : p_a->registryKey > p_b->registryKey;
+        });
     return roots;
 }
 

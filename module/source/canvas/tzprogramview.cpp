@@ -151,12 +151,16 @@ void TzProgramView::makeVisibleButtons()
         return;
     }
     const QRectF seen = mapToScene(viewport()->rect()).boundingRect();
-    const QSet<supermodule*> waiting = blocksWithoutButtons;
-    for (supermodule* module : waiting) {
+    // Gathered first: a block that gets its buttons leaves the set.
+    QVector<supermodule*> due;
+    for (supermodule* module : qAsConst(blocksWithoutButtons)) {
         if (module->isVisible() && module->scene() == m_scene &&
             seen.intersects(module->sceneBoundingRect())) {
-            module->ensureButtons();
+            due.append(module);
         }
+    }
+    for (supermodule* module : qAsConst(due)) {
+        module->ensureButtons();
     }
 }
 
@@ -242,6 +246,7 @@ void TzProgramView::OnDelSub()
         QMessageBox::information(this, tr("提示"), tr("主程序不能删除"));
         return;
     }
+    hideFeedback();
     if (supermodule* root = firstVisibleRoot(1)) {
         const int id = root->id;
         for (auto& entry : subProgramNames()) {

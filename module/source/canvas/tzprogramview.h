@@ -3,6 +3,7 @@
 #include "linkcandidates.h"
 #include "modulehost.h"
 #include "modulesid.h"
+#include "mousestate.h"
 
 #include <QClipboard>
 #include <QGraphicsView>
@@ -19,16 +20,6 @@ class mainModule;
 class ProgramNameHolder;
 class supermodule;
 class tzprogramscene;
-
-/** What mouseSignal() tells the palette. */
-enum MouseState : int {
-    MousePressedItem = 0,
-    MouseDragsInside = 1, /**< a block is dragged, its lower edge inside the view */
-    MouseDone = 2,        /**< right press; every release */
-    MouseDragsOut = 4,    /**< a block is dragged and would be deleted if released */
-    MouseDropped = 5,     /**< a block was dropped from the palette */
-    MousePressedEmpty = 6
-};
 
 /**
  * The flow-chart canvas: shows the blocks of one program slot and handles mouse, keys, drops,
@@ -166,6 +157,8 @@ private:
     void showFeedback(supermodule* p_target, int p_type);
     void hideFeedback();
     void settle(supermodule* p_module);
+    void finishDrag();
+    void dropUnfinished();
     void dropUrls(const QMimeData* p_data);
 
     void pasteAt(int x, int y);
@@ -177,6 +170,8 @@ private:
     bool m_pressed = false;
     QPointer<supermodule> m_current;
     QPointer<supermodule> m_copied;
+    /** The hidden block of a drag from the palette, until it is dropped. */
+    QPointer<supermodule> m_incoming;
     QMenu m_menu;
     QPointF m_lastScenePos;
     QPointF m_pressPos;
@@ -196,7 +191,7 @@ private:
     FeedbackModule* m_feedback = nullptr;
     QPointer<supermodule> m_target;
     int m_type = NoLink;
-    int m_distance = 10000;
+    int m_distance = 10000; /**< of the candidate that the preview shows */
     double m_zoom = 1.0;
 
     QPixmap m_backgroundPicture;

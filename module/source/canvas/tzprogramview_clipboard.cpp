@@ -24,6 +24,7 @@ bool TzProgramView::hasClipboardBlocks() const
 
 void TzProgramView::OnCopy()
 {
+    finishDrag();
     // There is one main block: it isn't taken along.
     if (m_current && m_current != m_mainModule) {
         if (m_copied) {

@@ -11,13 +11,28 @@
 #include <QMimeData>
 #include <QUrl>
 
+void TzProgramView::dropUnfinished()
+{
+    hideFeedback();
+    m_linkCandidates.clear();
+    if (m_incoming) {
+        if (supermodule* behind = m_incoming->next()) {
+            m_incoming->removeChild(behind);
+        }
+        m_incoming->detachFromParent();
+        supermodule::deleteTree(m_incoming);
+    }
+}
+
 void TzProgramView::dragEnterEvent(QDragEnterEvent* p_event)
 {
     QGraphicsView::dragEnterEvent(p_event);
+    dropUnfinished();
     int id = 0;
     if (readBlockDrag(p_event->mimeData(), id)) {
         m_current = createModuleFromId(id);
         if (m_current) {
+            m_incoming = m_current;
             registerModule(m_current);
             m_current->hide();
             m_scene->addItem(m_current);
@@ -54,15 +69,7 @@ void TzProgramView::dragLeaveEvent(QDragLeaveEvent* p_event)
     QGraphicsView::dragLeaveEvent(p_event);
     qCDebug(tilerLog) << "dragLeaveEvent" << p_event;
     // The gap closes with the block that it was for.
-    hideFeedback();
-    m_linkCandidates.clear();
-    if (m_current) {
-        if (supermodule* behind = m_current->next()) {
-            m_current->removeChild(behind);
-        }
-        m_current->detachFromParent();
-        supermodule::deleteTree(m_current);
-    }
+    dropUnfinished();
 }
 
 void TzProgramView::dropEvent(QDropEvent* p_event)
@@ -72,6 +79,7 @@ void TzProgramView::dropEvent(QDropEvent* p_event)
         return;
     }
     if (m_current) {
+        m_incoming.clear();
         m_current->show();
         settle(m_current);
     }

@@ -35,8 +35,22 @@ supermodule* TzProgramView::moduleAt(const QList<QGraphicsItem*>& p_items, qreal
     return found;
 }
 
+void TzProgramView::finishDrag()
+{
+    if (m_pressed && m_current && m_current->m_moved) {
+        m_current->m_moved = false;
+        settle(m_current);
+        m_current->setTreeZValue(0);
+    }
+    hideFeedback();
+    m_pressed = false;
+    m_linkCandidates.clear();
+}
+
 void TzProgramView::mousePressEvent(QMouseEvent* p_event)
 {
+    // A second button in the middle of a drag ends it.
+    finishDrag();
     if (SelectableButton* marked = SelectableButton::current()) {
         marked->setSelected(false);
     }
@@ -64,8 +78,10 @@ void TzProgramView::mousePressEvent(QMouseEvent* p_event)
         }
         if (m_current) {
             pressedModule = m_current;
-            m_pressModulePos = m_current->scenePos();
         }
+    }
+    if (m_current) {
+        m_pressModulePos = m_current->scenePos();
     }
     graphicsItem_Param* popUp = graphicsItem_Param::existing();
     if (popUp && !items.contains(popUp)) {
@@ -158,6 +174,7 @@ void TzProgramView::previewBestCandidate(supermodule* p_module)
     const LinkCandidate best = bestLinkCandidate(m_linkCandidates);
     if (best.m_target) {
         showFeedback(best.m_target, best.m_type);
+        m_distance = best.m_distance;
     } else {
         hideFeedback();
     }
@@ -177,7 +194,7 @@ void TzProgramView::showFeedback(supermodule* p_target, int p_type)
 
 void TzProgramView::hideFeedback()
 {
-    if (!m_feedback->isVisible()) {
+    if (!m_feedback->isVisible() && !m_feedback->parentModule() && !m_feedback->next()) {
         return;
     }
     m_feedback->detachFromParent();
@@ -226,6 +243,7 @@ void TzProgramView::keyPressEvent(QKeyEvent* p_event)
     if (p_event->key() == Qt::Key_Delete) {
         OnDelItem();
     } else if (p_event->modifiers() & Qt::ControlModifier) {
+        finishDrag();
         switch (p_event->key()) {
         case Qt::Key_V: {
             const QPoint at = mapToScene(viewport()->mapFromGlobal(QCursor::pos())).toPoint();

@@ -21,7 +21,7 @@ QList<supermodule*> TzProgramView::storedRoots() const
 
 bool TzProgramView::saveFile(const QString& p_path, const QByteArray& p_tail)
 {
-    hideFeedback();
+    finishDrag();
     if (!writeProject(p_path, projectText(storedRoots(), m_nameHolder), p_tail)) {
         return false;
     }
@@ -32,7 +32,7 @@ bool TzProgramView::saveFile(const QString& p_path, const QByteArray& p_tail)
 
 bool TzProgramView::saveTempFile(const QString& p_path, const QByteArray& p_tail)
 {
-    hideFeedback();
+    finishDrag();
     return writeProject(p_path, temporaryProjectText(storedRoots(), m_nameHolder), p_tail);
 }
 

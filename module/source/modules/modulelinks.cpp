@@ -6,6 +6,8 @@
 #include <QDebug>
 #include <QLineF>
 
+#include <algorithm>
+
 namespace
 {
 /** Where a block stands when it comes loose behind a chain that nothing can follow. */
@@ -109,6 +111,8 @@ void supermodule::insertAt(LinkType p_type, supermodule* p_module)
     updateTree();
 }
 
+void supermodule::hangModule(LinkType p_type, supermodule* p_module) { setLink(p_type, p_module); }
+
 void supermodule::removeChild(supermodule* p_child)
 {
     bool removed = false;
@@ -138,18 +142,35 @@ int supermodule::distanceTo(const collisionItem& p_connector) const
     return static_cast<int>(QLineF(grip, socket).length());
 }
 
-bool supermodule::CollisionDetection(supermodule*& p_target, int& p_type)
+QList<collisionItem*> supermodule::touchedConnectors() const
 {
+    QList<collisionItem*> connectors;
     const QList<QGraphicsItem*> items = collidingItems(Qt::IntersectsItemShape);
     for (QGraphicsItem* item : items) {
-        if (item->type() != collisionItem::Type || item->parentItem() == this) {
+        // The scene lists hidden items, too, such as the connectors of the idle drop preview.
+        if (item->type() == collisionItem::Type && item->isVisible() &&
+            item->parentItem() != this && fromItem(item->parentItem())) {
+            connectors.append(static_cast<collisionItem*>(item));
+        }
+    }
+    // Without an index the scene's own order depends on addresses; this one is the stacking's.
+    std::stable_sort(connectors.begin(), connectors.end(),
+                     [](const collisionItem* p_a, const collisionItem* p_b) {
+                         return fromItem(p_a->parentItem())->registryKey >
+                                fromItem(p_b->parentItem())->registryKey;
+                     });
+    return connectors;
+}
+
+bool supermodule::CollisionDetection(supermodule*& p_target, int& p_type)
+{
+    const QList<collisionItem*> connectors = touchedConnectors();
+    for (const collisionItem* connector : connectors) {
+        supermodule* owner = fromItem(connector->parentItem());
+        if (isAncestor(this, owner)) {
             continue;
         }
-        supermodule* owner = fromItem(item->parentItem());
-        if (!owner || isAncestor(this, owner)) {
-            continue;
-        }
-        const LinkType type = static_cast<collisionItem*>(item)->linkType();
+        const LinkType type = connector->linkType();
         const bool free = type != NoLink && !owner->linkedTo(type);
         const bool branch = type == LeftLink || type == RightLink;
         if (!(branch && free) && m_parent == owner) {

@@ -7,7 +7,7 @@
 
 /**
  * Calls p_visit for a block and for all under it, parents before children, each once. Walks with
- * a stack of its own, so that neither length nor nesting of a program can overflow the real one.
+ * a stack of its own, so that neither length nor nesting can overflow the real one.
  * p_visit must not change links.
  */
 template <class Visit> void forEachModule(supermodule* p_module, Visit p_visit)

@@ -67,6 +67,8 @@ void supermodule::initialise()
     m_selectItem.setParentItem(this);
     m_pixmap = picture(m_pressedPath);
     setSelectPicture(selectPictureOf(id));
+    // By its rectangle: the shape of its picture would be worked out for each block anew.
+    m_selectItem.setShapeMode(QGraphicsPixmapItem::BoundingRectShape);
     m_selectItem.setPos(0, 0);
     m_selectItem.hide();
     setToolTip(m_text);
@@ -147,10 +149,7 @@ void supermodule::mousePressEvent(QGraphicsSceneMouseEvent* p_event)
     QGraphicsItem::mousePressEvent(p_event);
 }
 
-void supermodule::mouseMoveEvent(QGraphicsSceneMouseEvent* p_event)
-{
-    QGraphicsItem::mouseMoveEvent(p_event);
-}
+void supermodule::mouseMoveEvent(QGraphicsSceneMouseEvent*) {}
 
 void supermodule::mouseReleaseEvent(QGraphicsSceneMouseEvent* p_event)
 {

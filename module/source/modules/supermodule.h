@@ -25,7 +25,8 @@ class QGraphicsProxyWidget;
  * shape that no block of the present catalogue has, but that every walk honours. The root of a
  * chain is the block without a parent. Links change through the operations here alone.
  *
- * Blocks are heap objects that the document owns: they die by deleteTree() or with the view. All
+ * Blocks are heap objects that the document owns: they die by deleteTree(), with a new document
+ * or with the view. All
  * coordinates are scene units; blocks are top-level items, so pos() is the scene position.
  * Interface thread only.
  */
@@ -121,11 +122,18 @@ public:
     void setLeftModule(supermodule* p_module);
     /** The same as insertModule() for the right branch. */
     void setRightModule(supermodule* p_module);
+    /** Hangs a chain on a free link. Lays nothing out: for whoever builds a tree. */
+    void hangModule(LinkType p_type, supermodule* p_module);
     /** Unlinks a direct child and lays the rest of the program out anew; ignores any other block.
      */
     void removeChild(supermodule* p_child);
     /** Unlinks this block from its parent, if it has one, and lays out what stays. */
     void detachFromParent();
+    /**
+     * The connectors of other blocks in sight that the block touches where it stands, those of
+     * newer blocks first.
+     */
+    QList<collisionItem*> touchedConnectors() const;
     /**
      * Links the block, where it stands, to the first free connector that it touches and that
      * doesn't hang under it. p_target and p_type tell where. False, and the block unlinked, if
@@ -194,6 +202,7 @@ protected:
     supermodule(const supermodule& p_other);
 
     void mousePressEvent(QGraphicsSceneMouseEvent* p_event) override;
+    /** Swallowed: the view moves blocks, with all that hangs under them. */
     void mouseMoveEvent(QGraphicsSceneMouseEvent* p_event) override;
     void mouseReleaseEvent(QGraphicsSceneMouseEvent* p_event) override;
     /** A double click on a block is swallowed. */

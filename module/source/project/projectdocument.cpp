@@ -42,10 +42,10 @@ supermodule* buildModule(const QDomElement& p_element, QGraphicsScene* p_scene)
             p_scene);
     };
     if (supermodule* left = body(QStringLiteral("left"))) {
-        module->setLeftModule(left);
+        module->hangModule(LeftLink, left);
     }
     if (supermodule* right = body(QStringLiteral("right"))) {
-        module->setRightModule(right);
+        module->hangModule(RightLink, right);
     }
     return module;
 }

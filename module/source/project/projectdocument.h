@@ -3,8 +3,6 @@
 #include <QDomDocument>
 #include <QList>
 
-#include <functional>
-
 class ProgramNameHolder;
 class QGraphicsScene;
 class supermodule;
@@ -30,9 +28,9 @@ void writeChain(QDomElement& p_parent, QDomDocument& p_document, const supermodu
 
 /**
  * Builds the chain of a `module` element and its siblings: each block with its connectors and
- * flags, in p_scene, loaded and registered under a new key; bodies are linked, nothing is laid
- * out beyond them. Elements of unknown type are left out with what hangs under them. Null for a
- * null element and for a chain of which nothing is known.
+ * flags, in p_scene, loaded and registered under a new key, and its bodies. Nothing is laid out.
+ * Elements of unknown type are left out with what hangs under them. Null for a null element and for
+ * a chain of which nothing is known.
  */
 supermodule* buildChain(const QDomElement& p_first, QGraphicsScene* p_scene);
 

@@ -62,8 +62,11 @@ bool writeProject(const QString& p_path, const QByteArray& p_text, const QByteAr
     // The XML is a text file of the platform; the bytes behind it are not.
     text.replace('\n', "\r\n");
 #endif
-    if (file.write(text) != text.size() || file.write(p_tail) != p_tail.size()) {
+    // Flushed here: without a temporary file the commit doesn't tell of a full disk.
+    const bool written =
+        file.write(text) == text.size() && file.write(p_tail) == p_tail.size() && file.flush();
+    if (!written) {
         file.cancelWriting();
     }
-    return file.commit();
+    return file.commit() && written;
 }

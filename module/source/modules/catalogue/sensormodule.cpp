@@ -41,8 +41,9 @@ void sensorModule::writeAttributes(QDomElement& p_element) const
 
 QDomElement sensorModule::paramsElement() const
 {
-    QDomElement element = parameterModule::paramsElement();
-    element.removeAttribute(QStringLiteral("bInfread"));
+    QDomDocument document;
+    QDomElement element = document.createElement(QStringLiteral("module"));
+    element.setAttribute(QStringLiteral("port"), sensorPort());
     return element;
 }
 

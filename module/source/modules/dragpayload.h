@@ -1,9 +1,15 @@
 #pragma once
 
+#include <QByteArray>
+
 class QMimeData;
+struct BlockRecord;
 
 /** The MIME type of a block on its way from the palette. */
 const char* blockMimeType();
+
+/** A block type's data for a drag. */
+QByteArray blockDragData(const BlockRecord& p_record);
 
 /** The block type in a drag's data; false if there is none or it is cut short. */
 bool readBlockDrag(const QMimeData* p_data, int& p_id);

@@ -1,9 +1,20 @@
 #include "dragpayload.h"
 
+#include "blocktables.h"
+
 #include <QDataStream>
 #include <QMimeData>
 
 const char* blockMimeType() { return "application/x-dnditemdata"; }
+
+QByteArray blockDragData(const BlockRecord& p_record)
+{
+    QByteArray data;
+    QDataStream stream(&data, QIODevice::WriteOnly);
+    stream << p_record.image << p_record.pressedImage << p_record.caption
+           << static_cast<qint32>(p_record.id);
+    return data;
+}
 
 bool readBlockDrag(const QMimeData* p_data, int& p_id)
 {
