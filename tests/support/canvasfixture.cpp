@@ -27,6 +27,7 @@ QMimeData* blockDrag(int p_id)
 
 CanvasFixture::CanvasFixture()
 {
+    view.setWindowTitle(QStringLiteral("canvas[*]"));
     view.resize(1000, 600);
     view.show();
     QApplication::processEvents();

@@ -64,8 +64,9 @@ void symbolModule::writeAttributes(QDomElement& p_element) const
 
 QDomElement symbolModule::paramsElement() const
 {
-    QDomElement element = parameterModule::paramsElement();
-    element.removeAttribute(QStringLiteral("n"));
+    QDomDocument document;
+    QDomElement element = document.createElement(QStringLiteral("module"));
+    element.setAttribute(QStringLiteral("port"), port);
     return element;
 }
 

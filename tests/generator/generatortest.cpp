@@ -1,0 +1,624 @@
+#include "bracestoindent.h"
+#include "canvasfixture.h"
+#include "codegenerator.h"
+#include "documentstate.h"
+#include "mainmodule.h"
+#include "modulefactory.h"
+#include "usermainfile.h"
+#include "variables.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QLoggingCategory>
+#include <QtTest>
+
+namespace
+{
+/** A block with texts of its own that names variables when it is asked for its C text. */
+class writingBlock : public supermodule
+{
+public:
+    explicit writingBlock(const QString& p_c, const QString& p_python = QString())
+        : supermodule(1000, QString(), QString(), QString()), m_c(p_c), m_python(p_python)
+    {
+    }
+    QString cCode() const override
+    {
+        for (const auto& each : names) {
+            variableName(each.first, each.second);
+        }
+        return m_c;
+    }
+    QString pythonCode() const override { return m_python; }
+    supermodule* clone() const override { return new writingBlock(m_c, m_python); }
+
+    QVector<QPair<uint32_t, int>> names;
+
+private:
+    QString m_c;
+    QString m_python;
+};
+
+/** A document put together by hand, with a main block of its own; all is put back at the end. */
+class Document
+{
+public:
+    Document()
+    {
+        root = createModuleFromId(0);
+        rootModules = {root};
+        taskModules = {root};
+    }
+    ~Document()
+    {
+        for (supermodule* each : qAsConst(m_owned)) {
+            supermodule::deleteTree(each);
+        }
+        supermodule::deleteTree(root);
+        rootModules = m_roots;
+        taskModules = m_tasks;
+    }
+
+    /** A new chain of its own, such as that of a task or a sub-program, by its root. */
+    supermodule* chain(supermodule* p_root = new writingBlock(QStringLiteral("root;\n")))
+    {
+        m_owned.append(p_root);
+        return p_root;
+    }
+    static supermodule* add(supermodule* p_root, int p_id)
+    {
+        return add(p_root, createModuleFromId(p_id));
+    }
+    static supermodule* add(supermodule* p_root, supermodule* p_module)
+    {
+        p_root->appendModule(p_module);
+        return p_module;
+    }
+
+    supermodule* root;
+
+private:
+    const QList<supermodule*> m_roots = rootModules;
+    const QList<supermodule*> m_tasks = taskModules;
+    QList<supermodule*> m_owned;
+};
+
+/** Lines with the number of blanks before them, as they are laid down. */
+struct Line {
+    int blanks;
+    const char* text;
+};
+
+QString joined(std::initializer_list<Line> p_lines)
+{
+    QString text;
+    for (const Line& line : p_lines) {
+        text += QString(line.blanks, QLatin1Char(' ')) + QString::fromUtf8(line.text) +
+                QLatin1Char('\n');
+    }
+    return text;
+}
+
+const Line s_include = {0, "#include \"vantrel.h\""};
+const Line s_main = {0, "void user_main()"};
+const Line s_open = {0, "{"};
+const Line s_speeds = {6, "int speed1 = 50,speed2 = 50,speed3 = 50, speed4 = 50;"};
+const Line s_close = {0, "}"};
+} // namespace
+
+class GeneratorTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+
+    void anEmptyProjectIsJustItsFrame();
+    void theWorkedExampleComesOutLineByLine();
+    void everyFragmentFollowsTheOneBeforeWithoutASeparator();
+    void looseChainsAreNotInTheText();
+    void withNoVariableThereIsNoDeclaration();
+    void aVariableCountedTwiceIsDeclaredOnce();
+    void aVariableOfATaskAloneIsDeclared();
+    void declarationsOfAllKindsStandBetweenHeadAndProgram();
+    void eachTextCountsItsVariablesAnew();
+    void tasksAreNumberedByTheirPlaceInTheList();
+    void aTaskWithoutBlocksIsAnEmptyFrame();
+    void theTextOfATasksRootIsNotUsed();
+    void aBraceInAStringChangesTheDepthOfAllLinesAfterIt();
+    void subProgramsStandBeforeTheMainProgramWithTheirBrace();
+    void theVisibleTextHoldsTheShownSlotAndAllTasks();
+    void theVisibleTextWithoutAVisibleRootIsHeadBraceAndTasks();
+    void closingBracesShareTheirLinesAsTheBlocksLeaveThem();
+    void anotherLanguageGivesAnEmptyText_data();
+    void anotherLanguageGivesAnEmptyText();
+
+    void pythonOfAnyProjectIsItsHead();
+    void pythonOfTheVisibleProgramAndOfTheProjectIsTheSame();
+    void pythonOfAFragmentIsLaidOutWithoutBraces();
+    void pythonLeavesOutTasksAndDeclarations();
+    void pythonPutsSubProgramsBeforeTheMainProgram();
+    void pythonDropsLinesThatAreLeftBlank();
+
+    void theCanvasGivesTheTextOfItsProgram();
+    void theSourceFileHoldsTheTextUpToItsFirstNul();
+    void aSourceFileThatCanNotBeWrittenIsPassedOver();
+    void aDownloadWritesTheProjectInCAndRunsTheBuild();
+};
+
+void GeneratorTest::initTestCase()
+{
+    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
+}
+
+void GeneratorTest::anEmptyProjectIsJustItsFrame()
+{
+    const Document document;
+    const QString expected = joined({s_include, s_main, s_open, s_speeds, s_close});
+    QCOMPARE(generateProjectCode(CCode), expected);
+    QCOMPARE(generateVisibleCode(CCode), expected);
+}
+
+void GeneratorTest::theWorkedExampleComesOutLineByLine()
+{
+    Document document;
+    Document::add(document.root, 100)->setParamIndex(0);
+    supermodule* endless = Document::add(document.root, 303);
+    endless->setLeftModule(createModuleFromId(103));
+    // It uses the variable and says nothing.
+    auto* user = new writingBlock(QString());
+    user->names = {{0x1, 0}};
+    endless->left()->appendModule(user);
+    supermodule* task = document.chain();
+    Document::add(task, 101);
+    taskModules.insert(1, task);
+    const QString expected = joined({s_include,
+                                     {0, "int gi_1 = 0;"},
+                                     s_main,
+                                     s_open,
+                                     s_speeds,
+                                     {6, "speed1 = 30;"},
+                                     {6, "speed2 = 30;"},
+                                     {6, "speed3 = 30;"},
+                                     {6, "speed4 = 30;"},
+                                     {6, "while(1)"},
+                                     {6, "{"},
+                                     {6, "set_motor(1, speed1);set_motor(2, -speed2);}"},
+                                     s_close,
+                                     {0, "void user_task1()"},
+                                     {0, "{"},
+                                     {6, "wait(1);"},
+                                     {0, "}"}});
+    QCOMPARE(generateProjectCode(CCode), expected);
+    QCOMPARE(generateVisibleCode(CCode), expected);
+}
+
+void GeneratorTest::everyFragmentFollowsTheOneBeforeWithoutASeparator()
+{
+    Document document;
+    Document::add(document.root, new writingBlock(QStringLiteral("a;")));
+    Document::add(document.root, new writingBlock(QStringLiteral("b;\n")));
+    Document::add(document.root, new writingBlock(QStringLiteral("\nc;")));
+    Document::add(document.root, new writingBlock(QStringLiteral("d;")));
+    QCOMPARE(generateProjectCode(CCode),
+             joined({s_include, s_main, s_open, s_speeds, {6, "a;b;"}, {6, "c;d;"}, s_close}));
+}
+
+void GeneratorTest::looseChainsAreNotInTheText()
+{
+    Document document;
+    supermodule* loose = document.chain(createModuleFromId(103));
+    Document::add(loose, 105);
+    QCOMPARE(generateProjectCode(CCode), joined({s_include, s_main, s_open, s_speeds, s_close}));
+}
+
+void GeneratorTest::withNoVariableThereIsNoDeclaration()
+{
+    Document document;
+    Document::add(document.root, 103);
+    QVERIFY(generateProjectCode(CCode).startsWith(
+        QStringLiteral("#include \"vantrel.h\"\nvoid user_main()\n")));
+}
+
+void GeneratorTest::aVariableCountedTwiceIsDeclaredOnce()
+{
+    Document document;
+    auto* user = new writingBlock(QStringLiteral("a;\n"));
+    user->names = {{0x1, 2}, {0x1, 2}};
+    Document::add(document.root, user);
+    QCOMPARE(
+        generateProjectCode(CCode),
+        joined({s_include, {0, "int gi_3 = 0;"}, s_main, s_open, s_speeds, {6, "a;"}, s_close}));
+}
+
+void GeneratorTest::aVariableOfATaskAloneIsDeclared()
+{
+    Document document;
+    supermodule* task = document.chain();
+    auto* user = new writingBlock(QStringLiteral("t;\n"));
+    user->names = {{0x2, 9}};
+    Document::add(task, user);
+    taskModules.append(task);
+    const QString expected = joined({s_include,
+                                     {0, "float gf_10 = 0;"},
+                                     s_main,
+                                     s_open,
+                                     s_speeds,
+                                     s_close,
+                                     {0, "void user_task1()"},
+                                     {0, "{"},
+                                     {6, "t;"},
+                                     {0, "}"}});
+    QCOMPARE(generateProjectCode(CCode), expected);
+    QCOMPARE(generateVisibleCode(CCode), expected);
+}
+
+void GeneratorTest::declarationsOfAllKindsStandBetweenHeadAndProgram()
+{
+    Document document;
+    auto* user = new writingBlock(QStringLiteral("a;\n"));
+    user->names = {{0x20000, 0}, {0x20, 1}, {0x2000000, 0}, {0x2000, 0}, {0x20, 0}};
+    Document::add(document.root, user);
+    QCOMPARE(generateProjectCode(CCode), joined({s_include,
+                                                 {0, "int button_1 = 0;"},
+                                                 {0, "int button_2 = 0;"},
+                                                 {0, "float time_1 = 0;"},
+                                                 {0, "int image_1 = 0;"},
+                                                 s_main,
+                                                 s_open,
+                                                 s_speeds,
+                                                 {6, "a;"},
+                                                 s_close}));
+}
+
+void GeneratorTest::eachTextCountsItsVariablesAnew()
+{
+    Document document;
+    auto* user = new writingBlock(QStringLiteral("a;\n"));
+    user->names = {{0x1, 0}};
+    Document::add(document.root, user);
+    variableName(0x4, 5);
+    QVERIFY(generateProjectCode(CCode).contains(QStringLiteral("int gi_1 = 0;")));
+    QCOMPARE(variableUse.value(0x4).at(5), 0);
+    document.root->removeChild(user);
+    QVERIFY(!generateProjectCode(CCode).contains(QStringLiteral("gi_1")));
+    QVERIFY(variableUse.value(0x1).at(0) == 0);
+    delete user;
+}
+
+void GeneratorTest::tasksAreNumberedByTheirPlaceInTheList()
+{
+    Document document;
+    supermodule* older = document.chain();
+    Document::add(older, new writingBlock(QStringLiteral("older;\n")));
+    taskModules.insert(1, older);
+    QVERIFY(generateProjectCode(CCode).contains(
+        QStringLiteral("void user_task1()\n{\n      older;\n}\n")));
+    // A new task comes in front of the older ones, which then have other numbers.
+    supermodule* newer = document.chain();
+    Document::add(newer, new writingBlock(QStringLiteral("newer;\n")));
+    taskModules.insert(1, newer);
+    QCOMPARE(generateProjectCode(CCode), joined({s_include,
+                                                 s_main,
+                                                 s_open,
+                                                 s_speeds,
+                                                 s_close,
+                                                 {0, "void user_task1()"},
+                                                 {0, "{"},
+                                                 {6, "newer;"},
+                                                 {0, "}"},
+                                                 {0, "void user_task2()"},
+                                                 {0, "{"},
+                                                 {6, "older;"},
+                                                 {0, "}"}}));
+}
+
+void GeneratorTest::aTaskWithoutBlocksIsAnEmptyFrame()
+{
+    Document document;
+    taskModules.append(document.chain());
+    QCOMPARE(generateProjectCode(CCode), joined({s_include,
+                                                 s_main,
+                                                 s_open,
+                                                 s_speeds,
+                                                 s_close,
+                                                 {0, "void user_task1()"},
+                                                 {0, "{"},
+                                                 {0, "}"}}));
+}
+
+void GeneratorTest::theTextOfATasksRootIsNotUsed()
+{
+    Document document;
+    auto* root = new writingBlock(QStringLiteral("never;\n"));
+    root->names = {{0x1, 0}};
+    taskModules.append(document.chain(root));
+    const QString text = generateProjectCode(CCode);
+    QVERIFY(!text.contains(QStringLiteral("never")));
+    QVERIFY(!text.contains(QStringLiteral("gi_1")));
+}
+
+void GeneratorTest::aBraceInAStringChangesTheDepthOfAllLinesAfterIt()
+{
+    Document document;
+    Document::add(document.root, new writingBlock(QStringLiteral("Printf(\"{\");\na;\n")));
+    supermodule* task = document.chain();
+    Document::add(task, new writingBlock(QStringLiteral("t;\n")));
+    taskModules.append(task);
+    QCOMPARE(generateProjectCode(CCode), joined({s_include,
+                                                 s_main,
+                                                 s_open,
+                                                 s_speeds,
+                                                 {6, "Printf(\"{\");"},
+                                                 {12, "a;"},
+                                                 {6, "}"},
+                                                 {6, "void user_task1()"},
+                                                 {6, "{"},
+                                                 {12, "t;"},
+                                                 {6, "}"}}));
+}
+
+void GeneratorTest::subProgramsStandBeforeTheMainProgramWithTheirBrace()
+{
+    Document document;
+    supermodule* first = document.chain(new writingBlock(QStringLiteral("void first()\n{\n")));
+    Document::add(first, 101);
+    supermodule* second = document.chain(new writingBlock(QStringLiteral("void second()\n{\n")));
+    rootModules = {document.root, first, second};
+    Document::add(document.root, 117);
+    QCOMPARE(generateProjectCode(CCode), joined({s_include,
+                                                 {0, "void first()"},
+                                                 {0, "{"},
+                                                 {6, "wait(1);"},
+                                                 {0, "}"},
+                                                 {0, "void second()"},
+                                                 {0, "{"},
+                                                 {0, "}"},
+                                                 s_main,
+                                                 s_open,
+                                                 s_speeds,
+                                                 {6, "set_motor(3, 0);"},
+                                                 s_close}));
+}
+
+void GeneratorTest::theVisibleTextHoldsTheShownSlotAndAllTasks()
+{
+    Document document;
+    supermodule* sub = document.chain(new writingBlock(QStringLiteral("void sub()\n{\n")));
+    Document::add(sub, 101);
+    rootModules = {document.root, sub};
+    supermodule* task = document.chain();
+    taskModules.append(task);
+    document.root->setVisible(false);
+    QCOMPARE(generateVisibleCode(CCode), joined({s_include,
+                                                 {0, "void sub()"},
+                                                 {0, "{"},
+                                                 {6, "wait(1);"},
+                                                 {0, "}"},
+                                                 {0, "void user_task1()"},
+                                                 {0, "{"},
+                                                 {0, "}"}}));
+    // The first visible one counts.
+    document.root->setVisible(true);
+    QVERIFY(!generateVisibleCode(CCode).contains(QStringLiteral("void sub()")));
+    QVERIFY(generateVisibleCode(CCode).contains(QStringLiteral("void user_main()")));
+}
+
+void GeneratorTest::theVisibleTextWithoutAVisibleRootIsHeadBraceAndTasks()
+{
+    Document document;
+    document.root->setVisible(false);
+    QCOMPARE(generateVisibleCode(CCode), joined({s_include, {0, "}"}}));
+    supermodule* task = document.chain();
+    auto* user = new writingBlock(QStringLiteral("t;\n"));
+    user->names = {{0x1, 0}};
+    Document::add(task, user);
+    taskModules.append(task);
+    // The lone brace takes the depth below zero, so that the task isn't indented.
+    QCOMPARE(generateVisibleCode(CCode), joined({s_include,
+                                                 {0, "int gi_1 = 0;"},
+                                                 {0, "}"},
+                                                 {0, "void user_task1()"},
+                                                 {0, "{"},
+                                                 {0, "t;"},
+                                                 {0, "}"}}));
+}
+
+void GeneratorTest::closingBracesShareTheirLinesAsTheBlocksLeaveThem()
+{
+    Document document;
+    supermodule* counted = Document::add(document.root, 301);
+    counted->setLeftModule(createModuleFromId(109));
+    Document::add(document.root, 106);
+    supermodule* until = Document::add(document.root, 307);
+    until->setLeftModule(createModuleFromId(109));
+    Document::add(document.root, 106);
+    QCOMPARE(generateProjectCode(CCode),
+             joined({s_include,
+                     s_main,
+                     s_open,
+                     s_speeds,
+                     {6, "for(int i = 0;i < 10; ++i)"},
+                     {6, "{"},
+                     {6, "set_motor(1, speed1);set_motor(2, speed2);}"
+                         "set_motor(1, -speed1);set_motor(2, -speed2);"
+                         "while(switch_state(5) == 0)"},
+                     {6, "{"},
+                     {12, "set_motor(1, speed1);set_motor(2, speed2);"},
+                     {6, "}"},
+                     {6, "set_motor(1, -speed1);set_motor(2, -speed2);"},
+                     s_close}));
+}
+
+void GeneratorTest::anotherLanguageGivesAnEmptyText_data()
+{
+    QTest::addColumn<int>("language");
+    for (const int language : {-1, 0, 3, 100}) {
+        QTest::newRow(qPrintable(QString::number(language))) << language;
+    }
+}
+
+void GeneratorTest::anotherLanguageGivesAnEmptyText()
+{
+    QFETCH(int, language);
+    Document document;
+    Document::add(document.root, 103);
+    QCOMPARE(generateProjectCode(language), QString());
+    QCOMPARE(generateVisibleCode(language), QString());
+}
+
+void GeneratorTest::pythonOfAnyProjectIsItsHead()
+{
+    Document document;
+    QCOMPARE(generateProjectCode(PythonCode), QStringLiteral("import Vantrel\n"));
+    for (const int id : {100, 104, 107, 301, 307, 309, 800, 900}) {
+        Document::add(document.root, id);
+    }
+    Document::add(document.root, 303)->setLeftModule(createModuleFromId(103));
+    QCOMPARE(generateProjectCode(PythonCode), QStringLiteral("import Vantrel\n"));
+    QCOMPARE(generateVisibleCode(PythonCode), QStringLiteral("import Vantrel\n"));
+}
+
+void GeneratorTest::pythonOfTheVisibleProgramAndOfTheProjectIsTheSame()
+{
+    Document document;
+    supermodule* sub = document.chain(createModuleFromId(104));
+    rootModules = {document.root, sub};
+    Document::add(document.root, 103);
+    document.root->setVisible(false);
+    QCOMPARE(generateVisibleCode(PythonCode), generateProjectCode(PythonCode));
+    QCOMPARE(generateVisibleCode(PythonCode), QStringLiteral("import Vantrel\n"));
+}
+
+void GeneratorTest::pythonOfAFragmentIsLaidOutWithoutBraces()
+{
+    Document document;
+    Document::add(document.root,
+                  new writingBlock(QString(), QStringLiteral("while x:\n{\nrun()\n}\n")));
+    Document::add(document.root, new writingBlock(QString(), QStringLiteral("stop()\n")));
+    const QString expected = QStringLiteral("import Vantrel\nwhile x:\n      run()\nstop()\n");
+    QCOMPARE(generateProjectCode(PythonCode), expected);
+    QCOMPARE(generateVisibleCode(PythonCode), expected);
+}
+
+void GeneratorTest::pythonLeavesOutTasksAndDeclarations()
+{
+    Document document;
+    auto* user = new writingBlock(QStringLiteral("c;"), QStringLiteral("p()\n"));
+    user->names = {{0x1, 0}};
+    Document::add(document.root, user);
+    supermodule* task = document.chain();
+    Document::add(task, new writingBlock(QStringLiteral("t;"), QStringLiteral("t()\n")));
+    taskModules.append(task);
+    variableName(0x1, 3);
+    QCOMPARE(generateProjectCode(PythonCode), QStringLiteral("import Vantrel\np()\n"));
+    QCOMPARE(generateVisibleCode(PythonCode), QStringLiteral("import Vantrel\np()\n"));
+    QCOMPARE(variableUse.value(0x1), QVector<int>(10, 0));
+}
+
+void GeneratorTest::pythonPutsSubProgramsBeforeTheMainProgram()
+{
+    Document document;
+    supermodule* sub = document.chain(new writingBlock(QString(), QStringLiteral("def s():\n{\n")));
+    Document::add(sub, new writingBlock(QString(), QStringLiteral("a()\n}\n")));
+    rootModules = {document.root, sub};
+    Document::add(document.root, new writingBlock(QString(), QStringLiteral("s()\n")));
+    QCOMPARE(generateProjectCode(PythonCode),
+             QStringLiteral("import Vantrel\ndef s():\n      a()\ns()\n"));
+    QCOMPARE(generateVisibleCode(PythonCode), QStringLiteral("import Vantrel\ns()\n"));
+    document.root->setVisible(false);
+    QCOMPARE(generateVisibleCode(PythonCode),
+             QStringLiteral("import Vantrel\ndef s():\n      a()\n"));
+}
+
+void GeneratorTest::pythonDropsLinesThatAreLeftBlank()
+{
+    Document document;
+    // A brace inside a line splits it, and what is left behind the inner one is blank.
+    Document::add(document.root,
+                  new writingBlock(QString(), QStringLiteral("if a:\n{\nif b:\n{\nc()\n}   \n}\n"
+                                                             "x{y\n")));
+    QCOMPARE(generateProjectCode(PythonCode),
+             QStringLiteral("import Vantrel\nif a:\n      if b:\n            c()\nx\ny\n"));
+}
+
+void GeneratorTest::theCanvasGivesTheTextOfItsProgram()
+{
+    CanvasFixture canvas;
+    canvas.view.setWindowTitle(QStringLiteral("canvas[*]"));
+    supermodule* forward = canvas.dropBehind(canvas.main(), 103);
+    canvas.dropBehind(forward, 101);
+    canvas.drop(105, {700, 450});
+    const QString expected = joined({s_include,
+                                     s_main,
+                                     s_open,
+                                     s_speeds,
+                                     {6, "set_motor(1, speed1);set_motor(2, -speed2);wait(1);"},
+                                     s_close});
+    QCOMPARE(canvas.view.generateVisibleCode(1), expected);
+    QCOMPARE(canvas.view.generateProjectCode(1), expected);
+    QCOMPARE(canvas.view.generateVisibleCode(2), QStringLiteral("import Vantrel\n"));
+    QCOMPARE(canvas.view.generateProjectCode(3), QString());
+}
+
+void GeneratorTest::theSourceFileHoldsTheTextUpToItsFirstNul()
+{
+    const QString folder = QCoreApplication::applicationDirPath();
+    QCOMPARE(QDir::cleanPath(userMainPath()), folder + "/gcc/example/user_main.c");
+    QVERIFY(QDir(folder).mkpath(QStringLiteral("gcc/example")));
+    const auto written = [] {
+        QFile file(userMainPath());
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+    };
+    writeUserMain(QStringLiteral("a line that is longer than the next text\n"));
+    writeUserMain(QString::fromUtf8("// 积木\nb;\n"));
+    QCOMPARE(written(), QByteArray("// \xe7\xa7\xaf\xe6\x9c\xa8\nb;\n"));
+    writeUserMain(QStringLiteral("c;") + QChar(0) + QStringLiteral("d;"));
+    QCOMPARE(written(), QByteArray("c;"));
+    writeUserMain(QString());
+    QCOMPARE(written(), QByteArray());
+    QVERIFY(QDir(folder + "/gcc").removeRecursively());
+}
+
+void GeneratorTest::aSourceFileThatCanNotBeWrittenIsPassedOver()
+{
+    QVERIFY(!QFile::exists(QCoreApplication::applicationDirPath() + "/gcc"));
+    writeUserMain(QStringLiteral("a;\n"));
+    QVERIFY(!QFile::exists(QCoreApplication::applicationDirPath() + "/gcc"));
+}
+
+void GeneratorTest::aDownloadWritesTheProjectInCAndRunsTheBuild()
+{
+    const QString folder = QCoreApplication::applicationDirPath();
+    QVERIFY(QDir(folder).mkpath(QStringLiteral("gcc/example")));
+    CanvasFixture canvas;
+    canvas.view.setWindowTitle(QStringLiteral("canvas[*]"));
+    canvas.dropBehind(canvas.main(), 117);
+    QStringList runs;
+    QByteArray source;
+    canvas.view.setBuildRunner([&](const QString& p_name, int p_tasks) {
+        // The source is there when the build begins.
+        QFile file(userMainPath());
+        if (file.open(QIODevice::ReadOnly)) {
+            source = file.readAll();
+        }
+        runs << QStringLiteral("%1 %2").arg(p_name).arg(p_tasks);
+    });
+    canvas.view.OnDownload(QStringLiteral("car"));
+    const QString expected =
+        joined({s_include, s_main, s_open, s_speeds, {6, "set_motor(3, 0);"}, s_close});
+    QCOMPARE(runs, QStringList{"car 0"});
+    QCOMPARE(QString::fromUtf8(source), expected);
+    // Each task is counted, the main program not.
+    writingBlock task{QString()};
+    taskModules.append(&task);
+    canvas.view.OnDownload(QStringLiteral("car2"));
+    taskModules.removeOne(&task);
+    QCOMPARE(runs.last(), QStringLiteral("car2 1"));
+    QVERIFY(source.contains("void user_task1()"));
+    QVERIFY(QDir(folder + "/gcc").removeRecursively());
+}
+
+QTEST_MAIN(GeneratorTest)
+#include "generatortest.moc"

@@ -1,0 +1,254 @@
+#include "blocktables.h"
+#include "canvasfixture.h"
+#include "documentstate.h"
+#include "mainmodule.h"
+#include "projectfile.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QDirIterator>
+#include <QDomDocument>
+#include <QFile>
+#include <QLoggingCategory>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace
+{
+const int s_projects = 12;
+
+QString golden(const QString& p_name) { return QDir(QStringLiteral(GOLDEN_DIR)).filePath(p_name); }
+
+QString textOf(const QString& p_path)
+{
+    QFile file(p_path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll())
+                                          : QStringLiteral("can't be read: ") + p_path;
+}
+
+/** A canvas without changes to ask about. */
+class Canvas : public CanvasFixture
+{
+public:
+    Canvas() { view.setWindowTitle(QStringLiteral("canvas[*]")); }
+};
+
+bool copyTree(const QString& p_from, const QString& p_to)
+{
+    QDirIterator files(p_from, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    const QDir from(p_from);
+    while (files.hasNext()) {
+        const QString source = files.next();
+        const QFileInfo target(QDir(p_to).filePath(from.relativeFilePath(source)));
+        if (!QDir().mkpath(target.path()) || !QFile::copy(source, target.filePath())) {
+            return false;
+        }
+    }
+    return QDir().mkpath(p_to + QStringLiteral("/example/build/gcc/objects"));
+}
+
+struct Result {
+    int exitCode;
+    QString output;
+    QString errors;
+};
+
+Result run(const QString& p_program, const QStringList& p_arguments, const QString& p_folder)
+{
+    QProcess process;
+    process.setWorkingDirectory(p_folder);
+    process.start(p_program, p_arguments);
+    if (!process.waitForFinished(120000) || process.exitStatus() != QProcess::NormalExit) {
+        return {-1, QString(), process.errorString()};
+    }
+    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+            QString::fromUtf8(process.readAllStandardError())};
+}
+} // namespace
+
+class GoldenTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+
+    void theSetHoldsEveryBlockOfTheCatalogue();
+    void aProjectGivesItsText_data() { projects(); }
+    void aProjectGivesItsText();
+    void aSavedProjectGivesTheSameTextAgain_data() { projects(); }
+    void aSavedProjectGivesTheSameTextAgain();
+    void blocksOfNoKnownTypeAreLeftOutAndLooseChainsStayLoose();
+    void theTextCompilesWithoutAWord_data() { projects(); }
+    void theTextCompilesWithoutAWord();
+    void theProgramRunsOnTheController_data();
+    void theProgramRunsOnTheController();
+
+private:
+    void projects();
+    Result compile(const QString& p_name, const QString& p_text);
+    QString kit() const { return m_folder.filePath(QStringLiteral("gcc")); }
+    QString buildFolder() const { return kit() + QStringLiteral("/example/build/gcc"); }
+
+    QTemporaryDir m_folder;
+};
+
+void GoldenTest::initTestCase()
+{
+    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
+    const QString source = qEnvironmentVariable("TILER_KIT");
+    QVERIFY2(QFile::exists(source + QStringLiteral("/example/vantrel.h")),
+             "TILER_KIT doesn't name the folder of a kit");
+    // A copy: results must not lie about in the kit of the program.
+    QVERIFY(copyTree(source, kit()));
+}
+
+void GoldenTest::projects()
+{
+    QTest::addColumn<QString>("name");
+    const QStringList files =
+        QDir(QStringLiteral(GOLDEN_DIR)).entryList({QStringLiteral("*.tlrx")}, QDir::Files);
+    for (const QString& file : files) {
+        const QString name = QFileInfo(file).completeBaseName();
+        QTest::newRow(qPrintable(name)) << name;
+    }
+    if (files.size() != s_projects) {
+        QTest::newRow("a project is missing") << QString();
+    }
+}
+
+void GoldenTest::theSetHoldsEveryBlockOfTheCatalogue()
+{
+    QSet<int> ids;
+    const QStringList files =
+        QDir(QStringLiteral(GOLDEN_DIR)).entryList({QStringLiteral("*.tlrx")}, QDir::Files);
+    QCOMPARE(files.size(), s_projects);
+    for (const QString& file : files) {
+        QDomDocument document;
+        QVERIFY2(document.setContent(textOf(golden(file))), qPrintable(file));
+        const QDomNodeList modules = document.elementsByTagName(QStringLiteral("module"));
+        for (int i = 0; i < modules.size(); ++i) {
+            ids.insert(modules.at(i).toElement().attribute(QStringLiteral("id")).toInt());
+        }
+    }
+    for (const BlockRecord& record : blockRecords()) {
+        QVERIFY2(ids.contains(record.id), qPrintable(QString::number(record.id)));
+    }
+}
+
+void GoldenTest::aProjectGivesItsText()
+{
+    QFETCH(QString, name);
+    Canvas canvas;
+    QCOMPARE(canvas.view.openFile(golden(name + ".tlrx")), int(ProjectOpened));
+    const QString expected = textOf(golden(name + ".c"));
+    QCOMPARE(canvas.view.generateProjectCode(1), expected);
+    QCOMPARE(canvas.view.generateVisibleCode(1), expected);
+    QCOMPARE(canvas.view.generateProjectCode(2), QStringLiteral("import Vantrel\n"));
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
+}
+
+void GoldenTest::aSavedProjectGivesTheSameTextAgain()
+{
+    QFETCH(QString, name);
+    Canvas canvas;
+    QCOMPARE(canvas.view.openFile(golden(name + ".tlrx")), int(ProjectOpened));
+    const int blocks = canvas.blocks().size();
+    const QString path = m_folder.filePath(name + ".tlrx");
+    QVERIFY(canvas.view.saveFile(path));
+    canvas.view.newProgram();
+    canvas.view.resetDocument();
+    QCOMPARE(canvas.blocks().size(), 1);
+    // This time with a check tag.
+    QVERIFY(textOf(path).contains(QStringLiteral("<tagCheck value=")));
+    QCOMPARE(canvas.view.openFile(path), int(ProjectOpened));
+    QCOMPARE(canvas.view.generateProjectCode(1), textOf(golden(name + ".c")));
+    QCOMPARE(canvas.blocks().size(), blocks);
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
+}
+
+void GoldenTest::blocksOfNoKnownTypeAreLeftOutAndLooseChainsStayLoose()
+{
+    Canvas canvas;
+    QCOMPARE(canvas.view.openFile(golden(QStringLiteral("loose.tlrx"))), int(ProjectOpened));
+    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 101, 106, 105}));
+    QList<supermodule*> roots;
+    for (supermodule* block : canvas.blocks()) {
+        if (!block->parentModule()) {
+            roots.append(block);
+        }
+    }
+    roots.removeOne(canvas.main());
+    QCOMPARE(roots.size(), 1);
+    QCOMPARE(CanvasFixture::ids(roots.first()), (QList<int>{103, 303}));
+    QCOMPARE(roots.first()->pos(), QPointF(300, 450));
+    QCOMPARE(roots.first()->next()->left()->opacity(), 0.5);
+    const supermodule* turn = canvas.main()->next()->next();
+    QVERIFY(turn->right());
+    QCOMPARE(turn->right()->id, 102);
+}
+
+Result GoldenTest::compile(const QString& p_name, const QString& p_text)
+{
+    QFile source(kit() + QStringLiteral("/example/user_main.c"));
+    if (!source.open(QIODevice::WriteOnly)) {
+        return {-1, QString(), source.errorString()};
+    }
+    source.write(p_text.toUtf8());
+    source.close();
+    return run(buildFolder() + QStringLiteral("/make.exe"),
+               {QStringLiteral("TARGET_NAME=") + p_name, QStringLiteral("USER_TASK_NUMBER=0")},
+               buildFolder());
+}
+
+void GoldenTest::theTextCompilesWithoutAWord()
+{
+    QFETCH(QString, name);
+    Canvas canvas;
+    QCOMPARE(canvas.view.openFile(golden(name + ".tlrx")), int(ProjectOpened));
+    const Result result = compile(name, canvas.view.generateProjectCode(1));
+    QCOMPARE(result.errors, QString());
+    QCOMPARE(result.exitCode, 0);
+    QVERIFY(QFileInfo(buildFolder() + "/objects/" + name + ".bin").size() > 0);
+}
+
+void GoldenTest::theProgramRunsOnTheController_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QStringList>("sensors");
+    QTest::newRow("drive") << "drive" << QStringList();
+    QTest::newRow("motors") << "motors" << QStringList();
+    QTest::newRow("counted") << "counted" << QStringList();
+    QTest::newRow("sensors") << "sensors"
+                             << QStringList{"touch:5=1@0.25", "analogue:4=300@0.45", "touch:2=1@0",
+                                            "touch:2=0@0.9"};
+}
+
+void GoldenTest::theProgramRunsOnTheController()
+{
+    QFETCH(QString, name);
+    QFETCH(QStringList, sensors);
+    Canvas canvas;
+    QCOMPARE(canvas.view.openFile(golden(name + ".tlrx")), int(ProjectOpened));
+    const Result compiled = compile(name, canvas.view.generateProjectCode(1));
+    QCOMPARE(compiled.exitCode, 0);
+    QStringList arguments{QStringLiteral("--bare")};
+    for (const QString& sensor : qAsConst(sensors)) {
+        arguments << QStringLiteral("--sensor") << sensor;
+    }
+    arguments << buildFolder() + "/objects/" + name + ".bin";
+    const Result result = run(kit() + QStringLiteral("/run-on-emulator"), arguments, kit());
+    QCOMPARE(result.errors, QString());
+    QString trace = result.output;
+    // The times aside.
+    trace.remove(QRegularExpression(QStringLiteral("^\\[ *[0-9]+\\.[0-9]{3}\\] "),
+                                    QRegularExpression::MultilineOption));
+    QCOMPARE(trace.split(QLatin1Char('\n')),
+             textOf(golden(name + ".trace")).split(QLatin1Char('\n')));
+    QCOMPARE(result.exitCode, 0);
+}
+
+QTEST_MAIN(GoldenTest)
+#include "goldentest.moc"

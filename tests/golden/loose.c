@@ -1,0 +1,7 @@
+#include "vantrel.h"
+void user_main()
+{
+      int speed1 = 50,speed2 = 50,speed3 = 50, speed4 = 50;
+      wait(2.5);
+      set_motor(1, -speed1);set_motor(2, -speed2);set_motor(1,0);set_motor(2,0);set_motor(3,0);set_motor(4,0);
+}
