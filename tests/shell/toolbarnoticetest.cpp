@@ -160,12 +160,17 @@ void ToolBarNoticeTest::aFindingDuringTheUpdateIsHarmless()
     const QPointer<QPushButton> pressed = noticesOf(toolBar).first()->findChild<QPushButton*>();
     bool goneDuringTheUpdate = false;
     QTimer::singleShot(0, &toolBar, [&toolBar] { toolBar.showFirmwareNotice(); });
-    QTimer::singleShot(50, &toolBar, [&pressed, &goneDuringTheUpdate] {
+    // Ends the update once the button is gone, or after a long while.
+    QTimer watcher;
+    int rounds = 0;
+    connect(&watcher, &QTimer::timeout, &toolBar, [&] {
         goneDuringTheUpdate = pressed.isNull();
-        if (QWidget* dialog = QApplication::activeModalWidget()) {
+        QWidget* dialog = QApplication::activeModalWidget();
+        if (dialog && (goneDuringTheUpdate || ++rounds > 500)) {
             dialog->close();
         }
     });
+    watcher.start(10);
     QTest::mouseClick(pressed, Qt::LeftButton);
     QVERIFY(goneDuringTheUpdate);
     QCOMPARE(noticesOf(toolBar).size(), 1);

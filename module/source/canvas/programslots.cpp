@@ -9,8 +9,6 @@
 
 namespace
 {
-const modulesId s_firstSubProgram = 404;
-
 const char* const s_names[] = {
     QT_TRANSLATE_NOOP("QObject", "子程序一"),     QT_TRANSLATE_NOOP("QObject", "子程序二"),
     QT_TRANSLATE_NOOP("QObject", "子程序三"),     QT_TRANSLATE_NOOP("QObject", "子程序四"),
@@ -36,7 +34,7 @@ QVector<QPair<modulesId, QString>>& subProgramNames()
     static QVector<QPair<modulesId, QString>> s_list = [] {
         QVector<QPair<modulesId, QString>> list;
         for (int i = 0; i < s_count; ++i) {
-            const modulesId id = s_firstSubProgram + i;
+            const modulesId id = FirstSubProgramId + i;
             list.append(qMakePair(id, defaultSubProgramName(id)));
         }
         return list;
@@ -46,7 +44,7 @@ QVector<QPair<modulesId, QString>>& subProgramNames()
 
 QString defaultSubProgramName(modulesId p_id)
 {
-    const int index = p_id - s_firstSubProgram;
+    const int index = p_id - FirstSubProgramId;
     return 0 <= index && index < s_count ? QCoreApplication::translate("QObject", s_names[index])
                                          : QString();
 }
@@ -88,14 +86,4 @@ void showProgramSlot(const QGraphicsScene& p_scene, const supermodule* p_preview
     for (supermodule* root : qAsConst(taskModules)) {
         root->setVisibleTree(p_id == 0);
     }
-}
-
-supermodule* firstVisibleRoot(int p_from)
-{
-    for (int i = p_from; i < rootModules.size(); ++i) {
-        if (rootModules.at(i)->isVisible()) {
-            return rootModules.at(i);
-        }
-    }
-    return nullptr;
 }

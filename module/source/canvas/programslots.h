@@ -27,6 +27,3 @@ QList<supermodule*> rootBlocks(const QGraphicsScene& p_scene);
 
 /** Shows the blocks of one slot, hides the others; tasks go with the main program. */
 void showProgramSlot(const QGraphicsScene& p_scene, const supermodule* p_preview, modulesId p_id);
-
-/** The first visible entry of rootModules at or behind an index, or null. */
-supermodule* firstVisibleRoot(int p_from = 0);

@@ -7,12 +7,6 @@
 
 #include <QGraphicsSceneDragDropEvent>
 
-namespace
-{
-/** The type of a task's root, of which a document has just the ones that it has. */
-const int s_taskRootId = 401;
-} // namespace
-
 tzprogramscene::tzprogramscene(QObject* p_parent) : QGraphicsScene(p_parent)
 {
     // An index would be rebuilt with every step of a drag, which moves whole chains.
@@ -48,7 +42,8 @@ void tzprogramscene::dropEvent(QGraphicsSceneDragDropEvent* p_event)
         p_event->setAccepted(false);
         return;
     }
-    if (id != s_taskRootId) {
+    // A document has just the task roots that it has.
+    if (id != TaskRootId) {
         const QPoint at = p_event->scenePos().toPoint();
         emit addModuleSignal(at.x(), at.y(), id);
     }

@@ -13,9 +13,6 @@ namespace
 {
 /** A block whose left edge lies this far left of the press, or further, isn't meant by it. */
 const qreal s_reach = 400;
-/** The types of sub-program roots; a press on one keeps the copy. */
-const int s_firstSubProgram = 404;
-const int s_lastSubProgram = 433;
 const qreal s_sameCoordinate = 1e-12;
 const int s_draggedZ = 10;
 } // namespace
@@ -73,7 +70,8 @@ void TzProgramView::mousePressEvent(QMouseEvent* p_event)
     m_pressed = !m_current.isNull();
 
     if (p_event->button() == Qt::LeftButton) {
-        if (!m_current || m_current->id < s_firstSubProgram || m_current->id > s_lastSubProgram) {
+        // A press on the root of a sub-program keeps the copy.
+        if (!m_current || m_current->id < FirstSubProgramId || m_current->id > LastSubProgramId) {
             OnUndoCopy();
         }
         if (m_current) {

@@ -5,8 +5,6 @@
 #include "supermodule.h"
 #include "variables.h"
 
-#include <algorithm>
-
 namespace
 {
 using Fragment = QString (supermodule::*)() const;
@@ -19,14 +17,6 @@ QString chainText(const supermodule* p_first, Fragment p_fragment)
         text += (module->*p_fragment)();
     }
     return text;
-}
-
-/** The root of the slot that is shown; null if none is. */
-const supermodule* visibleRoot()
-{
-    const auto it = std::find_if(rootModules.cbegin(), rootModules.cend(),
-                                 [](const supermodule* p_root) { return p_root->isVisible(); });
-    return it == rootModules.cend() ? nullptr : *it;
 }
 
 QString taskTexts()
@@ -85,9 +75,9 @@ QString generateVisibleCode(int p_language)
     resetVariableUse();
     switch (p_language) {
     case CCode:
-        return framedC(chainText(visibleRoot(), &supermodule::cCode));
+        return framedC(chainText(firstVisibleRoot(), &supermodule::cCode));
     case PythonCode:
-        return framedPython(chainText(visibleRoot(), &supermodule::pythonCode));
+        return framedPython(chainText(firstVisibleRoot(), &supermodule::pythonCode));
     default:
         return QString();
     }

@@ -11,6 +11,16 @@ QPointer<supermodule> pressedModule;
 bool documentModified = false;
 QSet<supermodule*> blocksWithoutButtons;
 
+supermodule* firstVisibleRoot(int p_from)
+{
+    for (int i = p_from; i < rootModules.size(); ++i) {
+        if (rootModules.at(i)->isVisible()) {
+            return rootModules.at(i);
+        }
+    }
+    return nullptr;
+}
+
 int registerModule(supermodule* p_module)
 {
     const int key = nextModuleKey++;

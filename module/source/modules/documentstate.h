@@ -7,6 +7,13 @@
 
 class supermodule;
 
+// Block types with a role of their own.
+/** The type of a task's root. */
+constexpr int TaskRootId = 401;
+/** The types of the thirty sub-programs' roots, both ends included. */
+constexpr int FirstSubProgramId = 404;
+constexpr int LastSubProgramId = 433;
+
 /** The key under which graphics items carry their name: "module", or the link of a connector. */
 constexpr int ItemNameKey = 256;
 
@@ -28,6 +35,9 @@ extern QPointer<supermodule> pressedModule;
 extern bool documentModified;
 /** Blocks that were never seen and so have no buttons yet. */
 extern QSet<supermodule*> blocksWithoutButtons;
+
+/** The first entry of rootModules in sight, at or behind an index; null if there is none. */
+supermodule* firstVisibleRoot(int p_from = 0);
 
 /** Registers a block under the next free key and returns that key. */
 int registerModule(supermodule* p_module);

@@ -190,10 +190,9 @@ void graphicsItem_Param::setMode(int p_mode)
             }
             auto* proxy = new QGraphicsProxyWidget(this);
             proxy->setWidget(button);
-            const int column = i % mode.columns;
-            proxy->setGeometry(QRectF(
-                mode.advance * column + 5,
-                mode.rowStep * (i / mode.columns) + mode.columnSlope * i + mode.top, 60, 60));
+            const int x = mode.advance * (i % mode.columns) + 5;
+            const int y = mode.rowStep * (i / mode.columns) + mode.columnSlope * i + mode.top;
+            proxy->setGeometry(QRectF(x, y, 60, 60));
             connect(button, &QPushButton::clicked, this,
                     mode.slot == Slot::SelectParam ? &graphicsItem_Param::OnSelectParam
                                                    : &graphicsItem_Param::OnSelectParam1);

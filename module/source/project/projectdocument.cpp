@@ -15,8 +15,6 @@ namespace
 {
 const char s_doctype[] = "vantrel";
 const int s_indent = 4;
-/** The type of a task's root. */
-const int s_taskRootId = 401;
 
 /** One block from its element, with its bodies; null for an unknown type. */
 supermodule* buildModule(const QDomElement& p_element, QGraphicsScene* p_scene)
@@ -32,7 +30,7 @@ supermodule* buildModule(const QDomElement& p_element, QGraphicsScene* p_scene)
     module->setFlags(QGraphicsItem::ItemIsMovable | QGraphicsItem::ItemIsSelectable);
     p_scene->addItem(module);
     module->loadXml(p_element);
-    if (module->id == s_taskRootId) {
+    if (module->id == TaskRootId) {
         taskModules.append(module);
     }
     registerModule(module);

@@ -11,7 +11,17 @@
 
 namespace
 {
-const qint64 s_maximalSize = 256 * 1024 * 1024;
+const qint64 s_maximalSize = qint64(256) * 1024 * 1024;
+
+/** The XML is a text file of the platform; the bytes behind it are not. */
+QByteArray platformText(const QByteArray& p_text)
+{
+#ifdef Q_OS_WIN
+    return QByteArray(p_text).replace('\n', "\r\n");
+#else
+    return p_text;
+#endif
+}
 
 bool tagFits(QDomDocument& p_document)
 {
@@ -57,11 +67,7 @@ bool writeProject(const QString& p_path, const QByteArray& p_text, const QByteAr
     if (!file.open(QIODevice::WriteOnly)) {
         return false;
     }
-    QByteArray text = p_text;
-#ifdef Q_OS_WIN
-    // The XML is a text file of the platform; the bytes behind it are not.
-    text.replace('\n', "\r\n");
-#endif
+    const QByteArray text = platformText(p_text);
     // Flushed here: without a temporary file the commit doesn't tell of a full disk.
     const bool written =
         file.write(text) == text.size() && file.write(p_tail) == p_tail.size() && file.flush();

@@ -76,12 +76,5 @@ class loopuntiTouchModule final : public concreteModule<loopuntiTouchModule, loo
 {
 public:
     using concreteModule::concreteModule;
-    static constexpr Look s_look = {"while(switch_state(%1) %2 0)\n{\n",
-                                    "==",
-                                    "!=",
-                                    ":/until_touch_down_icon.png",
-                                    ":/until_touch_up_icon.png",
-                                    ":/loop_until_touch_icon.png",
-                                    4,
-                                    5};
+    static constexpr Look s_look = sensorLooks::touch(":/loop_until_touch_icon.png");
 };

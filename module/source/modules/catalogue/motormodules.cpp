@@ -4,7 +4,6 @@
 
 namespace
 {
-const uint32_t s_timeKeys = KeyboardDigits | KeyboardPoint | KeyboardDelete;
 const ButtonLook s_plainPort = {":/item_pulldown_nol_40x80.png",
                                 ":/item_pulldown__pre_40x80.png",
                                 false,
@@ -78,7 +77,7 @@ void motorModule::createButtons()
 {
     const auto choosePort = [this] { OnSetParam(1); };
     if (look().timed) {
-        addNumberField(s_timeField, QRect(0, 100, 60, 40), s_timeKeys, [this] {
+        addNumberField(s_timeField, QRect(0, 100, 60, 40), TimeKeys, [this] {
             time = button(0)->text().toFloat();
             parameterChanged();
         });

@@ -84,7 +84,8 @@ void parameterModule::drawPicture(QPainter* p_painter, const char* p_path, int p
 void parameterModule::drawCentred(QPainter* p_painter, const QPixmap& p_picture) const
 {
     const QRectF rect = boundingRect();
-    p_painter->drawPixmap(static_cast<int>(0.5 * rect.width() - p_picture.width() / 2),
-                          static_cast<int>(0.5 * rect.height() - p_picture.height() / 2 - 10),
-                          p_picture);
+    const int halfWidth = p_picture.width() / 2;
+    const int halfHeight = p_picture.height() / 2;
+    p_painter->drawPixmap(static_cast<int>(0.5 * rect.width() - halfWidth),
+                          static_cast<int>(0.5 * rect.height() - halfHeight - 10), p_picture);
 }

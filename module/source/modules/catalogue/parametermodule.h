@@ -1,5 +1,6 @@
 #pragma once
 
+#include "selectablebutton.h"
 #include "supermodule.h"
 
 #include <QColor>
@@ -7,7 +8,6 @@
 #include <functional>
 
 class QPushButton;
-class SelectableButton;
 
 /** How a button on a block looks. */
 struct ButtonLook {
@@ -18,6 +18,9 @@ struct ButtonLook {
     int gap = 29;   /**< blanks between the two rules of its style sheet */
     const char* property = "border-image";
 };
+
+/** The keys of a field for seconds. */
+constexpr uint32_t TimeKeys = KeyboardDigits | KeyboardPoint | KeyboardDelete;
 
 /**
  * Base of the catalogue: makes the buttons of parameters and paints what several families

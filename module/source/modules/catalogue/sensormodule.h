@@ -17,6 +17,21 @@ struct SensorLook {
     int defaultPort;
 };
 
+/** The two sensors, each with the picture of the block that asks it. */
+namespace sensorLooks
+{
+constexpr SensorLook infrared(const char* p_overlay)
+{
+    return {"while(TZ_AI(%1) %2 500)\n{\n", ">",       "<", ":/infread_body.png",
+            ":/infread_nobody.png",         p_overlay, 2,   4};
+}
+constexpr SensorLook touch(const char* p_overlay)
+{
+    return {"while(switch_state(%1) %2 0)\n{\n", "==",      "!=", ":/until_touch_down_icon.png",
+            ":/until_touch_up_icon.png",         p_overlay, 4,    5};
+}
+} // namespace sensorLooks
+
 /**
  * A block that looks at a sensor: its port and its condition. The name of the condition's
  * attribute speaks of infrared, also where the sensor is for touch.
@@ -82,12 +97,5 @@ class waituntiTouchModule final : public concreteModule<waituntiTouchModule, wai
 {
 public:
     using concreteModule::concreteModule;
-    static constexpr Look s_look = {"while(switch_state(%1) %2 0)\n{\n",
-                                    "==",
-                                    "!=",
-                                    ":/until_touch_down_icon.png",
-                                    ":/until_touch_up_icon.png",
-                                    ":/wait_until_touch_icon.png",
-                                    4,
-                                    5};
+    static constexpr Look s_look = sensorLooks::touch(":/wait_until_touch_icon.png");
 };

@@ -2,11 +2,6 @@
 
 #include "selectablebutton.h"
 
-namespace
-{
-const uint32_t s_timeKeys = KeyboardDigits | KeyboardPoint | KeyboardDelete;
-} // namespace
-
 timeModule::timeModule(const timeModule& p_other)
     : parameterModule(p_other),
       n(p_other.n),
@@ -47,7 +42,7 @@ void timeModule::createButtons()
 {
     SelectableButton* field = addNumberField(
         {":/select_time__nol_40x80.png", ":/select_time__pre_40x80.png", false, false},
-        QRect(20, 100, look().buttonWidth, 40), s_timeKeys, [this] {
+        QRect(20, 100, look().buttonWidth, 40), TimeKeys, [this] {
             takeText(button(0)->text());
             parameterChanged();
         });
