@@ -9,7 +9,7 @@ tiler_packages() {
     kit) echo make gcc-arm-none-eabi libnewlib-arm-none-eabi ;;
     emulator) echo qemu-system-arm python3 ;;
     run) echo fonts-noto-cjk libqt5gui5 ;;
-    display) echo xvfb xauth openbox xdotool scrot x11-utils ;;
+    display) echo xvfb openbox xdotool scrot ;;
     check) echo clang-format clang-tidy ;;
     esac
 }

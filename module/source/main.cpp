@@ -1,4 +1,5 @@
 #include "config.h"
+#include "interfacelanguage.h"
 #include "mainwindow.h"
 #include "modulesid.h"
 #include "programversion.h"
@@ -17,15 +18,6 @@
 
 namespace
 {
-/** Font and translation of one kind of interface. */
-struct Interface {
-    int fontPoints;
-    const char* translation;
-};
-const int s_english = 2;
-const Interface s_inEnglish = {8, ":/vantrel_en.qm"};
-const Interface s_inChinese = {10, ":/vantrel_zh_cn.qm"};
-
 void writeBanner(const QApplication& p_application)
 {
     qInfo() << "Starting Tiler version" << qPrintable(programVersion());
@@ -67,11 +59,7 @@ int main(int argc, char** argv)
     qRegisterMetaType<modulesId>("modulesId");
 
     QTranslator translator;
-    const Interface& interface = systemLanguageCode() == s_english ? s_inEnglish : s_inChinese;
-    QApplication::setFont(QFont(QStringLiteral("微软雅黑"), interface.fontPoints));
-    // Without its file the source texts stay, in Chinese.
-    translator.load(QString::fromLatin1(interface.translation));
-    QCoreApplication::installTranslator(&translator);
+    setUpInterface(systemLanguageCode(), translator);
 
     MainWindow window;
     window.showMaximized();
