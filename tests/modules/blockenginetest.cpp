@@ -489,7 +489,7 @@ void BlockEngineTest::aDyingBlockLeavesEveryListOfTheDocument()
     QVERIFY(!taskModules.contains(block));
     QVERIFY(!focusModule);
     QVERIFY(!pressedModule);
-    QVERIFY(!blocksWithoutButtons.contains(block));
+    QVERIFY(!liveModules.contains(block));
 }
 
 void BlockEngineTest::aBlockHasOneRegistryKey()
@@ -746,7 +746,7 @@ void BlockEngineTest::aChainOfAHundredThousandBlocksIsNoDepth()
     QPointer<supermodule> end = last;
     supermodule::deleteTree(loop);
     QVERIFY(!end);
-    QVERIFY(blocksWithoutButtons.size() < 10);
+    QVERIFY(liveModules.size() < 10);
 }
 
 void BlockEngineTest::appendingLinksBehindTheLastOfTheChainAndLaysNothingOut()

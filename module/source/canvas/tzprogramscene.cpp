@@ -19,19 +19,14 @@ tzprogramscene::tzprogramscene(QObject* p_parent) : QGraphicsScene(p_parent)
 
 void tzprogramscene::clearItems(const QList<const QGraphicsItem*>& p_kept)
 {
-    // Gathered first: a block takes its children, which are items too, with it.
-    QList<supermodule*> blocks;
-    const QList<QGraphicsItem*> all = items();
-    for (QGraphicsItem* item : all) {
+    // Eldest first, which is where the scene begins to look for what it is to remove.
+    const QVector<supermodule*> blocks = liveModules;
+    for (supermodule* block : blocks) {
         // By identity, not by type: a file may hold a second block of the main block's type.
-        supermodule* block = supermodule::fromItem(item);
-        if (block && !p_kept.contains(item)) {
-            blocks.append(block);
+        if (block->scene() == this && !p_kept.contains(block)) {
+            removeItem(block);
+            delete block;
         }
-    }
-    for (supermodule* block : qAsConst(blocks)) {
-        removeItem(block);
-        delete block;
     }
 }
 

@@ -147,20 +147,12 @@ void TzProgramView::paintEvent(QPaintEvent* p_event)
 
 void TzProgramView::makeVisibleButtons()
 {
-    if (blocksWithoutButtons.isEmpty()) {
-        return;
-    }
     const QRectF seen = mapToScene(viewport()->rect()).boundingRect();
-    // Gathered first: a block that gets its buttons leaves the set.
-    QVector<supermodule*> due;
-    for (supermodule* module : qAsConst(blocksWithoutButtons)) {
-        if (module->isVisible() && module->scene() == m_scene &&
-            seen.intersects(module->sceneBoundingRect())) {
-            due.append(module);
+    for (supermodule* module : qAsConst(liveModules)) {
+        if (!module->hasButtons() && module->isVisible() && module->scene() == m_scene &&
+            seen.intersects(module->boundingRect().translated(module->pos()))) {
+            module->ensureButtons();
         }
-    }
-    for (supermodule* module : qAsConst(due)) {
-        module->ensureButtons();
     }
 }
 

@@ -57,11 +57,12 @@ void TzProgramView::dragMoveEvent(QDragMoveEvent* p_event)
     if (!m_current) {
         return;
     }
+    // Said before anything moves: then no block has to tell its own place.
+    m_scene->update();
     // The cursor holds the middle of the block's top edge.
     const int width = static_cast<int>(m_current->boundingRect().width());
     m_current->setPos(mapToScene(p_event->pos().x() - width / 2, p_event->pos().y()));
     previewBestCandidate(m_current);
-    m_scene->update();
 }
 
 void TzProgramView::dragLeaveEvent(QDragLeaveEvent* p_event)

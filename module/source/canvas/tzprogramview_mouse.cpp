@@ -122,13 +122,14 @@ void TzProgramView::mouseMoveEvent(QMouseEvent* p_event)
         return;
     }
     supermodule* module = m_current;
+    // Said before anything moves: then no block has to tell its own place.
+    m_scene->update();
     module->setPos(scenePos + module->scenePos() - m_lastScenePos);
     m_lastScenePos = scenePos;
     module->updateLayout();
     module->setTreeZValue(s_draggedZ);
     module->detachFromParent();
     previewBestCandidate(module);
-    m_scene->update();
     documentModified = true;
     module->m_moved = true;
     if (module != m_mainModule) {

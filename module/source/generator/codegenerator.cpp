@@ -34,8 +34,11 @@ QString taskTexts()
 QString framedC(const QString& p_body)
 {
     const QString tasks = taskTexts();
-    QString text = QStringLiteral("#include \"vantrel.h\"\n\n") + variableDeclarations() + p_body +
-                   QStringLiteral("\n}") + tasks;
+    QString text = QStringLiteral("#include \"vantrel.h\"\n\n") + variableDeclarations();
+    text.reserve(text.size() + p_body.size() + tasks.size() + 2);
+    text += p_body;
+    text += QLatin1String("\n}");
+    text += tasks;
     bracesToIndent(text);
     return text;
 }

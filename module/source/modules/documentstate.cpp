@@ -9,7 +9,7 @@ int nextModuleKey = 1;
 QPointer<supermodule> focusModule;
 QPointer<supermodule> pressedModule;
 bool documentModified = false;
-QSet<supermodule*> blocksWithoutButtons;
+QVector<supermodule*> liveModules;
 
 supermodule* firstVisibleRoot(int p_from)
 {
@@ -47,6 +47,12 @@ void resetRegistry()
     nextModuleKey = 1;
 }
 
+void rememberModule(supermodule* p_module)
+{
+    p_module->liveIndex = liveModules.size();
+    liveModules.append(p_module);
+}
+
 void forgetModule(supermodule* p_module)
 {
     if (p_module->registryKey != 0) {
@@ -54,5 +60,10 @@ void forgetModule(supermodule* p_module)
     }
     rootModules.removeAll(p_module);
     taskModules.removeAll(p_module);
-    blocksWithoutButtons.remove(p_module);
+    // The last one takes its place.
+    supermodule* last = liveModules.takeLast();
+    if (last != p_module) {
+        liveModules[p_module->liveIndex] = last;
+        last->liveIndex = p_module->liveIndex;
+    }
 }

@@ -3,7 +3,7 @@
 #include <QList>
 #include <QMap>
 #include <QPointer>
-#include <QSet>
+#include <QVector>
 
 class supermodule;
 
@@ -33,8 +33,8 @@ extern QPointer<supermodule> focusModule;
 extern QPointer<supermodule> pressedModule;
 /** True when the document differs from its file. */
 extern bool documentModified;
-/** Blocks that were never seen and so have no buttons yet. */
-extern QSet<supermodule*> blocksWithoutButtons;
+/** All blocks there are, in a scene or not, in no order of use. Kept by the blocks themselves. */
+extern QVector<supermodule*> liveModules;
 
 /** The first entry of rootModules in sight, at or behind an index; null if there is none. */
 supermodule* firstVisibleRoot(int p_from = 0);
@@ -48,5 +48,7 @@ int registerModule(supermodule* p_module);
 void registerModuleAs(int p_key, supermodule* p_module);
 /** Empties the registry and starts again with key 1. */
 void resetRegistry();
+/** Puts a new block into liveModules. */
+void rememberModule(supermodule* p_module);
 /** Takes a dying block out of everything above. */
 void forgetModule(supermodule* p_module);

@@ -1,5 +1,6 @@
 #include "supermodule.h"
 
+#include "documentstate.h"
 #include "moduletree.h"
 #include "tilerlog.h"
 
@@ -144,16 +145,24 @@ int supermodule::distanceTo(const collisionItem& p_connector) const
 
 QList<collisionItem*> supermodule::touchedConnectors() const
 {
+    // Asked of the blocks themselves: the scene would look at every item that it shows.
     QList<collisionItem*> connectors;
-    const QList<QGraphicsItem*> items = collidingItems(Qt::IntersectsItemShape);
-    for (QGraphicsItem* item : items) {
-        // The scene lists hidden items, too, such as the connectors of the idle drop preview.
-        if (item->type() == collisionItem::Type && item->isVisible() &&
-            item->parentItem() != this && fromItem(item->parentItem())) {
-            connectors.append(static_cast<collisionItem*>(item));
+    const QRectF reach = sceneBoundingRect().adjusted(-1, -1, 1, 1);
+    for (const supermodule* owner : qAsConst(liveModules)) {
+        if (owner == this || owner->scene() != scene() || !owner->isVisible()) {
+            continue;
+        }
+        // As they are stacked, the uppermost first.
+        for (const LinkType type : {RightLink, LeftLink, NextLink}) {
+            collisionItem* connector = owner->connector(type);
+            if (connector &&
+                reach.intersects(
+                    connector->boundingRect().translated(owner->pos() + connector->pos())) &&
+                connector->isVisible() && collidesWithItem(connector, Qt::IntersectsItemShape)) {
+                connectors.append(connector);
+            }
         }
     }
-    // Without an index the scene's own order depends on addresses; this one is the stacking's.
     std::stable_sort(connectors.begin(), connectors.end(),
                      [](const collisionItem* p_a, const collisionItem* p_b) {
                          return fromItem(p_a->parentItem())->registryKey >

@@ -59,7 +59,11 @@ void supermodule::setSelectTree(bool p_selected)
 
 void supermodule::setTreeZValue(int p_z)
 {
-    forEachModule(this, [p_z](supermodule* p_each) { p_each->setZValue(p_z); });
+    forEachModule(this, [p_z](supermodule* p_each) {
+        if (p_each->zValue() != p_z) {
+            p_each->setZValue(p_z);
+        }
+    });
 }
 
 bool supermodule::isInProgram()

@@ -62,6 +62,8 @@ void supermodule::initialise()
 {
     m_pathItem.setParentItem(this);
     m_pathItem.setZValue(-10);
+    // As long as it has no path; without this every repaint would visit it.
+    m_pathItem.setFlag(ItemHasNoContents);
     static const QString s_name = QStringLiteral("module");
     setData(ItemNameKey, s_name);
     m_selectItem.setParentItem(this);
@@ -72,7 +74,7 @@ void supermodule::initialise()
     m_selectItem.setPos(0, 0);
     m_selectItem.hide();
     setToolTip(m_text);
-    blocksWithoutButtons.insert(this);
+    rememberModule(this);
 }
 
 supermodule* supermodule::fromItem(QGraphicsItem* p_item)
@@ -164,7 +166,6 @@ void supermodule::ensureButtons()
         return;
     }
     m_buttonsMade = true;
-    blocksWithoutButtons.remove(this);
     createButtons();
 }
 

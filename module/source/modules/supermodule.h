@@ -1,5 +1,6 @@
 #pragma once
 
+#include "boundsrule.h"
 #include "collisionitem.h"
 
 #include <QDomElement>
@@ -55,6 +56,8 @@ public:
      * a load and a paste register blocks anew. Set by the registry alone.
      */
     int registryKey = 0;
+    /** The block's place in liveModules; set there alone. */
+    int liveIndex = -1;
     /** id of the root of the program slot that holds the block; 0 is the main program. */
     int ownid = 0;
     /** True while the block is dragged. */
@@ -152,7 +155,12 @@ public:
      * Grows the four scene bounds, rounded, over this block and returns them as a rectangle of
      * (left, top, right, bottom). A bound that lies further out already stays.
      */
-    virtual QRect extent(int& p_left, int& p_top, int& p_right, int& p_bottom);
+    QRect extent(int& p_left, int& p_top, int& p_right, int& p_bottom);
+    /**
+     * How the block grows scene bounds. Where p_laidOut is true all under the block has just been
+     * laid out, and what that found is used.
+     */
+    virtual BoundsRule boundsRule(bool p_laidOut) const;
 
     // Tree (moduletree.cpp).
     supermodule* rootOf();
@@ -219,9 +227,8 @@ protected:
     void moveButtons(int p_x);
     /** The scene x of a button's middle, where OnSetParamByPos() wants the pop-up. */
     int buttonCentre(int p_index) const;
-    /** Grows bounds as extent() does, over a block of a size. */
-    void growBounds(const QSizeF& p_size, int& p_left, int& p_top, int& p_right,
-                    int& p_bottom) const;
+    /** The rule of a plain block of a size that stands where this one does. */
+    BoundsRule plainBoundsRule(const QSizeF& p_size) const;
     /** Lays out the block's own body and returns the distance from here to the next block. */
     virtual qreal layoutOwn();
     /** Makes the connector of a link, of a kind, at a place in block coordinates. */

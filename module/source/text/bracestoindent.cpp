@@ -1,15 +1,23 @@
 #include "bracestoindent.h"
 
 #include <QString>
-#include <QStringList>
 
 void bracesToIndent(QString& p_text)
 {
-    const QVector<QStringRef> lines = p_text.splitRef(QLatin1Char('\n'), Qt::SkipEmptyParts);
     QString laidOut;
-    laidOut.reserve(p_text.size() + 6 * lines.size());
+    // Room for the blanks of a line at a depth of one or two; deeper ones make it grow.
+    laidOut.reserve(p_text.size() * 2);
     int depth = 0;
-    for (const QStringRef& line : lines) {
+    for (int from = 0; from < p_text.size();) {
+        int end = p_text.indexOf(QLatin1Char('\n'), from);
+        if (end < 0) {
+            end = p_text.size();
+        }
+        const QStringRef line = p_text.midRef(from, end - from);
+        from = end + 1;
+        if (line.isEmpty()) {
+            continue;
+        }
         if (line.contains(QLatin1Char('}'))) {
             --depth;
         }

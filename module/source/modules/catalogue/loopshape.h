@@ -16,6 +16,10 @@ struct LoopForm {
 
 /** Width of, and way past, a loop without a body. */
 constexpr int EmptyLoopWidth = 260;
+/** What a loop's rectangle adds above its content. */
+constexpr int LoopTopMargin = 20;
+/** Space behind the last block of a body. */
+constexpr int LoopEndMargin = 40;
 
 /** The concatenated C texts of a loop's body. */
 QString loopBodyText(const supermodule* p_loop);
@@ -48,26 +52,9 @@ public:
         Base::makeConnector(LeftLink, 4, QPointF(form().bodyConnectorX, 30));
     }
 
-    QRect extent(int& p_left, int& p_top, int& p_right, int& p_bottom) override
+    BoundsRule boundsRule(bool p_laidOut) const override
     {
-        if (!Base::left()) {
-            Base::growBounds(QSizeF(EmptyLoopWidth, 140), p_left, p_top, p_right, p_bottom);
-        } else {
-            for (supermodule* each = Base::left(); each; each = each->next()) {
-                int left = p_left;
-                int top = p_top;
-                int right = p_right;
-                int bottom = p_bottom;
-                each->extent(left, top, right, bottom);
-                p_left = qMin(p_left, left);
-                p_top = qMin(p_top, top);
-                p_right = qMax(p_right, right);
-                p_bottom = qMax(p_bottom, bottom);
-            }
-            p_right += 40;
-        }
-        p_top -= 20;
-        return QRect(QPoint(p_left, p_top), QPoint(p_right, p_bottom));
+        return p_laidOut ? m_laidOutRule : walkedRule(false);
     }
 
 protected:
@@ -85,10 +72,13 @@ protected:
             int top = static_cast<int>(Base::y());
             int right = left;
             int bottom = static_cast<int>(Base::y() + 140);
-            extent(left, top, right, bottom);
+            m_laidOutRule = walkedRule(true);
+            m_laidOutRule.apply(left, top, right, bottom);
             const int x = static_cast<int>(Base::x());
             const int y = static_cast<int>(Base::y());
             rect.setCoords(left - x, top - y, right - x, bottom - y);
+        } else {
+            m_laidOutRule = walkedRule(true);
         }
         if (rect != Base::m_rect) {
             Base::prepareGeometryChange();
@@ -101,9 +91,29 @@ protected:
         return rect.right();
     }
 
+    /** What the body gives, its loops passed in one step each if they are laid out. */
+    BoundsRule walkedRule(bool p_laidOut) const
+    {
+        if (!Base::left()) {
+            BoundsRule rule = Base::plainBoundsRule(QSizeF(EmptyLoopWidth, 140));
+            rule.addMargins(LoopTopMargin, 0);
+            return rule;
+        }
+        BoundsRule rule;
+        for (const supermodule* each = Base::left(); each; each = each->next()) {
+            rule.then(each->boundsRule(p_laidOut));
+        }
+        rule.addMargins(LoopTopMargin, LoopEndMargin);
+        return rule;
+    }
+
     void drawFrame(QPainter* p_painter) const
     {
         drawLoopFrame(p_painter, picture(QString::fromLatin1(form().frame)),
                       static_cast<int>(Base::m_rect.top()), static_cast<int>(Base::m_rect.right()));
     }
+
+private:
+    /** As the last layout found it; the bounds are those of the scene. */
+    BoundsRule m_laidOutRule;
 };

@@ -1,6 +1,7 @@
 #include "motormodules.h"
 
 #include "selectablebutton.h"
+#include "timemodules.h"
 
 namespace
 {
@@ -28,8 +29,7 @@ QString motorModule::cCode() const
     // Wider than the field: a file may hold the largest number there is.
     const QString port = QString::number(static_cast<qint64>(n) + 1);
     // In one pass, and with no more arguments than there are placeholders.
-    return look().timed ? fragment.arg(port, QString::number(static_cast<double>(time), 'g'))
-                        : fragment.arg(port);
+    return look().timed ? fragment.arg(port, secondsText(time)) : fragment.arg(port);
 }
 
 void motorModule::loadXml(const QDomElement& p_element)

@@ -9,9 +9,18 @@ timeModule::timeModule(const timeModule& p_other)
 {
 }
 
+QString secondsText(float p_seconds)
+{
+    // Whole seconds are the common case, and the way over real numbers takes ten times as long.
+    const int whole = 0 < p_seconds && p_seconds < 1e6F ? static_cast<int>(p_seconds) : 0;
+    return whole > 0 && static_cast<float>(whole) == p_seconds
+               ? QString::number(whole)
+               : QString::number(static_cast<double>(p_seconds), 'g');
+}
+
 QString timeModule::cCode() const
 {
-    return QString::fromLatin1(look().fragment).arg(static_cast<double>(n), 0, 'g');
+    return QString::fromLatin1(look().fragment).arg(secondsText(n));
 }
 
 void timeModule::loadXml(const QDomElement& p_element)

@@ -3,6 +3,9 @@
 #include "concretemodule.h"
 #include "parametermodule.h"
 
+/** A time as it stands in C text: at most six digits, like "0.4" or "1e+06". */
+QString secondsText(float p_seconds);
+
 /** What a block with a time differs in. */
 struct TimeLook {
     const char* overlay;
