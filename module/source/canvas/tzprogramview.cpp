@@ -149,8 +149,9 @@ void TzProgramView::makeVisibleButtons()
 {
     const QRectF seen = mapToScene(viewport()->rect()).boundingRect();
     for (supermodule* module : qAsConst(liveModules)) {
-        if (!module->hasButtons() && module->isVisible() && module->scene() == m_scene &&
-            seen.intersects(module->boundingRect().translated(module->pos()))) {
+        if (!module->hasButtons() &&
+            seen.intersects(module->boundingRect().translated(module->pos())) &&
+            module->isVisible() && module->scene() == m_scene) {
             module->ensureButtons();
         }
     }

@@ -127,7 +127,10 @@ void TzProgramView::mouseMoveEvent(QMouseEvent* p_event)
     module->setPos(scenePos + module->scenePos() - m_lastScenePos);
     m_lastScenePos = scenePos;
     module->updateLayout();
-    module->setTreeZValue(s_draggedZ);
+    if (!module->m_moved) {
+        // What hangs under the block stays the same for as long as it is dragged.
+        module->setTreeZValue(s_draggedZ);
+    }
     module->detachFromParent();
     previewBestCandidate(module);
     documentModified = true;

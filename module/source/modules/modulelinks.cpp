@@ -149,7 +149,10 @@ QList<collisionItem*> supermodule::touchedConnectors() const
     QList<collisionItem*> connectors;
     const QRectF reach = sceneBoundingRect().adjusted(-1, -1, 1, 1);
     for (const supermodule* owner : qAsConst(liveModules)) {
-        if (owner == this || owner->scene() != scene() || !owner->isVisible()) {
+        // A connector begins inside its block's rectangle or at its right edge.
+        const QRectF area = owner->boundingRect().translated(owner->pos()).adjusted(0, 0, 60, 60);
+        if (!reach.intersects(area) || owner == this || owner->scene() != scene() ||
+            !owner->isVisible()) {
             continue;
         }
         // As they are stacked, the uppermost first.

@@ -2,11 +2,17 @@
 
 #include <QString>
 
+namespace
+{
+const int s_indent = 6;
+}
+
 void bracesToIndent(QString& p_text)
 {
     QString laidOut;
     // Room for the blanks of a line at a depth of one or two; deeper ones make it grow.
     laidOut.reserve(p_text.size() * 2);
+    QString blanks;
     int depth = 0;
     for (int from = 0; from < p_text.size();) {
         int end = p_text.indexOf(QLatin1Char('\n'), from);
@@ -21,9 +27,10 @@ void bracesToIndent(QString& p_text)
         if (line.contains(QLatin1Char('}'))) {
             --depth;
         }
-        for (int i = 0; i < depth; ++i) {
-            laidOut += QLatin1String("      ");
+        while (blanks.size() < depth * s_indent) {
+            blanks += QString(s_indent, QLatin1Char(' '));
         }
+        laidOut += blanks.leftRef(qMax(0, depth * s_indent));
         laidOut += line;
         laidOut += QLatin1Char('\n');
         if (line.contains(QLatin1Char('{'))) {

@@ -14,12 +14,13 @@ const LoopForm s_conditional = {40, 40, true, 100, ":/loopuntil.png"};
 const int s_buttonsFromEnd = 120;
 } // namespace
 
-QString loopBodyText(const supermodule* p_loop)
+QString loopText(const QString& p_head, const supermodule* p_loop, const char* p_end)
 {
-    QString text;
+    QString text = p_head;
     for (const supermodule* module = p_loop->left(); module; module = module->next()) {
         text += module->cCode();
     }
+    text += QLatin1String(p_end);
     return text;
 }
 
@@ -60,8 +61,7 @@ void drawLoopFrame(QPainter* p_painter, const QPixmap& p_frame, int p_top, int p
 QString forModule::cCode() const
 {
     // No line feed around the closing brace: that is meant.
-    return QStringLiteral("for(int i = 0;i < %1; ++i)\n{\n").arg(n) + loopBodyText(this) +
-           QLatin1Char('}');
+    return loopText(QStringLiteral("for(int i = 0;i < %1; ++i)\n{\n").arg(n), this, "}");
 }
 
 void forModule::loadXml(const QDomElement& p_element)
@@ -104,7 +104,7 @@ void forModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWid
 QString foreverModule::cCode() const
 {
     // No line feed around the closing brace: that is meant.
-    return QStringLiteral("while(1)\n{\n") + loopBodyText(this) + QLatin1Char('}');
+    return loopText(QStringLiteral("while(1)\n{\n"), this, "}");
 }
 
 const LoopForm& foreverModule::form() const { return s_endless; }
@@ -115,10 +115,7 @@ void foreverModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, 
     drawPicture(p_painter, ":/repeat_icon.png");
 }
 
-QString loopUntilModule::cCode() const
-{
-    return whileText() + loopBodyText(this) + QStringLiteral("\n}\n");
-}
+QString loopUntilModule::cCode() const { return loopText(whileText(), this, "\n}\n"); }
 
 const LoopForm& loopUntilModule::form() const { return s_conditional; }
 

@@ -21,8 +21,8 @@ constexpr int LoopTopMargin = 20;
 /** Space behind the last block of a body. */
 constexpr int LoopEndMargin = 40;
 
-/** The concatenated C texts of a loop's body. */
-QString loopBodyText(const supermodule* p_loop);
+/** A loop's C text: its head, the texts of its body one behind the other, and its end. */
+QString loopText(const QString& p_head, const supermodule* p_loop, const char* p_end);
 
 /**
  * Draws a loop's bracket: the frame picture in seven parts, the corners as they are, the edges
