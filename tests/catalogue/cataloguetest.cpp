@@ -255,6 +255,9 @@ private slots:
     void everyBlockStoresAndLoadsItsAttributes();
     void everyBlockIsCopiedWithWhatItsCopyKeeps_data() { everyBlock_data(); }
     void everyBlockIsCopiedWithWhatItsCopyKeeps();
+    void everyBlockIsPastedWithWhatItsCopyKeeps_data() { everyBlock_data(); }
+    void everyBlockIsPastedWithWhatItsCopyKeeps();
+    void copyAndPasteOfAWaitForTheOtherConditionGivesTheFirstCondition();
     void everyBlockSaysWhichParametersAreToBeModified_data() { everyBlock_data(); }
     void everyBlockSaysWhichParametersAreToBeModified();
     void everyBlockDropsLinksSavesAndOpens_data() { everyBlock_data(); }
@@ -430,6 +433,52 @@ void CatalogueTest::everyBlockIsCopiedWithWhatItsCopyKeeps()
     QCOMPARE(ownAttributes(copy.get()), parsed(expected->copied));
     // The source keeps what it has.
     QCOMPARE(ownAttributes(block.get()), parsed(expected->changed));
+}
+
+void CatalogueTest::everyBlockIsPastedWithWhatItsCopyKeeps()
+{
+    QFETCH(int, id);
+    if (id == 0) {
+        return;
+    }
+    const Expected* expected = expectedOf(id);
+    QVERIFY(expected);
+    CanvasFixture canvas;
+    supermodule* block = canvas.drop(id, QPointF(500, 350));
+    load(block, expected->changed);
+    block->setPos(400, 350);
+    const QList<supermodule*> before = canvas.blocks();
+    canvas.press(block->scenePos() + QPointF(30, 30), Qt::RightButton);
+    canvas.view.contextMenu().close();
+    canvas.view.OnCopyAndPaste();
+    for (const supermodule* pasted : canvas.blocks()) {
+        if (!before.contains(const_cast<supermodule*>(pasted))) {
+            QVERIFY(expected->isClass(pasted));
+            QCOMPARE(ownAttributes(pasted), parsed(expected->copied));
+            QCOMPARE(pasted->scenePos(), QPointF(560, 510));
+        }
+    }
+    QCOMPARE(canvas.blocks().size(), before.size() + 1);
+    QCOMPARE(ownAttributes(block), parsed(expected->changed));
+}
+
+void CatalogueTest::copyAndPasteOfAWaitForTheOtherConditionGivesTheFirstCondition()
+{
+    CanvasFixture canvas;
+    supermodule* wait = canvas.dropBehind(canvas.main(), 309);
+    wait->setParamIndex(6);
+    wait->setParamIndex(2);
+    QCOMPARE(wait->cCode(), QStringLiteral("while(switch_state(3) != 0)\n{\nwait(0.1);\n}\n"));
+    canvas.click(wait->scenePos() + QPointF(30, 30));
+    canvas.key(Qt::Key_C, Qt::ControlModifier);
+    canvas.key(Qt::Key_V, Qt::ControlModifier);
+    QStringList texts;
+    for (const supermodule* block : canvas.blocks()) {
+        if (block->id == 309 && block != wait) {
+            texts << block->cCode();
+        }
+    }
+    QCOMPARE(texts, QStringList{"while(switch_state(3) == 0)\n{\nwait(0.1);\n}\n"});
 }
 
 void CatalogueTest::everyBlockSaysWhichParametersAreToBeModified()

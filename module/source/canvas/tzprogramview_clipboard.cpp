@@ -39,7 +39,8 @@ void TzProgramView::OnCopy()
     document.appendChild(root);
     QDomElement baseNode = document.createElement(QStringLiteral("basenode"));
     root.appendChild(baseNode);
-    writeChain(baseNode, document, m_current == m_mainModule ? nullptr : m_current.data());
+    writeChain(baseNode, document, m_current == m_mainModule ? nullptr : m_current.data(),
+               &supermodule::saveCopyXml);
     ClipBoard::setData(QLatin1String(s_format), document.toString(1));
     if (m_copied) {
         m_copied->setSelectTree(true);

@@ -109,6 +109,18 @@ void supermodule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QW
 
 void supermodule::saveXml(QDomElement& p_parent, QDomDocument& p_document) const
 {
+    saveWith(*this, p_parent, p_document);
+}
+
+void supermodule::saveCopyXml(QDomElement& p_parent, QDomDocument& p_document) const
+{
+    const std::unique_ptr<supermodule> copy(clone());
+    saveWith(copy ? *copy : *this, p_parent, p_document);
+}
+
+void supermodule::saveWith(const supermodule& p_parameters, QDomElement& p_parent,
+                           QDomDocument& p_document) const
+{
     QDomElement element = p_document.createElement(QStringLiteral("module"));
     // Written as reals and read as integers: a fixed trait of the format.
     element.setAttribute(QStringLiteral("x"), scenePos().x());
@@ -116,7 +128,7 @@ void supermodule::saveXml(QDomElement& p_parent, QDomDocument& p_document) const
     element.setAttribute(QStringLiteral("id"), id);
     element.setAttribute(QStringLiteral("ownid"), ownid);
     element.setAttribute(QStringLiteral("moduleKey"), moduleKey);
-    writeAttributes(element);
+    p_parameters.writeAttributes(element);
     p_parent.appendChild(element);
 }
 

@@ -86,9 +86,14 @@ public:
     virtual QString pythonCode() const { return QString(); }
     /** Appends the block's `module` element to p_parent, without its children. */
     void saveXml(QDomElement& p_parent, QDomDocument& p_document) const;
+    /** The same for the clipboard: with the parameters that a copy keeps, see clone(). */
+    void saveCopyXml(QDomElement& p_parent, QDomDocument& p_document) const;
     /** Sets the block from its `module` element. A missing attribute reads as 0. */
     virtual void loadXml(const QDomElement& p_element);
-    /** A copy without links, connectors and key; null where a block can't be copied. */
+    /**
+     * A copy without links, connectors and key; null where a block can't be copied. Some blocks
+     * forget a parameter here: that is meant, and copy and paste show it.
+     */
     virtual supermodule* clone() const = 0;
     /**
      * A detached element with the parameter attributes alone; null for a block without any. Its
@@ -241,6 +246,8 @@ protected:
     QRectF m_rect;
 
 private:
+    void saveWith(const supermodule& p_parameters, QDomElement& p_parent,
+                  QDomDocument& p_document) const;
     supermodule* linkedTo(LinkType p_type) const;
     void setLink(LinkType p_type, supermodule* p_module);
     void insertAt(LinkType p_type, supermodule* p_module);

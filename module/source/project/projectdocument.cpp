@@ -90,16 +90,17 @@ StableAttributeOrder::~StableAttributeOrder()
     qSetGlobalQHashSeed(m_seed == 0 ? 0 : -1);
 }
 
-void writeChain(QDomElement& p_parent, QDomDocument& p_document, const supermodule* p_first)
+void writeChain(QDomElement& p_parent, QDomDocument& p_document, const supermodule* p_first,
+                SaveModule p_save)
 {
     for (const supermodule* module = p_first; module; module = module->next()) {
-        module->saveXml(p_parent, p_document);
+        (module->*p_save)(p_parent, p_document);
         QDomElement element = p_parent.lastChildElement();
         const auto body = [&](const QString& p_name, const supermodule* p_body) {
             if (p_body) {
                 QDomElement branch = p_document.createElement(p_name);
                 element.appendChild(branch);
-                writeChain(branch, p_document, p_body);
+                writeChain(branch, p_document, p_body, p_save);
             }
         };
         body(QStringLiteral("left"), module->left());
@@ -129,7 +130,10 @@ supermodule* buildChain(const QDomElement& p_first, QGraphicsScene* p_scene)
 
 QByteArray projectText(const QList<supermodule*>& p_roots, const ProgramNameHolder* p_name)
 {
-    return textOf(p_roots, p_name, writeChain);
+    return textOf(p_roots, p_name,
+                  [](QDomElement& p_parent, QDomDocument& p_document, const supermodule* p_head) {
+                      writeChain(p_parent, p_document, p_head);
+                  });
 }
 
 QByteArray temporaryProjectText(const QList<supermodule*>& p_roots, const ProgramNameHolder* p_name)

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "supermodule.h"
+
 #include <QDomDocument>
 #include <QList>
 
 class ProgramNameHolder;
 class QGraphicsScene;
-class supermodule;
 
 /**
  * Keeps the order of attributes the same in every run while it lives: elements that are made
@@ -22,9 +23,15 @@ private:
     int m_seed;
 };
 
-/** Appends a `module` element for each block of a chain, with `left` and `right` where it has them.
+/** How a block writes its own element. */
+using SaveModule = void (supermodule::*)(QDomElement&, QDomDocument&) const;
+
+/**
+ * Appends a `module` element for each block of a chain, with `left` and `right` where it has them.
+ * p_save writes each one.
  */
-void writeChain(QDomElement& p_parent, QDomDocument& p_document, const supermodule* p_first);
+void writeChain(QDomElement& p_parent, QDomDocument& p_document, const supermodule* p_first,
+                SaveModule p_save = &supermodule::saveXml);
 
 /**
  * Builds the chain of a `module` element and its siblings: each block with its connectors and
