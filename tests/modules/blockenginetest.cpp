@@ -146,6 +146,7 @@ class BlockEngineTest : public QObject
     Q_OBJECT
 
 private slots:
+    void aDeepCopyHasTheSameBlocksInTheSamePlacesButNoKeys();
     void initTestCase();
 
     // The block itself.
@@ -399,6 +400,39 @@ void BlockEngineTest::aBlockWithoutConnectorsIsDestroyedInPeace()
     delete halfBare;
     QCOMPARE(scene.items().size(), 0);
     supermodule::deleteTree(nullptr);
+}
+
+void BlockEngineTest::aDeepCopyHasTheSameBlocksInTheSamePlacesButNoKeys()
+{
+    const RootsKept kept;
+    CanvasFixture canvas;
+    canvas.main()->ownid = 0;
+    supermodule* loop = canvas.dropBehind(canvas.main(), Counted);
+    loop->setNumberKey(Qt::Key_7);
+    supermodule* inBody = createModuleFromId(Forward);
+    canvas.view.scene()->addItem(inBody);
+    registerModule(inBody);
+    inBody->ownid = 404;
+    loop->setLeftModule(inBody);
+    supermodule* last = canvas.dropBehind(loop, Speed);
+    supermodule* copy = supermodule::deepClone(loop);
+    QCOMPARE(CanvasFixture::ids(copy), (QList<int>{Counted, Speed}));
+    QCOMPARE(CanvasFixture::ids(copy->left()), QList<int>{Forward});
+    QVERIFY(copy != loop && copy->left() != inBody && copy->next() != last);
+    QVERIFY(!copy->parentModule());
+    QCOMPARE(copy->cCode(), loop->cCode());
+    QVERIFY(copy->cCode().startsWith(QStringLiteral("for(int i = 0;i < 107;")));
+    for (const supermodule* each : {copy, copy->left(), copy->next()}) {
+        QCOMPARE(each->scene(), canvas.view.scene());
+        QCOMPARE(each->registryKey, 0);
+        QCOMPARE(each->moduleKey, 0);
+        QCOMPARE(each->ownid, 0);
+        QVERIFY(each->hasNextConnector());
+        QVERIFY(each->flags() & QGraphicsItem::ItemIsMovable);
+    }
+    QVERIFY(!supermodule::deepClone(nullptr));
+    QVERIFY(!supermodule::deepClone(canvas.main()));
+    supermodule::deleteTree(copy);
 }
 
 void BlockEngineTest::aBlockThatNothingButTheBaseClassOffersIgnoresValues()

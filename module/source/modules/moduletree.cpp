@@ -86,6 +86,37 @@ void supermodule::updateTreeAndOpacity()
 
 bool supermodule::isSubProgramBlock() { return rootModules.indexOf(rootOf()) > 0; }
 
+supermodule* supermodule::deepClone(const supermodule* p_module)
+{
+    const supermodule* slot = firstVisibleRoot();
+    supermodule* first = nullptr;
+    supermodule* last = nullptr;
+    for (const supermodule* each = p_module; each; each = each->m_next) {
+        supermodule* copy = each->clone();
+        if (!copy) {
+            break;
+        }
+        copy->createCollisions();
+        copy->setFlags(ItemIsMovable | ItemIsSelectable);
+        copy->ownid = slot ? slot->id : each->ownid;
+        if (each->scene()) {
+            each->scene()->addItem(copy);
+        }
+        if (last) {
+            last->hangModule(NextLink, copy);
+        } else {
+            first = copy;
+        }
+        last = copy;
+        for (const LinkType type : {LeftLink, RightLink}) {
+            if (supermodule* body = deepClone(each->linkedTo(type))) {
+                copy->hangModule(type, body);
+            }
+        }
+    }
+    return first;
+}
+
 void supermodule::deleteTree(supermodule* p_module)
 {
     QVector<supermodule*> modules;

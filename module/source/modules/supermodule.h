@@ -187,6 +187,13 @@ public:
     void updateTreeAndOpacity();
     /** True when the root is a slot's root other than the main program's. */
     bool isSubProgramBlock();
+    /**
+     * Copies a block and all under it into the block's scene, linked alike, with connectors and
+     * flags but without keys and layout; null for null. For code that wants blocks without going
+     * through the clipboard's text; there is none at present. Where a block can't be copied, its
+     * chain ends there.
+     */
+    static supermodule* deepClone(const supermodule* p_module);
     /** Deletes a block and all under it; null is ignored. Its parent must have let go of it. */
     static void deleteTree(supermodule* p_module);
 
