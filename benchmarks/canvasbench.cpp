@@ -26,46 +26,15 @@ size_t bytesInUse()
 }
 } // namespace
 
-CanvasBench::CanvasBench() : m_path(m_folder.filePath(QStringLiteral("program.tlrx")))
+CanvasBench::CanvasBench()
+    : m_path(m_folder.filePath(QStringLiteral("program.tlrx"))), m_stage(&m_view, m_view.viewport())
 {
     m_view.setWindowTitle(QStringLiteral("canvas[*]"));
     m_view.resize(1920, 1080);
     m_view.show();
-    m_view.viewport()->installEventFilter(this);
     // The scale of a screen that is 1920 wide.
     m_view.resetMatrix();
-    painted();
-}
-
-CanvasBench::~CanvasBench() { m_view.viewport()->removeEventFilter(this); }
-
-void CanvasBench::painted()
-{
-    // The scene gathers its changes first; the window system asks for the picture some time later,
-    // and isn't waited for here.
-    QApplication::processEvents();
-    QEvent request(QEvent::UpdateRequest);
-    QApplication::sendEvent(&m_view, &request);
-}
-
-bool CanvasBench::eventFilter(QObject*, QEvent* p_event)
-{
-    if (p_event->type() == QEvent::Paint) {
-        ++m_paints;
-    }
-    return false;
-}
-
-template <class Work> void CanvasBench::takePainted(Samples& p_samples, Work p_work)
-{
-    const int before = m_paints;
-    p_samples.take([&] {
-        p_work();
-        painted();
-    });
-    if (m_paints == before) {
-        qFatal("Nothing was painted.");
-    }
+    m_stage.paint();
 }
 
 bool CanvasBench::setUp(const Shape& p_shape, int p_blocks)
@@ -76,7 +45,7 @@ bool CanvasBench::setUp(const Shape& p_shape, int p_blocks)
     m_view.mainBlock()->setPos(s_mainAt);
     const bool built = buildShape(p_shape, p_blocks, m_view.mainBlock()) &&
                        m_view.saveFile(m_path, QByteArray(ProjectTailSize, '\0'));
-    painted();
+    m_stage.paint();
     return built;
 }
 
@@ -93,8 +62,8 @@ Samples CanvasBench::open(int p_runs)
     for (int i = 0; i < p_runs; ++i) {
         m_view.newProgram();
         m_view.resetDocument();
-        painted();
-        takePainted(samples, [this] { openProgram(); });
+        m_stage.paint();
+        m_stage.takePainted(samples, [this] { openProgram(); });
     }
     return samples;
 }
@@ -104,8 +73,8 @@ Samples CanvasBench::clear(int p_runs)
     Samples samples;
     for (int i = 0; i < p_runs; ++i) {
         openProgram();
-        painted();
-        takePainted(samples, [this] {
+        m_stage.paint();
+        m_stage.takePainted(samples, [this] {
             m_view.newProgram();
             m_view.resetDocument();
         });
@@ -142,7 +111,7 @@ Samples CanvasBench::drag(int p_steps)
 {
     openProgram();
     m_view.centerOn(s_mainAt);
-    painted();
+    m_stage.paint();
     const QPoint from =
         m_view.mapFromScene(m_view.mainBlock()->next()->scenePos()) + QPoint(40, 60);
     const auto send = [this](QEvent::Type p_type, const QPoint& p_at) {
@@ -151,15 +120,16 @@ Samples CanvasBench::drag(int p_steps)
         QApplication::sendEvent(m_view.viewport(), &event);
     };
     send(QEvent::MouseButtonPress, from);
-    painted();
+    m_stage.paint();
     Samples samples;
     for (int i = 0; i < p_steps; ++i) {
         // Down and to the side, and back again to where the gap opens.
         const int way = 20 - qAbs(20 - (i + 1) % 40);
-        takePainted(samples, [&] { send(QEvent::MouseMove, from + QPoint(8 * way, 5 * way)); });
+        m_stage.takePainted(samples,
+                            [&] { send(QEvent::MouseMove, from + QPoint(8 * way, 5 * way)); });
     }
     send(QEvent::MouseButtonRelease, from);
-    painted();
+    m_stage.paint();
     return samples;
 }
 
@@ -174,7 +144,7 @@ void CanvasBench::putMiddleInSight()
     m_view.mainBlock()->moveBy(centre.x() - middle->x(), 0);
     m_view.mainBlock()->updateTree();
     m_view.centerOn(centre);
-    painted();
+    m_stage.paint();
 }
 
 QPoint CanvasBench::middleLink() const
@@ -202,8 +172,8 @@ Samples CanvasBench::drop(int p_runs)
     Samples samples;
     for (int i = 0; i < p_runs; ++i) {
         sendDrag(middleLink(), true);
-        painted();
-        takePainted(samples, [this] {
+        m_stage.paint();
+        m_stage.takePainted(samples, [this] {
             QDropEvent drop(middleLink(), Qt::CopyAction | Qt::MoveAction, m_payload.get(),
                             Qt::LeftButton, Qt::NoModifier);
             QApplication::sendEvent(m_view.viewport(), &drop);
@@ -223,11 +193,11 @@ Samples CanvasBench::paletteDrag(int p_steps)
     for (int i = 0; i < p_steps; ++i) {
         // In from below and along the chain, where one gap closes and the next opens.
         const QPoint at(-600 + 12 * (i % 100), qMax(0, 300 - 15 * (i % 100)));
-        takePainted(samples, [&] { sendDrag(middleLink() + at, false); });
+        m_stage.takePainted(samples, [&] { sendDrag(middleLink() + at, false); });
     }
     QDragLeaveEvent leave;
     QApplication::sendEvent(m_view.viewport(), &leave);
-    painted();
+    m_stage.paint();
     return samples;
 }
 
@@ -235,12 +205,12 @@ Samples CanvasBench::scroll(int p_steps)
 {
     openProgram();
     m_view.centerOn(s_mainAt);
-    painted();
+    m_stage.paint();
     const QPoint at(400, m_view.viewport()->height() - 50);
     Samples samples;
     for (int i = 0; i < p_steps; ++i) {
         const int turn = i % 80 < 40 ? 120 : -120;
-        takePainted(samples, [&] {
+        m_stage.takePainted(samples, [&] {
             QWheelEvent event(at, m_view.viewport()->mapToGlobal(at), QPoint(), QPoint(0, turn),
                               Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
             QApplication::sendEvent(m_view.viewport(), &event);
@@ -255,11 +225,11 @@ Samples CanvasBench::zoom(int p_steps)
     m_view.centerOn(s_mainAt);
     Samples samples;
     for (int i = 0; i < p_steps; ++i) {
-        takePainted(samples, [&] { m_view.zoomView(i % 8 < 4 ? 1 : -1); });
+        m_stage.takePainted(samples, [&] { m_view.zoomView(i % 8 < 4 ? 1 : -1); });
     }
     m_view.zoomView(0);
     m_view.resetMatrix();
-    painted();
+    m_stage.paint();
     return samples;
 }
 
@@ -267,9 +237,9 @@ double CanvasBench::bytesPerBlock()
 {
     m_view.newProgram();
     m_view.resetDocument();
-    painted();
+    m_stage.paint();
     const size_t before = bytesInUse();
     openProgram();
-    painted();
+    m_stage.paint();
     return (static_cast<double>(bytesInUse()) - static_cast<double>(before)) / m_blocks;
 }

@@ -2,6 +2,7 @@
 
 #include "samples.h"
 #include "shape.h"
+#include "stage.h"
 #include "tzprogramview.h"
 
 #include <QMimeData>
@@ -14,13 +15,10 @@
  * operations that are measured. Each goes the way that a user's hand goes: through the view's own
  * events, until the change is painted.
  */
-class CanvasBench : public QObject
+class CanvasBench
 {
-    Q_OBJECT
-
 public:
     CanvasBench();
-    ~CanvasBench() override;
 
     /** What an operation took, and how often it was run. */
     struct Result {
@@ -54,11 +52,6 @@ public:
 private:
     void openProgram();
     void putMiddleInSight();
-    /** Paints what is due. */
-    void painted();
-    /** Times some work until it is painted; ends the program if there was nothing to paint. */
-    template <class Work> void takePainted(Samples& p_samples, Work p_work);
-    bool eventFilter(QObject* p_watched, QEvent* p_event) override;
     void sendDrag(const QPoint& p_at, bool p_first);
     QPoint middleLink() const;
 
@@ -66,6 +59,6 @@ private:
     QString m_path;
     int m_blocks = 0;
     TzProgramView m_view;
+    Stage m_stage;
     std::unique_ptr<QMimeData> m_payload;
-    int m_paints = 0;
 };

@@ -1,4 +1,5 @@
 #include "canvasbench.h"
+#include "palettebench.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -31,6 +32,14 @@ int runsAt(const Operation& p_operation, int p_blocks)
 {
     return p_operation.runs[p_blocks <= 1000 ? 0 : p_blocks <= 10000 ? 1 : 2];
 }
+void print(const QString& p_shape, int p_blocks, const char* p_operation, const Samples& p_samples)
+{
+    std::printf("%-8s %7d  %-13s %10.3f %10.3f %10.3f %10.3f %10.3f\n", qPrintable(p_shape),
+                p_blocks, p_operation, p_samples.median(), p_samples.worst(),
+                p_samples.medianBusy(), p_samples.worstBusy(),
+                1000 * p_samples.medianBusy() / p_blocks);
+    std::fflush(stdout);
+}
 } // namespace
 
 /**
@@ -61,6 +70,13 @@ int main(int argc, char** argv)
 
     std::printf("%-8s %7s  %-13s %10s %10s %10s %10s %10s\n", "shape", "blocks", "ms", "median",
                 "worst", "cpu", "worst cpu", "us/block");
+    const int asked = parser.value(QStringLiteral("runs")).toInt();
+    if (!parser.isSet(QStringLiteral("only")) && !parser.isSet(QStringLiteral("shape"))) {
+        PaletteBench palette;
+        const int rounds = asked > 0 ? asked : 20;
+        print(QStringLiteral("palette"), 1, "tab", palette.tabs(rounds));
+        print(QStringLiteral("palette"), 1, "panel", palette.panels(rounds));
+    }
     CanvasBench bench;
     bool any = false;
     const QVector<Shape> shapes = readShapes(parser.positionalArguments().constFirst());
@@ -83,14 +99,9 @@ int main(int argc, char** argv)
                     parser.value(QStringLiteral("only")) != QLatin1String(operation.name)) {
                     continue;
                 }
-                const int asked = parser.value(QStringLiteral("runs")).toInt();
                 const Samples samples =
                     (bench.*operation.run)(asked > 0 ? asked : runsAt(operation, blocks));
-                std::printf("%-8s %7d  %-13s %10.3f %10.3f %10.3f %10.3f %10.3f\n",
-                            qPrintable(shape.name), blocks, operation.name, samples.median(),
-                            samples.worst(), samples.medianBusy(), samples.worstBusy(),
-                            1000 * samples.medianBusy() / blocks);
-                std::fflush(stdout);
+                print(shape.name, blocks, operation.name, samples);
             }
             if (!parser.isSet(QStringLiteral("only"))) {
                 std::printf("%-8s %7d  memory        %10.0f bytes a block\n",
