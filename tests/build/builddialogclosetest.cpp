@@ -6,15 +6,13 @@
 #include <QFile>
 #include <QtTest>
 
+using namespace dialogtext;
+
 namespace
 {
 
 // Far more than closing takes, far less than any of the waits that it cuts short.
 constexpr int hangGuard = 5000;
-
-const QString compileFailed = QStringLiteral("编译失败！");
-const QString connecting = QStringLiteral("连接控制器....");
-const QString ok = QStringLiteral("确定");
 
 // A compiler that has started another, and neither can be asked to stop.
 const QByteArray stubborn = "trap '' HUP INT TERM\n"
@@ -22,6 +20,26 @@ const QByteArray stubborn = "trap '' HUP INT TERM\n"
                             "echo $$ > parent\n"
                             "wait\n"
                             "touch came-through\n";
+
+/** How often a widget is painted. */
+class PaintCounter : public QObject
+{
+public:
+    explicit PaintCounter(QWidget& p_widget) { p_widget.installEventFilter(this); }
+
+    int count() const { return m_count; }
+
+    bool eventFilter(QObject*, QEvent* p_event) override
+    {
+        m_count += p_event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+
+private:
+    Q_DISABLE_COPY(PaintCounter)
+
+    int m_count = 0;
+};
 
 bool isRunning(const QByteArray& p_processId)
 {
@@ -121,15 +139,27 @@ private slots:
         QVERIFY(!QFile::exists(m_bench->inMakeFolder("came-through")));
     }
 
-    void cancelDuringAFloodOfMessagesIsImmediate()
+    void duringAFloodOfMessagesTheWindowIsAliveAndCancelIsImmediate()
     {
         m_bench->setCompiler("echo $$ > parent\nsh -c 'echo $$ > child; exec yes >&2' &\n"
                              "exec yes >&2\n");
         const auto dialog = m_bench->makeDialog();
+        PaintCounter paints(*dialog);
         DialogBench::build(*dialog, "car1", 0, [&] {
             QTRY_VERIFY(hasBothProcesses());
-            QTest::qWait(100);
-            endAtOnce(*dialog, [](buildDialog& p_dialog) { p_dialog.close(); });
+            int timeouts = 0;
+            QTimer timer;
+            connect(&timer, &QTimer::timeout, this, [&] {
+                ++timeouts;
+                dialog->update();
+            });
+            timer.start(10);
+            const int paintsBefore = paints.count();
+            QVERIFY(DialogBench::runUntil(
+                [&] { return timeouts >= 20 && paints.count() >= paintsBefore + 10; }));
+            endAtOnce(*dialog, [](buildDialog& p_dialog) {
+                QTest::mouseClick(Shown(p_dialog).button, Qt::LeftButton);
+            });
         });
         QVERIFY(!isRunning(processId("parent")));
         QTRY_VERIFY(!isRunning(processId("child")));
@@ -208,18 +238,38 @@ private slots:
         verifyNothingWasWritten();
     }
 
-    void closingAFinishedDialogIsImmediate_data() { addWays(); }
+    void closingAFinishedDialogIsImmediate_data()
+    {
+        QTest::addColumn<int>("way");
+        QTest::addColumn<int>("end");
+        const QStringList ends{"downloaded", "download failed", "no controller"};
+        const QStringList ways{"the button", "the Escape key", "the window's close"};
+        for (int end = 0; end < ends.size(); ++end) {
+            for (int way = 0; way < ways.size(); ++way) {
+                QTest::newRow(qPrintable(ends[end] + ", " + ways[way])) << way << end;
+            }
+        }
+    }
 
     void closingAFinishedDialogIsImmediate()
     {
+        QFETCH(int, end);
         const Way way = chosenWay();
         m_bench->setCompiler("exit 0\n");
+        if (end == 1) {
+            m_bench->setVolumes(std::vector<QString>{m_bench->onController("gone")});
+        } else if (end == 2) {
+            m_bench->setVolumes(std::vector<QString>{});
+        }
         const auto dialog = m_bench->makeDialog();
         DialogBench::build(*dialog, "car1", 0, [&] {
             QTRY_COMPARE(Shown(*dialog).buttonText(), ok);
+            QCOMPARE(Shown(*dialog).statusText(), end == 0   ? downloaded
+                                                  : end == 1 ? downloadFailed
+                                                             : connecting);
             endAtOnce(*dialog, way);
         });
-        QVERIFY(QFile::exists(m_bench->onController("car1.bin")));
+        QCOMPARE(QFile::exists(m_bench->onController("car1.bin")), end == 0);
     }
 
     void cancelJustAfterTheControllerWasFoundCopiesNothing()

@@ -7,19 +7,10 @@
 #include <csignal>
 #include <sys/resource.h>
 
+using namespace dialogtext;
+
 namespace
 {
-
-const QString connecting = QStringLiteral("连接控制器....");
-const QString downloaded = QStringLiteral("下载成功！");
-const QString downloadFailed = QStringLiteral("下载失败！");
-const QString cancel = QStringLiteral("取消");
-const QString ok = QStringLiteral("确定");
-
-// A compiler that links a program of one line.
-const QByteArray linking = "for word in \"$@\"; do case $word in TARGET_NAME=*)\n"
-                           "  printf 'program' > \"objects/${word#TARGET_NAME=}.bin\";;\n"
-                           "esac; done\n";
 
 // Lets files grow to so many bytes only, as a full disk would, for its lifetime.
 class FileSizeLimit
@@ -48,21 +39,13 @@ class BuildDialogDownloadTest : public QObject
 
     std::unique_ptr<DialogBench> m_bench;
 
-    // Builds until the dialog says that it is done, and closes it.
-    void buildToTheEnd(const QString& p_name)
-    {
-        const auto dialog = m_bench->makeDialog();
-        const Shown shown(*dialog);
-        DialogBench::build(*dialog, p_name, 0, [&] { QTRY_COMPARE(shown.buttonText(), ok); });
-    }
-
 private slots:
     void init() { m_bench = std::make_unique<DialogBench>(); }
     void cleanup() { m_bench.reset(); }
 
     void whileItWaitsForTheControllerItSaysSo()
     {
-        m_bench->setCompiler(linking);
+        m_bench->setCompiler(DialogBench::linking());
         m_bench->setVolumes(std::vector<QString>{});
         const auto dialog = m_bench->makeDialog();
         dialog->setPause(600000);
@@ -77,7 +60,7 @@ private slots:
 
     void withoutAControllerTheIconTellsAndTheStatusStaysAtConnecting()
     {
-        m_bench->setCompiler(linking);
+        m_bench->setCompiler(DialogBench::linking());
         m_bench->setVolumes(std::vector<QString>{});
         const auto dialog = m_bench->makeDialog();
         const Shown shown(*dialog);
@@ -91,21 +74,21 @@ private slots:
 
     void ofTwoControllersTheFirstGetsTheFile()
     {
-        m_bench->setCompiler(linking);
+        m_bench->setCompiler(DialogBench::linking());
         m_bench->setVolumes(
             std::vector<QString>{m_bench->controller(), m_bench->secondController()});
-        buildToTheEnd("car1");
+        m_bench->buildToTheEnd("car1");
         QVERIFY(QFile::exists(m_bench->onController("car1.bin")));
         QVERIFY(QDir(m_bench->secondController()).isEmpty());
     }
 
     void aFileOfTheSameNameIsReplacedAndOthersStay()
     {
-        m_bench->setCompiler(linking);
+        m_bench->setCompiler(DialogBench::linking());
         QVERIFY(DialogBench::write(m_bench->onController("car1.bin"), QByteArray(200000, 'o')));
         QVERIFY(DialogBench::write(m_bench->onController("car2.bin"), "other"));
         QVERIFY(DialogBench::write(m_bench->onController("UPDATE.bin"), "firmware"));
-        buildToTheEnd("car1");
+        m_bench->buildToTheEnd("car1");
         QCOMPARE(DialogBench::read(m_bench->onController("car1.bin")),
                  DialogBench::read(m_bench->compiledFile("car1")));
         QCOMPARE(DialogBench::read(m_bench->onController("car2.bin")), QByteArray("other"));
@@ -115,7 +98,7 @@ private slots:
 
     void aDriveThatVanishesBeforeTheCopyIsAFailedDownload()
     {
-        m_bench->setCompiler(linking);
+        m_bench->setCompiler(DialogBench::linking());
         m_bench->setVolumes(std::vector<QString>{m_bench->onController("gone")});
         const auto dialog = m_bench->makeDialog();
         const Shown shown(*dialog);
@@ -129,7 +112,7 @@ private slots:
 
     void aTargetThatCannotBeRemovedIsAFailedDownload()
     {
-        m_bench->setCompiler(linking);
+        m_bench->setCompiler(DialogBench::linking());
         QVERIFY(QDir().mkpath(m_bench->onController("car1.bin/inside")));
         const auto dialog = m_bench->makeDialog();
         const Shown shown(*dialog);
@@ -251,9 +234,9 @@ private slots:
 
     void theFieldsOfAnOrdinaryProgramAreLoggedToo()
     {
-        m_bench->setCompiler(linking);
+        m_bench->setCompiler(DialogBench::linking());
         const LogKeeper log;
-        buildToTheEnd("car1");
+        m_bench->buildToTheEnd("car1");
         QVERIFY(log.messages().contains("firmware update"));
         QVERIFY(log.messages().contains("    file: " + m_bench->compiledFile("car1")));
     }

@@ -4,23 +4,10 @@
 #include <QFile>
 #include <QtTest>
 
+using namespace dialogtext;
+
 namespace
 {
-
-const QString building = QStringLiteral("正在编译......");
-const QString compileFailed = QStringLiteral("编译失败！");
-const QString connecting = QStringLiteral("连接控制器....");
-const QString downloaded = QStringLiteral("下载成功！");
-const QString downloadFailed = QStringLiteral("下载失败！");
-const QString cancel = QStringLiteral("取消");
-const QString ok = QStringLiteral("确定");
-
-constexpr int appendedSize = 57536;
-
-// A compiler that links a program of one line.
-const QByteArray linking = "for word in \"$@\"; do case $word in TARGET_NAME=*)\n"
-                           "  printf 'program' > \"objects/${word#TARGET_NAME=}.bin\";;\n"
-                           "esac; done\n";
 
 // In KiB. The address checker holds back what has been freed, so it needs a good deal more.
 #ifdef __SANITIZE_ADDRESS__
@@ -49,14 +36,6 @@ class BuildDialogTest : public QObject
     Q_OBJECT
 
     std::unique_ptr<DialogBench> m_bench;
-
-    // Builds until the dialog says that it is done, and closes it.
-    void buildToTheEnd(const QString& p_name)
-    {
-        const auto dialog = m_bench->makeDialog();
-        const Shown shown(*dialog);
-        DialogBench::build(*dialog, p_name, 0, [&] { QTRY_COMPARE(shown.buttonText(), ok); });
-    }
 
 private slots:
     void init() { m_bench = std::make_unique<DialogBench>(); }
@@ -169,7 +148,7 @@ private slots:
 
     void aGoodBuildReachesTheControllerWithActionsAndTrailer()
     {
-        m_bench->setCompiler(linking);
+        m_bench->setCompiler(DialogBench::linking());
         const auto dialog = m_bench->makeDialog();
         const Shown shown(*dialog);
         DialogBench::build(*dialog, "car1", 0, [&] {
@@ -183,7 +162,7 @@ private slots:
         });
         QCOMPARE(m_bench->finishedFiles(), QStringList{m_bench->compiledFile("car1")});
         const QByteArray file = DialogBench::read(m_bench->onController("car1.bin"));
-        QCOMPARE(file.size(), 7 + appendedSize);
+        QCOMPARE(file.size(), 7 + DialogBench::appendedSize);
         QVERIFY(file.startsWith("program\xFF\xFF\xFF\x01\x01"));
         QCOMPARE(file.mid(7 + 57472, 4), QByteArray("\x55\xAA\x5A\x5A"));
         QCOMPARE(file, DialogBench::read(m_bench->compiledFile("car1")));
@@ -192,34 +171,38 @@ private slots:
 
     void withoutAProgramNameTheFileIsOnlyAnExtension()
     {
-        m_bench->setCompiler(linking);
-        buildToTheEnd("");
+        m_bench->setCompiler(DialogBench::linking());
+        m_bench->buildToTheEnd("");
         QCOMPARE(m_bench->finishedFiles(), QStringList{m_bench->compiledFile("")});
         QVERIFY(m_bench->finishedFiles().first().endsWith("/objects/.bin"));
-        QCOMPARE(DialogBench::read(m_bench->onController(".bin")).size(), 7 + appendedSize);
+        QCOMPARE(DialogBench::read(m_bench->onController(".bin")).size(),
+                 7 + DialogBench::appendedSize);
     }
 
     void aStaleFileIsNotDeletedAndGrowsWithEachBuildThatLinksNothing()
     {
         m_bench->setCompiler("exit 0\n");
         QVERIFY(DialogBench::write(m_bench->compiledFile("car1"), "stale"));
-        buildToTheEnd("car1");
-        QCOMPARE(DialogBench::read(m_bench->onController("car1.bin")).size(), 5 + appendedSize);
-        buildToTheEnd("car1");
-        QCOMPARE(DialogBench::read(m_bench->onController("car1.bin")).size(), 5 + 2 * appendedSize);
+        m_bench->buildToTheEnd("car1");
+        QCOMPARE(DialogBench::read(m_bench->onController("car1.bin")).size(),
+                 5 + DialogBench::appendedSize);
+        m_bench->buildToTheEnd("car1");
+        QCOMPARE(DialogBench::read(m_bench->onController("car1.bin")).size(),
+                 5 + 2 * DialogBench::appendedSize);
         QVERIFY(DialogBench::read(m_bench->onController("car1.bin")).startsWith("stale"));
     }
 
     void aSuccessWithoutAFileSendsTheActionsAlone()
     {
         m_bench->setCompiler("exit 0\n");
-        buildToTheEnd("car1");
-        QCOMPARE(DialogBench::read(m_bench->onController("car1.bin")).size(), appendedSize);
+        m_bench->buildToTheEnd("car1");
+        QCOMPARE(DialogBench::read(m_bench->onController("car1.bin")).size(),
+                 DialogBench::appendedSize);
     }
 
     void aFileThatCannotBeCompletedGoesToTheControllerAsItIs()
     {
-        m_bench->setCompiler(linking);
+        m_bench->setCompiler(DialogBench::linking());
         const auto dialog = m_bench->makeDialog();
         dialog->setFinishProgramFile(nullptr);
         const Shown shown(*dialog);
@@ -239,7 +222,7 @@ private slots:
     void aFailedCompileSaysSoAndGoesNoFurther()
     {
         QFETCH(QByteArray, end);
-        m_bench->setCompiler(linking + "ulimit -c 0\n" + end);
+        m_bench->setCompiler(DialogBench::linking() + "ulimit -c 0\n" + end);
         const auto dialog = m_bench->makeDialog();
         const Shown shown(*dialog);
         DialogBench::build(*dialog, "car1", 0, [&] {
@@ -278,9 +261,9 @@ private slots:
 
     void theCompilersWarningsOfAGoodBuildAreLogged()
     {
-        m_bench->setCompiler(linking + "echo 'a warning of little weight' >&2\n");
+        m_bench->setCompiler(DialogBench::linking() + "echo 'a warning of little weight' >&2\n");
         const LogKeeper log;
-        buildToTheEnd("car1");
+        m_bench->buildToTheEnd("car1");
         QVERIFY(log.messages().join('\n').contains("a warning of little weight"));
     }
 
@@ -348,10 +331,10 @@ private slots:
 
     void aFloodOfOutputIsThrownAway()
     {
-        m_bench->setCompiler(linking + "head -c 100000000 /dev/zero\n");
+        m_bench->setCompiler(DialogBench::linking() + "head -c 100000000 /dev/zero\n");
         resetPeak();
         const int before = peak();
-        buildToTheEnd("car1");
+        m_bench->buildToTheEnd("car1");
         QVERIFY(QFile::exists(m_bench->onController("car1.bin")));
         QVERIFY2(peak() - before < mostGrowth, qPrintable(QString::number(peak() - before)));
     }

@@ -9,6 +9,7 @@
 #include <QMutexLocker>
 #include <QPixmap>
 #include <QTimer>
+#include <QtTest>
 
 namespace
 {
@@ -62,6 +63,13 @@ void DialogBench::setCompiler(const QByteArray& p_script)
                           QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
+QByteArray DialogBench::linking()
+{
+    return "for word in \"$@\"; do case $word in TARGET_NAME=*)\n"
+           "  printf 'program' > \"objects/${word#TARGET_NAME=}.bin\";;\n"
+           "esac; done\n";
+}
+
 QString DialogBench::makeFolder() const { return installation("gcc/example/build/gcc"); }
 
 QString DialogBench::inMakeFolder(const QString& p_name) const
@@ -104,6 +112,15 @@ void DialogBench::build(buildDialog& p_dialog, const QString& p_name, int p_task
 {
     whileOpen(p_dialog, p_work);
     p_dialog.startBuild(p_name, p_taskCount);
+}
+
+void DialogBench::buildToTheEnd(const QString& p_name)
+{
+    const auto dialog = makeDialog();
+    const Shown shown(*dialog);
+    build(*dialog, p_name, 0, [&shown] {
+        QVERIFY(runUntil([&shown] { return shown.buttonText() == dialogtext::ok; }));
+    });
 }
 
 void DialogBench::updateFirmware(buildDialog& p_dialog, const std::function<void()>& p_work)

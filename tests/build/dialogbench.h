@@ -16,6 +16,18 @@
 #include <functional>
 #include <memory>
 
+/** What the dialog says. */
+namespace dialogtext
+{
+inline const QString building = QStringLiteral("正在编译......");
+inline const QString compileFailed = QStringLiteral("编译失败！");
+inline const QString connecting = QStringLiteral("连接控制器....");
+inline const QString downloaded = QStringLiteral("下载成功！");
+inline const QString downloadFailed = QStringLiteral("下载失败！");
+inline const QString cancel = QStringLiteral("取消");
+inline const QString ok = QStringLiteral("确定");
+} // namespace dialogtext
+
 /**
  * An installation beside the test program with a compiler that a test writes as a shell script,
  * two controllers, and a dialog wired up as the main window does it.
@@ -28,6 +40,10 @@ public:
 
     /** Makes a script the compiler. It runs in the makefile's folder. */
     void setCompiler(const QByteArray& p_script);
+    /** A script for setCompiler() that links the seven bytes "program". */
+    static QByteArray linking();
+    /** What is written behind a linked program: the actions and the trailer. */
+    static constexpr int appendedSize = 57536;
 
     /** The folder of the makefile, and a file in it. */
     QString makeFolder() const;
@@ -52,6 +68,8 @@ public:
     /** Runs a build, and some work while the dialog is open; closes it if the work didn't. */
     static void build(buildDialog& p_dialog, const QString& p_name, int p_taskCount,
                       const std::function<void()>& p_work);
+    /** Builds a program without tasks until the dialog says that it is done, and closes it. */
+    void buildToTheEnd(const QString& p_name);
     static void updateFirmware(buildDialog& p_dialog, const std::function<void()>& p_work);
 
     /** Lets the event loop run until something holds. False if it doesn't within half a minute. */
