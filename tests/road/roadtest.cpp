@@ -45,6 +45,7 @@ private slots:
     void everyExampleGoesTheWholeRoad_data();
     void everyExampleGoesTheWholeRoad();
     void aProgramThatDoesNotCompileSaysSo();
+    void theRoadLeadsFromFoldersWithBlanksAndChineseCharacters();
 
 private:
     /** Presses the download button and cancels the dialog once it waits for the controller. */
@@ -172,6 +173,36 @@ void RoadTest::aProgramThatDoesNotCompileSaysSo()
     QDirIterator left(QCoreApplication::applicationDirPath() + s_objects,
                       {QStringLiteral("a*.bin")}, QDir::Files);
     QVERIFY(!left.hasNext());
+}
+
+void RoadTest::theRoadLeadsFromFoldersWithBlanksAndChineseCharacters()
+{
+    // This very test once more: installed, with its projects and its user somewhere else.
+    QTemporaryDir computer;
+    const QDir root(computer.path());
+    const QString installation = root.filePath(QStringLiteral("安装 目录"));
+    const QString projects = root.filePath(QStringLiteral("我的 项目"));
+    const QString home = root.filePath(QStringLiteral("小明 的家"));
+    for (const QString& folder : {installation, projects, home}) {
+        QVERIFY(root.mkpath(folder));
+    }
+    const QString program = installation + QStringLiteral("/road test");
+    QVERIFY(QFile::copy(QCoreApplication::applicationFilePath(), program));
+    QVERIFY(QFile::copy(qEnvironmentVariable("TILER_EXAMPLES") + QStringLiteral("/square.tlrx"),
+                        projects + QStringLiteral("/square.tlrx")));
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("TILER_EXAMPLES"), projects);
+    environment.insert(QStringLiteral("HOME"), home);
+    environment.remove(QStringLiteral("XDG_CONFIG_HOME"));
+
+    QProcess road;
+    road.setProcessEnvironment(environment);
+    road.setProcessChannelMode(QProcess::MergedChannels);
+    road.start(program, {QStringLiteral("everyExampleGoesTheWholeRoad:square")});
+    QVERIFY(road.waitForFinished(120000));
+    const QByteArray output = road.readAll();
+    QVERIFY2(road.exitStatus() == QProcess::NormalExit && road.exitCode() == 0, output);
+    QVERIFY(QFile::exists(installation + s_objects + QStringLiteral("Square.bin")));
 }
 
 QTEST_MAIN(RoadTest)
