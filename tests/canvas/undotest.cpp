@@ -7,9 +7,31 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QMimeData>
+#include <QPaintEvent>
+#include <QRegion>
 #include <QTest>
 
 using namespace moduleUndoCommand;
+
+namespace
+{
+/** What of a widget is painted. */
+class PaintedRegion : public QObject
+{
+public:
+    explicit PaintedRegion(QWidget* p_widget) { p_widget->installEventFilter(this); }
+
+    QRegion region;
+
+    bool eventFilter(QObject*, QEvent* p_event) override
+    {
+        if (p_event->type() == QEvent::Paint) {
+            region += static_cast<QPaintEvent*>(p_event)->region();
+        }
+        return false;
+    }
+};
+} // namespace
 
 class UndoTest : public QObject
 {
@@ -22,6 +44,7 @@ private slots:
     void aRebuiltBlockIsNeverLinkedToTheHiddenPreview();
     void redoOfADeleteKeepsWhatCameBehindTheBlockSince();
     void undoOfAPasteKeepsWhatWasLinkedBehindItSince();
+    void undoAndRedoPaintTheKnobThatStandsOutOfTheBlock();
     void aCommandWhoseBlockIsGoneDoesNothing();
     void aParameterChangedBackAndForth();
     void aMoveCommandLinksAndComesBack();
@@ -133,6 +156,25 @@ void UndoTest::undoOfAPasteKeepsWhatWasLinkedBehindItSince()
     QCOMPARE(canvas.blocks().size(), 3);
     QVERIFY(!own->parentModule());
     QCOMPARE(canvas.brokenInvariants(), QStringList());
+}
+
+void UndoTest::undoAndRedoPaintTheKnobThatStandsOutOfTheBlock()
+{
+    CanvasFixture canvas;
+    supermodule* last = canvas.dropBehind(canvas.main(), 103);
+    const QRectF frame = last->sceneBoundingRect();
+    const QRect knob(canvas.at(frame.topRight() + QPointF(1, 0)),
+                     canvas.at(frame.bottomRight() + QPointF(15, 0)));
+    QVERIFY(canvas.view.viewport()->rect().contains(knob));
+    canvas.view.deleteModule(last);
+    QApplication::processEvents();
+    for (int round = 0; round < 2; ++round) {
+        PaintedRegion painted(canvas.view.viewport());
+        canvas.key(round == 0 ? Qt::Key_Z : Qt::Key_Y, Qt::ControlModifier);
+        QTRY_VERIFY(!painted.region.isEmpty());
+        QApplication::processEvents();
+        QVERIFY(QRegion(knob).subtracted(painted.region).isEmpty());
+    }
 }
 
 void UndoTest::aCommandWhoseBlockIsGoneDoesNothing()

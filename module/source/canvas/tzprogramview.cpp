@@ -109,6 +109,8 @@ void TzProgramView::setUpMenu()
     m_actDelete = m_menu.addAction(tr("删除"), this, &TzProgramView::OnDelItem);
     m_actUndo = m_undoStack.createUndoAction(this, QString());
     m_actRedo = m_undoStack.createRedoAction(this, QString());
+    // A block's knob stands out of the frame that is painted when the block comes or goes.
+    connect(&m_undoStack, &QUndoStack::indexChanged, m_scene, [this] { m_scene->update(); });
     addAction(m_actUndo);
     addAction(m_actRedo);
     m_menu.setStyleSheet(menuStyleSheet());
