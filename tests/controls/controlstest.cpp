@@ -1,6 +1,7 @@
 #include "selectablebutton.h"
 #include "tzlineedit.h"
 #include "varbutton.h"
+#include "windowshape.h"
 
 #include <QFile>
 #include <QFontMetrics>
@@ -79,6 +80,8 @@ private slots:
 
     void aVariableButtonShowsItsPictureByItsMark();
     void theVariableFieldHasItsPicture();
+    void aWindowHasTheShapeOfItsPicture_data();
+    void aWindowHasTheShapeOfItsPicture();
 };
 
 void ControlsTest::aNewFieldIsPlainAndTakesEveryKey()
@@ -440,6 +443,39 @@ void ControlsTest::theVariableFieldHasItsPicture()
     QCOMPARE(field.styleSheet(),
              QStringLiteral("border-image: url(:/xunhuancishu-dikuangpng.png);"));
     QVERIFY(QFile::exists(QStringLiteral(":/xunhuancishu-dikuangpng.png")));
+}
+
+void ControlsTest::aWindowHasTheShapeOfItsPicture_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::newRow("download") << QStringLiteral(":/xiazaitankuang-400x210.png");
+    QTest::newRow("about") << QStringLiteral(":/guanyutankuang-400x210.png");
+}
+
+void ControlsTest::aWindowHasTheShapeOfItsPicture()
+{
+    QFETCH(QString, path);
+    const QPixmap picture(path);
+    const QImage image = picture.toImage();
+    QWidget window;
+    window.resize(picture.size());
+    shapeWindowLikePicture(window, picture);
+    const QRegion shape = window.mask();
+    int open = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const bool isOpen = qAlpha(image.pixel(x, y)) == 0;
+            QVERIFY(shape.contains(QPoint(x, y)) != isOpen);
+            open += isOpen ? 1 : 0;
+        }
+    }
+    QVERIFY(open >= 4);
+    QVERIFY(!shape.contains(QPoint(0, 0)));
+
+    QWidget larger;
+    larger.resize(picture.size() + QSize(1, 1));
+    shapeWindowLikePicture(larger, picture);
+    QVERIFY(larger.mask().isEmpty());
 }
 
 QTEST_MAIN(ControlsTest)

@@ -4,6 +4,7 @@
 #include "installpath.h"
 #include "tilerlog.h"
 #include "volumes.h"
+#include "windowshape.h"
 
 #include <QCloseEvent>
 #include <QFile>
@@ -178,6 +179,7 @@ void buildDialog::setUpForm()
     resize(400, 210);
     setWindowFlags(windowFlags() | Qt::FramelessWindowHint);
     setAttribute(Qt::WA_TranslucentBackground);
+    shapeWindowLikePicture(*this, QPixmap(QStringLiteral(":/xiazaitankuang-400x210.png")));
     setWindowTitle(QStringLiteral("Dialog"));
 
     ui->title = new QLabel(tr("下载"), this);

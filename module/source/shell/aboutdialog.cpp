@@ -4,6 +4,7 @@
 #include "picturecache.h"
 #include "programversion.h"
 #include "widgetmover.h"
+#include "windowshape.h"
 
 #include <QCoreApplication>
 #include <QLabel>
@@ -36,6 +37,7 @@ aboutDialog::aboutDialog(QWidget* p_parent) : QDialog(p_parent, Qt::FramelessWin
 {
     setAttribute(Qt::WA_TranslucentBackground);
     setFixedSize(s_size);
+    shapeWindowLikePicture(*this, picture(QStringLiteral(":/guanyutankuang-400x210.png")));
     new WidgetMover(this);
     addLabels();
     addCloseButton();
