@@ -6,15 +6,23 @@
 #include "modulefactory.h"
 #include "programnameholder.h"
 #include "programversion.h"
+#include "projectreader.h"
 #include "supermodule.h"
 
 #include <QGraphicsScene>
 #include <QHash>
+#include <QPair>
+#include <QVector>
+
+#include <algorithm>
 
 namespace
 {
 const char s_doctype[] = "vantrel";
 const int s_indent = 4;
+/** How deep the element of a block without parent lies, and by how much each body deepens it. */
+const int s_rootDepth = 3;
+const int s_bodyDepth = 2;
 
 /** One block from its element, with its bodies; null for an unknown type. */
 supermodule* buildModule(const QDomElement& p_element, QGraphicsScene* p_scene)
@@ -46,6 +54,24 @@ supermodule* buildModule(const QDomElement& p_element, QGraphicsScene* p_scene)
         module->hangModule(RightLink, right);
     }
     return module;
+}
+
+/** How many bodies lie in one another under a block. Walks with a stack of its own. */
+int nesting(const supermodule* p_root)
+{
+    int deepest = 0;
+    QVector<QPair<const supermodule*, int>> open{{p_root, 0}};
+    while (!open.isEmpty()) {
+        const auto [module, depth] = open.takeLast();
+        if (!module) {
+            continue;
+        }
+        deepest = qMax(deepest, depth);
+        open.append({module->next(), depth});
+        open.append({module->left(), depth + 1});
+        open.append({module->right(), depth + 1});
+    }
+    return deepest;
 }
 
 template <class WriteModules>
@@ -130,6 +156,12 @@ supermodule* buildChain(const QDomElement& p_first, QGraphicsScene* p_scene)
 
 QByteArray projectText(const QList<supermodule*>& p_roots, const ProgramNameHolder* p_name)
 {
+    const auto fits = [](const supermodule* p_root) {
+        return s_rootDepth + s_bodyDepth * nesting(p_root) <= MaximalProjectDepth;
+    };
+    if (!std::all_of(p_roots.cbegin(), p_roots.cend(), fits)) {
+        return QByteArray();
+    }
     return textOf(p_roots, p_name,
                   [](QDomElement& p_parent, QDomDocument& p_document, const supermodule* p_head) {
                       writeChain(p_parent, p_document, p_head);

@@ -43,7 +43,9 @@ supermodule* buildChain(const QDomElement& p_first, QGraphicsScene* p_scene);
 
 /**
  * The text of a project: the XML with its check tag, as it stands in the file. p_roots are the
- * blocks without parent in the order in which they are written. p_name may be null.
+ * blocks without parent in the order in which they are written. p_name may be null. Empty if the
+ * bodies are nested so deep that the elements would go beyond MaximalProjectDepth: no reader would
+ * take that text.
  */
 QByteArray projectText(const QList<supermodule*>& p_roots, const ProgramNameHolder* p_name);
 

@@ -11,8 +11,6 @@
 
 namespace
 {
-const qint64 s_maximalSize = qint64(256) * 1024 * 1024;
-
 /** The XML is a text file of the platform; the bytes behind it are not. */
 QByteArray platformText(const QByteArray& p_text)
 {
@@ -35,6 +33,37 @@ bool tagFits(QDomDocument& p_document)
     tag.setAttribute(QStringLiteral("value"), QStringLiteral("0"));
     return checkTag(documentText(p_document)) == stored;
 }
+
+/**
+ * Writes a file where no other can be made beside it. What is there is not emptied first: the part
+ * that needs new space is written before anything old is touched, so that a full disk leaves the
+ * old file whole.
+ */
+bool overwrite(const QString& p_path, const QByteArray& p_content)
+{
+    const QFileInfo info(p_path);
+    const bool isNew = !info.exists();
+    QFile file(p_path);
+    // Some systems refuse to open someone else's file for him who would create it, too.
+    const QIODevice::OpenMode mode = isNew ? QIODevice::NewOnly : QIODevice::ExistingOnly;
+    if ((!isNew && !info.isFile()) || !file.open(QIODevice::ReadWrite | mode)) {
+        return false;
+    }
+    const qint64 oldSize = file.size();
+    const auto writeAt = [&file](qint64 p_from, const QByteArray& p_part) {
+        return file.seek(p_from) && file.write(p_part) == p_part.size() && file.flush();
+    };
+    const int kept = static_cast<int>(qMin(oldSize, qint64(p_content.size())));
+    if (!writeAt(oldSize, p_content.mid(kept))) {
+        if (isNew) {
+            file.remove();
+        } else {
+            file.resize(oldSize);
+        }
+        return false;
+    }
+    return writeAt(0, p_content.left(kept)) && file.resize(p_content.size());
+}
 } // namespace
 
 int readProject(const QString& p_path, QDomDocument& p_document)
@@ -45,10 +74,11 @@ int readProject(const QString& p_path, QDomDocument& p_document)
     }
     QFile file(p_path);
     // Opening a pipe would wait for its other end.
-    if (!info.isFile() || info.size() > s_maximalSize || !file.open(QIODevice::ReadOnly)) {
+    if (!info.isFile() || info.size() > MaximalProjectSize || !file.open(QIODevice::ReadOnly)) {
         return ProjectUnreadable;
     }
-    const QByteArray content = file.readAll();
+    // Not to its end: what the system makes up as it is read may have none.
+    const QByteArray content = file.read(info.size());
     const bool hasTail = content.size() > ProjectTailSize;
     const bool parsed =
         (hasTail && parseProject(content.left(content.size() - ProjectTailSize), p_document)) ||
@@ -62,17 +92,19 @@ int readProject(const QString& p_path, QDomDocument& p_document)
 
 bool writeProject(const QString& p_path, const QByteArray& p_text, const QByteArray& p_tail)
 {
-    QSaveFile file(p_path);
-    file.setDirectWriteFallback(true);
-    if (!file.open(QIODevice::WriteOnly)) {
+    const QByteArray content = platformText(p_text) + p_tail;
+    if (p_text.isEmpty() || content.size() > MaximalProjectSize) {
         return false;
     }
-    const QByteArray text = platformText(p_text);
-    // Flushed here: without a temporary file the commit doesn't tell of a full disk.
-    const bool written =
-        file.write(text) == text.size() && file.write(p_tail) == p_tail.size() && file.flush();
-    if (!written) {
-        file.cancelWriting();
+    QSaveFile file(p_path);
+    if (!file.open(QIODevice::WriteOnly)) {
+        return overwrite(p_path, content);
     }
-    return file.commit() && written;
+    if (file.write(content) != content.size() || !file.flush()) {
+        file.cancelWriting();
+        return false;
+    }
+    // The new file can't take the old one's place where that is someone else's in a shared folder,
+    // or where its name has no room for the ending of another.
+    return file.commit() || overwrite(p_path, content);
 }

@@ -10,11 +10,38 @@
 
 namespace
 {
-/** Passes everything on to the document's own handler, but counts how deep the elements go. */
-class DepthGuard : public QXmlDefaultHandler
+/**
+ * How often the text of a document that declares entities may refer to any. Qt refuses an entity
+ * that grows beyond 4,096 characters, but not its repetition.
+ */
+const int s_maximalReferences = 1000;
+
+/**
+ * Passes everything on to the document's own handlers, but counts how deep the elements go and
+ * refuses entities that could multiply.
+ */
+class DocumentGuard : public QXmlDefaultHandler
 {
 public:
+    explicit DocumentGuard(int p_references) : m_references(p_references) {}
     void setHandler(QXmlContentHandler* p_handler) { m_handler = p_handler; }
+    void setHandler(QXmlDeclHandler* p_handler) { m_declarations = p_handler; }
+
+    bool attributeDecl(const QString& p_element, const QString& p_attribute, const QString& p_type,
+                       const QString& p_default, const QString& p_value) override
+    {
+        return m_declarations->attributeDecl(p_element, p_attribute, p_type, p_default, p_value);
+    }
+    bool internalEntityDecl(const QString& p_name, const QString& p_value) override
+    {
+        return m_references <= s_maximalReferences &&
+               m_declarations->internalEntityDecl(p_name, p_value);
+    }
+    bool externalEntityDecl(const QString& p_name, const QString& p_publicId,
+                            const QString& p_systemId) override
+    {
+        return m_declarations->externalEntityDecl(p_name, p_publicId, p_systemId);
+    }
 
     void setDocumentLocator(QXmlLocator* p_locator) override
     {
@@ -60,6 +87,8 @@ public:
 
 private:
     QXmlContentHandler* m_handler = nullptr;
+    QXmlDeclHandler* m_declarations = nullptr;
+    int m_references;
     int m_depth = 0;
 };
 
@@ -67,7 +96,7 @@ private:
 class GuardedReader : public QXmlSimpleReader
 {
 public:
-    GuardedReader()
+    explicit GuardedReader(int p_references) : m_guard(p_references)
     {
         // As the document class sets up its own reader.
         setFeature(QStringLiteral("http://xml.org/sax/features/namespaces"), false);
@@ -81,9 +110,14 @@ public:
         m_guard.setHandler(p_handler);
         QXmlSimpleReader::setContentHandler(&m_guard);
     }
+    void setDeclHandler(QXmlDeclHandler* p_handler) override
+    {
+        m_guard.setHandler(p_handler);
+        QXmlSimpleReader::setDeclHandler(&m_guard);
+    }
 
 private:
-    DepthGuard m_guard;
+    DocumentGuard m_guard;
 };
 } // namespace
 
@@ -91,7 +125,8 @@ bool parseProject(const QByteArray& p_text, QDomDocument& p_document)
 {
     QXmlInputSource source;
     source.setData(p_text);
-    GuardedReader reader;
+    // By bytes, so in every encoding these are no less than there are.
+    GuardedReader reader(p_text.count('&') + p_text.count('%'));
     QString message;
     if (!p_document.setContent(&source, &reader, &message)) {
         qCDebug(tilerLog) << message;
