@@ -26,6 +26,9 @@ const SelectPicture s_selectPictures[] = {
     {300, 303, ":/select4.png"}, {401, 433, ":/select2.png"},
 };
 
+/** No stored block stands further out: the layout reckons in integers, and a chain is long. */
+const int s_farthest = 1000000000;
+
 QString selectPictureOf(int p_id)
 {
     for (const SelectPicture& row : s_selectPictures) {
@@ -139,7 +142,7 @@ void supermodule::loadXml(const QDomElement& p_element)
     // A value with a fraction is no integer and reads as 0.
     const int y = p_element.attribute(QStringLiteral("y")).toInt();
     const int x = p_element.attribute(QStringLiteral("x")).toInt();
-    setPos(x, y);
+    setPos(qBound(-s_farthest, x, s_farthest), qBound(-s_farthest, y, s_farthest));
 }
 
 void supermodule::writeAttributes(QDomElement&) const {}
