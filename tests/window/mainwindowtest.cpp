@@ -1,5 +1,6 @@
 #include "mainwindow.h"
 #include "actionblock.h"
+#include "answers.h"
 #include "blockpanel.h"
 #include "canvasfixture.h"
 #include "documentstate.h"
@@ -10,12 +11,8 @@
 #include "tzblockwidget.h"
 #include "tztoolbar.h"
 
-#include <QAbstractButton>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
-#include <QFileDialog>
-#include <QLineEdit>
-#include <QMessageBox>
 #include <QMimeData>
 #include <QScrollArea>
 #include <QSplitter>
@@ -27,52 +24,6 @@
 
 namespace
 {
-enum Button : int { Yes = 0, No = 1, Cancel = 2 };
-
-/** What the dialogs that came up said, in order. */
-QStringList s_said;
-
-/** Answers the dialogs to come, one entry a dialog: a button's place, or a path for a file dialog.
- */
-class Answers : public QObject
-{
-public:
-    explicit Answers(const QVariantList& p_answers) : m_answers(p_answers)
-    {
-        s_said.clear();
-        m_timer.setInterval(20);
-        connect(&m_timer, &QTimer::timeout, this, &Answers::answer);
-        m_timer.start();
-    }
-    bool allUsed() const { return m_answers.isEmpty(); }
-
-private:
-    void answer()
-    {
-        QWidget* dialog = QApplication::activeModalWidget();
-        if (!dialog || m_answers.isEmpty()) {
-            return;
-        }
-        const QVariant next = m_answers.takeFirst();
-        if (auto* box = qobject_cast<QMessageBox*>(dialog)) {
-            s_said << box->windowTitle() + QLatin1Char('|') + box->text();
-            box->buttons().at(next.toInt())->click();
-        } else if (auto* files = qobject_cast<QFileDialog*>(dialog)) {
-            s_said << files->windowTitle();
-            if (next.toString().isEmpty()) {
-                files->reject();
-            } else {
-                files->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))
-                    ->setText(next.toString());
-                static_cast<QDialog*>(files)->accept();
-            }
-        }
-    }
-
-    QVariantList m_answers;
-    QTimer m_timer;
-};
-
 /** Drops a block behind the main block's chain of a shown window. */
 void addBlock(MainWindow& p_window, int p_id)
 {
@@ -197,7 +148,7 @@ void MainWindowTest::noInTheQuestionAtCloseEndsAndLosesTheChange()
     QVERIFY(m_window->isWindowModified());
     Answers answers({No});
     QVERIFY(m_window->close());
-    QCOMPARE(s_said, QStringList{QStringLiteral("保存|文件已修改，是否保存")});
+    QCOMPARE(Answers::said(), QStringList{QStringLiteral("保存|文件已修改，是否保存")});
     QVERIFY(!m_window->isVisible());
 }
 
@@ -217,7 +168,7 @@ void MainWindowTest::closingAnUntitledDocumentWithoutAFileNameKeepsTheWindow()
     Answers answers({Yes, QString()});
     QVERIFY(!m_window->close());
     QVERIFY(m_window->isVisible());
-    QCOMPARE(s_said.last(), QStringLiteral("保存文件"));
+    QCOMPARE(Answers::said().last(), QStringLiteral("保存文件"));
     QVERIFY(documentModified);
 }
 
@@ -269,7 +220,7 @@ void MainWindowTest::saveAsTakesTheNewName()
     addBlock(*m_window, 103);
     Answers answers({path("b.tlrx"), QString()});
     m_window->OnSaveAsFile();
-    QCOMPARE(s_said, QStringList{QStringLiteral("Save File")});
+    QCOMPARE(Answers::said(), QStringList{QStringLiteral("Save File")});
     QCOMPARE(m_window->fileName(), path("b.tlrx"));
     QVERIFY(!documentModified);
     m_window->OnSaveAsFile();
@@ -301,8 +252,8 @@ void MainWindowTest::openingTellsWhatWentWrong()
         Answers answers({path(), 0});
         m_window->OnOpenFile();
         QVERIFY(answers.allUsed());
-        QCOMPARE(s_said, (QStringList{QStringLiteral("打开文件"),
-                                      QStringLiteral("打开文件|文件打开失败")}));
+        QCOMPARE(Answers::said(), (QStringList{QStringLiteral("打开文件"),
+                                               QStringLiteral("打开文件|文件打开失败")}));
     }
     QVERIFY(bad.open(QIODevice::WriteOnly));
     bad.write("<vantrel><tagCheck value=\"1\"/></vantrel>");
@@ -310,7 +261,7 @@ void MainWindowTest::openingTellsWhatWentWrong()
     {
         Answers answers({0});
         m_window->openPath(path());
-        QCOMPARE(s_said, QStringList{QStringLiteral("打开文件|文件校验错误")});
+        QCOMPARE(Answers::said(), QStringList{QStringLiteral("打开文件|文件校验错误")});
     }
     QVERIFY(m_window->fileName().isEmpty());
     Answers answers({QString()});
@@ -380,7 +331,7 @@ void MainWindowTest::aDroppedProjectIsOpenedAfterTheQuestion()
     QDropEvent drop(QPoint(200, 200), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     Answers answers({No});
     QApplication::sendEvent(viewport, &drop);
-    QCOMPARE(s_said.size(), 1);
+    QCOMPARE(Answers::said().size(), 1);
     QCOMPARE(m_window->fileName(), path());
     QCOMPARE(program(*m_window), QList<int>{0});
 }
