@@ -3,11 +3,14 @@
 #include "dragpayload.h"
 #include "feedbackmodule.h"
 #include "mainmodule.h"
+#include "modulefactory.h"
+#include "projectdocument.h"
 
 #include <QDropEvent>
 #include <QGraphicsSceneDragDropEvent>
 #include <QMimeData>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QUrl>
 
@@ -22,6 +25,7 @@ private slots:
     void leavingDeletesTheHiddenBlockAndReenteringTakesTheNextKey();
     void theCursorHoldsTheMiddleOfTheTopEdge();
     void aDropIsNotUndoable();
+    void noDropNestsLoopsDeeperThanAFileHolds();
     void aDropModifiesDocumentAndWindow();
     void aDroppedProjectFileAsksToBeOpened();
     void aDroppedTextFileDoesNothing();
@@ -106,6 +110,41 @@ void DropTest::theCursorHoldsTheMiddleOfTheTopEdge()
     canvas.dragOver(303, QPointF(700, 400));
     // A loop is 280 wide before its first layout.
     QCOMPARE(canvas.view.currentModule()->scenePos(), QPointF(560, 400));
+}
+
+void DropTest::noDropNestsLoopsDeeperThanAFileHolds()
+{
+    CanvasFixture canvas;
+    supermodule* outermost = canvas.dropBehind(canvas.main(), 301);
+    QVERIFY(outermost->parentModule());
+    supermodule* innermost = outermost;
+    for (int depth = 1; depth <= MaximalNesting; ++depth) {
+        supermodule* loop = createModuleFromId(301);
+        canvas.view.scene()->addItem(loop);
+        registerModule(loop);
+        innermost->hangModule(LeftLink, loop);
+        innermost = loop;
+    }
+    // The innermost loop is brought into sight.
+    canvas.main()->setPos(300 - 120.0 * MaximalNesting - 140, 200);
+    canvas.main()->updateTreeAndOpacity();
+    QCOMPARE(innermost->scenePos(), QPointF(300, 200));
+    QCOMPARE(innermost->depth(), MaximalNesting);
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("deep.tlrx"));
+    QVERIFY(canvas.view.saveFile(path));
+    const QPointF body = innermost->scenePos() + QPointF(120 + 60, 10);
+    supermodule* refused = canvas.drop(103, body);
+    QVERIFY(!refused->parentModule());
+    QVERIFY(!innermost->left());
+    QVERIFY(canvas.view.saveFile(path));
+    // Behind it and around it there is room.
+    const QPointF behind = innermost->scenePos() + QPointF(260 + 60, 10);
+    supermodule* taken = canvas.drop(103, behind);
+    QCOMPARE(taken->parentModule(), innermost);
+    QVERIFY(canvas.view.saveFile(path));
+    QCOMPARE(canvas.view.openFile(path), 0);
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
 }
 
 void DropTest::aDropIsNotUndoable()

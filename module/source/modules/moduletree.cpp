@@ -22,6 +22,34 @@ supermodule* supermodule::lastOf()
     return module;
 }
 
+int supermodule::depth() const
+{
+    int depth = 0;
+    for (const supermodule* module = this; module->m_parent; module = module->m_parent) {
+        if (module->m_parent->m_next != module) {
+            ++depth;
+        }
+    }
+    return depth;
+}
+
+int nestingDepth(const supermodule* p_root)
+{
+    int deepest = 0;
+    QVector<QPair<const supermodule*, int>> open{{p_root, 0}};
+    while (!open.isEmpty()) {
+        const auto [module, depth] = open.takeLast();
+        if (!module) {
+            continue;
+        }
+        deepest = qMax(deepest, depth);
+        open.append({module->next(), depth});
+        open.append({module->left(), depth + 1});
+        open.append({module->right(), depth + 1});
+    }
+    return deepest;
+}
+
 bool supermodule::isAncestor(const supermodule* p_a, const supermodule* p_b)
 {
     if (!p_a || !p_b) {

@@ -28,6 +28,9 @@ template <class Visit> void forEachModule(supermodule* p_module, Visit p_visit)
     }
 }
 
+/** How deep bodies stand in one another in a chain and under it; 0 without any body. */
+int nestingDepth(const supermodule* p_root);
+
 /** The registry keys of a block and of all under it, in the order of forEachModule(). */
 inline QVector<int> registryKeysUnder(supermodule* p_module)
 {

@@ -174,6 +174,8 @@ public:
     static bool isAncestor(const supermodule* p_a, const supermodule* p_b);
     /** True when p_module is this block or stands anywhere under it. */
     bool containsModule(const supermodule* p_module) const;
+    /** How many bodies, one in the other, the block stands in. */
+    int depth() const;
     /** Opacity 0.5 if dim, else 1.0, for this block and all under it. */
     void setOpacityTree(bool p_dim);
     void setVisibleTree(bool p_visible);

@@ -4,15 +4,13 @@
 #include "checktag.h"
 #include "documentstate.h"
 #include "modulefactory.h"
+#include "moduletree.h"
 #include "programnameholder.h"
 #include "programversion.h"
-#include "projectreader.h"
 #include "supermodule.h"
 
 #include <QGraphicsScene>
 #include <QHash>
-#include <QPair>
-#include <QVector>
 
 #include <algorithm>
 
@@ -20,9 +18,6 @@ namespace
 {
 const char s_doctype[] = "vantrel";
 const int s_indent = 4;
-/** How deep the element of a block without parent lies, and by how much each body deepens it. */
-const int s_rootDepth = 3;
-const int s_bodyDepth = 2;
 
 /** One block from its element, with its bodies; null for an unknown type. */
 supermodule* buildModule(const QDomElement& p_element, QGraphicsScene* p_scene)
@@ -54,24 +49,6 @@ supermodule* buildModule(const QDomElement& p_element, QGraphicsScene* p_scene)
         module->hangModule(RightLink, right);
     }
     return module;
-}
-
-/** How many bodies lie in one another under a block. Walks with a stack of its own. */
-int nesting(const supermodule* p_root)
-{
-    int deepest = 0;
-    QVector<QPair<const supermodule*, int>> open{{p_root, 0}};
-    while (!open.isEmpty()) {
-        const auto [module, depth] = open.takeLast();
-        if (!module) {
-            continue;
-        }
-        deepest = qMax(deepest, depth);
-        open.append({module->next(), depth});
-        open.append({module->left(), depth + 1});
-        open.append({module->right(), depth + 1});
-    }
-    return deepest;
 }
 
 template <class WriteModules>
@@ -157,7 +134,7 @@ supermodule* buildChain(const QDomElement& p_first, QGraphicsScene* p_scene)
 QByteArray projectText(const QList<supermodule*>& p_roots, const ProgramNameHolder* p_name)
 {
     const auto fits = [](const supermodule* p_root) {
-        return s_rootDepth + s_bodyDepth * nesting(p_root) <= MaximalProjectDepth;
+        return nestingDepth(p_root) <= MaximalNesting;
     };
     if (!std::all_of(p_roots.cbegin(), p_roots.cend(), fits)) {
         return QByteArray();
