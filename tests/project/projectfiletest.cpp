@@ -79,12 +79,14 @@ private slots:
     void aFileOfTheActionDatasSizeIsRefused();
     void twoChainsComeBackTheLooseOneFaded();
     void aFractionInACoordinateReadsAsNought();
+    void aPlaceThatTheLayoutCannotReckonWithIsBroughtNearer();
     void missingAttributesReadAsNought();
     void anUnknownTypeLosesItsBlockAndBodiesButNotWhatFollows();
     void aBlockOfTypeNoughtInMidChainIsABlock();
     void twoStoredMainBlocksGiveOneChain();
     void aRightBranchIsHonoured();
     void theProgramsNameIsBroughtInWhateverItIs();
+    void aNameThatNoFileCanHoldDoesNotSpoilTheFile();
     void aMissingFileAsksWhetherItLeavesTheList();
     void aRefusedFileLeavesTheCanvasAsItWas();
     void whatIsNoRegularFileIsRefused();
@@ -289,6 +291,21 @@ void ProjectFileTest::aFractionInACoordinateReadsAsNought()
     QCOMPARE(block->scenePos(), QPointF(0, 33));
 }
 
+void ProjectFileTest::aPlaceThatTheLayoutCannotReckonWithIsBroughtNearer()
+{
+    CanvasFixture canvas;
+    QCOMPARE(openText(canvas, "<basenode><module id=\"0\" x=\"2147483647\" y=\"-2147483648\"/>"
+                              "<module id=\"301\"><left><module id=\"101\"/></left></module>"
+                              "<module id=\"303\"/></basenode>"),
+             0);
+    QCOMPARE(canvas.main()->scenePos(), QPointF(1000000000, -1000000000));
+    QCOMPARE(canvas.main()->lastOf()->scenePos(), QPointF(1000000000 + 140 + 280, -1000000000));
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
+    QVERIFY(canvas.view.saveFile(path("b.tlrx")));
+    QCOMPARE(canvas.view.openFile(path("b.tlrx")), 0);
+    QCOMPARE(canvas.main()->scenePos(), QPointF(1000000000, -1000000000));
+}
+
 void ProjectFileTest::missingAttributesReadAsNought()
 {
     CanvasFixture canvas;
@@ -372,6 +389,22 @@ void ProjectFileTest::theProgramsNameIsBroughtInWhateverItIs()
     QCOMPARE(name.name, QString::fromUtf8("小车 <\"&> long name"));
     QCOMPARE(openText(canvas, QByteArray()), 0);
     QCOMPARE(name.name, QString());
+    canvas.view.setProgramNameHolder(nullptr);
+}
+
+void ProjectFileTest::aNameThatNoFileCanHoldDoesNotSpoilTheFile()
+{
+    CanvasFixture canvas;
+    NameHolder name;
+    canvas.view.setProgramNameHolder(&name);
+    // A project can bring such codes in: as references they are read.
+    write(path(),
+          "<vantrel downname=\"a&#65535;&#65534;b&#55296;c&#56320;\xf0\x9f\x98\x80&#1;\"/>");
+    QCOMPARE(canvas.view.openFile(path()), 0);
+    QVERIFY(name.name.contains(QChar(0xffff)));
+    QVERIFY(canvas.view.saveFile(path("b.tlrx"), s_tail));
+    QCOMPARE(canvas.view.openFile(path("b.tlrx")), 0);
+    QCOMPARE(name.name, QString::fromUtf8("abc\xf0\x9f\x98\x80\x01"));
     canvas.view.setProgramNameHolder(nullptr);
 }
 

@@ -1,8 +1,8 @@
 #include "canvasfixture.h"
 
+#include "documentinvariants.h"
 #include "documentstate.h"
 #include "dragpayload.h"
-#include "feedbackmodule.h"
 #include "mainmodule.h"
 #include "modulefactory.h"
 #include "tzprogramscene.h"
@@ -11,7 +11,6 @@
 #include <QDataStream>
 #include <QDragEnterEvent>
 #include <QMimeData>
-#include <QSet>
 #include <QTest>
 
 QMimeData* blockDrag(int p_id)
@@ -141,63 +140,6 @@ QList<int> CanvasFixture::ids(const supermodule* p_first)
     return list;
 }
 
-QList<supermodule*> CanvasFixture::blocks() const
-{
-    QList<supermodule*> list;
-    const QList<QGraphicsItem*> items = view.scene()->items();
-    for (QGraphicsItem* item : items) {
-        supermodule* module = supermodule::fromItem(item);
-        if (module && module != view.preview()) {
-            list.append(module);
-        }
-    }
-    return list;
-}
+QList<supermodule*> CanvasFixture::blocks() const { return canvasBlocks(view); }
 
-QStringList CanvasFixture::brokenInvariants() const
-{
-    QStringList broken;
-    const QList<supermodule*> all = blocks();
-    QSet<const supermodule*> known(all.begin(), all.end());
-    if (view.preview()->isVisible() || view.preview()->parentModule() || view.preview()->next()) {
-        broken << QStringLiteral("the preview is still there");
-    }
-    for (supermodule* module : all) {
-        const QString name =
-            QStringLiteral("block %1 key %2").arg(module->id).arg(module->registryKey);
-        for (const supermodule* child : {module->next(), module->left(), module->right()}) {
-            if (child && !known.contains(child)) {
-                broken << name + QStringLiteral(" links to what isn't in the scene");
-            } else if (child && child->parentModule() != module) {
-                broken << name + QStringLiteral(" has a child that doesn't know it");
-            }
-        }
-        const supermodule* parent = module->parentModule();
-        if (parent && parent->next() != module && parent->left() != module &&
-            parent->right() != module) {
-            broken << name + QStringLiteral(" isn't known to its parent");
-        }
-        if (supermodule::isAncestor(module, module)) {
-            broken << name + QStringLiteral(" is its own ancestor");
-        }
-        const supermodule* next = module->next();
-        if (next && !module->left() && module->id < 300 && !module->m_moved &&
-            next->scenePos() != module->scenePos() + QPointF(module->boundingRect().width(), 0)) {
-            broken << name + QStringLiteral(" has its follower in the wrong place");
-        }
-        const qreal opacity = module->isInProgram() ? 1.0 : 0.5;
-        if (qAbs(module->opacity() - opacity) > 0.01) {
-            broken << name + QStringLiteral(" has the wrong opacity");
-        }
-    }
-    for (auto it = moduleMap.constBegin(); it != moduleMap.constEnd(); ++it) {
-        if (!known.contains(it.value()) && it.value() != view.preview()) {
-            broken << QStringLiteral("key %1 leads to a dead block").arg(it.key());
-        }
-    }
-    if (rootModules.isEmpty() || rootModules.first() != view.mainBlock() || taskModules.isEmpty() ||
-        taskModules.first() != view.mainBlock()) {
-        broken << QStringLiteral("the main block isn't the first root");
-    }
-    return broken;
-}
+QStringList CanvasFixture::brokenInvariants() const { return ::brokenInvariants(view); }

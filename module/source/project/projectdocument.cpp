@@ -51,6 +51,28 @@ supermodule* buildModule(const QDomElement& p_element, QGraphicsScene* p_scene)
     return module;
 }
 
+/**
+ * A name as a project can hold it: without halves of characters and the two codes that the parser
+ * takes for the end of its input. With one of them the saved project would not open again.
+ */
+QString storable(const QString& p_name)
+{
+    QString name;
+    for (int i = 0; i < p_name.size(); ++i) {
+        const QChar letter = p_name.at(i);
+        if (!letter.isSurrogate()) {
+            if (letter.unicode() < 0xfffe) {
+                name += letter;
+            }
+        } else if (letter.isHighSurrogate() && i + 1 < p_name.size() &&
+                   p_name.at(i + 1).isLowSurrogate()) {
+            name += p_name.midRef(i, 2);
+            ++i;
+        }
+    }
+    return name;
+}
+
 template <class WriteModules>
 QByteArray textOf(const QList<supermodule*>& p_roots, const ProgramNameHolder* p_name,
                   WriteModules p_writeModules)
@@ -62,7 +84,7 @@ QByteArray textOf(const QList<supermodule*>& p_roots, const ProgramNameHolder* p
     root.setAttribute(QStringLiteral("company"), QStringLiteral("Korvane"));
     root.setAttribute(QStringLiteral("app"), QStringLiteral("vantrel.exe"));
     if (p_name) {
-        root.setAttribute(QStringLiteral("downname"), p_name->programName());
+        root.setAttribute(QStringLiteral("downname"), storable(p_name->programName()));
     }
     document.appendChild(root);
     for (const supermodule* head : p_roots) {
