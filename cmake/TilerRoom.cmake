@@ -10,9 +10,9 @@ endfunction()
 
 # One test program, registered with ctest. It runs without a display, in
 # English, with a home folder of its own.
-#   tiler_test(<name> SOURCES <files> NEEDS <libraries>)
+#   tiler_test(<name> SOURCES <files> NEEDS <libraries> ARGUMENTS <arguments>)
 function(tiler_test p_name)
-  cmake_parse_arguments(T "" "TIMEOUT" "SOURCES;NEEDS" ${ARGN})
+  cmake_parse_arguments(T "" "TIMEOUT" "SOURCES;NEEDS;ARGUMENTS" ${ARGN})
   if(NOT T_TIMEOUT)
     set(T_TIMEOUT 120)
   endif()
@@ -22,7 +22,7 @@ function(tiler_test p_name)
   # program is its own when several run at once.
   set_target_properties(${p_name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY
     "${CMAKE_CURRENT_BINARY_DIR}/${p_name}.d")
-  add_test(NAME ${p_name} COMMAND ${p_name})
+  add_test(NAME ${p_name} COMMAND ${p_name} ${T_ARGUMENTS})
   set_tests_properties(${p_name} PROPERTIES TIMEOUT ${T_TIMEOUT} ENVIRONMENT
     "QT_QPA_PLATFORM=offscreen;LANG=en_US.UTF-8;LC_ALL=C.UTF-8;XDG_CONFIG_HOME=${CMAKE_CURRENT_BINARY_DIR}/${p_name}.d/config;XDG_RUNTIME_DIR=/tmp;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/leaks.supp:print_suppressions=0")
 endfunction()
@@ -31,7 +31,9 @@ endfunction()
 # purpose; this is the one place that silences them.
 add_library(tiler_warnings INTERFACE)
 target_compile_options(tiler_warnings INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wno-deprecated-declarations)
+  -Wall -Wextra -Wpedantic -Wshadow -Wno-deprecated-declarations
+  # Of Qt's logging macros.
+  $<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-zero-variadic-macro-arguments>)
 target_compile_definitions(tiler_warnings INTERFACE QT_NO_DEPRECATED_WARNINGS)
 option(TILER_WERROR "Treat warnings as errors" OFF)
 if(TILER_WERROR)
