@@ -11,6 +11,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <cmath>
+
 namespace
 {
 const int s_forward = 103;
@@ -51,6 +53,7 @@ private slots:
     void aSaveOrACopyInMidDragFindsTheBlockLinked();
     void aDoubleClickAndDragMovesNoBlockOutOfItsChain();
     void aLooseBlockRestsOnWholeUnits();
+    void aDraggedChainStandsOnWholeUnitsToTheLastBit();
     void theDeleteKeyDeletesWhateverTheModifiers();
     void aPressTakesTheMarkFromANumberField();
     void twoBlocksOfTypeNoughtAreToldApartByIdentity();
@@ -335,6 +338,37 @@ void GestureTest::aLooseBlockRestsOnWholeUnits()
     supermodule* loose = canvas.drop(s_wait, QPointF(601, 301));
     canvas.drag(loose, QPoint(13, 7));
     QCOMPARE(loose->scenePos(), QPointF(loose->scenePos().toPoint()));
+}
+
+void GestureTest::aDraggedChainStandsOnWholeUnitsToTheLastBit()
+{
+    // Points compare equal within some bits, but a file holds them all.
+    const auto isWhole = [](const QPointF& p_at) {
+        return p_at.x() - std::floor(p_at.x()) <= 0 && p_at.y() - std::floor(p_at.y()) <= 0;
+    };
+    // At these scales some pixels make all but whole units.
+    for (const double scale : {0.6, 0.7, 0.9, 1.1, 1.2}) {
+        CanvasFixture canvas;
+        canvas.view.resetMatrix();
+        canvas.view.scale(scale, scale);
+        canvas.view.centerOn(500, 300);
+        // Out of reach: the chain stays loose.
+        canvas.main()->setPos(5000, 5000);
+        supermodule* head = canvas.drop(s_wait, QPointF(401, 301));
+        supermodule* behind = canvas.dropBehind(head, s_speed);
+        QVERIFY(isWhole(head->pos()));
+        QCOMPARE(head->next(), behind);
+        for (int step = 0; step < 40; ++step) {
+            const QPointF before = head->scenePos();
+            const QPoint way = QPoint(20 + 5 * step, 10 + step) * (step % 2 == 0 ? 1 : -1);
+            canvas.drag(head, way);
+            QVERIFY(isWhole(head->pos()));
+            QVERIFY(isWhole(behind->pos()));
+            // Rounding doesn't add up on the way: each drag has four steps.
+            const QPointF off = head->scenePos() - before - QPointF(way);
+            QVERIFY2(off.manhattanLength() < 4, qPrintable(QString::number(off.manhattanLength())));
+        }
+    }
 }
 
 void GestureTest::theDeleteKeyDeletesWhateverTheModifiers()

@@ -61,7 +61,7 @@ void TzProgramView::dragMoveEvent(QDragMoveEvent* p_event)
     m_scene->update();
     // The cursor holds the middle of the block's top edge.
     const int width = static_cast<int>(m_current->boundingRect().width());
-    m_current->setPos(mapToScene(p_event->pos().x() - width / 2, p_event->pos().y()));
+    m_current->setPos(mapToScene(p_event->pos().x() - width / 2, p_event->pos().y()).toPoint());
     previewBestCandidate(m_current);
 }
 

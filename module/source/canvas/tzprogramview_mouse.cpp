@@ -124,8 +124,12 @@ void TzProgramView::mouseMoveEvent(QMouseEvent* p_event)
     supermodule* module = m_current;
     // Said before anything moves: then no block has to tell its own place.
     m_scene->update();
-    module->setPos(scenePos + module->scenePos() - m_lastScenePos);
-    m_lastScenePos = scenePos;
+    // In whole scene units all the way: a layout that comes within the last bits of a fraction of
+    // where a block stands doesn't move it, and the fraction would stay. What rounding leaves over
+    // counts at the next move.
+    const QPointF to = (scenePos + module->scenePos() - m_lastScenePos).toPoint();
+    m_lastScenePos += to - module->scenePos();
+    module->setPos(to);
     module->updateLayout();
     if (!module->m_moved) {
         // What hangs under the block stays the same for as long as it is dragged.
