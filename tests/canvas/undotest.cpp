@@ -50,6 +50,7 @@ private slots:
     void aMoveCommandLinksAndComesBack();
     void twoPastesGiveTwoChainsAtTheirPlaces();
     void aPasteIsUndoneAndRedone();
+    void aBlockMovedOutOfAPasteThatIsRedoneCanStillBeDeleted();
     void copyOnEmptyCanvasPastesNothing();
     void aClipboardTextThatIsNoXmlPastesNothing();
     void copyingTextElsewhereHidesTheSelectionFrames();
@@ -284,6 +285,32 @@ void UndoTest::aPasteIsUndoneAndRedone()
     QVERIFY(moduleMap.contains(key));
     canvas.view.undoStack().redo();
     QCOMPARE(canvas.blocks().size(), 2);
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
+}
+
+void UndoTest::aBlockMovedOutOfAPasteThatIsRedoneCanStillBeDeleted()
+{
+    CanvasFixture canvas;
+    supermodule* first = canvas.dropBehind(canvas.main(), 103);
+    canvas.dropBehind(first, 102);
+    canvas.press(first->scenePos() + QPointF(30, 30), Qt::RightButton);
+    canvas.view.contextMenu().close();
+    canvas.view.OnCopyAndPaste();
+    supermodule* moved = moduleMap.last();
+    QCOMPARE(moved->id, 102);
+    canvas.drag(moved, QPoint(150, 60));
+    QVERIFY(!moved->parentModule());
+    // The undo takes what still hangs on the pasted head; the redo pastes both once more.
+    canvas.view.undoStack().undo();
+    QCOMPARE(canvas.blocks().size(), 4);
+    canvas.view.undoStack().redo();
+    QCOMPARE(canvas.blocks().size(), 6);
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
+    canvas.view.deleteModule(moved);
+    QCOMPARE(canvas.blocks().size(), 5);
+    canvas.view.undoStack().undo();
+    canvas.view.undoStack().undo();
+    QCOMPARE(canvas.blocks().size(), 4);
     QCOMPARE(canvas.brokenInvariants(), QStringList());
 }
 

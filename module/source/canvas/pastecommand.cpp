@@ -25,7 +25,7 @@ void letGoOfOthers(supermodule* p_head, const QVector<int>& p_pasted)
     });
     for (supermodule* other : qAsConst(others)) {
         other->detachFromParent();
-        other->refreshOpacity();
+        other->updateTreeAndOpacity();
     }
 }
 } // namespace

@@ -39,12 +39,15 @@ inline QVector<int> registryKeysUnder(supermodule* p_module)
     return keys;
 }
 
-/** Registers a block and all under it, rebuilt in the shape that they had, under their old keys. */
+/**
+ * Registers a block and all under it, rebuilt in the shape that they had, under their old keys. A
+ * key under which a block still lives stays that block's: it may have been moved elsewhere since.
+ */
 inline void restoreRegistryKeys(supermodule* p_module, const QVector<int>& p_keys)
 {
     int i = 0;
     forEachModule(p_module, [&](supermodule* p_each) {
-        if (i < p_keys.size() && p_keys.at(i) != 0) {
+        if (i < p_keys.size() && p_keys.at(i) != 0 && !moduleMap.contains(p_keys.at(i))) {
             registerModuleAs(p_keys.at(i), p_each);
         }
         ++i;
