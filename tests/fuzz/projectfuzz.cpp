@@ -71,23 +71,6 @@ QByteArray read(const QString& p_path)
     return file.readAll();
 }
 
-/**
- * A saved file with its chains in an order of their own: loose chains are stored in stacking
- * order, which each opening turns round. The check tag is a sum, so it stays the same.
- */
-QList<QByteArray> chainsOf(const QByteArray& p_file)
-{
-    QList<QByteArray> chains;
-    int from = 0;
-    for (int at = p_file.indexOf("\n    <", 0); at >= 0; at = p_file.indexOf("\n    <", at + 1)) {
-        chains.append(p_file.mid(from, at - from));
-        from = at;
-    }
-    chains.append(p_file.mid(from));
-    std::sort(chains.begin(), chains.end());
-    return chains;
-}
-
 void checkDocument(const Bench& p_bench, const char* p_when)
 {
     const QStringList broken = brokenInvariants(*p_bench.view);
@@ -115,8 +98,8 @@ void checkRoundTrip(Bench& p_bench)
     fuzzCheck(view.generateProjectCode(1) == text, "a saved project gives another text");
 
     fuzzCheck(view.saveFile(p_bench.path("second.tlrx"), s_tail), "it can't be saved again");
-    fuzzCheck(chainsOf(read(p_bench.path("second.tlrx"))) ==
-                  chainsOf(read(p_bench.path("first.tlrx"))),
+    fuzzCheck(storedChains(read(p_bench.path("second.tlrx"))) ==
+                  storedChains(read(p_bench.path("first.tlrx"))),
               "a saved project changes when it is saved again");
 }
 } // namespace

@@ -10,6 +10,9 @@
 
 #include <QSet>
 
+#include <algorithm>
+#include <cmath>
+
 namespace
 {
 /** Where a loop's body begins, from the loop; 0 for a block that is no loop. */
@@ -54,6 +57,12 @@ void grow(const supermodule* p_module, Bounds& p_bounds)
     if (bodyOffset(p_module) != 0) {
         p_bounds.top -= 20;
     }
+}
+
+/** To the last bit, unlike a comparison of points. */
+bool isWhole(const QPointF& p_point)
+{
+    return p_point.x() - std::floor(p_point.x()) <= 0 && p_point.y() - std::floor(p_point.y()) <= 0;
 }
 
 QRectF loopRect(const supermodule* p_loop)
@@ -184,6 +193,8 @@ private:
             const qreal opacity = p_block->isInProgram() ? 1.0 : 0.5;
             tell(qAbs(p_block->opacity() - opacity) < 0.01, "has the wrong opacity");
             tell(qFuzzyIsNull(p_block->zValue()), "stands above the others");
+            tell(p_block->parentModule() || isWhole(p_block->pos()),
+                 "has a place that no file can hold");
         }
         if (p_block != m_incoming) {
             tell(p_block->isVisible() == p_block->rootOf()->isVisible(),
@@ -280,3 +291,16 @@ QList<supermodule*> canvasBlocks(const TzProgramView& p_view)
 }
 
 QStringList brokenInvariants(const TzProgramView& p_view) { return Inspector(p_view).inspect(); }
+
+QList<QByteArray> storedChains(const QByteArray& p_file)
+{
+    QList<QByteArray> chains;
+    int from = 0;
+    for (int at = p_file.indexOf("\n    <"); at >= 0; at = p_file.indexOf("\n    <", at + 1)) {
+        chains.append(p_file.mid(from, at - from));
+        from = at;
+    }
+    chains.append(p_file.mid(from));
+    std::sort(chains.begin(), chains.end());
+    return chains;
+}

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QStringList>
 
 class supermodule;
@@ -16,3 +17,10 @@ QList<supermodule*> canvasBlocks(const TzProgramView& p_view);
  * freedoms.
  */
 QStringList brokenInvariants(const TzProgramView& p_view);
+
+/**
+ * A saved project's text cut before each chain, in an order of its own: loose chains are stored in
+ * stacking order, which each opening turns round. So a project that comes back as it was gives the
+ * same list again.
+ */
+QList<QByteArray> storedChains(const QByteArray& p_file);
