@@ -10,7 +10,7 @@
 
 namespace
 {
-/** The tag by the book: an exact sum, then brought into 32 bits. */
+/** The tag by its formula: an exact sum, then brought into 32 bits. */
 quint32 tagByTheBook(const QByteArray& p_text)
 {
     qint64 sum = 1;
