@@ -2,12 +2,11 @@
 
 #include "volumes.h"
 
-#include <QMutex>
-#include <QMutexLocker>
 #include <QString>
-#include <QWaitCondition>
 
+#include <condition_variable>
 #include <functional>
+#include <mutex>
 #include <utility>
 #include <vector>
 
@@ -27,11 +26,9 @@ public:
 
     std::vector<Volume> mounted() override
     {
-        const QMutexLocker lock(&m_mutex);
+        std::unique_lock lock(m_mutex);
         ++m_scans;
-        while (m_held) {
-            m_released.wait(&m_mutex);
-        }
+        m_released.wait(lock, [this] { return !m_held; });
         std::vector<Volume> volumes;
         for (const QString& root : m_finder(m_scans)) {
             volumes.push_back({root, true});
@@ -43,28 +40,28 @@ public:
 
     int scans() const
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         return m_scans;
     }
 
     /** Lets scans hang, as on a dead drive, until release(). */
     void hold()
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         m_held = true;
     }
 
     void release()
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::scoped_lock lock(m_mutex);
         m_held = false;
-        m_released.wakeAll();
+        m_released.notify_all();
     }
 
 private:
     Finder m_finder;
-    mutable QMutex m_mutex;
-    QWaitCondition m_released;
+    mutable std::mutex m_mutex;
+    std::condition_variable m_released;
     bool m_held = false;
     int m_scans = 0;
 };

@@ -2,21 +2,22 @@
 
 #include "volumes.h"
 
-#include <QDeadlineTimer>
-#include <QMutex>
-#include <QMutexLocker>
-#include <QWaitCondition>
-
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
 #include <optional>
 #include <thread>
 #include <utility>
 
 struct buildThread::Wait {
-    QMutex mutex;
-    QWaitCondition changed;
+    // Not Qt's own, which the thread sanitizer can't see through.
+    std::mutex mutex;
+    std::condition_variable changed;
     bool ended = false;
     // The outcome of the scan under way, once it has one.
     std::optional<QString> found;
+    QString drive;
+    bool connected = false;
 };
 
 buildThread::buildThread(QObject* p_parent)
@@ -35,9 +36,9 @@ void buildThread::setPause(int p_milliseconds) { m_pause = p_milliseconds; }
 
 bool buildThread::findController()
 {
-    m_drive.clear();
     {
-        const QMutexLocker lock(&m_wait->mutex);
+        const std::scoped_lock lock(m_wait->mutex);
+        m_wait->drive.clear();
         if (m_wait->ended) {
             return false;
         }
@@ -47,35 +48,51 @@ bool buildThread::findController()
     // nothing can interrupt it. So the scan runs on its own and is left behind if need be.
     std::thread([volumes = m_volumes, wait = m_wait] {
         const QString root = findControllerVolume(*volumes);
-        const QMutexLocker lock(&wait->mutex);
+        const std::scoped_lock lock(wait->mutex);
         wait->found = root;
-        wait->changed.wakeAll();
+        wait->changed.notify_all();
     }).detach();
 
-    const QMutexLocker lock(&m_wait->mutex);
-    while (!m_wait->found && !m_wait->ended) {
-        m_wait->changed.wait(&m_wait->mutex);
-    }
+    std::unique_lock lock(m_wait->mutex);
+    m_wait->changed.wait(lock, [this] { return m_wait->found || m_wait->ended; });
     if (m_wait->ended) {
         return false;
     }
-    m_drive = *m_wait->found;
-    return !m_drive.isEmpty();
+    m_wait->drive = *m_wait->found;
+    return !m_wait->drive.isEmpty();
+}
+
+QString buildThread::drive() const
+{
+    const std::scoped_lock lock(m_wait->mutex);
+    return m_wait->drive;
+}
+
+bool buildThread::connected() const
+{
+    const std::scoped_lock lock(m_wait->mutex);
+    return m_wait->connected;
+}
+
+void buildThread::setConnected(bool p_connected)
+{
+    const std::scoped_lock lock(m_wait->mutex);
+    m_wait->connected = p_connected;
 }
 
 void buildThread::endWait()
 {
     {
-        const QMutexLocker lock(&m_wait->mutex);
+        const std::scoped_lock lock(m_wait->mutex);
         m_wait->ended = true;
-        m_wait->changed.wakeAll();
+        m_wait->changed.notify_all();
     }
     wait();
 }
 
 void buildThread::run()
 {
-    m_connected = false;
+    setConnected(false);
     emit stateChanged(tr("连接控制器...."));
     for (int pauses = 0; !findController() && pauses < 60; ++pauses) {
         if (!sleepUnlessEnded()) {
@@ -88,21 +105,19 @@ void buildThread::run()
         }
         return;
     }
-    m_connected = true;
+    setConnected(true);
 }
 
 // False if the wait was ended before the pause was over.
 bool buildThread::sleepUnlessEnded()
 {
-    const QDeadlineTimer deadline(m_pause);
-    const QMutexLocker lock(&m_wait->mutex);
-    while (!m_wait->ended && m_wait->changed.wait(&m_wait->mutex, deadline)) {
-    }
-    return !m_wait->ended;
+    std::unique_lock lock(m_wait->mutex);
+    return !m_wait->changed.wait_for(lock, std::chrono::milliseconds(m_pause),
+                                     [this] { return m_wait->ended; });
 }
 
 bool buildThread::ended() const
 {
-    const QMutexLocker lock(&m_wait->mutex);
+    const std::scoped_lock lock(m_wait->mutex);
     return m_wait->ended;
 }

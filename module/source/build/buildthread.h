@@ -11,8 +11,7 @@ class VolumeList;
  * Waits for the controller to show up as a drive: scans the volumes once a second, for 60 seconds
  * at most.
  *
- * The drive and the connected flag are written by the thread without a lock. Read them only after
- * finished() has arrived.
+ * drive() and connected() tell the outcome once finished() has arrived.
  */
 class buildThread : public QThread
 {
@@ -38,9 +37,9 @@ public:
     void endWait();
 
     /** The root of the controller's volume: a drive letter, or a mount point. Empty if unknown. */
-    QString drive() const { return m_drive; }
+    QString drive() const;
     /** Whether the wait has ended in a controller found. */
-    bool connected() const { return m_connected; }
+    bool connected() const;
     /** A name for the thread's task. Nothing reads it. */
     void setTargetName(const QString& p_name) { m_targetName = p_name; }
 
@@ -58,10 +57,9 @@ private:
 
     bool sleepUnlessEnded();
     bool ended() const;
+    void setConnected(bool p_connected);
 
-    QString m_drive;
     QString m_targetName;
-    bool m_connected = false;
     std::shared_ptr<VolumeList> m_volumes;
     int m_pause = 1000;
     // Shared with a scan that may outlive this object.
