@@ -4,7 +4,7 @@
 #include "feedbackmodule.h"
 #include "mainmodule.h"
 #include "modulefactory.h"
-#include "projectdocument.h"
+#include "moduletree.h"
 
 #include <QDropEvent>
 #include <QGraphicsSceneDragDropEvent>

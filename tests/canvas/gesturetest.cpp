@@ -50,6 +50,9 @@ private slots:
     void thePreviewClosesWhenTheBlockMovesAway();
     void aDraggedChainIsOnTopUntilItIsReleased();
     void aSecondButtonInMidDragEndsIt();
+    void aDragEndedByASecondButtonIsTold();
+    void aDragCutOffByANewDocumentLeavesNothingBehind();
+    void aDropFromThePaletteEndsADragWithoutRelease();
     void aSaveOrACopyInMidDragFindsTheBlockLinked();
     void aDoubleClickAndDragMovesNoBlockOutOfItsChain();
     void aLooseBlockRestsOnWholeUnits();
@@ -273,6 +276,56 @@ void GestureTest::aDraggedChainIsOnTopUntilItIsReleased()
     QCOMPARE(first->zValue(), 0.0);
     QCOMPARE(second->zValue(), 0.0);
     QVERIFY(!first->m_moved);
+}
+
+void GestureTest::aDragEndedByASecondButtonIsTold()
+{
+    CanvasFixture canvas;
+    supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
+    supermodule* loose = canvas.drop(s_wait, QPointF(600, 450));
+    canvas.press(loose->scenePos() + QPointF(30, 30));
+    canvas.move(first->scenePos() + QPointF(120 + 40, 40));
+    const QSignalSpy told(&canvas.view, &TzProgramView::moduleUpdateSignal);
+    canvas.press(QPointF(900, 60), Qt::RightButton);
+    canvas.view.contextMenu().close();
+    QCOMPARE(loose->parentModule(), first);
+    QCOMPARE(told.count(), 1);
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
+}
+
+void GestureTest::aDragCutOffByANewDocumentLeavesNothingBehind()
+{
+    CanvasFixture canvas;
+    const QPointF grip(30, 30);
+    canvas.press(canvas.main()->scenePos() + grip);
+    canvas.move(canvas.main()->scenePos() + grip + QPointF(20, 10));
+    QVERIFY(canvas.main()->m_moved);
+    canvas.view.newProgram();
+    canvas.view.resetDocument();
+    canvas.release(canvas.main()->scenePos() + grip);
+    const supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
+    canvas.press(canvas.main()->scenePos() + grip);
+    canvas.move(canvas.main()->scenePos() + grip + QPointF(20, 10));
+    QCOMPARE(first->zValue(), 10.0);
+    canvas.release(canvas.main()->scenePos() + grip);
+    QCOMPARE(first->zValue(), 0.0);
+}
+
+void GestureTest::aDropFromThePaletteEndsADragWithoutRelease()
+{
+    CanvasFixture canvas;
+    supermodule* loose = canvas.drop(s_wait, QPointF(600, 450));
+    canvas.press(loose->scenePos() + QPointF(30, 30));
+    canvas.move(loose->scenePos() + QPointF(50, 50));
+    QVERIFY(loose->m_moved);
+    // A window of another program takes the release; then a block comes in.
+    supermodule* dropped = canvas.drop(s_speed, QPointF(300, 450));
+    QVERIFY(!loose->m_moved);
+    QCOMPARE(loose->zValue(), 0.0);
+    const QPointF place = dropped->scenePos();
+    canvas.move(QPointF(700, 100));
+    QCOMPARE(dropped->scenePos(), place);
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
 }
 
 void GestureTest::aSecondButtonInMidDragEndsIt()

@@ -1,18 +1,5 @@
 #include "linkcandidates.h"
 
-#include "moduletree.h"
-#include "projectdocument.h"
-
-namespace
-{
-/** Whether a project can still be stored when a block is linked there, with all under it. */
-bool fits(const supermodule* p_module, const supermodule* p_owner, int p_type)
-{
-    const int depth = p_owner->depth() + (p_type == NextLink ? 0 : 1);
-    return depth + nestingDepth(p_module) <= MaximalNesting;
-}
-} // namespace
-
 QList<LinkCandidate> collectLinkCandidates(const supermodule* p_module,
                                            const supermodule* p_mainModule,
                                            const supermodule* p_preview)
@@ -25,8 +12,7 @@ QList<LinkCandidate> collectLinkCandidates(const supermodule* p_module,
     for (const collisionItem* connector : connectors) {
         supermodule* owner = supermodule::fromItem(connector->parentItem());
         const int type = connector->linkType();
-        if (type != NoLink && owner != p_preview && !p_module->containsModule(owner) &&
-            fits(p_module, owner, type)) {
+        if (type != NoLink && owner != p_preview && !p_module->containsModule(owner)) {
             list.append({owner, type, p_module->distanceTo(*connector)});
         }
     }

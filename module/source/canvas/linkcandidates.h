@@ -13,9 +13,8 @@ struct LinkCandidate {
 };
 
 /**
- * The places that a block touches where it stands, in the order in which the scene lists them:
- * connectors of other blocks that don't hang under it, unless loops would stand too deep in one
- * another for a project file. Occupied ones count. p_preview, the drop
+ * The places that a block touches where it stands, those of newer blocks first:
+ * connectors of other blocks that don't hang under it. Occupied ones count. p_preview, the drop
  * preview, is never a place; the main block has none.
  */
 QList<LinkCandidate> collectLinkCandidates(const supermodule* p_module,

@@ -19,7 +19,7 @@ tzprogramscene::tzprogramscene(QObject* p_parent) : QGraphicsScene(p_parent)
 
 void tzprogramscene::clearItems(const QList<const QGraphicsItem*>& p_kept)
 {
-    // Eldest first, which is where the scene begins to look for what it is to remove.
+    // Mostly eldest first, which is where the scene begins to look for what it is to remove.
     const QVector<supermodule*> blocks = liveModules;
     for (supermodule* block : blocks) {
         // By identity, not by type: a file may hold a second block of the main block's type.

@@ -54,7 +54,7 @@ public:
     // Document.
     /**
      * Saves the project with p_tail behind its XML, and puts it first in the recent list. False
-     * if it couldn't be written; the old file is then whole.
+     * if it couldn't be written; the old file is then as writeProject() leaves it.
      */
     bool saveFile(const QString& p_path, const QByteArray& p_tail = QByteArray());
     /** The save of temp.tlrx: blocks without parent alone, and no entry in the recent list. */

@@ -27,6 +27,7 @@ void TzProgramView::dropUnfinished()
 void TzProgramView::dragEnterEvent(QDragEnterEvent* p_event)
 {
     QGraphicsView::dragEnterEvent(p_event);
+    finishDrag();
     dropUnfinished();
     int id = 0;
     if (readBlockDrag(p_event->mimeData(), id)) {

@@ -38,6 +38,7 @@ void TzProgramView::finishDrag()
         m_current->m_moved = false;
         settle(m_current);
         m_current->setTreeZValue(0);
+        emit moduleUpdateSignal();
     }
     hideFeedback();
     m_pressed = false;
@@ -61,6 +62,10 @@ void TzProgramView::mousePressEvent(QMouseEvent* p_event)
     // The logo is part of the ground.
     items.removeOne(&m_scene->logo());
     m_current = moduleAt(items, scenePos.x());
+    if (m_current) {
+        // A drag may have ended without a release, by a new document or a dialog.
+        m_current->m_moved = false;
+    }
     if (items.isEmpty()) {
         emit mouseSignal(MousePressedEmpty);
         focusModule.clear();

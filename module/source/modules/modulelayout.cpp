@@ -6,7 +6,7 @@
 void supermodule::updateLayout()
 {
     if (scene()) {
-        // Said first and once, this spares each block that moves the telling of its own place.
+        // Said first, this spares each block that moves the telling of its own place.
         scene()->update();
     }
     // A loop, not a recursion: a chain may hold a hundred thousand blocks.

@@ -147,6 +147,9 @@ QList<collisionItem*> supermodule::touchedConnectors() const
 {
     // Asked of the blocks themselves: the scene would look at every item that it shows.
     QList<collisionItem*> connectors;
+    if (!scene()) {
+        return connectors;
+    }
     const QRectF reach = sceneBoundingRect().adjusted(-1, -1, 1, 1);
     for (const supermodule* owner : qAsConst(liveModules)) {
         // A connector begins inside its block's rectangle or at its right edge.
@@ -165,6 +168,15 @@ QList<collisionItem*> supermodule::touchedConnectors() const
                 connectors.append(connector);
             }
         }
+    }
+    if (!connectors.isEmpty()) {
+        const int nesting = nestingDepth(this);
+        const auto tooDeep = [nesting](const collisionItem* p_connector) {
+            const int body = p_connector->linkType() == NextLink ? 0 : 1;
+            return fromItem(p_connector->parentItem())->depth() + body + nesting > MaximalNesting;
+        };
+        connectors.erase(std::remove_if(connectors.begin(), connectors.end(), tooDeep),
+                         connectors.end());
     }
     std::stable_sort(connectors.begin(), connectors.end(),
                      [](const collisionItem* p_a, const collisionItem* p_b) {

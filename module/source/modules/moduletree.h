@@ -28,6 +28,9 @@ template <class Visit> void forEachModule(supermodule* p_module, Visit p_visit)
     }
 }
 
+/** How deep bodies may stand in one another: a project file holds no more. */
+constexpr int MaximalNesting = 498;
+
 /** How deep bodies stand in one another in a chain and under it; 0 without any body. */
 int nestingDepth(const supermodule* p_root);
 

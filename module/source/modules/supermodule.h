@@ -139,7 +139,8 @@ public:
     void detachFromParent();
     /**
      * The connectors of other blocks in sight that the block touches where it stands, those of
-     * newer blocks first.
+     * newer blocks first. Left out is where bodies would stand deeper in one another than
+     * MaximalNesting.
      */
     QList<collisionItem*> touchedConnectors() const;
     /**

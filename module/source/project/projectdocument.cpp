@@ -7,6 +7,7 @@
 #include "moduletree.h"
 #include "programnameholder.h"
 #include "programversion.h"
+#include "projectreader.h"
 #include "supermodule.h"
 
 #include <QGraphicsScene>
@@ -18,6 +19,8 @@ namespace
 {
 const char s_doctype[] = "vantrel";
 const int s_indent = 4;
+// A block without parent is the third element from the outside, and each body adds two.
+static_assert(3 + 2 * MaximalNesting <= MaximalProjectDepth, "what is stored must open again");
 
 /** One block from its element, with its bodies; null for an unknown type. */
 supermodule* buildModule(const QDomElement& p_element, QGraphicsScene* p_scene)

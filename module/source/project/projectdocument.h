@@ -1,6 +1,5 @@
 #pragma once
 
-#include "projectreader.h"
 #include "supermodule.h"
 
 #include <QDomDocument>
@@ -23,12 +22,6 @@ public:
 private:
     int m_seed;
 };
-
-/**
- * How deep bodies may stand in one another in a project that can be stored: a block without parent
- * is the third element from the outside, and each body adds two.
- */
-constexpr int MaximalNesting = (MaximalProjectDepth - 3) / 2;
 
 /** How a block writes its own element. */
 using SaveModule = void (supermodule::*)(QDomElement&, QDomDocument&) const;

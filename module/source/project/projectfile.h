@@ -32,7 +32,8 @@ int readProject(const QString& p_path, QDomDocument& p_document);
 /**
  * Writes a project, the text first and the tail behind it. False if that failed, and for what
  * readProject() would refuse: an empty text, as projectText() gives it, or more than
- * MaximalProjectSize. The file that stood there before is then whole and unchanged.
+ * MaximalProjectSize. The file that stood there before is then whole and unchanged, unless it had
+ * to be overwritten in place and that broke off.
  *
  * At any moment of a save the old or the new file is whole, wherever a new file can be made beside
  * it. Elsewhere, as in a folder that is closed but for that one file, it is overwritten in place.
