@@ -239,7 +239,11 @@ private slots:
     void aBlockHasTheButtonsOfItsType();
     void everyOtherBlockHasNoButtons_data();
     void everyOtherBlockHasNoButtons();
-    void theButtonsOfAConditionalLoopStayAtItsEnd();
+    void theButtonsOfAConditionalLoopHangUnderItsLegs();
+    void everyButtonOfALoopAndItsBodyCanBePressed_data();
+    void everyButtonOfALoopAndItsBodyCanBePressed();
+    void aBodyLiesAboveAllItsLoopsHoweverOldTheyAre();
+    void anEmptyConditionalLoopIsPaintedAndHeldDownToItsFeet();
 
     // The pop-up.
     void aModeOfThePopUpShowsItsEntries_data();
@@ -468,7 +472,7 @@ void BlockParametersTest::everyOtherBlockHasNoButtons()
     QCOMPARE(block->button(0), nullptr);
 }
 
-void BlockParametersTest::theButtonsOfAConditionalLoopStayAtItsEnd()
+void BlockParametersTest::theButtonsOfAConditionalLoopHangUnderItsLegs()
 {
     Bench bench;
     supermodule* loop = bench.seen(306, {300, 300});
@@ -476,14 +480,112 @@ void BlockParametersTest::theButtonsOfAConditionalLoopStayAtItsEnd()
     supermodule* first = dropOn(bench, loop, LeftLink, 103);
     dropOn(bench, first, NextLink, 105);
     QCOMPARE(loop->boundingRect().width(), 320.0);
-    // The row of 120 ends with the loop.
-    QCOMPARE(proxies.at(0)->pos(), QPointF(200, 100));
+    // One under each leg, where the drawers of the body's blocks leave them free.
+    QCOMPARE(proxies.at(0)->pos(), QPointF(0, 100));
     QCOMPARE(proxies.at(1)->pos(), QPointF(260, 100));
     bench.click(first->scenePos() + QPointF(30, 30));
     bench.key(Qt::Key_Delete);
     QVERIFY(!loop->left());
     QCOMPARE(proxies.at(0)->pos(), QPointF(140, 100));
     QCOMPARE(proxies.at(1)->pos(), QPointF(200, 100));
+}
+
+void BlockParametersTest::everyButtonOfALoopAndItsBodyCanBePressed_data()
+{
+    QTest::addColumn<int>("loop");
+    QTest::addColumn<int>("inside");
+    for (int loop : {301, 303, 306, 307}) {
+        // One drawer, two drawers, and a loop.
+        for (int inside : {104, 107, 306}) {
+            QTest::addRow("%d around %d", loop, inside) << loop << inside;
+        }
+    }
+}
+
+void BlockParametersTest::everyButtonOfALoopAndItsBodyCanBePressed()
+{
+    QFETCH(int, loop);
+    QFETCH(int, inside);
+    for (bool bodyFirst : {false, true}) {
+        Bench bench;
+        supermodule* body = bodyFirst ? bench.seen(inside, {300, 500}) : nullptr;
+        supermodule* outer = bench.seen(loop, {300, 300});
+        if (bodyFirst) {
+            const QPointF place = outer->scenePos() + QPointF(loop > 303 ? 60 : 140, 10);
+            bench.drag(body, bench.at(place) - bench.at(body->scenePos()));
+        } else {
+            body = dropOn(bench, outer, LeftLink, inside);
+            QVERIFY(QTest::qWaitFor([body] { return body->hasButtons(); }, 2000));
+        }
+        QCOMPARE(outer->left(), body);
+        for (supermodule* block : {outer, body}) {
+            for (QGraphicsProxyWidget* proxy : Bench::proxies(block)) {
+                auto* pressed = static_cast<QAbstractButton*>(proxy->widget());
+                const QSignalSpy presses(pressed, &QAbstractButton::clicked);
+                bench.clickProxy(proxy);
+                QCOMPARE(presses.count(), 1);
+            }
+        }
+    }
+}
+
+void BlockParametersTest::aBodyLiesAboveAllItsLoopsHoweverOldTheyAre()
+{
+    Bench bench;
+    supermodule* chain = bench.seen(104, {300, 500});
+    supermodule* behind = bench.dropBehind(chain, 107);
+    supermodule* inner = bench.seen(306, {300, 400});
+    supermodule* outer = bench.seen(301, {300, 200});
+    const auto dragInto = [&](supermodule* p_module, supermodule* p_loop, int p_offset) {
+        bench.drag(p_module, bench.at(p_loop->scenePos() + QPointF(p_offset, 10)) -
+                                 bench.at(p_module->scenePos()));
+        QCOMPARE(p_loop->left(), p_module);
+    };
+    const auto place = [&](supermodule* p_module) {
+        return bench.view.scene()
+            ->items(bench.view.sceneRect(), Qt::IntersectsItemShape, Qt::AscendingOrder)
+            .indexOf(p_module);
+    };
+    dragInto(chain, inner, 60);
+    dragInto(inner, outer, 140);
+    QVERIFY(place(outer) < place(inner));
+    QVERIFY(place(inner) < place(chain));
+    QVERIFY(place(inner) < place(behind));
+    // The tip that Qt shows is that of what lies on top.
+    const auto* top = bench.view.itemAt(bench.at(behind->scenePos() + QPointF(60, 40)));
+    QCOMPARE(top->toolTip(), behind->toolTip());
+}
+
+void BlockParametersTest::anEmptyConditionalLoopIsPaintedAndHeldDownToItsFeet()
+{
+    Bench bench;
+    supermodule* loop = bench.seen(306, {300, 300});
+    // Painted piece by piece it looks as painted at once.
+    const QRect area(loop->scenePos().toPoint() + QPoint(0, -20), QSize(280, 162));
+    const auto painted = [&](const QRect& p_piece) {
+        QImage image(area.size(), QImage::Format_ARGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        bench.view.scene()->render(&painter, p_piece.translated(-area.topLeft()), p_piece);
+        painter.end();
+        return image.copy(p_piece.translated(-area.topLeft()));
+    };
+    const QImage whole = painted(area);
+    const QRect feet(area.left(), area.top() + 106, area.width(), 14);
+    QCOMPARE(painted(feet), whole.copy(feet.translated(-area.topLeft())));
+    QVERIFY(whole.pixelColor(20, 130) != QColor(Qt::white));
+    // A hand that takes it by a foot takes it.
+    const QPointF before = loop->scenePos();
+    const QPointF foot = before + QPointF(20, 110);
+    bench.press(foot);
+    bench.move(foot + QPointF(30, 20));
+    bench.move(foot + QPointF(60, 40));
+    bench.release(foot + QPointF(60, 40));
+    QCOMPARE(loop->scenePos(), before + QPointF(60, 40));
+    // With a body there is nothing of it behind its end.
+    dropOn(bench, loop, LeftLink, 103);
+    bench.click(loop->scenePos() + QPointF(240, 110));
+    QVERIFY(focusModule.isNull());
 }
 
 void BlockParametersTest::aModeOfThePopUpShowsItsEntries_data()

@@ -23,7 +23,7 @@ supermodule* TzProgramView::moduleAt(const QList<QGraphicsItem*>& p_items, qreal
     supermodule* found = nullptr;
     qreal nearest = s_reach;
     for (QGraphicsItem* item : p_items) {
-        supermodule* module = supermodule::fromItem(item);
+        supermodule* module = supermodule::seenAs(item);
         if (module && module != m_feedback && p_sceneX - module->scenePos().x() < nearest) {
             nearest = p_sceneX - module->scenePos().x();
             found = module;

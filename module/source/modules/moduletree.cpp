@@ -110,6 +110,26 @@ void supermodule::updateTreeAndOpacity()
 {
     updateTree();
     refreshOpacity();
+    stackAboveLoops();
+}
+
+void supermodule::stackAboveLoops()
+{
+    // Loops go down rather than blocks up, since the scene can put an item only below another. A
+    // loop that goes down takes those around it along.
+    supermodule* inner = nullptr;
+    for (supermodule* each = this; scene() && each->m_parent; each = each->m_parent) {
+        supermodule* loop = each->m_parent;
+        if (loop->m_next == each) {
+            continue;
+        }
+        if (inner) {
+            loop->stackBefore(inner);
+        } else {
+            forEachModule(this, [loop](supermodule* p_each) { loop->stackBefore(p_each); });
+        }
+        inner = loop;
+    }
 }
 
 bool supermodule::isSubProgramBlock() { return rootModules.indexOf(rootOf()) > 0; }

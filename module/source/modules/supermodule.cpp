@@ -85,6 +85,11 @@ supermodule* supermodule::fromItem(QGraphicsItem* p_item)
     return p_item && p_item->type() == Type ? static_cast<supermodule*>(p_item) : nullptr;
 }
 
+supermodule* supermodule::seenAs(QGraphicsItem* p_item)
+{
+    return fromItem(p_item && p_item->type() == PartType ? p_item->parentItem() : p_item);
+}
+
 void supermodule::setText(const QString& p_text)
 {
     m_text = p_text;
@@ -198,11 +203,11 @@ void supermodule::addButton(QAbstractButton* p_button, const QRect& p_geometry)
     m_buttons.append({proxy, p_button});
 }
 
-void supermodule::moveButtons(int p_x)
+void supermodule::moveButton(int p_index, int p_x)
 {
-    for (const ModuleButton& each : qAsConst(m_buttons)) {
-        each.proxy->setPos(p_x, each.proxy->pos().y());
-        p_x += static_cast<int>(each.proxy->size().width());
+    if (hasButtons()) {
+        QGraphicsProxyWidget* proxy = m_buttons.at(p_index).proxy;
+        proxy->setPos(p_x, proxy->pos().y());
     }
 }
 

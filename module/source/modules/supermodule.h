@@ -37,7 +37,11 @@ class supermodule : public QObject, public QGraphicsItem
     Q_INTERFACES(QGraphicsItem)
 
 public:
-    enum { Type = UserType + 1 };
+    enum {
+        Type = UserType + 1,
+        /** A part of a block that reaches out of its rectangle: a press on it means the block. */
+        PartType = UserType + 2
+    };
 
     supermodule(int p_id, const QString& p_imagePath, const QString& p_pressedPath,
                 const QString& p_text);
@@ -46,6 +50,8 @@ public:
 
     /** The block that an item is, or null if it is none. */
     static supermodule* fromItem(QGraphicsItem* p_item);
+    /** The block that is seen where an item lies: the item, or that of which it is a part. */
+    static supermodule* seenAs(QGraphicsItem* p_item);
 
     /** Block type, the factory's selector; never changes. */
     const int id;
@@ -187,6 +193,7 @@ public:
     bool isInProgram();
     /** Full opacity for a chain of a program, 0.5 for a loose one. */
     void refreshOpacity();
+    /** What is due when the block has come to its place: layout, opacity, stacking. */
     void updateTreeAndOpacity();
     /** True when the root is a slot's root other than the main program's. */
     bool isSubProgramBlock();
@@ -237,9 +244,8 @@ protected:
     virtual void createButtons() {}
     /** Puts a button on the block; the geometry is in block coordinates. Takes ownership. */
     void addButton(QAbstractButton* p_button, const QRect& p_geometry);
-    /** Puts the row of buttons, as they stand side by side, at an x; nothing while there are none.
-     */
-    void moveButtons(int p_x);
+    /** Puts a button at an x; nothing while there are none. */
+    void moveButton(int p_index, int p_x);
     /** The scene x of a button's middle, where OnSetParamByPos() wants the pop-up. */
     int buttonCentre(int p_index) const;
     /** The rule of a plain block of a size that stands where this one does. */
@@ -256,6 +262,8 @@ protected:
     QRectF m_rect;
 
 private:
+    /** Puts the loops around the block below it: presses and tool tips go to what lies on top. */
+    void stackAboveLoops();
     void saveWith(const supermodule& p_parameters, QDomElement& p_parent,
                   QDomDocument& p_document) const;
     supermodule* linkedTo(LinkType p_type) const;

@@ -10,8 +10,47 @@ const uint32_t s_countKeys = KeyboardDigits | KeyboardDelete;
 const LoopForm s_counted = {120, 100, true, 140, ":/formodule.png"};
 const LoopForm s_endless = {120, 100, false, 140, ":/forevermodule.png"};
 const LoopForm s_conditional = {40, 40, true, 100, ":/loopuntil.png"};
-/** The two buttons of a conditional loop, and its condition, stand this far left of its end. */
-const int s_buttonsFromEnd = 120;
+/** The pictures of a conditional loop's sensor, drawn for a block, stand this far left of its end.
+ */
+const int s_picturesFromEnd = 120;
+const int s_buttonWidth = 60;
+/** How far a bracket goes down, and its tab to the right of its end. */
+const int s_bracketBottom = 120;
+const int s_tabWidth = 20;
+
+/**
+ * The lower ends of an empty conditional loop's legs. Its rectangle ends above them; the scene
+ * paints and hits nothing outside of rectangles, so that they are an item of their own.
+ */
+class LoopFeet final : public QGraphicsItem
+{
+public:
+    explicit LoopFeet(loopUntilModule& p_loop) : QGraphicsItem(&p_loop), m_loop(p_loop)
+    {
+        setFlag(ItemStacksBehindParent);
+    }
+
+    int type() const override { return supermodule::PartType; }
+    QRectF boundingRect() const override
+    {
+        const int top = s_conditional.emptyHeight - LoopTopMargin;
+        return QRectF(0, top, EmptyLoopWidth + s_tabWidth, s_bracketBottom - top);
+    }
+    QPainterPath shape() const override
+    {
+        return m_loop.left() ? QPainterPath() : QGraphicsItem::shape();
+    }
+    void paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*) override
+    {
+        if (!m_loop.left()) {
+            p_painter->setClipRect(boundingRect(), Qt::IntersectClip);
+            m_loop.drawBracket(p_painter);
+        }
+    }
+
+private:
+    loopUntilModule& m_loop;
+};
 } // namespace
 
 QString loopText(const QString& p_head, const supermodule* p_loop, const char* p_end)
@@ -119,17 +158,43 @@ QString loopUntilModule::cCode() const { return loopText(whileText(), this, "\n}
 
 const LoopForm& loopUntilModule::form() const { return s_conditional; }
 
-void loopUntilModule::createButtons()
+void loopUntilModule::createCollisions()
 {
-    addSensorButtons(static_cast<int>(m_rect.right()) - s_buttonsFromEnd);
+    loopShape::createCollisions();
+    // Its parent deletes it.
+    new LoopFeet(*this);
 }
 
-void loopUntilModule::placeAtEnd(int p_right) { moveButtons(p_right - s_buttonsFromEnd); }
+void loopUntilModule::createButtons()
+{
+    addSensorButtons(0);
+    placeAtEnd(static_cast<int>(m_rect.right()));
+}
+
+void loopUntilModule::placeAtEnd(int p_right)
+{
+    // The body's blocks have drawers of their own: so that none lies on another, each leg of a
+    // filled loop has one. Where there is no body both hang at the end.
+    moveButton(0, left() ? 0 : p_right - 2 * s_buttonWidth);
+    moveButton(1, p_right - s_buttonWidth);
+}
+
+void loopUntilModule::drawBracket(QPainter* p_painter) const
+{
+    drawFrame(p_painter);
+    const int origin = static_cast<int>(m_rect.right()) - s_picturesFromEnd;
+    drawPicture(p_painter, look().overlay, origin, 0);
+    drawPicture(p_painter, conditionPicture(), origin + 86, 10);
+}
 
 void loopUntilModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
 {
-    drawFrame(p_painter);
-    const int origin = static_cast<int>(m_rect.right()) - s_buttonsFromEnd;
-    drawPicture(p_painter, look().overlay, origin, 0);
-    drawPicture(p_painter, conditionPicture(), origin + 86, 10);
+    if (left()) {
+        drawBracket(p_painter);
+        return;
+    }
+    p_painter->save();
+    p_painter->setClipRect(m_rect.adjusted(0, 0, s_tabWidth, 0), Qt::IntersectClip);
+    drawBracket(p_painter);
+    p_painter->restore();
 }

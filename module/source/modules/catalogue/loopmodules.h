@@ -54,8 +54,11 @@ public:
     using loopShape::loopShape;
 
     QString cCode() const override;
+    void createCollisions() override;
     void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
                QWidget* p_widget) override;
+    /** Draws all that is seen but the buttons; an empty loop reaches below its rectangle. */
+    void drawBracket(QPainter* p_painter) const;
 
 protected:
     const LoopForm& form() const override;
@@ -67,9 +70,7 @@ class loopuntiinfraredModule final : public concreteModule<loopuntiinfraredModul
 {
 public:
     using concreteModule::concreteModule;
-    static constexpr Look s_look = {
-        "while(TZ_AI(%1) %2 500)\n{\n", ">", "<", ":/infread_body.png", ":/infread_nobody.png",
-        ":/loopuntilinfread_icon.png",  2,   4};
+    static constexpr Look s_look = sensorLooks::infrared(":/loopuntilinfread_icon.png");
 };
 
 class loopuntiTouchModule final : public concreteModule<loopuntiTouchModule, loopUntilModule>

@@ -88,9 +88,7 @@ class waituntiinfraredModule final : public concreteModule<waituntiinfraredModul
 {
 public:
     using concreteModule::concreteModule;
-    static constexpr Look s_look = {
-        "while(TZ_AI(%1) %2 500)\n{\n", ">", "<", ":/infread_body.png", ":/infread_nobody.png",
-        ":/waituntilinfread_icon.png",  2,   4};
+    static constexpr Look s_look = sensorLooks::infrared(":/waituntilinfread_icon.png");
 };
 
 class waituntiTouchModule final : public concreteModule<waituntiTouchModule, waitUntilModule>
