@@ -2,6 +2,7 @@
 
 #include "binoverlay.h"
 #include "blockpanel.h"
+#include "blocktables.h"
 #include "rowpanel.h"
 #include "tzblockwidget.h"
 #include "tzlabel.h"
@@ -13,6 +14,18 @@
 #include <QtTest>
 #include <QVBoxLayout>
 #include <QWheelEvent>
+
+#include <algorithm>
+
+/** How many blocks the tables have for a category. */
+inline int blocksOfCategory(int p_category)
+{
+    const auto& records = blockRecords();
+    return static_cast<int>(
+        std::count_if(records.begin(), records.end(), [p_category](const BlockRecord& p_record) {
+            return p_record.category == p_category;
+        }));
+}
 
 /** The palette in a window such as the program's: a tool bar, a canvas, the palette below. */
 struct PaletteBench {

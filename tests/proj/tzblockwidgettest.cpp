@@ -41,7 +41,7 @@ void TzBlockWidgetTest::theFirstTabIsActiveAtTheStart()
         QVERIFY(bench.tab(i).imagePath().endsWith(QLatin1String("-nol.png")));
     }
     QCOMPARE(bench.palette->currentCategory(), 0);
-    QCOMPARE(bench.blocks(), 17);
+    QCOMPARE(bench.blocks(), blocksOfCategory(0));
     QVERIFY(!bench.palette->isChoosing());
 }
 
@@ -49,11 +49,11 @@ void TzBlockWidgetTest::everyTabBringsUpItsBlocks()
 {
     const PaletteBench bench;
     const QList<int> categories{0, 7, 8, 2};
-    const QList<int> blocks{17, 5, 7, 6};
     for (const int i : {1, 2, 3, 0}) {
         QTest::mouseClick(&bench.tab(i), Qt::LeftButton);
         QCOMPARE(bench.palette->currentCategory(), categories.at(i));
-        QCOMPARE(bench.blocks(), blocks.at(i));
+        QVERIFY(bench.blocks() > 0);
+        QCOMPARE(bench.blocks(), blocksOfCategory(categories.at(i)));
         QCOMPARE(bench.area().widget(), bench.palette->panel());
         for (int other = 0; other < 4; ++other) {
             QCOMPARE(bench.tab(other).isActive(), other == i);
