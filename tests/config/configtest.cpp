@@ -15,12 +15,15 @@ class ConfigTest : public QObject
 
 private slots:
     void initTestCase();
+    void beforeTheSetUpAllReadsAreEmpty();
+    void aSettingByDefaultIsAnEmptyText();
     void withoutAFileAllReadsAreEmptyAndNoFileAppearsBeforeTheFirstSave();
     void setUpMakesTheFolderOfTheFile();
     void whatWasSavedIsThereAtTheNextSetUp();
     void aValueThatWasNotSavedIsNotInTheFile();
     void theFileHasItsMembersInKeyOrderAndIndented();
-    void aNumberReadsAsAnEmptyTextAndIsWrittenBackSo();
+    void whatIsNoTextReadsAsAnEmptyOneAndIsWrittenBackSo_data();
+    void whatIsNoTextReadsAsAnEmptyOneAndIsWrittenBackSo();
     void anArrayOfNumbersReadsAsAListOfEmptyTexts();
     void aTextOverAListBecomesATextInTheFile();
     void aListOverATextBecomesAnArrayInTheFile();
@@ -31,6 +34,7 @@ private slots:
     void aBrokenFileReadsAsEmpty();
     void aFileLoadedLaterReplacesWhatItHoldsAndKeepsTheRest();
     void anUnwritablePlaceLosesTheChangesSilently();
+    void savingMakesNoFolder();
 
 private:
     void writeFile(const QByteArray& p_content) const;
@@ -61,6 +65,30 @@ QByteArray ConfigTest::savedBy(const Config& p_config) const
     p_config.save(m_path);
     QFile file(m_path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
+}
+
+void ConfigTest::beforeTheSetUpAllReadsAreEmpty()
+{
+    QVERIFY(QDir().mkpath(QFileInfo(m_storePath).path()));
+    QFile file(m_storePath);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("{\"somebody.else\": \"kept\", \"some.list\": [\"a\"]}");
+    file.close();
+    QCOMPARE(getString(QStringLiteral("somebody.else")), QString());
+    QCOMPARE(getStringList(QStringLiteral("some.list")), QStringList());
+    QVERIFY(QDir(QFileInfo(m_storePath).path()).removeRecursively());
+}
+
+void ConfigTest::aSettingByDefaultIsAnEmptyText()
+{
+    const configValue value;
+    QCOMPARE(value.kind, 1);
+    QCOMPARE(value.text, QString());
+    QCOMPARE(value.list, QStringList());
+    // Whatever isn't of kind 1 is written as a list.
+    Config config;
+    config.setValue(QStringLiteral("a"), {7, QStringLiteral("text"), {QStringLiteral("list")}});
+    QCOMPARE(savedBy(config), QByteArray("{\n    \"a\": [\n        \"list\"\n    ]\n}\n"));
 }
 
 void ConfigTest::withoutAFileAllReadsAreEmptyAndNoFileAppearsBeforeTheFirstSave()
@@ -124,11 +152,23 @@ void ConfigTest::theFileHasItsMembersInKeyOrderAndIndented()
                                          "}\n"));
 }
 
-void ConfigTest::aNumberReadsAsAnEmptyTextAndIsWrittenBackSo()
+void ConfigTest::whatIsNoTextReadsAsAnEmptyOneAndIsWrittenBackSo_data()
 {
-    writeFile("{\"lang.current\": 5}");
+    QTest::addColumn<QByteArray>("member");
+    QTest::newRow("a number") << QByteArray("5");
+    QTest::newRow("true") << QByteArray("true");
+    QTest::newRow("null") << QByteArray("null");
+    QTest::newRow("an object") << QByteArray("{\"lang.current\": \"2\"}");
+}
+
+void ConfigTest::whatIsNoTextReadsAsAnEmptyOneAndIsWrittenBackSo()
+{
+    QFETCH(QByteArray, member);
+    writeFile("{\"lang.current\": " + member + "}");
     Config config;
     config.load(m_path);
+    QCOMPARE(config.value(QStringLiteral("lang.current")).kind,
+             static_cast<int>(configValue::String));
     QCOMPARE(config.value(QStringLiteral("lang.current")).text, QString());
     QCOMPARE(savedBy(config), QByteArray("{\n    \"lang.current\": \"\"\n}\n"));
 }
@@ -234,6 +274,16 @@ void ConfigTest::anUnwritablePlaceLosesTheChangesSilently()
     config.save(path);
     QVERIFY(!QFile::exists(path));
     QCOMPARE(config.value(QStringLiteral("a")).text, QStringLiteral("1"));
+}
+
+void ConfigTest::savingMakesNoFolder()
+{
+    const QDir folder = QFileInfo(m_storePath).dir();
+    QVERIFY(QDir(folder).removeRecursively());
+    setString(QStringLiteral("lang.current"), QStringLiteral("1"));
+    save();
+    QVERIFY(!folder.exists());
+    QCOMPARE(getString(QStringLiteral("lang.current")), QStringLiteral("1"));
 }
 
 QTEST_GUILESS_MAIN(ConfigTest)
