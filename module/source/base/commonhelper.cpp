@@ -2,6 +2,38 @@
 
 #include <QFile>
 #include <QJsonDocument>
+#include <QLatin1String>
+
+namespace
+{
+const QLatin1String s_characters("0123456789abcdefghijklmnopqrstuvwxyz"
+                                 "ABCDEFGHIJKLMNOPQRSTUVWXYZ");
+}
+
+CommonHelper* CommonHelper::instance()
+{
+    static CommonHelper s_instance;
+    return &s_instance;
+}
+
+int randomNumber(int p_low, int p_high)
+{
+    if (p_low >= p_high) {
+        return p_low;
+    }
+    // A range may hold more numbers than an int can count.
+    const qint64 count = static_cast<qint64>(p_high) - p_low + 1;
+    return static_cast<int>(p_low + qrand() % count);
+}
+
+QString randomString(int p_length)
+{
+    QString text;
+    for (int i = 0; i < p_length; ++i) {
+        text.append(s_characters.at(qrand() % s_characters.size()));
+    }
+    return text;
+}
 
 QString buttonStyleSheet(const QString& p_normal, const QString& p_hover, const QString& p_pressed,
                          const QString& p_textColour)
@@ -38,6 +70,14 @@ void writeJson(const QJsonObject& p_object, const QString& p_path)
     }
 }
 
+void writeText(const QString& p_text, const QString& p_path)
+{
+    QFile file(p_path);
+    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+        file.write(p_text.toLatin1());
+    }
+}
+
 QStringList toStringList(const QJsonArray& p_array)
 {
     QStringList texts;
@@ -45,4 +85,22 @@ QStringList toStringList(const QJsonArray& p_array)
         texts.append(value.toString());
     }
     return texts;
+}
+
+int compareVersions(const QString& p_a, const QString& p_b)
+{
+    if (p_a == p_b) {
+        return 0;
+    }
+    const QStringList partsA = p_a.split(QLatin1Char('.'));
+    const QStringList partsB = p_b.split(QLatin1Char('.'));
+    const int shared = qMin(partsA.size(), partsB.size());
+    for (int i = 0; i < shared; ++i) {
+        const int a = partsA.at(i).toInt();
+        const int b = partsB.at(i).toInt();
+        if (a != b) {
+            return a > b ? 1 : -1;
+        }
+    }
+    return partsA.size() >= partsB.size() ? 1 : -1;
 }
