@@ -2,6 +2,25 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en_US" sourcelanguage="zh_CN">
     <context>
+        <name>Language</name>
+        <message>
+            <source>选择语言</source>
+            <translation>Select Language</translation>
+        </message>
+        <message>
+            <source>简体中文</source>
+            <translation>Simplified Chinese</translation>
+        </message>
+        <message>
+            <source>繁体中文</source>
+            <translation>Traditional Chinese</translation>
+        </message>
+        <message>
+            <source>English</source>
+            <translation>English</translation>
+        </message>
+    </context>
+    <context>
         <name>MainWindow</name>
         <message>
             <source>保存</source>

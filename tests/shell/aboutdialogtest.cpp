@@ -1,9 +1,27 @@
 #include "aboutdialog.h"
 #include "programversion.h"
 
+#include <QDesktopServices>
 #include <QLabel>
 #include <QPushButton>
+#include <QTranslator>
 #include <QtTest>
+
+/** Takes the place of the desktop when a link is opened. */
+class Desktop : public QObject
+{
+    Q_OBJECT
+
+public:
+    Desktop() { QDesktopServices::setUrlHandler(QStringLiteral("https"), this, "open"); }
+    ~Desktop() override { QDesktopServices::unsetUrlHandler(QStringLiteral("https")); }
+    Q_DISABLE_COPY(Desktop)
+
+    QList<QUrl> m_opened;
+
+public slots:
+    void open(const QUrl& p_url) { m_opened.append(p_url); }
+};
 
 /** The about box. */
 class AboutDialogTest : public QObject
@@ -12,10 +30,33 @@ class AboutDialogTest : public QObject
 
 private slots:
     void itTellsNameAndVersionAndLinksToTheSite();
+    void itsTextsAreTranslated();
+    void itsTextsHaveTheirFontAndColour();
     void everyTextIsShownWhole();
+    void everyTextIsShownWholeInEnglish();
+    void thePictureIsItsBackground();
     void theCloseButtonClosesIt();
     void itIsDraggedByItsBody();
+    void itIsDraggedByItsTexts();
+    void theCloseButtonDoesNotDragIt();
+    void aPressOutsideOfItIsNotSeen();
+    void aMoveWithoutAPressStartsFromZero();
+    void theLinkOpensOutside();
+
+private:
+    static void checkThatTextsAreShownWhole();
 };
+
+namespace
+{
+/** Moves the mouse over a widget, its left button down, by way of the widgets below it. */
+void moveMouse(QWidget& p_widget, const QPoint& p_global)
+{
+    QMouseEvent move(QEvent::MouseMove, p_widget.mapFromGlobal(p_global), p_global, Qt::LeftButton,
+                     Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&p_widget, &move);
+}
+} // namespace
 
 void AboutDialogTest::itTellsNameAndVersionAndLinksToTheSite()
 {
@@ -33,7 +74,38 @@ void AboutDialogTest::itTellsNameAndVersionAndLinksToTheSite()
     QVERIFY(dialog.testAttribute(Qt::WA_TranslucentBackground));
 }
 
-void AboutDialogTest::everyTextIsShownWhole()
+void AboutDialogTest::itsTextsAreTranslated()
+{
+    QTranslator english;
+    QVERIFY(english.load(QStringLiteral(":/vantrel_en.qm")));
+    QVERIFY(QCoreApplication::installTranslator(&english));
+    const aboutDialog dialog;
+    const QString title = english.translate("QObject", "塔勒积木编程");
+    QVERIFY(!title.isEmpty());
+    const auto text = [&dialog](const char* p_name) {
+        return dialog.findChild<QLabel*>(QString::fromLatin1(p_name))->text();
+    };
+    QCOMPARE(text("titleLabel"), title);
+    QCOMPARE(dialog.windowTitle(), title);
+    QCOMPARE(text("nameLabel"), QStringLiteral("Name: ") + title);
+    QCOMPARE(text("versionLabel"), QStringLiteral("Version: ") + programVersion());
+    QVERIFY(text("infoLabel").startsWith(QStringLiteral("More Information")));
+}
+
+void AboutDialogTest::itsTextsHaveTheirFontAndColour()
+{
+    aboutDialog dialog;
+    dialog.show();
+    for (const QLabel* label : dialog.findChildren<QLabel*>()) {
+        QVERIFY(label->styleSheet().contains(QStringLiteral("font: 9pt \"微软雅黑\";")));
+        QCOMPARE(label->font().pointSize(), 9);
+        QCOMPARE(label->font().family(), QStringLiteral("微软雅黑"));
+    }
+    const auto* info = dialog.findChild<QLabel*>(QStringLiteral("infoLabel"));
+    QVERIFY(info->text().contains(QStringLiteral("<a style=\"color:white;\"")));
+}
+
+void AboutDialogTest::checkThatTextsAreShownWhole()
 {
     aboutDialog dialog;
     dialog.show();
@@ -44,6 +116,32 @@ void AboutDialogTest::everyTextIsShownWhole()
         QVERIFY2(needed.width() <= label->width(), qPrintable(label->text()));
         QVERIFY2(needed.height() <= label->height(), qPrintable(label->text()));
         QVERIFY(dialog.rect().contains(label->geometry()));
+    }
+}
+
+void AboutDialogTest::everyTextIsShownWhole() { checkThatTextsAreShownWhole(); }
+
+void AboutDialogTest::everyTextIsShownWholeInEnglish()
+{
+    QTranslator english;
+    QVERIFY(english.load(QStringLiteral(":/vantrel_en.qm")));
+    QVERIFY(QCoreApplication::installTranslator(&english));
+    checkThatTextsAreShownWhole();
+}
+
+void AboutDialogTest::thePictureIsItsBackground()
+{
+    aboutDialog dialog;
+    const QList<QWidget*> children = dialog.findChildren<QWidget*>();
+    qDeleteAll(children);
+    const QImage picture = QImage(QStringLiteral(":/guanyutankuang-400x210.png"))
+                               .convertToFormat(QImage::Format_RGB32);
+    QCOMPARE(picture.size(), dialog.size());
+    const QImage shown = dialog.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    for (int x = 20; x < picture.width() - 20; x += 7) {
+        for (int y = 20; y < picture.height() - 20; y += 7) {
+            QCOMPARE(QColor(shown.pixel(x, y)), QColor(picture.pixel(x, y)));
+        }
     }
 }
 
@@ -62,11 +160,70 @@ void AboutDialogTest::itIsDraggedByItsBody()
     dialog.show();
     const QPoint before = dialog.pos();
     QTest::mousePress(&dialog, Qt::LeftButton, Qt::NoModifier, QPoint(20, 60));
-    const QPoint target = dialog.mapToGlobal(QPoint(50, 45));
-    QMouseEvent move(QEvent::MouseMove, dialog.mapFromGlobal(target), target, Qt::LeftButton,
-                     Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(&dialog, &move);
+    moveMouse(dialog, dialog.mapToGlobal(QPoint(50, 45)));
     QCOMPARE(dialog.pos() - before, QPoint(30, -15));
+}
+
+void AboutDialogTest::itIsDraggedByItsTexts()
+{
+    aboutDialog dialog;
+    dialog.move(100, 100);
+    dialog.show();
+    const QPoint before = dialog.pos();
+    auto* label = dialog.findChild<QLabel*>(QStringLiteral("nameLabel"));
+    QTest::mousePress(label, Qt::LeftButton, Qt::NoModifier, QPoint(3, 4));
+    moveMouse(*label, label->mapToGlobal(QPoint(13, -16)));
+    QCOMPARE(dialog.pos() - before, QPoint(10, -20));
+}
+
+void AboutDialogTest::theCloseButtonDoesNotDragIt()
+{
+    aboutDialog dialog;
+    dialog.move(100, 100);
+    dialog.show();
+    const QPoint before = dialog.pos();
+    auto* button = dialog.findChild<QPushButton*>();
+    QTest::mousePress(button, Qt::LeftButton, Qt::NoModifier, QPoint(3, 4));
+    moveMouse(*button, button->mapToGlobal(QPoint(13, -16)));
+    QCOMPARE(dialog.pos(), before);
+}
+
+void AboutDialogTest::aPressOutsideOfItIsNotSeen()
+{
+    QWidget other;
+    other.resize(100, 100);
+    other.show();
+    aboutDialog dialog;
+    dialog.move(100, 100);
+    dialog.show();
+    const QPoint before = dialog.pos();
+    QTest::mousePress(&other, Qt::LeftButton, Qt::NoModifier, QPoint(20, 60));
+    moveMouse(other, other.mapToGlobal(QPoint(50, 45)));
+    QCOMPARE(dialog.pos(), before);
+}
+
+void AboutDialogTest::aMoveWithoutAPressStartsFromZero()
+{
+    aboutDialog dialog;
+    dialog.move(100, 100);
+    dialog.show();
+    moveMouse(dialog, QPoint(33, 44));
+    QCOMPARE(dialog.pos(), QPoint(33, 44));
+}
+
+void AboutDialogTest::theLinkOpensOutside()
+{
+    const Desktop desktop;
+    aboutDialog dialog;
+    dialog.show();
+    auto* info = dialog.findChild<QLabel*>(QStringLiteral("infoLabel"));
+    // Through the text from its end, where the link stands.
+    for (int x = info->sizeHint().width() - 2; x > 0 && desktop.m_opened.isEmpty(); x -= 10) {
+        QTest::mouseClick(info, Qt::LeftButton, Qt::NoModifier, QPoint(x, info->height() / 2));
+    }
+    QCOMPARE(desktop.m_opened.size(), 1);
+    QCOMPARE(desktop.m_opened.first().scheme(), QStringLiteral("https"));
+    QVERIFY(info->text().contains(desktop.m_opened.first().toString()));
 }
 
 QTEST_MAIN(AboutDialogTest)
