@@ -37,6 +37,10 @@ private slots:
     void theWindowStillSeesItsEvents();
     void eventsOfAChildMoveNothing();
     void aMoveWithoutAPressStartsFromZero();
+    void anyButtonAndNoneMoveIt_data();
+    void anyButtonAndNoneMoveIt();
+    void aReleaseEndsNothing();
+    void itGoesWithItsWidget();
 };
 
 void WidgetMoverTest::theWindowFollowsTheMouseFromWhereItWasPressed()
@@ -81,6 +85,55 @@ void WidgetMoverTest::aMoveWithoutAPressStartsFromZero()
     body.move(100, 50);
     sendMouse(body, QEvent::MouseMove, QPoint(33, 44));
     QCOMPARE(body.pos(), QPoint(33, 44));
+}
+
+void WidgetMoverTest::anyButtonAndNoneMoveIt_data()
+{
+    QTest::addColumn<int>("button");
+    QTest::newRow("right") << int(Qt::RightButton);
+    QTest::newRow("middle") << int(Qt::MiddleButton);
+    QTest::newRow("none") << int(Qt::NoButton);
+}
+
+void WidgetMoverTest::anyButtonAndNoneMoveIt()
+{
+    QFETCH(int, button);
+    Body body;
+    new WidgetMover(&body);
+    // Without a button down, only a widget that asked for it sees the mouse move.
+    body.setMouseTracking(true);
+    body.move(100, 50);
+    sendMouse(body, QEvent::MouseButtonPress, QPoint(110, 70), Qt::RightButton);
+    sendMouse(body, QEvent::MouseMove, QPoint(120, 90), static_cast<Qt::MouseButton>(button));
+    QCOMPARE(body.pos(), QPoint(110, 70));
+}
+
+void WidgetMoverTest::aReleaseEndsNothing()
+{
+    Body body;
+    new WidgetMover(&body);
+    body.setMouseTracking(true);
+    body.move(100, 50);
+    sendMouse(body, QEvent::MouseButtonPress, QPoint(110, 70));
+    sendMouse(body, QEvent::MouseButtonRelease, QPoint(120, 90));
+    QCOMPARE(body.pos(), QPoint(100, 50));
+    sendMouse(body, QEvent::MouseMove, QPoint(120, 90), Qt::NoButton);
+    QCOMPARE(body.pos(), QPoint(110, 70));
+    // The next press counts anew.
+    sendMouse(body, QEvent::MouseButtonPress, QPoint(200, 200));
+    sendMouse(body, QEvent::MouseMove, QPoint(201, 202));
+    QCOMPARE(body.pos(), QPoint(111, 72));
+}
+
+void WidgetMoverTest::itGoesWithItsWidget()
+{
+    QPointer<WidgetMover> mover;
+    {
+        Body body;
+        mover = new WidgetMover(&body);
+        QCOMPARE(mover->parent(), &body);
+    }
+    QVERIFY(mover.isNull());
 }
 
 QTEST_MAIN(WidgetMoverTest)

@@ -5,13 +5,18 @@
 #include <QApplication>
 #include <QDateTime>
 #include <QLabel>
+#include <QProcess>
 #include <QPushButton>
 #include <QTimer>
 #include <QtTest>
 
+#include <cstdio>
+#include <cstring>
+
 namespace
 {
 const QString s_key = QStringLiteral("fw.update_time");
+const char s_printMonths[] = "--print-months-with-a-notice";
 
 QString textDate(int p_daysFromToday)
 {
@@ -31,6 +36,19 @@ int noticesAtStart(const QString& p_time)
     const TzToolBar toolBar;
     return noticesOf(toolBar).size();
 }
+
+/** The months in which a finding, long ago, brings a notice at a start today. */
+QByteArray monthsWithANotice()
+{
+    QByteArray months;
+    for (int month = 1; month <= 12; ++month) {
+        const QDateTime time(QDate(2020, month, 17), QTime(9, 8, 7));
+        if (noticesAtStart(time.toString(Qt::TextDate)) > 0) {
+            months += QByteArray::number(month) + ' ';
+        }
+    }
+    return months.trimmed();
+}
 } // namespace
 
 /** The tool bar's notice about newer firmware. */
@@ -45,6 +63,9 @@ private slots:
     void aFindingOfTomorrowGivesNoNoticeAtStart();
     void aFindingOfTodayBringsTheNoticeBackAtStart();
     void aTimeThatIsNoDateBringsTheNoticeBack();
+    void anOldFindingIsKnownAsOldInTheLanguageOfTheSystem_data();
+    void anOldFindingIsKnownAsOldInTheLanguageOfTheSystem();
+    void aFindingIsKeptAsTheSystemWritesDates();
     void theNoticeStandsAfterARestartOnTheSameDay();
     void twoFindingsLeaveOneNotice();
     void removingTakesAllNoticesAway();
@@ -78,6 +99,58 @@ void ToolBarNoticeTest::aFindingOfTodayBringsTheNoticeBackAtStart()
 void ToolBarNoticeTest::aTimeThatIsNoDateBringsTheNoticeBack()
 {
     QCOMPARE(noticesAtStart(QStringLiteral("not a date")), 1);
+}
+
+void ToolBarNoticeTest::anOldFindingIsKnownAsOldInTheLanguageOfTheSystem_data()
+{
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<QByteArray>("months");
+    const QByteArray none;
+    QTest::newRow("Chinese, China") << "zh_CN" << none;
+    QTest::newRow("Chinese, Taiwan") << "zh_TW" << none;
+    QTest::newRow("Chinese, Hong Kong") << "zh_HK" << none;
+    QTest::newRow("Chinese, Singapore") << "zh_SG" << none;
+    QTest::newRow("Chinese, Macau") << "zh_MO" << none;
+    QTest::newRow("English") << "en_US" << none;
+    QTest::newRow("Japanese") << "ja_JP" << none;
+    QTest::newRow("Spanish") << "es_ES" << none;
+    // Qt doesn't read back the names of months that it writes with a full stop, and what is no
+    // date counts as today: here the notice stays until the next finding.
+    QTest::newRow("German") << "de_DE" << QByteArray("1 2 4 8 9 10 11 12");
+}
+
+// The system's locale is settled when a program starts, so another one has to.
+void ToolBarNoticeTest::anOldFindingIsKnownAsOldInTheLanguageOfTheSystem()
+{
+#ifdef Q_OS_WIN
+    QSKIP("the locale of a program can't be told from outside");
+#endif
+    QFETCH(QString, locale);
+    QFETCH(QByteArray, months);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.remove(QStringLiteral("LANGUAGE"));
+    environment.insert(QStringLiteral("LC_ALL"), locale + QStringLiteral(".UTF-8"));
+    QProcess program;
+    program.setProcessEnvironment(environment);
+    program.start(QCoreApplication::applicationFilePath(), {QLatin1String(s_printMonths)});
+    QVERIFY(program.waitForFinished());
+    QCOMPARE(program.exitCode(), 0);
+    QCOMPARE(program.readAllStandardOutput().trimmed(), months);
+}
+
+void ToolBarNoticeTest::aFindingIsKeptAsTheSystemWritesDates()
+{
+    TzToolBar toolBar;
+    const QDateTime before = QDateTime::currentDateTime();
+    toolBar.showFirmwareNotice();
+    const QDateTime after = QDateTime::currentDateTime();
+    const QString stored = getString(s_key);
+    // The text has no parts of a second.
+    bool isMoment = false;
+    for (QDateTime time = before; time <= after.addSecs(1) && !isMoment; time = time.addSecs(1)) {
+        isMoment = stored == time.toString(Qt::TextDate);
+    }
+    QVERIFY2(isMoment, qPrintable(stored));
 }
 
 void ToolBarNoticeTest::theNoticeStandsAfterARestartOnTheSameDay()
@@ -176,5 +249,15 @@ void ToolBarNoticeTest::aFindingDuringTheUpdateIsHarmless()
     QCOMPARE(noticesOf(toolBar).size(), 1);
 }
 
-QTEST_MAIN(ToolBarNoticeTest)
+int main(int p_argc, char** p_argv)
+{
+    const QApplication application(p_argc, p_argv);
+    if (p_argc == 2 && std::strcmp(p_argv[1], s_printMonths) == 0) {
+        std::puts(monthsWithANotice().constData());
+        return 0;
+    }
+    ToolBarNoticeTest test;
+    return QTest::qExec(&test, p_argc, p_argv);
+}
+
 #include "toolbarnoticetest.moc"
