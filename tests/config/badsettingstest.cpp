@@ -9,6 +9,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <sys/stat.h>
+
 namespace
 {
 const QString s_key = QStringLiteral("lang.current");
@@ -48,6 +50,8 @@ private slots:
     void aHugeFileIsReadAndWritten();
     void aFolderInThePlaceOfTheFileStays();
     void aFileInThePlaceOfTheFolderStays();
+    void aPipeOrDeviceInThePlaceOfTheFileHoldsNobodyUp_data();
+    void aPipeOrDeviceInThePlaceOfTheFileHoldsNobodyUp();
     void aFileThatMayNotBeReadCountsAsEmptyAndStays();
     void aFileThatMayNotBeWrittenStays();
     void aFolderThatMayNotBeChangedTakesNoNewFile();
@@ -226,6 +230,31 @@ void BadSettingsTest::aFileInThePlaceOfTheFolderStays()
     QCOMPARE(contentOf(folder), QByteArray("somebody's"));
     QCOMPARE(getString(s_key), QStringLiteral("1"));
     QVERIFY(QFile::remove(folder));
+}
+
+void BadSettingsTest::aPipeOrDeviceInThePlaceOfTheFileHoldsNobodyUp_data()
+{
+    QTest::addColumn<QString>("device");
+    QTest::newRow("a pipe") << QString();
+    QTest::newRow("a device without an end") << QStringLiteral("/dev/zero");
+    QTest::newRow("a link to itself") << m_folder.filePath(QStringLiteral("config.json"));
+}
+
+void BadSettingsTest::aPipeOrDeviceInThePlaceOfTheFileHoldsNobodyUp()
+{
+    QFETCH(QString, device);
+    if (device.isEmpty()) {
+        QCOMPARE(mkfifo(QFile::encodeName(m_path).constData(), 0600), 0);
+    } else {
+        QVERIFY(QFile::link(device, m_path));
+    }
+    Config config;
+    config.load(m_path);
+    QCOMPARE(config.value(s_key).text, QString());
+    setText(config, QStringLiteral("1"));
+    config.save(m_path);
+    QCOMPARE(config.value(s_key).text, QStringLiteral("1"));
+    QVERIFY(!QFileInfo(m_path).isFile());
 }
 
 void BadSettingsTest::aFileThatMayNotBeReadCountsAsEmptyAndStays()

@@ -1,6 +1,7 @@
 #include "commonhelper.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonDocument>
 #include <QLatin1String>
 
@@ -8,7 +9,22 @@ namespace
 {
 const QLatin1String s_characters("0123456789abcdefghijklmnopqrstuvwxyz"
                                  "ABCDEFGHIJKLMNOPQRSTUVWXYZ");
+
+/** A pipe in the place of a file would let the program wait for ever, a device may never end. */
+bool isNoFile(const QString& p_path)
+{
+    const QFileInfo info(p_path);
+    return info.exists() && !info.isFile();
 }
+
+void writeFile(const QByteArray& p_content, const QString& p_path)
+{
+    QFile file(p_path);
+    if (!isNoFile(p_path) && file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+        file.write(p_content);
+    }
+}
+} // namespace
 
 CommonHelper* CommonHelper::instance()
 {
@@ -56,7 +72,7 @@ QString menuStyleSheet()
 QJsonObject readJson(const QString& p_path)
 {
     QFile file(p_path);
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (isNoFile(p_path) || !file.open(QIODevice::ReadOnly)) {
         return QJsonObject();
     }
     return QJsonDocument::fromJson(file.readAll()).object();
@@ -64,18 +80,12 @@ QJsonObject readJson(const QString& p_path)
 
 void writeJson(const QJsonObject& p_object, const QString& p_path)
 {
-    QFile file(p_path);
-    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
-        file.write(QJsonDocument(p_object).toJson());
-    }
+    writeFile(QJsonDocument(p_object).toJson(), p_path);
 }
 
 void writeText(const QString& p_text, const QString& p_path)
 {
-    QFile file(p_path);
-    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
-        file.write(p_text.toLatin1());
-    }
+    writeFile(p_text.toLatin1(), p_path);
 }
 
 QStringList toStringList(const QJsonArray& p_array)
