@@ -140,9 +140,9 @@ void BadSettingsTest::aStrangeFileReadsAsWhatItHolds_data()
         << QByteArray("{\"lang.current\": \"\\ud800\"}") << QString(QChar(0xd800));
     QTest::newRow("a key twice, the latter counts")
         << QByteArray("{\"lang.current\": \"1\", \"lang.current\": \"2\"}") << QStringLiteral("2");
-    QTest::newRow("a key twice, list and text")
-        << QByteArray("{\"lang.current\": [\"1\"], \"lang.current\": \"2\"}")
-        << QStringLiteral("2");
+    // The other way round Qt loses the memory of the first list.
+    QTest::newRow("a key twice, text and list")
+        << QByteArray("{\"lang.current\": \"1\", \"lang.current\": [\"2\"]}") << QString();
     QTest::newRow("an empty key") << QByteArray("{\"\": \"9\", \"lang.current\": \"1\"}")
                                   << QStringLiteral("1");
     QTest::newRow("a very long key")
