@@ -32,6 +32,7 @@ private slots:
     void theFirstOtherFileEndsTheList();
     void aPayloadCutShortIsNoBlock();
     void theSceneItselfAddsABlockByTheUndoStack();
+    void aLooseLoopFromTheSceneIsLaidOut();
     void theSceneRefusesWhatIsNoBlock();
 
 private:
@@ -243,6 +244,16 @@ void DropTest::theSceneItselfAddsABlockByTheUndoStack()
     canvas.view.undoStack().redo();
     QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 103}));
     QCOMPARE(moduleMap.value(key), canvas.main()->next());
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
+}
+
+void DropTest::aLooseLoopFromTheSceneIsLaidOut()
+{
+    CanvasFixture canvas;
+    canvas.view.addModule(700, 400, 301);
+    QCOMPARE(canvas.blocks().size(), 2);
+    // As wide as one that was dropped on the view, or opened.
+    QCOMPARE(moduleMap.last()->boundingRect().width(), 260.0);
     QCOMPARE(canvas.brokenInvariants(), QStringList());
 }
 

@@ -41,6 +41,11 @@ private slots:
     void aDeletedBlockComesBackWithAllThatHungUnderIt();
     void deleteUndoRedoUndoEndsWhereItBegan();
     void aBlockDeletedByTheKeyComesBackWhereItStood();
+    void aBlockBehindALoopComesBackThereAndNotInTheLoop();
+    void aBlockThrownAwayComesBackBehindTheLoop();
+    void aLooseBlockOnAConnectorComesBackLoose();
+    void aBlockOnALinkWithoutConnectorComesBackOnIt();
+    void aBlockWhosePlaceIsTakenComesBackToWhatItTouches();
     void aRebuiltBlockIsNeverLinkedToTheHiddenPreview();
     void redoOfADeleteKeepsWhatCameBehindTheBlockSince();
     void undoOfAPasteKeepsWhatWasLinkedBehindItSince();
@@ -110,6 +115,83 @@ void UndoTest::aBlockDeletedByTheKeyComesBackWhereItStood()
     QCOMPARE(back->opacity(), 0.5);
     canvas.key(Qt::Key_Y, Qt::ControlModifier);
     QCOMPARE(canvas.blocks().size(), 1);
+}
+
+void UndoTest::aBlockBehindALoopComesBackThereAndNotInTheLoop()
+{
+    // The end of the last block in the body reaches out of the loop, so that both are touched.
+    CanvasFixture canvas;
+    supermodule* loop = canvas.dropBehind(canvas.main(), 301);
+    supermodule* behind = canvas.dropBehind(loop, 102);
+    canvas.drop(103, loop->scenePos() + QPointF(160, 20));
+    QCOMPARE(CanvasFixture::ids(loop->left()), QList<int>{103});
+    for (int round = 0; round < 2; ++round) {
+        canvas.click(behind->scenePos() + QPointF(30, 30));
+        canvas.key(Qt::Key_Delete);
+        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 301}));
+        canvas.key(Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 301, 102}));
+        QCOMPARE(CanvasFixture::ids(loop->left()), QList<int>{103});
+        QCOMPARE(canvas.brokenInvariants(), QStringList());
+        behind = loop->next();
+    }
+}
+
+void UndoTest::aBlockThrownAwayComesBackBehindTheLoop()
+{
+    CanvasFixture canvas;
+    supermodule* loop = canvas.dropBehind(canvas.main(), 301);
+    supermodule* behind = canvas.dropBehind(loop, 102);
+    canvas.drop(103, loop->scenePos() + QPointF(160, 20));
+    const QString text = canvas.view.generateVisibleCode(1);
+    // Out over the lower edge, where it is deleted.
+    canvas.drag(behind, QPoint(0, 500));
+    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 301}));
+    canvas.key(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 301, 102}));
+    QCOMPARE(canvas.view.generateVisibleCode(1), text);
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
+}
+
+void UndoTest::aLooseBlockOnAConnectorComesBackLoose()
+{
+    CanvasFixture canvas;
+    supermodule* loose = canvas.drop(101, QPointF(700, 300));
+    loose->setPos(canvas.main()->scenePos() + QPointF(150, 10));
+    canvas.view.deleteModule(loose);
+    canvas.key(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(canvas.blocks().size(), 2);
+    QCOMPARE(CanvasFixture::ids(canvas.main()), QList<int>{0});
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
+}
+
+void UndoTest::aBlockOnALinkWithoutConnectorComesBackOnIt()
+{
+    CanvasFixture canvas;
+    supermodule* first = canvas.dropBehind(canvas.main(), 103);
+    supermodule* branch = canvas.drop(101, QPointF(700, 300));
+    first->setRightModule(branch);
+    canvas.main()->updateTreeAndOpacity();
+    canvas.view.deleteModule(branch);
+    QVERIFY(!first->right());
+    canvas.key(Qt::Key_Z, Qt::ControlModifier);
+    QVERIFY(first->right());
+    QCOMPARE(first->right()->id, 101);
+}
+
+void UndoTest::aBlockWhosePlaceIsTakenComesBackToWhatItTouches()
+{
+    CanvasFixture canvas;
+    supermodule* loop = canvas.dropBehind(canvas.main(), 301);
+    supermodule* behind = canvas.dropBehind(loop, 102);
+    canvas.drop(103, loop->scenePos() + QPointF(160, 20));
+    canvas.view.deleteModule(behind);
+    canvas.dropBehind(loop, 105);
+    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 301, 105}));
+    canvas.key(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 301, 105}));
+    QCOMPARE(CanvasFixture::ids(loop->left()), (QList<int>{103, 102}));
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
 }
 
 void UndoTest::aRebuiltBlockIsNeverLinkedToTheHiddenPreview()

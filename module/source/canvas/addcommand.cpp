@@ -25,9 +25,8 @@ void addCommand::redo()
     module->setFlags(QGraphicsItem::ItemIsMovable | QGraphicsItem::ItemIsSelectable);
     supermodule* target = nullptr;
     int type = NoLink;
-    if (module->CollisionDetection(target, type)) {
-        module->updateTreeAndOpacity();
-    }
+    module->CollisionDetection(target, type);
+    module->updateTreeAndOpacity();
     if (const supermodule* root = firstVisibleRoot()) {
         module->ownid = root->id;
     }

@@ -1,16 +1,30 @@
 #include "deletecommand.h"
 
 #include "documentstate.h"
+#include "mainmodule.h"
 #include "moduletree.h"
 #include "projectdocument.h"
 #include "supermodule.h"
 #include "tzprogramview.h"
 
+ModulePlace ModulePlace::of(const supermodule* p_module)
+{
+    ModulePlace place;
+    place.position = p_module->scenePos();
+    if (const supermodule* parent = p_module->parentModule()) {
+        place.parentKey = parent->registryKey;
+        place.link = parent->next() == p_module   ? NextLink
+                     : parent->left() == p_module ? LeftLink
+                                                  : RightLink;
+    }
+    return place;
+}
+
 namespace moduleUndoCommand
 {
 deleteCommand::deleteCommand(TzProgramView* p_view, supermodule* p_module,
-                             const QPointF& p_position)
-    : m_view(p_view), m_key(p_module->registryKey), m_position(p_position)
+                             const ModulePlace& p_place)
+    : m_view(p_view), m_key(p_module->registryKey), m_place(p_place)
 {
 }
 
@@ -21,7 +35,7 @@ void deleteCommand::redo()
         return;
     }
     if (!m_keys.isEmpty()) {
-        m_position = module->scenePos();
+        m_place = ModulePlace::of(module);
     }
     // Written down anew each time: drops and moves since the last undo aren't commands. The chain
     // and the bodies go with the block, so all of them are.
@@ -32,6 +46,25 @@ void deleteCommand::redo()
     writeChain(node, m_document, module);
     m_view->removeModule(module);
     documentModified = true;
+}
+
+bool deleteCommand::hangAgain(supermodule* p_module) const
+{
+    supermodule* parent =
+        m_place.parentKey == 0 ? m_view->mainBlock() : moduleMap.value(m_place.parentKey);
+    if (!parent) {
+        return false;
+    }
+    const bool taken = m_place.link == NextLink   ? parent->next()
+                       : m_place.link == LeftLink ? parent->left()
+                                                  : parent->right();
+    // The parent may have been moved away since. A link without a connector came from a file.
+    collisionItem* connector = parent->connector(m_place.link);
+    if (taken || (connector && !p_module->touchedConnectors().contains(connector))) {
+        return false;
+    }
+    parent->hangModule(m_place.link, p_module);
+    return true;
 }
 
 void deleteCommand::undo()
@@ -45,10 +78,14 @@ void deleteCommand::undo()
         return;
     }
     restoreRegistryKeys(module, m_keys);
-    module->setPos(m_position);
-    supermodule* target = nullptr;
-    int type = NoLink;
-    module->CollisionDetection(target, type);
+    module->setPos(m_place.position);
+    // Behind a loop a block touches the end of the loop's body as well, and a loose one may lie on
+    // a connector.
+    if (m_place.link != NoLink && !hangAgain(module)) {
+        supermodule* target = nullptr;
+        int type = NoLink;
+        module->CollisionDetection(target, type);
+    }
     module->updateTreeAndOpacity();
     documentModified = true;
     emit m_view->moduleUpdateSignal();

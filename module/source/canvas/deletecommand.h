@@ -1,5 +1,7 @@
 #pragma once
 
+#include "collisionitem.h"
+
 #include <QDomDocument>
 #include <QPointF>
 #include <QUndoCommand>
@@ -8,27 +10,40 @@
 class supermodule;
 class TzProgramView;
 
+/** Where a block stands and hangs, in terms that outlive blocks. */
+struct ModulePlace {
+    QPointF position;
+    /** The parent's key; the main block may have none, which is 0. */
+    int parentKey = 0;
+    LinkType link = NoLink;
+
+    static ModulePlace of(const supermodule* p_module);
+};
+
 namespace moduleUndoCommand
 {
 /**
  * Deletes a block with all that hangs under it at that moment. Undo builds it anew from what was
- * written down, puts it where it was and links it there if its place is free.
+ * written down and puts it where it was: loose if it was loose, else linked to its former parent,
+ * or to what it touches if that has gone or is taken.
  */
 class deleteCommand : public QUndoCommand
 {
 public:
-    /** p_position: the scene position that the block comes back to. */
-    deleteCommand(TzProgramView* p_view, supermodule* p_module, const QPointF& p_position);
+    /** p_place: the one that the block comes back to. */
+    deleteCommand(TzProgramView* p_view, supermodule* p_module, const ModulePlace& p_place);
 
     void redo() override;
     void undo() override;
 
 private:
+    bool hangAgain(supermodule* p_module) const;
+
     TzProgramView* m_view;
     int m_key;
     /** Of the block and of all under it: other commands know them by these. */
     QVector<int> m_keys;
-    QPointF m_position;
+    ModulePlace m_place;
     QDomDocument m_document;
 };
 } // namespace moduleUndoCommand

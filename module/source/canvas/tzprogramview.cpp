@@ -295,9 +295,9 @@ void TzProgramView::deleteModule(supermodule* p_module)
         return;
     }
     // A block that is dragged out comes back to where it was pressed, any other to where it is.
-    const QPointF position = p_module->m_moved ? m_pressModulePos : p_module->scenePos();
+    const ModulePlace place = p_module->m_moved ? m_pressPlace : ModulePlace::of(p_module);
     hideFeedback();
-    m_undoStack.push(new moduleUndoCommand::deleteCommand(this, p_module, position));
+    m_undoStack.push(new moduleUndoCommand::deleteCommand(this, p_module, place));
     focusModule.clear();
     m_scene->update();
 }

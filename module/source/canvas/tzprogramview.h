@@ -1,5 +1,6 @@
 #pragma once
 
+#include "deletecommand.h"
 #include "linkcandidates.h"
 #include "modulehost.h"
 #include "modulesid.h"
@@ -175,7 +176,8 @@ private:
     QMenu m_menu;
     QPointF m_lastScenePos;
     QPointF m_pressPos;
-    QPointF m_pressModulePos;
+    /** Where the block of the press was then. */
+    ModulePlace m_pressPlace;
     QAction* m_actCopy = nullptr;
     QAction* m_actPaste = nullptr;
     QAction* m_actCopyAndPaste = nullptr;

@@ -84,7 +84,7 @@ void TzProgramView::mousePressEvent(QMouseEvent* p_event)
         }
     }
     if (m_current) {
-        m_pressModulePos = m_current->scenePos();
+        m_pressPlace = ModulePlace::of(m_current);
     }
     graphicsItem_Param* popUp = graphicsItem_Param::existing();
     if (popUp && !items.contains(popUp)) {
