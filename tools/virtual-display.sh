@@ -31,7 +31,7 @@ stop_display() {
 wait_for_window() {
     local found
     for _ in $(seq 1 100); do
-        found="$(xdotool search --onlyvisible --pid "$1" --name 'v1\.1\.2' 2>/dev/null | head -n 1)" || true
+        found="$(xdotool search --all --onlyvisible --pid "$1" --name 'v1\.1\.2' 2>/dev/null | head -n 1)" || true
         if [ -n "$found" ]; then
             echo "$found"
             return 0

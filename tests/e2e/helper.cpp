@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QClipboard>
 #include <QDrag>
 #include <QFile>
 #include <QFileInfo>
@@ -6,12 +7,21 @@
 #include <QLabel>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QPlainTextEdit>
 #include <QUrl>
 
 #include <cstdio>
 
 namespace
 {
+
+void writeReport(const QString& p_path, const QByteArray& p_content)
+{
+    QFile file(p_path);
+    if (file.open(QIODevice::WriteOnly)) {
+        file.write(p_content);
+    }
+}
 
 /** A window of another program that a file can be dragged out of. */
 class FileSource : public QLabel
@@ -48,13 +58,7 @@ protected:
 
 private:
     // The last word is what counts.
-    void report(const char* p_word) const
-    {
-        QFile file(m_report);
-        if (file.open(QIODevice::WriteOnly)) {
-            file.write(p_word);
-        }
-    }
+    void report(const char* p_word) const { writeReport(m_report, p_word); }
 
     QString m_path;
     QString m_report;
@@ -64,6 +68,14 @@ int usage()
 {
     std::fputs("helper offer <file> <x> <y> <width> <height> <report>\n"
                "    a window from which the file can be dragged; the report says how far it is\n"
+               "helper edit <report>\n"
+               "    a window to write text in; the report holds what stands in it\n"
+               "helper hold <format> <file> <report>\n"
+               "    puts the file's content on the clipboard and stays; the report says so\n"
+               "helper formats\n"
+               "    lists what the clipboard holds\n"
+               "helper get <format>\n"
+               "    prints it\n"
                "helper same <picture> <x> <y> <width> <height> <picture> <x> <y>\n"
                "    ends with 0 if the two pieces are the same\n"
                "helper bounds <picture> <x> <y> <width> <height> <colour>\n"
@@ -80,6 +92,49 @@ int offer(int& p_count, char** p_arguments)
     source.setGeometry(words[3].toInt(), words[4].toInt(), words[5].toInt(), words[6].toInt());
     source.show();
     return QApplication::exec();
+}
+
+int edit(int& p_count, char** p_arguments)
+{
+    const QApplication application(p_count, p_arguments);
+    const QString report = QCoreApplication::arguments().at(2);
+    QPlainTextEdit editor;
+    editor.setWindowTitle(QStringLiteral("editor"));
+    QObject::connect(&editor, &QPlainTextEdit::textChanged,
+                     [&] { writeReport(report, editor.toPlainText().toUtf8()); });
+    editor.resize(600, 200);
+    editor.show();
+    return QApplication::exec();
+}
+
+int hold(int& p_count, char** p_arguments)
+{
+    const QApplication application(p_count, p_arguments);
+    const QStringList words = QCoreApplication::arguments();
+    QFile file(words.at(3));
+    if (!file.open(QIODevice::ReadOnly)) {
+        return 1;
+    }
+    auto* content = new QMimeData;
+    content->setData(words.at(2), file.readAll());
+    QGuiApplication::clipboard()->setMimeData(content);
+    writeReport(words.at(4), "holding");
+    return QApplication::exec();
+}
+
+/** What the clipboard holds in a format; for an empty one, which formats that is, a line each. */
+int printClipboard(int& p_count, char** p_arguments, const QString& p_format)
+{
+    const QApplication application(p_count, p_arguments);
+    const QMimeData* content = QGuiApplication::clipboard()->mimeData();
+    if (!content || (!p_format.isEmpty() && !content->hasFormat(p_format))) {
+        return 1;
+    }
+    const QByteArray text = p_format.isEmpty()
+                                ? content->formats().join(QLatin1Char('\n')).toUtf8() + '\n'
+                                : content->data(p_format);
+    std::fwrite(text.constData(), 1, static_cast<size_t>(text.size()), stdout);
+    return 0;
 }
 
 /** A piece of a picture; a null image if it isn't wholly in the picture. */
@@ -126,6 +181,18 @@ int main(int argc, char** argv)
     const QString what = words.value(1);
     if (what == QLatin1String("offer") && argc == 8) {
         return offer(argc, argv);
+    }
+    if (what == QLatin1String("edit") && argc == 3) {
+        return edit(argc, argv);
+    }
+    if (what == QLatin1String("hold") && argc == 5) {
+        return hold(argc, argv);
+    }
+    if (what == QLatin1String("formats") && argc == 2) {
+        return printClipboard(argc, argv, QString());
+    }
+    if (what == QLatin1String("get") && argc == 3) {
+        return printClipboard(argc, argv, words.at(2));
     }
     if (what == QLatin1String("same") && argc == 10) {
         return same(words);

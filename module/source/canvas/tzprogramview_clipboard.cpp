@@ -82,8 +82,12 @@ void TzProgramView::OnUndoCopy()
     QGuiApplication::clipboard()->setText(QString());
 }
 
-void TzProgramView::OnClipboardChanged(QClipboard::Mode)
+void TzProgramView::OnClipboardChanged(QClipboard::Mode p_mode)
 {
+    // Under X a text that is selected anywhere is a clipboard of its own; it takes nothing away.
+    if (p_mode != QClipboard::Clipboard) {
+        return;
+    }
     // Someone else took the clipboard.
     if (!m_ownClipboardChange && m_copied) {
         m_copied->setSelectTree(false);

@@ -99,6 +99,9 @@ void MainWindow::buildWindow()
     outer->setCollapsible(1, false);
     outer->setStretchFactor(0, 1);
     layout->addWidget(outer);
+    // Blocks that another window of the program has copied can be pasted at once. A click that
+    // gave the canvas the keys would take them off the clipboard.
+    m_programView.setFocus();
 }
 
 void MainWindow::connectParts()
