@@ -43,7 +43,7 @@ void pasteCommand::redo()
     QVector<QVector<int>> keysBefore;
     keysBefore.swap(m_keys);
     QDomDocument document;
-    if (!parseProject(m_text.toUtf8(), document)) {
+    if (!parseProject(m_text, document)) {
         return;
     }
     const QString baseNode = QStringLiteral("basenode");

@@ -3,6 +3,7 @@
 #include "mainmodule.h"
 #include "pastecommand.h"
 #include "projectdocument.h"
+#include "projectfile.h"
 #include "tzprogramscene.h"
 #include "tzprogramview.h"
 
@@ -69,8 +70,12 @@ void TzProgramView::OnCopyAndPaste()
 
 void TzProgramView::pasteAt(int x, int y)
 {
-    m_undoStack.push(
-        new moduleUndoCommand::pasteCommand(this, ClipBoard::data(QLatin1String(s_format)), x, y));
+    QString text = ClipBoard::data(QLatin1String(s_format));
+    // As with a file: what is larger than any project isn't read, nor kept in the undo history.
+    if (text.size() > MaximalProjectSize) {
+        text.clear();
+    }
+    m_undoStack.push(new moduleUndoCommand::pasteCommand(this, text, x, y));
 }
 
 void TzProgramView::OnUndoCopy()

@@ -119,6 +119,16 @@ public:
 private:
     DocumentGuard m_guard;
 };
+bool parse(QXmlInputSource& p_source, int p_references, QDomDocument& p_document)
+{
+    GuardedReader reader(p_references);
+    QString message;
+    if (!p_document.setContent(&p_source, &reader, &message)) {
+        qCDebug(tilerLog) << message;
+        return false;
+    }
+    return true;
+}
 } // namespace
 
 bool parseProject(const QByteArray& p_text, QDomDocument& p_document)
@@ -126,11 +136,13 @@ bool parseProject(const QByteArray& p_text, QDomDocument& p_document)
     QXmlInputSource source;
     source.setData(p_text);
     // By bytes, so in every encoding these are no less than there are.
-    GuardedReader reader(p_text.count('&') + p_text.count('%'));
-    QString message;
-    if (!p_document.setContent(&source, &reader, &message)) {
-        qCDebug(tilerLog) << message;
-        return false;
-    }
-    return true;
+    return parse(source, p_text.count('&') + p_text.count('%'), p_document);
+}
+
+bool parseProject(const QString& p_text, QDomDocument& p_document)
+{
+    QXmlInputSource source;
+    source.setData(p_text);
+    return parse(source, p_text.count(QLatin1Char('&')) + p_text.count(QLatin1Char('%')),
+                 p_document);
 }

@@ -3,6 +3,7 @@
 #include <QByteArray>
 
 class QDomDocument;
+class QString;
 
 /** The deepest nesting of elements that a project may have. */
 constexpr int MaximalProjectDepth = 1000;
@@ -14,3 +15,6 @@ constexpr int MaximalProjectDepth = 1000;
  * could fill the memory.
  */
 bool parseProject(const QByteArray& p_text, QDomDocument& p_document);
+
+/** The same for a text that has been read already: an encoding that it names counts no more. */
+bool parseProject(const QString& p_text, QDomDocument& p_document);
