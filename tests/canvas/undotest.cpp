@@ -46,6 +46,8 @@ private slots:
     void aLooseBlockOnAConnectorComesBackLoose();
     void aBlockOnALinkWithoutConnectorComesBackOnIt();
     void aBlockWhosePlaceIsTakenComesBackToWhatItTouches();
+    void aBlockDeletedBehindALoopComesBackBehindItAndNotInIt();
+    void aBlockWhoseOldPlaceIsTakenComesBackElsewhere();
     void aRebuiltBlockIsNeverLinkedToTheHiddenPreview();
     void redoOfADeleteKeepsWhatCameBehindTheBlockSince();
     void undoOfAPasteKeepsWhatWasLinkedBehindItSince();
@@ -191,6 +193,55 @@ void UndoTest::aBlockWhosePlaceIsTakenComesBackToWhatItTouches()
     canvas.key(Qt::Key_Z, Qt::ControlModifier);
     QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 301, 105}));
     QCOMPARE(CanvasFixture::ids(loop->left()), (QList<int>{103, 102}));
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
+}
+
+void UndoTest::aBlockDeletedBehindALoopComesBackBehindItAndNotInIt()
+{
+    CanvasFixture canvas;
+    supermodule* loop = canvas.dropBehind(canvas.main(), 301);
+    canvas.drop(104, loop->scenePos() + QPointF(160, 20));
+    supermodule* inner = canvas.drop(303, loop->left()->scenePos() + QPointF(180, 20));
+    canvas.drop(103, inner->scenePos() + QPointF(160, 20));
+    supermodule* last = canvas.dropBehind(loop, 102);
+    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 301, 102}));
+    const QString text = canvas.view.generateVisibleCode(1);
+    const QPointF stood = last->scenePos();
+    canvas.view.deleteModule(last);
+    canvas.view.deleteModule(loop->left());
+    for (int round = 0; round < 2; ++round) {
+        canvas.key(Qt::Key_Z, Qt::ControlModifier);
+        canvas.key(Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(canvas.view.generateVisibleCode(1), text);
+        QCOMPARE(canvas.main()->lastOf()->scenePos(), stood);
+        QCOMPARE(canvas.brokenInvariants(), QStringList());
+        canvas.key(Qt::Key_Y, Qt::ControlModifier);
+        canvas.key(Qt::Key_Y, Qt::ControlModifier);
+        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 301}));
+        QVERIFY(!loop->left());
+    }
+}
+
+void UndoTest::aBlockWhoseOldPlaceIsTakenComesBackElsewhere()
+{
+    CanvasFixture canvas;
+    supermodule* first = canvas.dropBehind(canvas.main(), 103);
+    const QPointF stood = first->scenePos();
+    canvas.view.deleteModule(first);
+    // Its place is taken.
+    canvas.dropBehind(canvas.main(), 102);
+    canvas.view.undoStack().undo();
+    QCOMPARE(CanvasFixture::ids(canvas.main()).mid(0, 2), (QList<int>{0, 102}));
+    QCOMPARE(canvas.blocks().size(), 3);
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
+    canvas.view.undoStack().redo();
+    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 102}));
+    // What it hung on has gone elsewhere.
+    canvas.view.deleteModule(canvas.main()->next());
+    canvas.drag(canvas.main(), QPoint(0, 200));
+    canvas.view.undoStack().undo();
+    QCOMPARE(CanvasFixture::ids(canvas.main()), QList<int>{0});
+    QCOMPARE(moduleMap.last()->scenePos(), stood);
     QCOMPARE(canvas.brokenInvariants(), QStringList());
 }
 
