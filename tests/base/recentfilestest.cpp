@@ -1,6 +1,12 @@
 #include "recentfiles.h"
 #include "installpath.h"
+#ifdef Q_OS_UNIX
+#include "unprivileged.h"
 
+#include <sys/stat.h>
+#endif
+
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -31,6 +37,7 @@ private slots:
     {
         recentFiles.clear();
         QFile::remove(listFile());
+        QDir(listFile()).removeRecursively();
     }
 
     void theListLiesBesideTheProgram()
@@ -151,6 +158,151 @@ private slots:
         QCOMPARE(recentFiles, QStringList({"/c.tlrx", "/a.tlrx", "/b.tlrx"}));
         putRecentFileFirst("/c.tlrx");
         QCOMPARE(recentFiles, QStringList({"/c.tlrx", "/a.tlrx", "/b.tlrx"}));
+    }
+
+    void blankLinesAreOnePathWithoutAName()
+    {
+        write("\n\n/a.tlrx\n\n/b.tlrx\n\n");
+        readRecentFiles(listFile());
+        QCOMPARE(recentFiles, QStringList({"", "/a.tlrx", "/b.tlrx"}));
+        writeRecentFiles(listFile());
+        QCOMPARE(content(), QByteArray("\n/a.tlrx\n/b.tlrx\n"));
+    }
+
+    void aCarriageReturnBelongsToThePath()
+    {
+        write("/a.tlrx\r\n/a.tlrx\n");
+        readRecentFiles(listFile());
+        QCOMPARE(recentFiles, QStringList({"/a.tlrx\r", "/a.tlrx"}));
+    }
+
+    void everyByteIsACharacter()
+    {
+        QByteArray line;
+        QString path;
+        for (int byte = 1; byte < 256; ++byte) {
+            if (byte != '\n' && byte != '\\') {
+                line.append(static_cast<char>(byte));
+                path.append(QChar(byte));
+            }
+        }
+        write(line + '\n');
+        readRecentFiles(listFile());
+        QCOMPARE(recentFiles, QStringList{path});
+    }
+
+    void aChinesePathDoesNotGrowForEver()
+    {
+        recentFiles = QStringList{"/a.tlrx", QStringLiteral("/我的车/小车.tlrx"), "/b.tlrx"};
+        // Each start and end makes it longer, twice as long at worst.
+        for (int start = 0; start < 30; ++start) {
+            writeRecentFiles(listFile());
+            QVERIFY(QFileInfo(listFile()).size() < 200000);
+            recentFiles.clear();
+            readRecentFiles(listFile());
+        }
+        QCOMPARE(recentFiles, QStringList({"/a.tlrx", "/b.tlrx"}));
+    }
+
+    void aLineLongerThanAnyPathIsLeftOut_data()
+    {
+        QTest::addColumn<int>("size");
+        QTest::addColumn<bool>("isKept");
+        // With the line feed: the longest one, longer ones, and those at the ends of the pieces.
+        const int longest = 3 * 32767 + 1;
+        QTest::newRow("just right") << longest << true;
+        for (const int size : {longest + 1, longest + 2, 2 * longest - 1, 2 * longest,
+                               2 * longest + 1, 3 * longest, 50000000}) {
+            QTest::addRow("%d", size) << size << false;
+        }
+    }
+
+    void aLineLongerThanAnyPathIsLeftOut()
+    {
+        QFETCH(int, size);
+        QFETCH(bool, isKept);
+        const QByteArray path(size - 1, 'a');
+        write("/b.tlrx\n" + path + "\n/c.tlrx\n");
+        readRecentFiles(listFile());
+        QStringList expected{"/b.tlrx", "/c.tlrx"};
+        if (isKept) {
+            expected.insert(1, QString::fromLatin1(path));
+        }
+        QVERIFY(recentFiles == expected);
+        // As the last one it is left out, too.
+        recentFiles.clear();
+        write("/b.tlrx\n" + path);
+        readRecentFiles(listFile());
+        QCOMPARE(recentFiles.size(), isKept ? 2 : 1);
+    }
+
+    void aFolderInPlaceOfTheListIsLeftAlone()
+    {
+        QVERIFY(QDir().mkdir(listFile()));
+        recentFiles = QStringList{"/a.tlrx"};
+        readRecentFiles(listFile());
+        QCOMPARE(recentFiles, QStringList{"/a.tlrx"});
+        writeRecentFiles(listFile());
+        QVERIFY(QFileInfo(listFile()).isDir());
+        QCOMPARE(recentFiles, QStringList{"/a.tlrx"});
+    }
+
+#ifdef Q_OS_UNIX
+    void aPipeInPlaceOfTheListIsNotWaitedFor()
+    {
+        QCOMPARE(mkfifo(QFile::encodeName(listFile()).constData(), 0600), 0);
+        readRecentFiles(listFile());
+        QVERIFY(recentFiles.isEmpty());
+        writeRecentFiles(listFile());
+        QVERIFY(QFileInfo::exists(listFile()));
+    }
+
+    void aReadOnlyListIsReadAndKept()
+    {
+        if (!Unprivileged::works()) {
+            QSKIP("The rights of this user can't be given away.");
+        }
+        write("/a.tlrx\n");
+        QVERIFY(QFile::setPermissions(listFile(),
+                                      QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
+        QVERIFY(Unprivileged::closeToChanges(m_dir.path()));
+        {
+            const Unprivileged user;
+            readRecentFiles(listFile());
+            putRecentFileFirst("/b.tlrx");
+            writeRecentFiles(listFile());
+        }
+        QCOMPARE(recentFiles, QStringList({"/b.tlrx", "/a.tlrx"}));
+        QCOMPARE(content(), QByteArray("/a.tlrx\n"));
+    }
+
+    void aListThatMayNotBeReadGivesNone()
+    {
+        if (!Unprivileged::works()) {
+            QSKIP("The rights of this user can't be given away.");
+        }
+        write("/a.tlrx\n");
+        QVERIFY(QFile::setPermissions(listFile(), QFileDevice::Permissions()));
+        {
+            const Unprivileged user;
+            readRecentFiles(listFile());
+        }
+        QVERIFY(recentFiles.isEmpty());
+    }
+#endif
+
+    void aHundredThousandPathsAndAsManyDoubles()
+    {
+        QByteArray lines;
+        for (int round = 0; round < 2; ++round) {
+            for (int i = 0; i < 100000; ++i) {
+                lines += "/home/a/projects/" + QByteArray::number(i) + ".tlrx\n";
+            }
+        }
+        write(lines);
+        readRecentFiles(listFile());
+        QCOMPARE(recentFiles.size(), 100000);
+        QCOMPARE(recentFiles.last(), QString("/home/a/projects/99999.tlrx"));
     }
 
     void theListHasNoLimit()

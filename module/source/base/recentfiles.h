@@ -12,7 +12,8 @@ QString recentFilesPath();
 /**
  * Appends the paths of a list file to recentFiles: one path a line, read as Latin-1, each
  * backslash turned into a slash, a path that is there already left out. A line loses its last
- * byte, whether or not that is a line feed. A file that can't be opened changes nothing.
+ * byte, whether or not that is a line feed. A line longer than any path is left out. A file that
+ * can't be opened changes nothing.
  */
 void readRecentFiles(const QString& p_path);
 
