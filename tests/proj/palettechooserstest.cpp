@@ -15,6 +15,9 @@ private slots:
     void aChangeOfTabBringsTheBlocksBack();
     void theGroundTellsAChooserFromBlocks();
     void aWideChooserBringsUpTheHorizontalBar();
+    void aChoosersButtonsHaveItsPictures_data();
+    void aChoosersButtonsHaveItsPictures();
+    void aChooserFillsTheStripsHeight();
     void aChooserStaysAfterAChoice();
     void notesReportTheirPlace();
     void aServoIdComesBackWithItsParameter();
@@ -91,6 +94,75 @@ void PaletteChoosersTest::aWideChooserBringsUpTheHorizontalBar()
     QCOMPARE(bench.bar().maximum(), bench.palette->panel()->width() - bench.area().width());
     // The bar takes the room that the chooser leaves, so nothing has to scroll up and down.
     QVERIFY(!bench.area().verticalScrollBar()->isVisible());
+}
+
+void PaletteChoosersTest::aChoosersButtonsHaveItsPictures_data()
+{
+    QTest::addColumn<int>("chooser");
+    QTest::addColumn<QString>("normal");
+    QTest::addColumn<QString>("pressed");
+    QTest::addColumn<QString>("end");
+    QTest::addColumn<int>("pixels");
+    const QString expression = QStringLiteral(":/expression/expression_bg_%1_60x60.png");
+    const QString semicolon(QLatin1Char(';'));
+    const auto row = [](const char* p_name, int p_chooser, const QString& p_pattern,
+                        const QString& p_end, int p_pixels) {
+        QTest::newRow(p_name) << p_chooser << p_pattern.arg(QStringLiteral("nol"))
+                              << p_pattern.arg(QStringLiteral("pre")) << p_end << p_pixels;
+    };
+    row("keyboard", 0, QStringLiteral(":/number_%1_120x60.png"), QString(), 24);
+    // The blank in these names is theirs.
+    row("voices", 1, QStringLiteral(":/voice/voice_bg_%1_60x60 .png"), semicolon, 0);
+    row("expressions", 2, expression, semicolon, 0);
+    row("notes", 3, expression, semicolon, 0);
+    row("servos", 4, QStringLiteral(":/move/servo_id_%1_60x60.png"), semicolon, 0);
+}
+
+void PaletteChoosersTest::aChoosersButtonsHaveItsPictures()
+{
+    QFETCH(int, chooser);
+    QFETCH(QString, normal);
+    QFETCH(QString, pressed);
+    QFETCH(QString, end);
+    QFETCH(int, pixels);
+    const PaletteBench bench;
+    switch (chooser) {
+    case 0:
+        bench.palette->OnShowNumKeyboardSignal(15);
+        break;
+    case 1:
+        bench.palette->OnShowVoiceSignal(4);
+        break;
+    case 2:
+        bench.palette->OnShowExpressionSignal(5);
+        break;
+    default:
+        bench.palette->onShowPanelSignal(chooser - 2, 0);
+        break;
+    }
+    QVERIFY(bench.chooser().buttons().size() > 3);
+    for (const QPushButton* button : bench.chooser().buttons()) {
+        QCOMPARE(button->styleSheet(),
+                 QStringLiteral("QPushButton{border-image:url(%1);background-color:transparent%3}"
+                                "QPushButton:pressed{border-image:url(%2);"
+                                "background-color:transparent%3}")
+                     .arg(normal, pressed, end));
+        QVERIFY(button->isVisible());
+        QVERIFY(button->testAttribute(Qt::WA_DeleteOnClose));
+        if (pixels > 0) {
+            QCOMPARE(button->font().pixelSize(), pixels);
+        }
+    }
+}
+
+void PaletteChoosersTest::aChooserFillsTheStripsHeight()
+{
+    const PaletteBench bench;
+    const int before = bench.area().viewport()->height();
+    bench.palette->OnShowVoiceSignal(1);
+    QCOMPARE(bench.palette->panel()->height(), before - 16);
+    bench.palette->OnShowNumKeyboardSignal(8);
+    QCOMPARE(bench.palette->panel()->height(), before - 16);
 }
 
 void PaletteChoosersTest::aChooserStaysAfterAChoice()

@@ -11,6 +11,7 @@
 #include "tzblockwidget.h"
 #include "tztoolbar.h"
 
+#include <QClipboard>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QMimeData>
@@ -74,6 +75,8 @@ private slots:
     void pressingShowCodeTwiceHidesThePane();
     void pressingCThenPythonKeepsThePaneWithTheOtherText();
     void thePaneFollowsADrop();
+    void theCanvasHasTheKeysFromTheStart();
+    void aPasteOfNothingCountsAsAChange();
     void theTemporaryFileLiesBesideTheProgramAndItsTimerNeverRuns();
     void compiledDataGrowsAFileByImageAndTrailer();
     void aNumberTypedOnTheKeyboardReachesTheBlock();
@@ -383,6 +386,32 @@ void MainWindowTest::thePaneFollowsADrop()
     QVERIFY(m_window->codeBrowser()->toPlainText().contains(QStringLiteral("wait(1);")));
     m_window->view()->deleteModule(m_window->view()->mainBlock()->next());
     QVERIFY(!m_window->codeBrowser()->toPlainText().contains(QStringLiteral("wait(1);")));
+}
+
+void MainWindowTest::theCanvasHasTheKeysFromTheStart()
+{
+    QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+    QCOMPARE(QApplication::focusWidget(), static_cast<QWidget*>(m_window->view()));
+    auto* blocks = new QMimeData;
+    blocks->setData(QStringLiteral("korvane/tiler/modules"),
+                    "<vantrel><basenode><module id=\"103\"/></basenode></vantrel>");
+    QGuiApplication::clipboard()->setMimeData(blocks);
+    QTest::keyClick(m_window->windowHandle(), Qt::Key_V, Qt::ControlModifier);
+    QVERIFY(moduleMap.last()->id == 103);
+}
+
+void MainWindowTest::aPasteOfNothingCountsAsAChange()
+{
+    QGuiApplication::clipboard()->setText(QStringLiteral("text"));
+    QVERIFY(!documentModified);
+    QTest::keyClick(m_window->view(), Qt::Key_V, Qt::ControlModifier);
+    QVERIFY(documentModified);
+    QVERIFY(!m_window->isWindowModified());
+    const QString file = m_dir->filePath(QStringLiteral("b.tlrx"));
+    Answers hands({Yes, file});
+    QVERIFY(m_window->close());
+    QVERIFY(hands.allUsed());
+    QVERIFY(QFileInfo::exists(file));
 }
 
 void MainWindowTest::theTemporaryFileLiesBesideTheProgramAndItsTimerNeverRuns()
