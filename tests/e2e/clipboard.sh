@@ -7,7 +7,7 @@ set -euo pipefail
 . "$(dirname "$0")/bench.sh"
 blocks=korvane/tiler/modules
 # A program that was stopped doesn't end when it is told to.
-trap 'kill -KILL ${holder:-} 2>/dev/null; unplug; stop_display; rm -rf "$work"' EXIT
+trap 'kill -KILL ${holder:-} 2>/dev/null || true; unplug; stop_display; rm -rf "$work"' EXIT
 
 # to <window>: brings it to the front; a click could be taken for one on the canvas.
 to() {
