@@ -201,7 +201,7 @@ void UndoTest::aBlockDeletedBehindALoopComesBackBehindItAndNotInIt()
     CanvasFixture canvas;
     supermodule* loop = canvas.dropBehind(canvas.main(), 301);
     canvas.drop(104, loop->scenePos() + QPointF(160, 20));
-    supermodule* inner = canvas.drop(303, loop->left()->scenePos() + QPointF(180, 20));
+    supermodule* inner = canvas.drop(301, loop->left()->scenePos() + QPointF(180, 20));
     canvas.drop(103, inner->scenePos() + QPointF(160, 20));
     supermodule* last = canvas.dropBehind(loop, 102);
     QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 301, 102}));
