@@ -34,7 +34,9 @@ target_compile_options(tiler_warnings INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wno-deprecated-declarations
   # Of Qt's logging macros.
   $<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-zero-variadic-macro-arguments>)
-target_compile_definitions(tiler_warnings INTERFACE QT_NO_DEPRECATED_WARNINGS)
+target_compile_definitions(tiler_warnings INTERFACE QT_NO_DEPRECATED_WARNINGS
+  # The log names functions in every build; of itself Qt tells them in the debug one alone.
+  $<$<NOT:$<CONFIG:Debug>>:QT_MESSAGELOGCONTEXT>)
 option(TILER_WERROR "Treat warnings as errors" OFF)
 if(TILER_WERROR)
   target_compile_options(tiler_warnings INTERFACE -Werror)

@@ -1,10 +1,10 @@
 #include "config.h"
 #include "interfacelanguage.h"
+#include "logsetup.h"
 #include "mainwindow.h"
 #include "modulesid.h"
 #include "programversion.h"
 #include "systemlanguage.h"
-#include "tilerlog.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -26,15 +26,6 @@ void writeBanner(const QApplication& p_application)
     qInfo() << "locale =" << QLocale();
     qInfo() << "install dir =" << qPrintable(QCoreApplication::applicationDirPath());
     qInfo() << "device pixel ratio =" << p_application.devicePixelRatio();
-}
-
-/** Lets the messages of a level and of those above it through; an unknown level means "info". */
-void setUpLog(const QString& p_level)
-{
-    // The log file and its format are set up here, too.
-    const bool debug = p_level == QLatin1String("trace") || p_level == QLatin1String("debug");
-    QLoggingCategory::setFilterRules(debug ? QStringLiteral("default.debug=true")
-                                           : QStringLiteral("default.debug=false"));
 }
 } // namespace
 

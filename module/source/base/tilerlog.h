@@ -3,7 +3,7 @@
 #include <QLoggingCategory>
 
 /**
- * The log category of the program, Qt's "default". For qCDebug(): a message that nobody wants is
- * then not even put together.
+ * The log category of the program, Qt's "default". For qCDebug(): where the category is turned off,
+ * as by QT_LOGGING_RULES, a message is not even put together.
  */
 inline const QLoggingCategory& tilerLog() { return *QLoggingCategory::defaultCategory(); }

@@ -1,0 +1,9 @@
+#pragma once
+
+#include <QString>
+
+/**
+ * Writes a text in one piece to the error stream of the process, in the local code page. Where
+ * there is no such stream, as in a Windows program without a console, the text is lost.
+ */
+void writeToErrorStream(const QString& p_text);

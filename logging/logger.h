@@ -1,0 +1,56 @@
+#pragma once
+
+#include "abstractappender.h"
+#include "logdevice.h"
+
+#include <QMap>
+
+#include <memory>
+#include <mutex>
+#include <vector>
+
+/**
+ * Where all messages come together and go on to the appenders. Every function may be called from
+ * any thread, and from the first to the last moment of the process.
+ */
+class Logger
+{
+public:
+    /** Never destroyed, so that what is logged at the very end finds it alive. */
+    static Logger& globalInstance();
+
+    /** Gives an appender the messages of one category, or with an empty one those of all. */
+    void registerAppender(std::shared_ptr<AbstractAppender> p_appender,
+                          const QString& p_category = QString());
+    /** Lets go of all appenders. One that is just writing ends with that. */
+    void removeAppenders();
+
+    /**
+     * Gives a message to each appender that takes its category and level. While there is no
+     * appender at all, it goes to the error stream. A fatal message is written like others; what
+     * follows from it is up to the caller.
+     */
+    void write(LogLevel p_level, const LogPlace& p_place, const QString& p_text,
+               const char* p_category = "default");
+
+    /** A device of the logger's own, at level Debug, for one thread at a time. */
+    LogDevice& device() { return m_device; }
+
+private:
+    Q_DISABLE_COPY(Logger)
+
+    using Appenders = std::vector<std::shared_ptr<AbstractAppender>>;
+    // Who gets which message. Never changed but replaced, so that no lock is held while one writes.
+    struct Register {
+        Appenders appenders;
+        QMap<QString, Appenders> categories;
+    };
+
+    Logger();
+    ~Logger() = default;
+    std::shared_ptr<const Register> currentRegister() const;
+
+    mutable std::mutex m_mutex;
+    std::shared_ptr<const Register> m_register;
+    LogDevice m_device;
+};

@@ -1,0 +1,123 @@
+#include "messageformat.h"
+
+#include "functionname.h"
+
+#include <QCoreApplication>
+#include <QLocale>
+#include <QRegularExpression>
+#include <QThread>
+
+#include <algorithm>
+#include <iterator>
+
+namespace
+{
+QString fileName(const char* p_path)
+{
+    const QString path = QString::fromLocal8Bit(p_path);
+    const int slash =
+        std::max(path.lastIndexOf(QLatin1Char('/')), path.lastIndexOf(QLatin1Char('\\')));
+    return path.mid(slash + 1);
+}
+
+QString firstLetter(const LogMessage& p_message) { return levelName(p_message.level).left(1); }
+
+QString timeText(const LogMessage& p_message, const QString& p_pattern)
+{
+    // The same names of days and months on every computer.
+    return QLocale::c().toString(p_message.time,
+                                 p_pattern.isEmpty() ? QStringLiteral("HH:mm:ss.zzz") : p_pattern);
+}
+
+QString threadId()
+{
+    const auto id = reinterpret_cast<quintptr>(QThread::currentThreadId());
+    return QStringLiteral("0x") + QString::number(id, 16);
+}
+} // namespace
+
+const MessageFormat::Key MessageFormat::s_keys[] = {
+    {"time", timeText},
+    {"type", [](const LogMessage& m, const QString&) { return levelName(m.level); }},
+    {"Type", [](const LogMessage& m, const QString&) { return levelName(m.level).toUpper(); }},
+    {"typeOne", [](const LogMessage& m, const QString&) { return firstLetter(m).toLower(); }},
+    {"TypeOne", [](const LogMessage& m, const QString&) { return firstLetter(m).toUpper(); }},
+    {"File",
+     [](const LogMessage& m, const QString&) { return QString::fromLocal8Bit(m.place.file); }},
+    {"file", [](const LogMessage& m, const QString&) { return fileName(m.place.file); }},
+    {"line", [](const LogMessage& m, const QString&) { return QString::number(m.place.line); }},
+    {"Function",
+     [](const LogMessage& m, const QString&) { return QString::fromUtf8(m.place.function); }},
+    {"function",
+     [](const LogMessage& m, const QString&) { return shortFunctionName(m.place.function); }},
+    {"message", [](const LogMessage& m, const QString&) { return m.text; }},
+    {"category", [](const LogMessage& m, const QString&) { return QString::fromUtf8(m.category); }},
+    {"pid", [](const LogMessage&,
+               const QString&) { return QString::number(QCoreApplication::applicationPid()); }},
+    {"appname",
+     [](const LogMessage&, const QString&) { return QCoreApplication::applicationName(); }},
+    {"threadid", [](const LogMessage&, const QString&) { return threadId(); }},
+};
+
+MessageFormat::Value MessageFormat::valueOf(const QString& p_name)
+{
+    const auto* const key = std::find_if(std::begin(s_keys), std::end(s_keys), [&](const Key& k) {
+        return p_name == QLatin1String(k.name);
+    });
+    return key == std::end(s_keys) ? nullptr : key->value;
+}
+
+MessageFormat::MessageFormat(const QString& p_text) : m_text(p_text)
+{
+    static const QRegularExpression s_placeholder(
+        QStringLiteral("%\\{([A-Za-z]+)(?::(-?[0-9]{1,4}))?\\}"));
+    static const QRegularExpression s_pattern(QStringLiteral("\\{([^}]*)\\}"));
+    int end = 0;
+    auto found = s_placeholder.globalMatch(p_text);
+    while (found.hasNext()) {
+        const QRegularExpressionMatch match = found.next();
+        Piece piece;
+        piece.value = valueOf(match.captured(1));
+        if (!piece.value) {
+            continue;
+        }
+        addText(p_text.mid(end, match.capturedStart() - end));
+        end = match.capturedEnd();
+        piece.width = match.captured(2).toInt();
+        if (piece.value == timeText) {
+            const auto pattern = s_pattern.match(p_text, end, QRegularExpression::NormalMatch,
+                                                 QRegularExpression::AnchoredMatchOption);
+            if (pattern.hasMatch()) {
+                piece.text = pattern.captured(1);
+                end = pattern.capturedEnd();
+            }
+        }
+        m_pieces.push_back(piece);
+    }
+    addText(p_text.mid(end));
+}
+
+void MessageFormat::addText(const QString& p_text)
+{
+    if (!p_text.isEmpty()) {
+        Piece piece;
+        piece.text = p_text;
+        piece.text.replace(QLatin1String("\\n"), QLatin1String("\n"));
+        m_pieces.push_back(piece);
+    }
+}
+
+QString MessageFormat::expanded(const LogMessage& p_message) const
+{
+    QString line;
+    for (const Piece& piece : m_pieces) {
+        if (!piece.value) {
+            line += piece.text;
+            continue;
+        }
+        const QString value = piece.value(p_message, piece.text);
+        line +=
+            piece.width < 0 ? value.leftJustified(-piece.width) : value.rightJustified(piece.width);
+    }
+    return line;
+}

@@ -1,0 +1,3 @@
+#include "debugoutput.h"
+
+void writeToDebugger(const wchar_t* /*p_text*/) {}

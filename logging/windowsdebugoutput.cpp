@@ -1,0 +1,5 @@
+#include "debugoutput.h"
+
+#include <windows.h>
+
+void writeToDebugger(const wchar_t* p_text) { OutputDebugStringW(p_text); }

@@ -1,0 +1,287 @@
+#include "logsetup.h"
+#include "consoleappender.h"
+#include "fileappender.h"
+#include "loghelpers.h"
+
+#include <QDir>
+#include <QLoggingCategory>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace
+{
+constexpr const char* s_level = "--level=";
+constexpr const char* s_fatal = "--fatal";
+constexpr const char* s_ends = "--ends";
+
+// Speaks before anything is set up and after everything is taken down.
+class Talker
+{
+public:
+    Talker()
+    {
+        if (qEnvironmentVariableIsSet("TALK")) {
+            qWarning("early");
+        }
+    }
+    ~Talker()
+    {
+        if (qEnvironmentVariableIsSet("TALK")) {
+            qWarning("late");
+            Logger::globalInstance().write(LogLevel::Error, LogPlace(), QStringLiteral("last"));
+        }
+    }
+    Q_DISABLE_COPY(Talker)
+};
+const Talker s_talker;
+
+void sayAllLevels()
+{
+    Logger::globalInstance().write(LogLevel::Trace, LOG_HERE, QStringLiteral("trace line"));
+    qDebug("debug line");
+    qInfo("info line");
+    qWarning("warning line");
+    qCritical("error line");
+}
+} // namespace
+
+/** The set-up of the log, as whole processes show it. */
+class LogSetUpTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void theLevelDecidesWhatTheFileGets_data();
+    void theLevelDecidesWhatTheFileGets();
+    void linesLookAsTold();
+    void aSecondStartRemovesTheFirstLog();
+    void aFolderInPlaceOfTheFileDoesNoHarm();
+    void aFileInPlaceOfTheFolderDoesNoHarm();
+    void aFatalMessageIsWrittenAndEndsTheProgram_data();
+    void aFatalMessageIsWrittenAndEndsTheProgram();
+    void debugMessagesComeWhereTheSystemTurnsThemOff();
+    void theEnvironmentHasTheLastWord();
+    void earlyAndLateMessagesAreSafe();
+    void aLostErrorStreamDoesNoHarm();
+
+private:
+    static QString folder()
+    {
+        return QCoreApplication::applicationDirPath() + QStringLiteral("/log");
+    }
+    static QString file() { return folder() + QStringLiteral("/app-log.txt"); }
+    /** Runs in a process of its own; what that said on its error stream. */
+    static QByteArray run(const char* p_argument,
+                          const QHash<QString, QString>& p_environment = {});
+};
+
+QByteArray LogSetUpTest::run(const char* p_argument, const QHash<QString, QString>& p_environment)
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (auto each = p_environment.begin(); each != p_environment.end(); ++each) {
+        environment.insert(each.key(), each.value());
+    }
+    process.setProcessEnvironment(environment);
+    runAgain(process, p_argument);
+    if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
+        return "the program failed";
+    }
+    return process.readAllStandardError();
+}
+
+void LogSetUpTest::init()
+{
+    QDir(folder()).removeRecursively();
+    QFile::remove(folder());
+}
+
+void LogSetUpTest::theLevelDecidesWhatTheFileGets_data()
+{
+    QTest::addColumn<QByteArray>("option");
+    QTest::addColumn<int>("dropped");
+    const auto row = [](const char* p_option, int p_dropped) {
+        QTest::newRow(p_option) << QByteArray(p_option) << p_dropped;
+    };
+    row("trace", 0);
+    row("debug", 1);
+    row("info", 2);
+    row("warning", 3);
+    row("error", 4);
+    row("fatal", 5);
+    row("", 2);
+    row(" DEBUG\t", 1);
+    row(" Warning ", 3);
+    row("nonsense", 1);
+    row(" ", 1);
+}
+
+void LogSetUpTest::theLevelDecidesWhatTheFileGets()
+{
+    QFETCH(QByteArray, option);
+    QFETCH(int, dropped);
+    const QByteArray said = run(s_level + option);
+    QByteArrayList expected{"[Trace  ] <{anonymous}::sayAllLevels> trace line\n",
+                            "[Debug  ] <{anonymous}::sayAllLevels> debug line\n",
+                            "[Info   ] <{anonymous}::sayAllLevels> info line\n",
+                            "[Warning] <{anonymous}::sayAllLevels> warning line\n",
+                            "[Error  ] <{anonymous}::sayAllLevels> error line\n"};
+#ifdef __clang__
+    for (QByteArray& line : expected) {
+        line.replace("{anonymous}", "(anonymous namespace)");
+    }
+#endif
+    // The console has a level of its own.
+    QCOMPARE(said, expected.mid(1).join());
+    if (dropped < expected.size()) {
+        QCOMPARE(contentOf(file()), expected.mid(dropped).join());
+    } else {
+        QVERIFY(!QFile::exists(file()));
+    }
+}
+
+void LogSetUpTest::linesLookAsTold()
+{
+    setUpLog(QStringLiteral("trace"));
+    Logger::globalInstance().write(LogLevel::Error, {nullptr, 0, "void Tree<int>::grow(int)"},
+                                   QString::fromUtf8("错误"));
+    Logger::globalInstance().removeAppenders();
+    QCOMPARE(contentOf(file()), QByteArray("[Error  ] <Tree::grow> 错误\n"));
+}
+
+void LogSetUpTest::aSecondStartRemovesTheFirstLog()
+{
+    run("--level=trace");
+    QVERIFY(contentOf(file()).contains("trace line"));
+    QFile other(folder() + QStringLiteral("/other.txt"));
+    QVERIFY(other.open(QIODevice::WriteOnly));
+    run("--level=error");
+    QVERIFY(contentOf(file()).endsWith("error line\n"));
+    QCOMPARE(contentOf(file()).count('\n'), 1);
+    // A run that logs nothing leaves no old log either.
+    run("--level=fatal");
+    QVERIFY(!QFile::exists(file()));
+    QVERIFY(other.exists());
+}
+
+void LogSetUpTest::aFolderInPlaceOfTheFileDoesNoHarm()
+{
+    QVERIFY(QDir().mkpath(file()));
+    const QByteArray said = run("--level=debug");
+    QCOMPARE(said.count("<FileAppender::append> Cannot open the log file " + file().toLocal8Bit()),
+             1);
+    QVERIFY2(said.endsWith("error line\n"), said);
+    QVERIFY(QFileInfo(file()).isDir());
+}
+
+void LogSetUpTest::aFileInPlaceOfTheFolderDoesNoHarm()
+{
+    QFile blocking(folder());
+    QVERIFY(blocking.open(QIODevice::WriteOnly));
+    blocking.close();
+    const QByteArray said = run("--level=debug");
+    QCOMPARE(said.count("<FileAppender::append> Cannot open the log file " + file().toLocal8Bit()),
+             1);
+    QVERIFY2(said.endsWith("error line\n"), said);
+    QCOMPARE(blocking.size(), 0);
+}
+
+void LogSetUpTest::aFatalMessageIsWrittenAndEndsTheProgram_data()
+{
+    QTest::addColumn<QString>("level");
+    QTest::newRow("info") << QString();
+    QTest::newRow("fatal") << QStringLiteral("fatal");
+}
+
+void LogSetUpTest::aFatalMessageIsWrittenAndEndsTheProgram()
+{
+    QFETCH(QString, level);
+    QProcess process;
+    process.start(QCoreApplication::applicationFilePath(), {QLatin1String(s_fatal), level});
+    QVERIFY(process.waitForFinished(30000));
+    QCOMPARE(process.exitStatus(), QProcess::CrashExit);
+    QCOMPARE(contentOf(file()), QByteArray("[Fatal  ] <main> 再见\n"));
+    QVERIFY(process.readAllStandardError().contains("[Fatal  ] <main> 再见\n"));
+}
+
+void LogSetUpTest::debugMessagesComeWhereTheSystemTurnsThemOff()
+{
+    const QTemporaryDir system;
+    QVERIFY(QDir(system.path()).mkpath(QStringLiteral("QtProject")));
+    QFile rules(system.filePath(QStringLiteral("QtProject/qtlogging.ini")));
+    QVERIFY(rules.open(QIODevice::WriteOnly));
+    QVERIFY(rules.write("[Rules]\n*.debug=false\n") > 0);
+    rules.close();
+    run("--level=debug", {{QStringLiteral("XDG_CONFIG_HOME"), system.path()}});
+    QVERIFY(contentOf(file()).contains("debug line"));
+}
+
+void LogSetUpTest::theEnvironmentHasTheLastWord()
+{
+    const QByteArray said =
+        run("--level=trace",
+            {{QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("default.debug=false")}});
+    QVERIFY(contentOf(file()).contains("info line"));
+    QVERIFY(!contentOf(file()).contains("debug line"));
+    QVERIFY(!said.contains("debug line"));
+}
+
+void LogSetUpTest::earlyAndLateMessagesAreSafe()
+{
+    const QByteArray said = run(s_ends, {{QStringLiteral("TALK"), QStringLiteral("1")},
+                                         {QStringLiteral("QT_MESSAGE_PATTERN"), QString()}});
+    const QByteArray log = contentOf(file());
+    QVERIFY2(log.endsWith("<main> at the end of main\n[Warning] <Ending::~Ending> in a destructor\n"
+                          "[Error  ] <> last\n"),
+             log);
+    QVERIFY(!log.contains("early") && !log.contains("late"));
+    // Those come in Qt's own form.
+    QVERIFY2(said.startsWith("early\n"), said);
+    QVERIFY2(said.contains("\nlate\n"), said);
+    QVERIFY2(said.endsWith("[Error  ] <> last\n"), said);
+}
+
+void LogSetUpTest::aLostErrorStreamDoesNoHarm()
+{
+    QProcess process;
+    process.start(QStringLiteral("/bin/sh"),
+                  {QStringLiteral("-c"),
+                   QStringLiteral("{ sleep 0.2; \"$0\" --level=trace 2>&1; echo $? >&2; } | true"),
+                   QCoreApplication::applicationFilePath()});
+    QVERIFY(process.waitForFinished(30000));
+    QCOMPARE(process.readAllStandardError(), QByteArray("0\n"));
+    QVERIFY(contentOf(file()).endsWith("error line\n"));
+}
+
+/** Speaks when the application object is gone. */
+struct Ending {
+    Ending() = default;
+    ~Ending() { qWarning("in a destructor"); }
+    Q_DISABLE_COPY(Ending)
+};
+
+int main(int argc, char** argv)
+{
+    const QString mode = QString::fromLocal8Bit(argc > 1 ? argv[1] : "");
+    if (mode == QLatin1String(s_ends)) {
+        const Ending ending;
+        QCoreApplication application(argc, argv);
+        setUpLog(QStringLiteral("trace"));
+        qInfo("at the end of main");
+        return 0;
+    }
+    QCoreApplication application(argc, argv);
+    if (mode.startsWith(QLatin1String(s_level))) {
+        setUpLog(mode.mid(static_cast<int>(qstrlen(s_level))));
+        sayAllLevels();
+        return 0;
+    }
+    if (mode == QLatin1String(s_fatal)) {
+        setUpLog(QCoreApplication::arguments().value(2));
+        qFatal("再见");
+    }
+    LogSetUpTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "logsetuptest.moc"
