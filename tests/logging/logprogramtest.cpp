@@ -1,2 +1,203 @@
+#include "smalldisk.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
 #include <QTest>
-int main() {}
+#include <QThread>
+
+/** The log of the program itself, in an installation of its own. */
+class LogProgramTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void theLogBeginsWithTheBanner();
+    void theLevelDecidesWhatIsKept_data();
+    void theLevelDecidesWhatIsKept();
+    void aSecondStartBeginsANewLog();
+    void twoAtOnceGetOn();
+    void anInstallationThatCantBeWrittenToDoesNoHarm();
+    void aFullDiskDoesNoHarm();
+
+private:
+    QString installed(const char* p_name) const
+    {
+        return m_folder + QLatin1Char('/') + QLatin1String(p_name);
+    }
+    QStringList log() const;
+    /** Starts it with a project and waits until the project is open. */
+    void start(QProcess& p_process, const QStringList& p_arguments = {}) const;
+    /** Ends it, having seen that it still runs. */
+    static bool stop(QProcess& p_process);
+
+    std::unique_ptr<QTemporaryDir> m_dir;
+    QString m_folder;
+};
+
+namespace
+{
+const QString s_linked = QStringLiteral("supermodule::appendModule");
+// What the project's file gives to tell that it has been opened: the last block that is linked.
+constexpr int s_links = 4;
+} // namespace
+
+void LogProgramTest::init()
+{
+    m_dir = std::make_unique<QTemporaryDir>();
+    m_folder = m_dir->filePath(QString::fromUtf8("安装 目录"));
+    QVERIFY(QDir().mkpath(m_folder));
+    QVERIFY(QFile::copy(qEnvironmentVariable("TILER_PROGRAM"), installed("vantrel")));
+}
+
+QStringList LogProgramTest::log() const
+{
+    QFile file(installed("log/app-log.txt"));
+    if (!file.open(QIODevice::ReadOnly)) {
+        return {QStringLiteral("unreadable")};
+    }
+    QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
+    lines.removeLast();
+    return lines;
+}
+
+void LogProgramTest::start(QProcess& p_process, const QStringList& p_arguments) const
+{
+    p_process.setProcessChannelMode(QProcess::MergedChannels);
+    p_process.start(installed("vantrel"), QStringList(qEnvironmentVariable("TILER_EXAMPLES") +
+                                                      QStringLiteral("/square.tlrx")) +
+                                              p_arguments);
+    // The error stream has the debug lines at every level.
+    QByteArray output;
+    while (output.count(s_linked.toLatin1() + '>') < s_links && p_process.waitForReadyRead(30000)) {
+        output += p_process.readAll();
+    }
+    QVERIFY2(output.count(s_linked.toLatin1() + '>') >= s_links, output);
+    p_process.setProperty("output", output);
+}
+
+bool LogProgramTest::stop(QProcess& p_process)
+{
+    const bool running = p_process.state() == QProcess::Running;
+    p_process.kill();
+    return p_process.waitForFinished(30000) && running;
+}
+
+void LogProgramTest::theLogBeginsWithTheBanner()
+{
+    QProcess process;
+    start(process);
+    QVERIFY(stop(process));
+    const QStringList forms{
+        QStringLiteral("Starting Tiler version 1\\.1\\.2"),
+        QStringLiteral("Windows version \\d+"),
+        QStringLiteral("number of logical cores = %1").arg(QThread::idealThreadCount()),
+        QStringLiteral("locale = QLocale\\(.+\\)"),
+        QStringLiteral("install dir = ") + QRegularExpression::escape(m_folder),
+        QStringLiteral("device pixel ratio = 1")};
+    const QStringList lines = log();
+    QVERIFY2(lines.size() >= forms.size(), qPrintable(lines.join(QLatin1Char('\n'))));
+    for (int i = 0; i < forms.size(); ++i) {
+        const QRegularExpression form(QRegularExpression::anchoredPattern(
+            QStringLiteral("\\[Info   \\] <[^ ]*writeBanner> ") + forms.at(i)));
+        QVERIFY2(form.match(lines.at(i)).hasMatch(), qPrintable(lines.at(i)));
+    }
+}
+
+void LogProgramTest::theLevelDecidesWhatIsKept_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<bool>("debug");
+    QTest::addColumn<bool>("info");
+    const auto option = [](const char* p_level) {
+        return QStringList(QStringLiteral("--loglevel=") + QLatin1String(p_level));
+    };
+    QTest::newRow("none") << QStringList() << false << true;
+    QTest::newRow("empty") << option("") << false << true;
+    QTest::newRow("debug") << option("debug") << true << true;
+    QTest::newRow("DEBUG") << option("DEBUG") << true << true;
+    QTest::newRow("in two words") << QStringList{QStringLiteral("--loglevel"),
+                                                 QStringLiteral("Trace")}
+                                  << true << true;
+    QTest::newRow("warning") << option("warning") << false << false;
+    QTest::newRow("nonsense") << option("nonsense") << true << true;
+}
+
+void LogProgramTest::theLevelDecidesWhatIsKept()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(bool, debug);
+    QFETCH(bool, info);
+    QProcess process;
+    start(process, arguments);
+    QVERIFY(stop(process));
+    const QStringList debugLines = log().filter(QStringLiteral("[Debug  ] <supermodule::"));
+    QCOMPARE(debugLines.filter(s_linked).size() >= s_links, debug);
+    QCOMPARE(debugLines.isEmpty(), !debug);
+    QCOMPARE(log().filter(QStringLiteral("[Info   ] ")).size() >= 6, info);
+    QCOMPARE(log().filter(QStringLiteral("Starting Tiler version")).size(), info ? 1 : 0);
+}
+
+void LogProgramTest::aSecondStartBeginsANewLog()
+{
+    QProcess first;
+    start(first, {QStringLiteral("--loglevel=debug")});
+    QVERIFY(stop(first));
+    QVERIFY(!log().filter(s_linked).isEmpty());
+    QProcess second;
+    start(second);
+    QVERIFY(stop(second));
+    QVERIFY(log().filter(s_linked).isEmpty());
+    QCOMPARE(log().filter(QStringLiteral("Starting Tiler version")).size(), 1);
+    QCOMPARE(QDir(installed("log")).entryList(QDir::Files),
+             QStringList(QStringLiteral("app-log.txt")));
+}
+
+void LogProgramTest::twoAtOnceGetOn()
+{
+    QProcess first;
+    start(first, {QStringLiteral("--loglevel=debug")});
+    QProcess second;
+    start(second);
+    QVERIFY(stop(first));
+    QVERIFY(stop(second));
+    // The log is that of the later one.
+    QCOMPARE(log().filter(QStringLiteral("Starting Tiler version")).size(), 1);
+    QVERIFY(log().filter(s_linked).isEmpty());
+}
+
+void LogProgramTest::anInstallationThatCantBeWrittenToDoesNoHarm()
+{
+    // Nothing is closed to an administrator; a file in the folder's place is, to everyone.
+    QFile blocking(installed("log"));
+    QVERIFY(blocking.open(QIODevice::WriteOnly));
+    blocking.close();
+    QProcess process;
+    start(process);
+    QVERIFY(stop(process));
+    const QByteArray output = process.property("output").toByteArray();
+    QCOMPARE(output.count("<FileAppender::append> Cannot open the log file " +
+                          QFile::encodeName(installed("log/app-log.txt"))),
+             1);
+}
+
+void LogProgramTest::aFullDiskDoesNoHarm()
+{
+    SmallDisk disk("size=64m");
+    if (!disk.isMounted()) {
+        QSKIP("only an administrator can mount a disk");
+    }
+    m_folder = disk.path();
+    QVERIFY(QFile::copy(qEnvironmentVariable("TILER_PROGRAM"), installed("vantrel")));
+    disk.fill();
+    QProcess process;
+    start(process, {QStringLiteral("--loglevel=debug")});
+    QVERIFY(stop(process));
+    QVERIFY(log().isEmpty() || log() == QStringList(QStringLiteral("unreadable")));
+}
+
+QTEST_GUILESS_MAIN(LogProgramTest)
+#include "logprogramtest.moc"

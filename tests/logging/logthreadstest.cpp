@@ -194,7 +194,7 @@ void LogThreadsTest::aLevelThatChangesDropsWholeMessages()
 
 void LogThreadsTest::appendersMayComeWhileOthersWrite()
 {
-    constexpr int each = s_each / 10;
+    constexpr int each = s_each / 20;
     const Registered<CheckingAppender> appender;
     changeFormat(*appender, 0);
     QList<std::shared_ptr<CheckingAppender>> late;
@@ -205,7 +205,7 @@ void LogThreadsTest::appendersMayComeWhileOthersWrite()
             }
         },
         [&](int p_round) {
-            if (p_round < 20) {
+            if (p_round < 6) {
                 late.append(std::make_shared<CheckingAppender>());
                 changeFormat(*late.last(), 0);
                 Logger::globalInstance().registerAppender(

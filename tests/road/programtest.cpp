@@ -4,7 +4,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-/** The program as a process of its own: its command line. */
+/** The program as a process of its own: its command line. Its log has a test of its own. */
 class ProgramTest : public QObject
 {
     Q_OBJECT
@@ -12,8 +12,6 @@ class ProgramTest : public QObject
 private slots:
     void helpTellsTheOneOption();
     void anUnknownOptionEndsTheProgram();
-    void theBannerTellsWhatRuns_data();
-    void theBannerTellsWhatRuns();
     void aProjectNamedOnTheCommandLineIsOpened();
     void itRunsFromFoldersWithBlanksAndChineseCharacters();
 
@@ -65,37 +63,6 @@ void ProgramTest::anUnknownOptionEndsTheProgram()
     QVERIFY(process.waitForFinished(20000));
     QCOMPARE(process.exitCode(), 1);
     QVERIFY(process.readAllStandardError().contains("nonsense"));
-}
-
-void ProgramTest::theBannerTellsWhatRuns_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<bool>("debug");
-    const QString project = qEnvironmentVariable("TILER_EXAMPLES") + QStringLiteral("/square.tlrx");
-    QTest::newRow("no level means info") << QStringList{project} << false;
-    QTest::newRow("debug") << QStringList{project, QStringLiteral("--loglevel=debug")} << true;
-    QTest::newRow("capitals") << QStringList{project, QStringLiteral("--loglevel=DEBUG")} << true;
-}
-
-void ProgramTest::theBannerTellsWhatRuns()
-{
-    QFETCH(QStringList, arguments);
-    QFETCH(bool, debug);
-    const QString output = outputOf(arguments);
-    const QStringList begins{QStringLiteral("Starting Tiler version 1.1.2"),
-                             QStringLiteral("Windows version "),
-                             QStringLiteral("number of logical cores = "),
-                             QStringLiteral("locale = "),
-                             QStringLiteral("install dir = "),
-                             QStringLiteral("device pixel ratio = ")};
-    int from = 0;
-    for (const QString& begin : begins) {
-        const int at = output.indexOf(begin, from);
-        QVERIFY2(at >= from, qPrintable(begin + QStringLiteral(" in ") + output));
-        from = at;
-    }
-    // Opening a project links its blocks, which the debug level tells.
-    QCOMPARE(output.contains(QStringLiteral("supermodule::appendModule")), debug);
 }
 
 void ProgramTest::aProjectNamedOnTheCommandLineIsOpened()
