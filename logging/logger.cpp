@@ -67,7 +67,7 @@ void Logger::write(LogLevel p_level, const LogPlace& p_place, const QString& p_t
     if (!anyTakes(appenders->appenders, p_level) && !anyTakes(ofCategory, p_level)) {
         return;
     }
-    const LogMessage message{QDateTime::currentDateTime(), p_level, p_place, p_category, p_text};
+    const LogMessage message{QDateTime::currentDateTimeUtc(), p_level, p_place, p_category, p_text};
     writeTo(appenders->appenders, message);
     writeTo(ofCategory, message);
 }

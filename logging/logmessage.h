@@ -18,6 +18,7 @@ struct LogPlace {
 
 /** A message on its way to the appenders. What it points to lives as long as the call. */
 struct LogMessage {
+    /** Of any time zone: what needs the local time, which is dear to find out, makes it of this. */
     QDateTime time;
     LogLevel level = LogLevel::Debug;
     LogPlace place;

@@ -25,8 +25,8 @@ QString firstLetter(const LogMessage& p_message) { return levelName(p_message.le
 QString timeText(const LogMessage& p_message, const QString& p_pattern)
 {
     // The same names of days and months on every computer.
-    return QLocale::c().toString(p_message.time,
-                                 p_pattern.isEmpty() ? QStringLiteral("HH:mm:ss.zzz") : p_pattern);
+    const QString pattern = p_pattern.isEmpty() ? QStringLiteral("HH:mm:ss.zzz") : p_pattern;
+    return QLocale::c().toString(p_message.time.toLocalTime(), pattern);
 }
 
 QString threadId()

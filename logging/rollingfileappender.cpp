@@ -41,7 +41,7 @@ void RollingFileAppender::setLogFilesLimit(int p_limit)
 
 void RollingFileAppender::prepareFile(const QDateTime& p_now)
 {
-    const QDateTime start = periodStart(m_period, p_now);
+    const QDateTime start = periodStart(m_period, p_now.toLocalTime());
     if (m_startOf != lockedFileName()) {
         const QFileInfo file(lockedFileName());
         m_start = file.size() > 0 ? periodStart(m_period, file.lastModified()) : start;

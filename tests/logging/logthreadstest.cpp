@@ -6,6 +6,7 @@
 #include <QTest>
 
 #include <atomic>
+#include <chrono>
 #include <future>
 #include <thread>
 #include <vector>
@@ -27,7 +28,7 @@ template <class Work, class Beside> void inThreads(Work p_work, Beside p_beside)
     std::thread beside([&] {
         for (int round = 0; !done; ++round) {
             p_beside(round);
-            std::this_thread::yield();
+            std::this_thread::sleep_for(std::chrono::microseconds(200));
         }
     });
     std::vector<std::thread> threads;
@@ -42,7 +43,7 @@ template <class Work, class Beside> void inThreads(Work p_work, Beside p_beside)
 }
 
 // Two formats that tell by their ends which one a line was made with.
-const char* const s_formats[] = {"<1 %{typeOne} %{threadid} %{message} 1>\n",
+const char* const s_formats[] = {"<1 %{typeOne} %{threadid} %{time} %{message} 1>\n",
                                  "<2 %{Type:9} %{message} 2>\n"};
 
 void changeFormat(AbstractStringAppender& p_appender, int p_round)
@@ -58,7 +59,7 @@ public:
     {
         // The text is "thread/number", the last word but one.
         const QStringList words = p_line.split(QLatin1Char(' '), Qt::SkipEmptyParts);
-        const bool first = p_line.startsWith(QLatin1String("<1 i 0x")) && words.size() == 5 &&
+        const bool first = p_line.startsWith(QLatin1String("<1 i 0x")) && words.size() == 6 &&
                            words.last() == QLatin1String("1>\n");
         const bool second = p_line.startsWith(QLatin1String("<2      INFO ")) &&
                             words.size() == 4 && words.last() == QLatin1String("2>\n");

@@ -6,6 +6,8 @@
 #include <QTest>
 #include <QThread>
 
+#include <thread>
+
 /** The format language of the log's lines, and which format an appender begins with. */
 class MessageFormatTest : public QObject
 {
@@ -126,12 +128,10 @@ void MessageFormatTest::theThreadIsTheOneThatWrites()
     QCOMPARE(id(), current());
     qulonglong written = 0;
     qulonglong real = 0;
-    const std::unique_ptr<QThread> thread(QThread::create([&] {
+    std::thread([&] {
         written = id();
         real = current();
-    }));
-    thread->start();
-    thread->wait();
+    }).join();
     QCOMPARE(written, real);
     QVERIFY(real != current());
 }
