@@ -84,17 +84,24 @@ class CheckingAppender : public AbstractStringAppender
 public:
     LineCheck check;
     int warnings = 0;
+    /** How often a thread came while another one was within. */
+    std::atomic<int> met{0};
 
 protected:
     void append(const LogMessage& p_message) override
     {
-        // A plain member: the write mutex alone keeps the threads apart.
+        // The write mutex alone keeps the threads apart here.
+        met += m_within.exchange(true) ? 1 : 0;
         if (p_message.level == LogLevel::Warning) {
             ++warnings;
         } else {
             check.see(formattedString(p_message));
         }
+        m_within = false;
     }
+
+private:
+    std::atomic<bool> m_within{false};
 };
 
 void writeInfo(int p_thread, int p_number)
@@ -134,6 +141,7 @@ void LogThreadsTest::noMessageIsLostAndNoLineTorn()
             appender->setDetailsLevel(static_cast<LogLevel>(p_round % 3));
             changeFormat(*appender, p_round);
         });
+    QCOMPARE(appender->met.load(), 0);
     QCOMPARE(appender->check.broken, QString());
     for (const int count : appender->check.next) {
         QCOMPARE(count, s_each);
@@ -213,6 +221,7 @@ void LogThreadsTest::appendersMayComeWhileOthersWrite()
                     late.last(), p_round % 2 == 0 ? QString() : QStringLiteral("x"));
             }
         });
+    QCOMPARE(appender->met.load(), 0);
     QCOMPARE(appender->check.broken, QString());
     for (const int count : appender->check.next) {
         QCOMPARE(count, each);
