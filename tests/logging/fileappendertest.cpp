@@ -58,6 +58,7 @@ private slots:
     void eachMessageIsInTheFileAtOnce();
     void whatIsInTheFileStays();
     void textOfAnyKindMakesAReadableFile();
+    void theLanguageOfTheSystemIsOfNoMatter();
     void anotherFileTakesOver();
     void aFileThatCantBeOpenedIsToldOnce();
     void aFolderInPlaceOfTheFileDoesNoHarm();
@@ -140,6 +141,19 @@ void FileAppenderTest::textOfAnyKindMakesAReadableFile()
     QVERIFY(lines.at(4).endsWith(QLatin1Char('y')));
     QCOMPARE(lines.at(5), QString(100000, QChar(0x5854)));
     QCOMPARE(lines.at(7), QStringLiteral("end"));
+}
+
+void FileAppenderTest::theLanguageOfTheSystemIsOfNoMatter()
+{
+    QTextCodec* const before = QTextCodec::codecForLocale();
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO-8859-1"));
+    FileAppender appender(path());
+    write(appender, QString::fromUtf8("编译成功！"));
+    appender.setFileName(path("b.txt"));
+    write(appender, QString::fromUtf8("连接控制器"));
+    QTextCodec::setCodecForLocale(before);
+    QCOMPARE(contentOf(path()), QByteArray("编译成功！\n"));
+    QCOMPARE(contentOf(path("b.txt")), QByteArray("连接控制器\n"));
 }
 
 void FileAppenderTest::anotherFileTakesOver()

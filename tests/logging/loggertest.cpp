@@ -26,6 +26,7 @@ protected:
     {
         qWarning("raised by %s", qPrintable(p_message.text));
         Logger::globalInstance().write(LogLevel::Error, LOG_HERE, QStringLiteral("by the logger"));
+        write(messageOf(QStringLiteral("by itself")));
         ListAppender::append(p_message);
     }
 };
@@ -252,6 +253,7 @@ void LoggerTest::aMessageRaisedByAnAppenderGoesToTheErrorStream()
     QCOMPARE(output.count("raised by logger"), 2);
     QCOMPARE(output.count("raised by itself"), 1);
     QCOMPARE(output.count("by the logger\n"), 5);
+    QCOMPARE(output.count("\nby itself\n"), 5);
 }
 
 void LoggerTest::withoutAnAppenderMessagesGoToTheErrorStream()
