@@ -1,18 +1,16 @@
 #include "blocktables.h"
 #include "canvasfixture.h"
 #include "documentstate.h"
+#include "kitbench.h"
 #include "mainmodule.h"
 #include "projectfile.h"
 
 #include <QApplication>
 #include <QDir>
-#include <QDirIterator>
 #include <QDomDocument>
 #include <QFile>
 #include <QLoggingCategory>
-#include <QProcess>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 #include <QtTest>
 
 namespace
@@ -34,38 +32,6 @@ class Canvas : public CanvasFixture
 public:
     Canvas() { view.setWindowTitle(QStringLiteral("canvas[*]")); }
 };
-
-bool copyTree(const QString& p_from, const QString& p_to)
-{
-    QDirIterator files(p_from, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-    const QDir from(p_from);
-    while (files.hasNext()) {
-        const QString source = files.next();
-        const QFileInfo target(QDir(p_to).filePath(from.relativeFilePath(source)));
-        if (!QDir().mkpath(target.path()) || !QFile::copy(source, target.filePath())) {
-            return false;
-        }
-    }
-    return QDir().mkpath(p_to + QStringLiteral("/example/build/gcc/objects"));
-}
-
-struct Result {
-    int exitCode;
-    QString output;
-    QString errors;
-};
-
-Result run(const QString& p_program, const QStringList& p_arguments, const QString& p_folder)
-{
-    QProcess process;
-    process.setWorkingDirectory(p_folder);
-    process.start(p_program, p_arguments);
-    if (!process.waitForFinished(120000) || process.exitStatus() != QProcess::NormalExit) {
-        return {-1, QString(), process.errorString()};
-    }
-    return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-            QString::fromUtf8(process.readAllStandardError())};
-}
 } // namespace
 
 class GoldenTest : public QObject
@@ -88,21 +54,14 @@ private slots:
 
 private:
     void projects();
-    Result compile(const QString& p_name, const QString& p_text);
-    QString kit() const { return m_folder.filePath(QStringLiteral("gcc")); }
-    QString buildFolder() const { return kit() + QStringLiteral("/example/build/gcc"); }
 
-    QTemporaryDir m_folder;
+    KitBench m_bench;
 };
 
 void GoldenTest::initTestCase()
 {
     QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
-    const QString source = qEnvironmentVariable("TILER_KIT");
-    QVERIFY2(QFile::exists(source + QStringLiteral("/example/vantrel.h")),
-             "TILER_KIT doesn't name the folder of a kit");
-    // A copy: results must not lie about in the kit of the program.
-    QVERIFY(copyTree(source, kit()));
+    QVERIFY2(m_bench.layOut(), "TILER_KIT doesn't name the folder of a kit");
 }
 
 void GoldenTest::projects()
@@ -156,7 +115,7 @@ void GoldenTest::aSavedProjectGivesTheSameTextAgain()
     Canvas canvas;
     QCOMPARE(canvas.view.openFile(golden(name + ".tlrx")), int(ProjectOpened));
     const int blocks = canvas.blocks().size();
-    const QString path = m_folder.filePath(name + ".tlrx");
+    const QString path = m_bench.filePath(name + ".tlrx");
     QVERIFY(canvas.view.saveFile(path));
     canvas.view.newProgram();
     canvas.view.resetDocument();
@@ -190,28 +149,15 @@ void GoldenTest::blocksOfNoKnownTypeAreLeftOutAndLooseChainsStayLoose()
     QCOMPARE(turn->right()->id, 102);
 }
 
-Result GoldenTest::compile(const QString& p_name, const QString& p_text)
-{
-    QFile source(kit() + QStringLiteral("/example/user_main.c"));
-    if (!source.open(QIODevice::WriteOnly)) {
-        return {-1, QString(), source.errorString()};
-    }
-    source.write(p_text.toUtf8());
-    source.close();
-    return run(buildFolder() + QStringLiteral("/make.exe"),
-               {QStringLiteral("TARGET_NAME=") + p_name, QStringLiteral("USER_TASK_NUMBER=0")},
-               buildFolder());
-}
-
 void GoldenTest::theTextCompilesWithoutAWord()
 {
     QFETCH(QString, name);
     Canvas canvas;
     QCOMPARE(canvas.view.openFile(golden(name + ".tlrx")), int(ProjectOpened));
-    const Result result = compile(name, canvas.view.generateProjectCode(1));
+    const RunResult result = m_bench.compile(name, canvas.view.generateProjectCode(1));
     QCOMPARE(result.errors, QString());
     QCOMPARE(result.exitCode, 0);
-    QVERIFY(QFileInfo(buildFolder() + "/objects/" + name + ".bin").size() > 0);
+    QVERIFY(QFileInfo(m_bench.image(name)).size() > 0);
 }
 
 void GoldenTest::theProgramRunsOnTheController_data()
@@ -232,14 +178,15 @@ void GoldenTest::theProgramRunsOnTheController()
     QFETCH(QStringList, sensors);
     Canvas canvas;
     QCOMPARE(canvas.view.openFile(golden(name + ".tlrx")), int(ProjectOpened));
-    const Result compiled = compile(name, canvas.view.generateProjectCode(1));
+    const RunResult compiled = m_bench.compile(name, canvas.view.generateProjectCode(1));
     QCOMPARE(compiled.exitCode, 0);
     QStringList arguments{QStringLiteral("--bare")};
     for (const QString& sensor : qAsConst(sensors)) {
         arguments << QStringLiteral("--sensor") << sensor;
     }
-    arguments << buildFolder() + "/objects/" + name + ".bin";
-    const Result result = run(kit() + QStringLiteral("/run-on-emulator"), arguments, kit());
+    arguments << m_bench.image(name);
+    const RunResult result =
+        runProgram(m_bench.kit() + QStringLiteral("/run-on-emulator"), arguments, m_bench.kit());
     QCOMPARE(result.errors, QString());
     QString trace = result.output;
     // The times aside.

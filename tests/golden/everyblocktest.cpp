@@ -1,0 +1,229 @@
+#include "blocktables.h"
+#include "canvasfixture.h"
+#include "graphicsitem_param.h"
+#include "kitbench.h"
+#include "modulefactory.h"
+#include "projectfile.h"
+#include "tzprogramscene.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QDomDocument>
+#include <QLoggingCategory>
+#include <QPushButton>
+#include <QtTest>
+
+namespace
+{
+RunResult everyBlock(const QStringList& p_arguments)
+{
+    return runProgram(QStringLiteral(PYTHON),
+                      QStringList{QStringLiteral("-B"), QStringLiteral(EVERY_BLOCK)} + p_arguments,
+                      QDir::tempPath());
+}
+
+/** "900 n=12 port=3": a block's type and own attributes, in the order of their names. */
+QString position(const QDomElement& p_element)
+{
+    QStringList words;
+    const QDomNamedNodeMap attributes = p_element.attributes();
+    for (int i = 0; i < attributes.size(); ++i) {
+        const QDomAttr attribute = attributes.item(i).toAttr();
+        if (!QStringList{"x", "y", "id", "ownid", "moduleKey"}.contains(attribute.name())) {
+            words << attribute.name() + '=' + attribute.value();
+        }
+    }
+    words.sort();
+    words.prepend(p_element.attribute(QStringLiteral("id")));
+    return words.join(QLatin1Char(' '));
+}
+
+QString position(const supermodule* p_module)
+{
+    QDomDocument document;
+    QDomElement parent = document.createElement(QStringLiteral("parent"));
+    p_module->saveXml(parent, document);
+    return position(parent.firstChildElement());
+}
+} // namespace
+
+/**
+ * One program of all blocks with every choice of every chooser and the ends of all numbers, from
+ * the project file to the trace of the controller. Program and expectation come out of
+ * everyblock.py, whose tables were worked out by hand from what each block promises, on the
+ * controller and not in its text; Tiler's own tables and generator have no part in them.
+ */
+class EveryBlockTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void theProgramHasEveryBlockAsItComesFromThePalette();
+    void theProgramHasEveryChoiceOfThePopUps();
+    void theProgramHasEveryPictureOfThePanels_data();
+    void theProgramHasEveryPictureOfThePanels();
+    void theProgramComesBackFromAFileOfItsOwn();
+    void theControllerDoesWhatTheBlocksPromise_data();
+    void theControllerDoesWhatTheBlocksPromise();
+
+private:
+    QString project() const { return m_bench.filePath(QStringLiteral("everyblock.tlrx")); }
+
+    KitBench m_bench;
+    QSet<QString> m_positions;
+    QString m_text;
+};
+
+void EveryBlockTest::initTestCase()
+{
+    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
+    QVERIFY2(m_bench.layOut(), "TILER_KIT doesn't name the folder of a kit");
+    const RunResult written = everyBlock({QStringLiteral("project"), project()});
+    QCOMPARE(written.errors, QString());
+    QCOMPARE(written.exitCode, 0);
+
+    QFile file(project());
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QDomDocument document;
+    QVERIFY(document.setContent(file.readAll()));
+    const QDomNodeList modules = document.elementsByTagName(QStringLiteral("module"));
+    for (int i = 0; i < modules.size(); ++i) {
+        m_positions.insert(position(modules.at(i).toElement()));
+    }
+
+    CanvasFixture canvas;
+    QCOMPARE(canvas.view.openFile(project()), int(ProjectOpened));
+    QCOMPARE(canvas.blocks().size(), modules.size());
+    QCOMPARE(canvas.brokenInvariants(), QStringList());
+    m_text = canvas.view.generateProjectCode(1);
+    const RunResult compiled = m_bench.compile(QStringLiteral("everyblock"), m_text);
+    QCOMPARE(compiled.errors, QString());
+    QCOMPARE(compiled.exitCode, 0);
+}
+
+void EveryBlockTest::theProgramHasEveryBlockAsItComesFromThePalette()
+{
+    QStringList missing;
+    for (const BlockRecord& record : blockRecords()) {
+        const std::unique_ptr<supermodule> block(createModuleFromId(record.id));
+        if (!m_positions.contains(position(block.get()))) {
+            missing << position(block.get());
+        }
+    }
+    QCOMPARE(missing, QStringList());
+}
+
+void EveryBlockTest::theProgramHasEveryChoiceOfThePopUps()
+{
+    const int condition = 5;
+    const struct {
+        int mode;
+        QVector<int> ids;
+        /** What is chosen beside it, as the block gets it. */
+        QVector<int> beside;
+    } choosers[] = {{0, {100}, {}},
+                    {1, {110, 111, 112, 113, 117}, {}},
+                    {3, {306, 307, 308, 309}, {condition, condition + 1}},
+                    {6, {900, 901, 902, 905, 906}, {}}};
+    CanvasFixture canvas;
+    QStringList missing;
+    for (const auto& each : choosers) {
+        graphicsItem_Param* popUp = graphicsItem_Param::shared(canvas.view.scene());
+        popUp->setMode(each.mode);
+        QVERIFY(popUp->buttons().size() > 1);
+        for (const int id : each.ids) {
+            for (int index = 0; index < popUp->buttons().size(); ++index) {
+                const std::unique_ptr<supermodule> block(createModuleFromId(id));
+                block->setParamIndex(index);
+                QStringList positions{position(block.get())};
+                for (const int beside : each.beside) {
+                    block->setParamIndex(beside);
+                    positions << position(block.get());
+                }
+                for (const QString& place : qAsConst(positions)) {
+                    if (!m_positions.contains(place)) {
+                        missing << place;
+                    }
+                }
+            }
+        }
+    }
+    QCOMPARE(missing, QStringList());
+}
+
+void EveryBlockTest::theProgramHasEveryPictureOfThePanels_data()
+{
+    QTest::addColumn<int>("id");
+    QTest::addColumn<QString>("folder");
+    QTest::addColumn<int>("first"); // what the attribute is for the picture 0
+    QTest::addColumn<bool>("onBothDisplays");
+    QTest::newRow("animal") << 801 << ":/voice/2" << 0 << false;
+    QTest::newRow("mood") << 802 << ":/voice/4" << 0 << false;
+    QTest::newRow("hello") << 803 << ":/voice/1" << 0 << false;
+    QTest::newRow("traffic") << 804 << ":/voice/3" << 0 << false;
+    QTest::newRow("sign") << 900 << ":/expression/1" << 0 << true;
+    QTest::newRow("arithmetic") << 905 << ":/expression/2" << 0 << true;
+    QTest::newRow("digit") << 902 << ":/expression/3" << 0 << true;
+    QTest::newRow("letter") << 906 << ":/expression/4" << 0 << true;
+    QTest::newRow("face") << 903 << ":/expression/5" << 1 << false;
+}
+
+void EveryBlockTest::theProgramHasEveryPictureOfThePanels()
+{
+    QFETCH(int, id);
+    QFETCH(QString, folder);
+    QFETCH(int, first);
+    QFETCH(bool, onBothDisplays);
+    const QFileInfoList pictures = QDir(folder).entryInfoList({QStringLiteral("*.png")});
+    QVERIFY(pictures.size() > 1);
+    QStringList missing;
+    for (const QFileInfo& picture : pictures) {
+        const QString place =
+            QStringLiteral("%1 n=%2").arg(id).arg(picture.completeBaseName().toInt() + first);
+        const QStringList ends =
+            onBothDisplays ? QStringList{" port=2", " port=3"} : QStringList{""};
+        for (const QString& end : ends) {
+            if (!m_positions.contains(place + end)) {
+                missing << place + end;
+            }
+        }
+    }
+    QCOMPARE(missing, QStringList());
+}
+
+void EveryBlockTest::theProgramComesBackFromAFileOfItsOwn()
+{
+    CanvasFixture canvas;
+    QCOMPARE(canvas.view.openFile(project()), int(ProjectOpened));
+    const QString path = m_bench.filePath(QStringLiteral("saved.tlrx"));
+    QVERIFY(canvas.view.saveFile(path));
+    canvas.view.newProgram();
+    QCOMPARE(canvas.view.openFile(path), int(ProjectOpened));
+    QCOMPARE(canvas.view.generateProjectCode(1), m_text);
+}
+
+void EveryBlockTest::theControllerDoesWhatTheBlocksPromise_data()
+{
+    QTest::addColumn<QString>("run");
+    const RunResult runs = everyBlock({QStringLiteral("runs")});
+    const QStringList names = runs.output.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    for (const QString& name : names) {
+        QTest::newRow(qPrintable(name)) << name;
+    }
+    if (names.size() != 11) {
+        QTest::newRow("a run is missing") << QString();
+    }
+}
+
+void EveryBlockTest::theControllerDoesWhatTheBlocksPromise()
+{
+    QFETCH(QString, run);
+    const RunResult result = everyBlock(
+        {QStringLiteral("run"), run, m_bench.kit(), m_bench.image(QStringLiteral("everyblock"))});
+    QCOMPARE(result.errors, QString());
+    QVERIFY2(result.exitCode == 0, qPrintable(result.output));
+}
+
+QTEST_MAIN(EveryBlockTest)
+#include "everyblocktest.moc"
