@@ -9,6 +9,7 @@ read here. A few lines of Python count on what effects leave behind: the four sp
 sensor said last.
 
     everyblock.py project FILE        writes the program as a project file
+    everyblock.py pictures            tells which dots each picture of the panels is to show
     everyblock.py runs                names the runs, one a line
     everyblock.py expected RUN        shows what a run is expected to do
     everyblock.py run RUN KIT IMAGE   does a run of the compiled program and compares
@@ -417,6 +418,9 @@ def runs(program):
         robot = Robot()
         effects(robot)
         result[name] = (opened_by, robot.told, 0.5)
+    shown = {line.text.split()[3] for line in whole.told
+             if isinstance(line, Told) and " symbol " in line.text}
+    assert set(map(str, SYMBOLS)) <= shown, "a sign is missing"
     for _, told, _ in result.values():
         told.append(Told("limit reached"))
         calls = 0
@@ -445,10 +449,24 @@ def run(name, kit, image):
     return 0
 
 
+def pictures():
+    """"1/0.png 006c9282..." for each picture of the expression panels; faces have two displays."""
+    panels = {1: SIGN, 2: ARITHMETIC, 3: DIGIT, 4: LETTER}
+    for panel, kind in panels.items():
+        # Those that only a file can hold have no picture.
+        count = {SIGN: 13, ARITHMETIC: 5, DIGIT: 10, LETTER: 26}[kind]
+        for place in range(count):
+            yield "%d/%d.png %s" % (panel, place, bytes(SYMBOLS[SIGNS[kind][place]]).hex())
+    for number, face in sorted(FACES.items()):
+        yield "5/%d.png %s %s" % ((number - 1, *(bytes(rows).hex() for rows in face["rows"])))
+
+
 def main(arguments):
     task = arguments[0] if arguments else ""
     if task == "project" and len(arguments) == 2:
         pathlib.Path(arguments[1]).write_text(everything().xml(), "utf-8")
+    elif task == "pictures":
+        print("\n".join(pictures()))
     elif task == "runs":
         print("\n".join(runs(everything())))
     elif task == "expected" and len(arguments) == 2:

@@ -63,6 +63,8 @@ private slots:
     void theProgramHasEveryChoiceOfThePopUps();
     void theProgramHasEveryPictureOfThePanels_data();
     void theProgramHasEveryPictureOfThePanels();
+    void aPictureShowsTheDotsThatTheControllerShows_data();
+    void aPictureShowsTheDotsThatTheControllerShows();
     void theProgramComesBackFromAFileOfItsOwn();
     void theControllerDoesWhatTheBlocksPromise_data();
     void theControllerDoesWhatTheBlocksPromise();
@@ -190,6 +192,49 @@ void EveryBlockTest::theProgramHasEveryPictureOfThePanels()
         }
     }
     QCOMPARE(missing, QStringList());
+}
+
+void EveryBlockTest::aPictureShowsTheDotsThatTheControllerShows_data()
+{
+    QTest::addColumn<QString>("picture");
+    QTest::addColumn<QStringList>("displays"); // eight bytes each, the leftmost dot the highest bit
+    const QStringList lines = everyBlock({QStringLiteral("pictures")})
+                                  .output.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    for (const QString& line : lines) {
+        const QStringList words = line.split(QLatin1Char(' '));
+        QTest::newRow(qPrintable(words.first())) << words.first() << QStringList(words.mid(1));
+    }
+    if (lines.size() != 13 + 5 + 10 + 26 + 12) {
+        QTest::newRow("a picture is missing") << QString() << QStringList();
+    }
+}
+
+void EveryBlockTest::aPictureShowsTheDotsThatTheControllerShows()
+{
+    QFETCH(QString, picture);
+    QFETCH(QStringList, displays);
+    const QImage image(":/expression/" + picture);
+    QVERIFY(!image.isNull());
+    // Displays stand side by side, as large as there is room for, in the middle.
+    const int count = displays.size();
+    const qreal side = count == 1 ? image.width() : 36;
+    for (int display = 0; display < count; ++display) {
+        const qreal left = display * (image.width() - side);
+        const qreal top = (image.height() - side) / 2.0;
+        QByteArray shown;
+        for (int row = 0; row < 8; ++row) {
+            int byte = 0;
+            for (int column = 0; column < 8; ++column) {
+                // A display is a panel of 80 by 80 with a dot each 9 units.
+                const QColor dot = image.pixelColor(int(left + side * (8.5 + 9 * column) / 80),
+                                                    int(top + side * (8.5 + 9 * row) / 80));
+                // Lit dots are amber, the others and the ground a dark blue.
+                byte = byte * 2 + (dot.red() > dot.blue() ? 1 : 0);
+            }
+            shown.append(static_cast<char>(byte));
+        }
+        QCOMPARE(QString::fromLatin1(shown.toHex()), displays.at(display));
+    }
 }
 
 void EveryBlockTest::theProgramComesBackFromAFileOfItsOwn()

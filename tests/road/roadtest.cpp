@@ -152,7 +152,7 @@ void RoadTest::everyExampleGoesTheWholeRoad_data()
     QTest::newRow("face-show") << "face-show"
                                << "Face" << 0
                                << start + shown({"2 3 emoji 1 happy"}) +
-                                      shown({"2 3 emoji 4 surprised"}) +
+                                      shown({"2 3 emoji 4 angry"}) +
                                       shown(
                                           {"2 custom", "3 custom", "2 symbol 45", "3 symbol 45"}) +
                                       shown({"2 symbol 26", "3 symbol 27"}) +
