@@ -24,7 +24,7 @@ protected:
     virtual const Look& look() const = 0;
 };
 
-// The odd line feeds of the texts, and the four motors of the stop, are meant.
+// The odd line feeds of the texts, the signs and the four motors of the stop are meant.
 
 class forwardModule final : public concreteModule<forwardModule, driveModule>
 {

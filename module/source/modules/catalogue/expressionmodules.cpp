@@ -18,6 +18,8 @@ const ButtonLook s_closePort = {":/expression/expression_down_nol_80x40.png",
 const QRect s_oneButton(20, 100, 80, 40);
 /** The pop-up's first entry is port 2. */
 const int s_firstPort = 2;
+/** The pop-up's mode for the port. */
+const int s_displayPortMode = 6;
 
 const char s_dark[] = "disp_custom(%1,(LedMaritx){{0x0,0x0,0x0,0x0,0x0,0x0,0x0,0x0}});";
 } // namespace
@@ -41,33 +43,51 @@ int digit(int p_symbol) { return static_cast<int>(static_cast<unsigned>(p_symbol
 int letter(int p_symbol) { return static_cast<int>(static_cast<unsigned>(p_symbol) + 19U); }
 } // namespace symbolNumbers
 
+void displayModule::loadXml(const QDomElement& p_element)
+{
+    parameterModule::loadXml(p_element);
+    port = numberIn(p_element, "port");
+    showOnButton(m_portButton, QString::number(port));
+}
+
+void displayModule::writeAttributes(QDomElement& p_element) const
+{
+    p_element.setAttribute(QStringLiteral("port"), port);
+}
+
+void displayModule::setParamIndex(int p_index)
+{
+    port = p_index + s_firstPort;
+    showOnButton(m_portButton, QString::number(port));
+    parameterChanged();
+}
+
+void displayModule::addPortButton(int p_index, const ButtonLook& p_look, const QRect& p_geometry)
+{
+    m_portButton = p_index;
+    QPushButton* portButton = addChooser(p_look, p_geometry, [this] {
+        OnSetParamByPos(s_displayPortMode, buttonCentre(m_portButton));
+    });
+    portButton->setText(QString::number(port));
+}
+
 QString symbolModule::cCode() const
 {
     return QString::fromLatin1(look().fragment)
-        .arg(QString::number(port), QString::number(look().number(symbol)));
+        .arg(QString::number(displayPort()), QString::number(look().number(symbol)));
 }
 
 void symbolModule::loadXml(const QDomElement& p_element)
 {
-    supermodule::loadXml(p_element);
-    port = p_element.attribute(QStringLiteral("port")).toInt();
-    symbol = p_element.attribute(QStringLiteral("n")).toInt();
-    showOnButton(1, QString::number(port));
+    displayModule::loadXml(p_element);
+    symbol = numberIn(p_element, "n");
     update();
 }
 
 void symbolModule::writeAttributes(QDomElement& p_element) const
 {
-    p_element.setAttribute(QStringLiteral("port"), port);
+    displayModule::writeAttributes(p_element);
     p_element.setAttribute(QStringLiteral("n"), symbol);
-}
-
-QDomElement symbolModule::paramsElement() const
-{
-    QDomDocument document;
-    QDomElement element = document.createElement(QStringLiteral("module"));
-    element.setAttribute(QStringLiteral("port"), port);
-    return element;
 }
 
 void symbolModule::setNumberKey(int p_index)
@@ -76,20 +96,11 @@ void symbolModule::setNumberKey(int p_index)
     parameterChanged();
 }
 
-void symbolModule::setParamIndex(int p_index)
-{
-    port = p_index + s_firstPort;
-    showOnButton(1, QString::number(port));
-    parameterChanged();
-}
-
 void symbolModule::createButtons()
 {
     addChooser(s_symbolChooser, QRect(0, 100, 60, 40),
                [this] { OnSetExpression(look().expressionMap); });
-    QPushButton* portButton = addChooser(s_portChooser, QRect(60, 100, 60, 40),
-                                         [this] { OnSetParamByPos(6, buttonCentre(1)); });
-    portButton->setText(QString::number(port));
+    addPortButton(1, s_portChooser, QRect(60, 100, 60, 40));
 }
 
 void symbolModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
@@ -99,24 +110,6 @@ void symbolModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, Q
 }
 
 QString expressionTwoModule::cCode() const { return QStringLiteral("disp_emoji(2,3,%1);").arg(n); }
-
-void expressionTwoModule::loadXml(const QDomElement& p_element)
-{
-    supermodule::loadXml(p_element);
-    n = p_element.attribute(QStringLiteral("n")).toInt();
-    update();
-}
-
-void expressionTwoModule::writeAttributes(QDomElement& p_element) const
-{
-    p_element.setAttribute(QStringLiteral("n"), n);
-}
-
-void expressionTwoModule::setNumberKey(int p_index)
-{
-    n = p_index + 1;
-    parameterChanged();
-}
 
 void expressionTwoModule::createButtons()
 {
@@ -130,33 +123,9 @@ void expressionTwoModule::paint(QPainter* p_painter, const QStyleOptionGraphicsI
                 picture(QStringLiteral(":/expression/5/%1.png").arg(static_cast<qint64>(n) - 1)));
 }
 
-QString closeOneModule::cCode() const { return QString::fromLatin1(s_dark).arg(port); }
+QString closeOneModule::cCode() const { return QString::fromLatin1(s_dark).arg(displayPort()); }
 
-void closeOneModule::loadXml(const QDomElement& p_element)
-{
-    supermodule::loadXml(p_element);
-    port = p_element.attribute(QStringLiteral("port")).toInt();
-    showOnButton(0, QString::number(port));
-}
-
-void closeOneModule::writeAttributes(QDomElement& p_element) const
-{
-    p_element.setAttribute(QStringLiteral("port"), port);
-}
-
-void closeOneModule::setParamIndex(int p_index)
-{
-    port = p_index + s_firstPort;
-    showOnButton(0, QString::number(port));
-    parameterChanged();
-}
-
-void closeOneModule::createButtons()
-{
-    QPushButton* portButton =
-        addChooser(s_closePort, s_oneButton, [this] { OnSetParamByPos(6, buttonCentre(0)); });
-    portButton->setText(QString::number(port));
-}
+void closeOneModule::createButtons() { addPortButton(0, s_closePort, s_oneButton); }
 
 void closeOneModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
 {
@@ -166,6 +135,7 @@ void closeOneModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*,
 
 QString closeAllModule::cCode() const
 {
+    // The row of blanks is meant.
     const QString dark = QString::fromLatin1(s_dark);
     return dark.arg(2) + QString(12, QLatin1Char(' ')) + dark.arg(3);
 }

@@ -3,6 +3,31 @@
 #include "concretemodule.h"
 #include "parametermodule.h"
 
+/** A block for one of the two displays, on port 2 or 3. */
+class displayModule : public parameterModule
+{
+public:
+    using parameterModule::parameterModule;
+
+    void loadXml(const QDomElement& p_element) override;
+    /** The port alone, also where the block has a symbol: that is meant. */
+    QDomElement paramsElement() const override { return portAlone(port); }
+    void setParamIndex(int p_index) override;
+
+    /** Whatever a file holds. */
+    int displayPort() const { return port; }
+
+protected:
+    displayModule(const displayModule& p_other) = default;
+    void writeAttributes(QDomElement& p_element) const override;
+    /** Puts the button for the port on the block, as the button at p_index. */
+    void addPortButton(int p_index, const ButtonLook& p_look, const QRect& p_geometry);
+
+private:
+    int port = 2;
+    int m_portButton = 0;
+};
+
 /** What a block for one display differs in. */
 struct SymbolLook {
     const char* choicePicture; /**< resource path with %1 for the symbol's place in its panel */
@@ -10,6 +35,9 @@ struct SymbolLook {
     int (*number)(int);        /**< from the place in the panel to the symbol's number */
     const char* fragment;      /**< C text: %1 the port, %2 the symbol's number */
 };
+
+// No text of these blocks ends in a line feed, and "symble" and "LedMaritx" are the controller's
+// own spelling: both are meant.
 
 /** Symbol numbers by place in the panel. */
 namespace symbolNumbers
@@ -21,33 +49,28 @@ int letter(int p_symbol);
 } // namespace symbolNumbers
 
 /** Shows a symbol on one of the two displays. A copy forgets the symbol: that is meant. */
-class symbolModule : public parameterModule
+class symbolModule : public displayModule
 {
 public:
     using Look = SymbolLook;
-    using parameterModule::parameterModule;
+    using displayModule::displayModule;
 
     QString cCode() const override;
     void loadXml(const QDomElement& p_element) override;
-    /** The port alone, without the symbol: that is meant. */
-    QDomElement paramsElement() const override;
     void setNumberKey(int p_index) override;
-    void setParamIndex(int p_index) override;
     void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
                QWidget* p_widget) override;
 
-    int displayPort() const { return port; }
     /** Place in the panel, counted from 0; whatever a file holds. */
     int symbolPlace() const { return symbol; }
 
 protected:
-    symbolModule(const symbolModule& p_other) : parameterModule(p_other), port(p_other.port) {}
+    symbolModule(const symbolModule& p_other) : displayModule(p_other) {}
     virtual const Look& look() const = 0;
     void writeAttributes(QDomElement& p_element) const override;
     void createButtons() override;
 
 private:
-    int port = 2;
     int symbol = 0;
 };
 
@@ -85,52 +108,42 @@ public:
 };
 
 /** Shows a face on both displays. A copy shows the first one again: that is meant. */
-class expressionTwoModule final : public parameterModule
+class expressionTwoModule final : public choiceModule
 {
 public:
-    using parameterModule::parameterModule;
+    using choiceModule::choiceModule;
 
     QString cCode() const override;
-    void loadXml(const QDomElement& p_element) override;
     supermodule* clone() const override { return new expressionTwoModule(*this); }
-    void setNumberKey(int p_index) override;
+    void setNumberKey(int p_index) override { choose(p_index + 1); }
     void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
                QWidget* p_widget) override;
 
     /** The face, counted from 1; whatever a file holds. */
-    int face() const { return n; }
+    int face() const { return choice(); }
 
 protected:
-    expressionTwoModule(const expressionTwoModule& p_other) : parameterModule(p_other) {}
-    void writeAttributes(QDomElement& p_element) const override;
+    expressionTwoModule(const expressionTwoModule& p_other) : choiceModule(p_other)
+    {
+        n = s_firstChoice;
+    }
     void createButtons() override;
-
-private:
-    int n = 1;
 };
 
 /** Switches one display off. */
-class closeOneModule final : public parameterModule
+class closeOneModule final : public displayModule
 {
 public:
-    using parameterModule::parameterModule;
+    using displayModule::displayModule;
 
     QString cCode() const override;
-    void loadXml(const QDomElement& p_element) override;
     supermodule* clone() const override { return new closeOneModule(*this); }
-    void setParamIndex(int p_index) override;
     void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
                QWidget* p_widget) override;
 
-    int displayPort() const { return port; }
-
 protected:
     closeOneModule(const closeOneModule& p_other) = default;
-    void writeAttributes(QDomElement& p_element) const override;
     void createButtons() override;
-
-private:
-    int port = 2;
 };
 
 /** Switches both displays off. */

@@ -97,16 +97,23 @@ void drawLoopFrame(QPainter* p_painter, const QPixmap& p_frame, int p_top, int p
     draw(QRect(endX, bottomY, bottomRight.width(), bottomRight.height()), bottomRight);
 }
 
+void repeatModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
+{
+    drawFrame(p_painter);
+    drawPicture(p_painter, ":/repeat_icon.png");
+}
+
 QString forModule::cCode() const
 {
-    // No line feed around the closing brace: that is meant.
+    // No line feed around the closing brace, and the same counter in every loop, so that an inner
+    // one hides the outer one's: both are meant.
     return loopText(QStringLiteral("for(int i = 0;i < %1; ++i)\n{\n").arg(n), this, "}");
 }
 
 void forModule::loadXml(const QDomElement& p_element)
 {
     loopShape::loadXml(p_element);
-    n = p_element.attribute(QStringLiteral("n")).toInt();
+    n = numberIn(p_element, "n");
     showOnButton(0, QString::number(n));
 }
 
@@ -115,30 +122,15 @@ void forModule::writeAttributes(QDomElement& p_element) const
     p_element.setAttribute(QStringLiteral("n"), n);
 }
 
-void forModule::setNumberKey(int p_key)
-{
-    n = editField(0, p_key).toInt();
-    parameterChanged();
-}
-
 void forModule::createButtons()
 {
     SelectableButton* field = addNumberField(
         {":/select_time__nol_40x80.png", ":/select_time__pre_40x80.png", false, false},
-        QRect(20, 100, 80, 40), s_countKeys, [this] {
-            n = button(0)->text().toInt();
-            parameterChanged();
-        });
+        QRect(20, 100, 80, 40), s_countKeys);
     field->setText(QString::number(n));
 }
 
 const LoopForm& forModule::form() const { return s_counted; }
-
-void forModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
-{
-    drawFrame(p_painter);
-    drawPicture(p_painter, ":/repeat_icon.png");
-}
 
 QString foreverModule::cCode() const
 {
@@ -147,12 +139,6 @@ QString foreverModule::cCode() const
 }
 
 const LoopForm& foreverModule::form() const { return s_endless; }
-
-void foreverModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
-{
-    drawFrame(p_painter);
-    drawPicture(p_painter, ":/repeat_icon.png");
-}
 
 QString loopUntilModule::cCode() const { return loopText(whileText(), this, "\n}\n"); }
 

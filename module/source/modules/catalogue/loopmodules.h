@@ -5,18 +5,29 @@
 #include "parametermodule.h"
 #include "sensormodule.h"
 
-/** Repeats its body a number of times. */
-class forModule final : public loopShape<parameterModule>
+/** Repeats its body without asking a sensor. */
+class repeatModule : public loopShape<parameterModule>
 {
 public:
     using loopShape::loopShape;
 
+    void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
+               QWidget* p_widget) override;
+
+protected:
+    repeatModule(const repeatModule& p_other) = default;
+};
+
+/** Repeats its body a number of times. */
+class forModule final : public repeatModule
+{
+public:
+    using repeatModule::repeatModule;
+
     QString cCode() const override;
     void loadXml(const QDomElement& p_element) override;
     supermodule* clone() const override { return new forModule(*this); }
-    void setNumberKey(int p_key) override;
-    void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
-               QWidget* p_widget) override;
+    void setNumberKey(int p_key) override { typeInField(p_key); }
 
     /** Number of rounds; 0 when the field is empty; whatever a file holds. */
     int count() const { return n; }
@@ -26,21 +37,20 @@ protected:
     const LoopForm& form() const override;
     void writeAttributes(QDomElement& p_element) const override;
     void createButtons() override;
+    void takeNumber(const QString& p_text) override { n = p_text.toInt(); }
 
 private:
     int n = 10;
 };
 
 /** Repeats its body for ever; nothing can follow it. */
-class foreverModule final : public loopShape<parameterModule>
+class foreverModule final : public repeatModule
 {
 public:
-    using loopShape::loopShape;
+    using repeatModule::repeatModule;
 
     QString cCode() const override;
     supermodule* clone() const override { return new foreverModule(*this); }
-    void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
-               QWidget* p_widget) override;
 
 protected:
     foreverModule(const foreverModule& p_other) = default;

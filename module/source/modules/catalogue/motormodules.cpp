@@ -5,6 +5,7 @@
 
 namespace
 {
+// A background here where other blocks have a border: that is meant.
 const ButtonLook s_plainPort = {":/item_pulldown_nol_40x80.png",
                                 ":/item_pulldown__pre_40x80.png",
                                 false,
@@ -35,7 +36,7 @@ QString motorModule::cCode() const
 void motorModule::loadXml(const QDomElement& p_element)
 {
     supermodule::loadXml(p_element);
-    n = p_element.attribute(QStringLiteral("n")).toInt();
+    n = numberIn(p_element, "n");
     if (look().timed) {
         time = p_element.attribute(QStringLiteral("time")).toFloat();
     }
@@ -60,8 +61,7 @@ void motorModule::setParamIndex(int p_index)
 void motorModule::setNumberKey(int p_key)
 {
     if (look().timed) {
-        time = editField(0, p_key).toFloat();
-        parameterChanged();
+        typeInField(p_key);
     }
 }
 
@@ -77,12 +77,10 @@ void motorModule::createButtons()
 {
     const auto choosePort = [this] { OnSetParam(1); };
     if (look().timed) {
-        addNumberField(s_timeField, QRect(0, 100, 60, 40), TimeKeys, [this] {
-            time = button(0)->text().toFloat();
-            parameterChanged();
-        });
+        addNumberField(s_timeField, QRect(0, 100, 60, 40), TimeKeys);
         addChooser(s_timedPort, QRect(60, 100, 60, 40), choosePort);
     } else {
+        // As wide as the button of a wait, not as those of the drives: that is meant.
         addChooser(s_plainPort, QRect(20, 100, 83, 40), choosePort);
     }
     refresh();
@@ -90,11 +88,7 @@ void motorModule::createButtons()
 
 void motorModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
 {
-    drawPicture(p_painter, ":/move_icon_160x120.png");
-    drawPicture(p_painter, look().overlay);
-    if (look().timed) {
-        drawPicture(p_painter, ":/time_icon_24x24.png", 78, 56);
-    }
+    drawMotion(p_painter, look().overlay, look().timed);
 }
 
 supermodule* singleMotorStop::clone() const

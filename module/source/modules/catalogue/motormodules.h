@@ -33,6 +33,7 @@ protected:
     virtual const Look& look() const = 0;
     void writeAttributes(QDomElement& p_element) const override;
     void createButtons() override;
+    void takeNumber(const QString& p_text) override { time = p_text.toFloat(); }
     void refresh();
 
     static constexpr int s_defaultPort = 2;
@@ -43,6 +44,8 @@ private:
 
     float time = 1.0f;
 };
+
+// A turn leaves its sign in the port's speed, and what reads that later has it: that is meant.
 
 class motorClockwiseModule final : public concreteModule<motorClockwiseModule, motorModule>
 {

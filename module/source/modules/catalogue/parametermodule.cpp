@@ -45,22 +45,26 @@ QPushButton* parameterModule::addChooser(const ButtonLook& p_look, const QRect& 
 }
 
 SelectableButton* parameterModule::addNumberField(const ButtonLook& p_look, const QRect& p_geometry,
-                                                  uint32_t p_keys, std::function<void()> p_typed)
+                                                  uint32_t p_keys)
 {
     auto* field = new SelectableButton;
     field->setKeyMask(p_keys);
     dress(*field, p_look);
     addButton(field, p_geometry);
     connect(field, &SelectableButton::clicked, this, [this, p_keys] { OnSetNumber(p_keys); });
-    connect(field, &SelectableButton::keyTypedSignal, this, std::move(p_typed));
+    connect(field, &SelectableButton::keyTypedSignal, this, [this, field] {
+        takeNumber(field->text());
+        parameterChanged();
+    });
     return field;
 }
 
-QString parameterModule::editField(int p_index, int p_key)
+void parameterModule::typeInField(int p_key)
 {
-    auto* field = static_cast<SelectableButton*>(button(p_index));
+    auto* field = static_cast<SelectableButton*>(button(0));
     field->applyKey(p_key);
-    return field->text();
+    takeNumber(field->text());
+    parameterChanged();
 }
 
 void parameterModule::showOnButton(int p_index, const QString& p_text)
@@ -76,9 +80,32 @@ void parameterModule::parameterChanged()
     update();
 }
 
+int parameterModule::numberIn(const QDomElement& p_element, const char* p_name)
+{
+    return p_element.attribute(QString::fromLatin1(p_name)).toInt();
+}
+
+QDomElement parameterModule::portAlone(int p_port)
+{
+    QDomDocument document;
+    QDomElement element = document.createElement(QStringLiteral("module"));
+    element.setAttribute(QStringLiteral("port"), p_port);
+    return element;
+}
+
 void parameterModule::drawPicture(QPainter* p_painter, const char* p_path, int p_x, int p_y)
 {
     p_painter->drawPixmap(p_x, p_y, picture(QString::fromLatin1(p_path)));
+}
+
+void parameterModule::drawMotion(QPainter* p_painter, const char* p_overlay, bool p_timed)
+{
+    // The name says 160, the picture is 140 wide: that is meant.
+    drawPicture(p_painter, ":/move_icon_160x120.png");
+    drawPicture(p_painter, p_overlay);
+    if (p_timed) {
+        drawPicture(p_painter, ":/time_icon_24x24.png", 78, 56);
+    }
 }
 
 void parameterModule::drawCentred(QPainter* p_painter, const QPixmap& p_picture) const
@@ -88,4 +115,22 @@ void parameterModule::drawCentred(QPainter* p_painter, const QPixmap& p_picture)
     const int halfHeight = p_picture.height() / 2;
     p_painter->drawPixmap(static_cast<int>(0.5 * rect.width() - halfWidth),
                           static_cast<int>(0.5 * rect.height() - halfHeight - 10), p_picture);
+}
+
+void choiceModule::loadXml(const QDomElement& p_element)
+{
+    parameterModule::loadXml(p_element);
+    n = numberIn(p_element, "n");
+    update();
+}
+
+void choiceModule::writeAttributes(QDomElement& p_element) const
+{
+    p_element.setAttribute(QStringLiteral("n"), n);
+}
+
+void choiceModule::choose(int p_choice)
+{
+    n = p_choice;
+    parameterChanged();
 }

@@ -36,20 +36,51 @@ protected:
     QPushButton* addChooser(const ButtonLook& p_look, const QRect& p_geometry,
                             std::function<void()> p_press);
     /**
-     * Puts a number field on the block that opens the keyboard with its own keys. p_typed runs
-     * when a key of the computer's keyboard has changed the field.
+     * Puts a number field on the block, as its first button, that opens the keyboard with its own
+     * keys. What is typed in it on the computer's keyboard comes to takeNumber().
      */
     SelectableButton* addNumberField(const ButtonLook& p_look, const QRect& p_geometry,
-                                     uint32_t p_keys, std::function<void()> p_typed);
-    /** Edits the number field at p_index by one key and returns its text. */
-    QString editField(int p_index, int p_key);
+                                     uint32_t p_keys);
+    /** Edits the number field by a key of the palette's keyboard, which comes to takeNumber(). */
+    void typeInField(int p_key);
+    /** The text of the number field has become another one. */
+    virtual void takeNumber(const QString&) {}
     /** Shows a text on the button at p_index, if the buttons are there. */
     void showOnButton(int p_index, const QString& p_text);
-    /** Marks the document as changed and the block as to be painted. */
+    /**
+     * Marks the document as changed and the block as to be painted. The undo history isn't told:
+     * that is meant.
+     */
     void parameterChanged();
+    /** A whole number out of a file: as it stands there, 0 for what is none. */
+    static int numberIn(const QDomElement& p_element, const char* p_name);
+    /** An element with a port alone, for the blocks whose paramsElement() is that. */
+    static QDomElement portAlone(int p_port);
 
     /** Draws a picture at a place in block coordinates. */
     static void drawPicture(QPainter* p_painter, const char* p_path, int p_x = 0, int p_y = 0);
+    /** Draws the body of a motion block, its pictogram and, if it is timed, the small clock. */
+    static void drawMotion(QPainter* p_painter, const char* p_overlay, bool p_timed = false);
     /** Draws a choice in the middle of the block's body; a null picture draws nothing. */
     void drawCentred(QPainter* p_painter, const QPixmap& p_picture) const;
+};
+
+/** A block whose one parameter is a choice by number. */
+class choiceModule : public parameterModule
+{
+public:
+    using parameterModule::parameterModule;
+
+    void loadXml(const QDomElement& p_element) override;
+
+    /** The choice; whatever a file holds. */
+    int choice() const { return n; }
+
+protected:
+    choiceModule(const choiceModule& p_other) = default;
+    void writeAttributes(QDomElement& p_element) const override;
+    void choose(int p_choice);
+
+    static constexpr int s_firstChoice = 1;
+    int n = s_firstChoice;
 };

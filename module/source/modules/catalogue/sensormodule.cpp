@@ -27,8 +27,8 @@ const char* sensorModule::conditionPicture() const
 void sensorModule::loadXml(const QDomElement& p_element)
 {
     parameterModule::loadXml(p_element);
-    port = p_element.attribute(QStringLiteral("port")).toInt();
-    bInfread = p_element.attribute(QStringLiteral("bInfread")).toInt() == 1;
+    port = numberIn(p_element, "port");
+    bInfread = numberIn(p_element, "bInfread") == 1;
     showOnButton(1, QString::number(sensorPort()));
     update();
 }
@@ -39,13 +39,7 @@ void sensorModule::writeAttributes(QDomElement& p_element) const
     p_element.setAttribute(QStringLiteral("bInfread"), bInfread ? 1 : 0);
 }
 
-QDomElement sensorModule::paramsElement() const
-{
-    QDomDocument document;
-    QDomElement element = document.createElement(QStringLiteral("module"));
-    element.setAttribute(QStringLiteral("port"), sensorPort());
-    return element;
-}
+QDomElement sensorModule::paramsElement() const { return portAlone(sensorPort()); }
 
 void sensorModule::setParamIndex(int p_index)
 {

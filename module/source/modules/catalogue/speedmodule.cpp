@@ -26,24 +26,6 @@ QString speedmodule::cCode() const
         .arg(row ? row->speed : 0);
 }
 
-void speedmodule::loadXml(const QDomElement& p_element)
-{
-    supermodule::loadXml(p_element);
-    n = p_element.attribute(QStringLiteral("n")).toInt();
-    update();
-}
-
-void speedmodule::writeAttributes(QDomElement& p_element) const
-{
-    p_element.setAttribute(QStringLiteral("n"), n);
-}
-
-void speedmodule::setParamIndex(int p_index)
-{
-    n = p_index;
-    parameterChanged();
-}
-
 void speedmodule::createButtons()
 {
     addChooser({":/item_pulldown_nol_40x80.png", ":/item_pulldown__pre_40x80.png", true, false},

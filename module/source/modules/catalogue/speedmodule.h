@@ -3,25 +3,20 @@
 #include "parametermodule.h"
 
 /** Sets the common speed of all motors: slow, middle or fast. */
-class speedmodule final : public parameterModule
+class speedmodule final : public choiceModule
 {
 public:
-    using parameterModule::parameterModule;
+    using choiceModule::choiceModule;
 
     QString cCode() const override;
-    void loadXml(const QDomElement& p_element) override;
     supermodule* clone() const override { return new speedmodule(*this); }
-    void setParamIndex(int p_index) override;
+    void setParamIndex(int p_index) override { choose(p_index); }
     void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
                QWidget* p_widget) override;
 
     /** 0 slow, 1 middle, 2 fast. Any other number, as a file may hold, is speed 0. */
-    int speedIndex() const { return n; }
+    int speedIndex() const { return choice(); }
 
 protected:
-    void writeAttributes(QDomElement& p_element) const override;
     void createButtons() override;
-
-private:
-    int n = 1;
 };

@@ -9,6 +9,7 @@
 namespace
 {
 const uint32_t s_angleKeys = KeyboardDigits | KeyboardMinus | KeyboardDelete;
+// No blanks between the rules of these two: that is meant.
 const ButtonLook s_angleField = {":/single_time_nol_60x40.png", ":/single_time_pre_60x40.png",
                                  false, false, 0};
 const ButtonLook s_servoChooser = {":/single_motor_nol_60x40.png", ":/single_motor_pre_60x40.png",
@@ -31,8 +32,8 @@ QString steeringenginemodule::cCode() const
 void steeringenginemodule::loadXml(const QDomElement& p_element)
 {
     supermodule::loadXml(p_element);
-    servoId = p_element.attribute(QStringLiteral("servoId")).toInt();
-    angle = p_element.attribute(QStringLiteral("angle")).toInt();
+    servoId = numberIn(p_element, "servoId");
+    angle = numberIn(p_element, "angle");
     refresh();
 }
 
@@ -98,8 +99,7 @@ bool steeringenginemodule::eventFilter(QObject* p_watched, QEvent* p_event)
 void steeringenginemodule::createButtons()
 {
     // Keys come through the event filter, so the field never takes one by itself.
-    SelectableButton* field =
-        addNumberField(s_angleField, QRect(0, 100, 60, 40), s_angleKeys, [] {});
+    SelectableButton* field = addNumberField(s_angleField, QRect(0, 100, 60, 40), s_angleKeys);
     field->setToolTip(QStringLiteral("-150 ~ 150"));
     field->installEventFilter(this);
     addChooser(s_servoChooser, QRect(60, 100, 60, 40), [this] { onSetPanel(2, 1); });
@@ -108,8 +108,7 @@ void steeringenginemodule::createButtons()
 
 void steeringenginemodule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
 {
-    drawPicture(p_painter, ":/move_icon_160x120.png");
-    drawPicture(p_painter, ":/serve_icon.png");
+    drawMotion(p_painter, ":/serve_icon.png");
     QFont font;
     font.setPixelSize(14);
     font.setWeight(QFont::Bold);

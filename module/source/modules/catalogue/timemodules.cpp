@@ -26,11 +26,11 @@ QString timeModule::cCode() const
 void timeModule::loadXml(const QDomElement& p_element)
 {
     supermodule::loadXml(p_element);
-    takeText(p_element.attribute(QStringLiteral("n")));
+    takeNumber(p_element.attribute(QStringLiteral("n")));
     showOnButton(0, m_numberText);
 }
 
-void timeModule::takeText(const QString& p_text)
+void timeModule::takeNumber(const QString& p_text)
 {
     m_numberText = p_text;
     n = p_text.toFloat();
@@ -41,28 +41,15 @@ void timeModule::writeAttributes(QDomElement& p_element) const
     p_element.setAttribute(QStringLiteral("n"), static_cast<double>(n));
 }
 
-void timeModule::setNumberKey(int p_key)
-{
-    takeText(editField(0, p_key));
-    parameterChanged();
-}
-
 void timeModule::createButtons()
 {
     SelectableButton* field = addNumberField(
         {":/select_time__nol_40x80.png", ":/select_time__pre_40x80.png", false, false},
-        QRect(20, 100, look().buttonWidth, 40), TimeKeys, [this] {
-            takeText(button(0)->text());
-            parameterChanged();
-        });
+        QRect(20, 100, look().buttonWidth, 40), TimeKeys);
     field->setText(m_numberText);
 }
 
 void timeModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
 {
-    drawPicture(p_painter, ":/move_icon_160x120.png");
-    drawPicture(p_painter, look().overlay);
-    if (look().timeMark) {
-        drawPicture(p_painter, ":/time_icon_24x24.png", 78, 56);
-    }
+    drawMotion(p_painter, look().overlay, look().timeMark);
 }

@@ -23,7 +23,7 @@ public:
 
     QString cCode() const override;
     void loadXml(const QDomElement& p_element) override;
-    void setNumberKey(int p_key) override;
+    void setNumberKey(int p_key) override { typeInField(p_key); }
     void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
                QWidget* p_widget) override;
 
@@ -35,10 +35,9 @@ protected:
     virtual const Look& look() const = 0;
     void writeAttributes(QDomElement& p_element) const override;
     void createButtons() override;
+    void takeNumber(const QString& p_text) override;
 
 private:
-    void takeText(const QString& p_text);
-
     float n = 1.0f;
     /** What the button shows; from a file it is the attribute as it stands. */
     QString m_numberText = QStringLiteral("1");
@@ -51,6 +50,8 @@ public:
     // Three units wider than its sisters' button: that is meant.
     static constexpr Look s_look = {":/move_wait.png", false, 83, "wait(%1);\n"};
 };
+
+// They stop the two wheels that they turned and no other motor: that is meant.
 
 class moveForwardTimeModule final : public concreteModule<moveForwardTimeModule, timeModule>
 {

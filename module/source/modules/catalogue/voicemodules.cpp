@@ -36,24 +36,6 @@ QString voiceModule::cCode() const
     return QString::fromLatin1(look().fragment).arg(look().sound(n));
 }
 
-void voiceModule::loadXml(const QDomElement& p_element)
-{
-    supermodule::loadXml(p_element);
-    n = p_element.attribute(QStringLiteral("n")).toInt();
-    update();
-}
-
-void voiceModule::writeAttributes(QDomElement& p_element) const
-{
-    p_element.setAttribute(QStringLiteral("n"), n);
-}
-
-void voiceModule::setNumberKey(int p_index)
-{
-    n = p_index + 1;
-    parameterChanged();
-}
-
 void voiceModule::createButtons()
 {
     addChooser(s_chooser, QRect(20, 100, 80, 40), [this] {

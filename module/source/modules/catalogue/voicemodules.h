@@ -11,32 +11,27 @@ struct VoiceLook {
     const char* fragment;      /**< C text */
 };
 
-/** Plays one of the controller's stored sounds. */
-class voiceModule : public parameterModule
+/** Plays one of the controller's stored sounds; the choice is counted from 1. */
+class voiceModule : public choiceModule
 {
 public:
     using Look = VoiceLook;
-    using parameterModule::parameterModule;
+    using choiceModule::choiceModule;
 
     QString cCode() const override;
-    void loadXml(const QDomElement& p_element) override;
-    void setNumberKey(int p_index) override;
+    void setNumberKey(int p_index) override { choose(p_index + 1); }
     void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
                QWidget* p_widget) override;
 
-    /** The choice, counted from 1; whatever a file holds. */
-    int choice() const { return n; }
-
 protected:
     virtual const Look& look() const = 0;
-    void writeAttributes(QDomElement& p_element) const override;
     void createButtons() override;
-
-private:
-    int n = 1;
 };
 
-/** Sound numbers by choice; a choice outside a table is its own number. */
+/**
+ * Sound numbers by choice; a choice outside a table is its own number. Neither the moods nor the
+ * greetings follow the order of their panels: that is meant.
+ */
 namespace voiceSounds
 {
 int piano(int p_choice);
