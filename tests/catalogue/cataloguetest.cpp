@@ -1,3 +1,4 @@
+#include "blockcatalogue.h"
 #include "blocktables.h"
 #include "canvasfixture.h"
 #include "documentstate.h"
@@ -246,6 +247,7 @@ private slots:
     void initTestCase();
 
     void theRecordsAreThoseOfTheTableInItsOrder();
+    void everyCaptionIsChineseInTheSource();
     void everyBlock_data();
     void everyBlockHasItsRecordWithPictureAndEnglishCaption_data() { everyBlock_data(); }
     void everyBlockHasItsRecordWithPictureAndEnglishCaption();
@@ -293,10 +295,6 @@ private slots:
     void aNewSoundBlockPlaysTheFirstOfItsPanel();
     void newSymbolsAreTheFirstOfTheirPanels();
 
-    void everyBlockIsPaintedFromItsPictures_data();
-    void everyBlockIsPaintedFromItsPictures();
-    void aLoopsFrameGoesAroundItsBody();
-
 private:
     QTranslator m_english;
 };
@@ -315,6 +313,53 @@ void CatalogueTest::theRecordsAreThoseOfTheTableInItsOrder()
     for (int i = 0; i < table().size(); ++i) {
         QCOMPARE(blockRecords().at(i).id, table().at(i).id);
     }
+}
+
+void CatalogueTest::everyCaptionIsChineseInTheSource()
+{
+    const QMap<int, QString> captions{
+        {0, "main"},
+        {104, "前进时间"},
+        {118, "后退时间"},
+        {119, "左转时间"},
+        {120, "右转时间"},
+        {100, "速度"},
+        {103, "前进"},
+        {102, "后退"},
+        {106, "左转"},
+        {109, "右转"},
+        {101, "等待"},
+        {105, "停止"},
+        {111, "单电机顺时针"},
+        {113, "单电机顺时针时间"},
+        {110, "单电机逆时针"},
+        {112, "单电机逆时针时间"},
+        {117, "单电机停止"},
+        {107, "舵机角度"},
+        {800, "钢琴"},
+        {801, "动物"},
+        {802, "心情"},
+        {803, "打招呼"},
+        {804, "交通"},
+        {903, "表情"},
+        {904, "关闭两个表情"},
+        {902, "数字"},
+        {906, "字母"},
+        {905, "运算"},
+        {900, "符号"},
+        {901, "关闭一个表情"},
+        {303, "无限循环"},
+        {301, "多次循环"},
+        {306, "循环直到红外检测"},
+        {307, "循环触碰检测"},
+        {308, "等待红外"},
+        {309, "等待触碰"},
+    };
+    QMap<int, QString> found;
+    for (const CatalogueRow* row = catalogueBegin(); row != catalogueEnd(); ++row) {
+        found.insert(row->id, QString::fromUtf8(row->caption));
+    }
+    QCOMPARE(found, captions);
 }
 
 void CatalogueTest::everyBlock_data()
@@ -608,6 +653,11 @@ void CatalogueTest::everyParameterGivesItsText_data()
             QStringLiteral("servoId=%1 angle=0").arg(servo),
             QStringLiteral("servo_ctrl(%1, 716, 512, 0);\n").arg(servo));
     }
+    // Set directly, the number is the servo's own.
+    row(107, {"param 5"}, "servoId=5 angle=0", "servo_ctrl(5, 716, 512, 0);\n");
+    // Another parameter than the servo isn't the panel's.
+    row(107, {"panel 1 4", "panel 0 7", "panel 2 7"}, "servoId=5 angle=0",
+        "servo_ctrl(5, 716, 512, 0);\n");
     const struct {
         const char* keys;
         int angle;
@@ -661,6 +711,10 @@ void CatalogueTest::everyParameterGivesItsText_data()
             }
         }
     }
+    // A panel that doesn't know which of its buttons was pressed says -1.
+    row(900, {"number -1"}, "port=2 n=-1", "disp_symble(2, 0);");
+    row(905, {"number -1"}, "port=2 n=-1", "disp_symble(2, 0);");
+    row(903, {"number -1"}, "n=0", "disp_emoji(2,3,0);");
     for (int i = 0; i < 12; ++i) {
         row(903, {QStringLiteral("number %1").arg(i)}, QStringLiteral("n=%1").arg(i + 1),
             QStringLiteral("disp_emoji(2,3,%1);").arg(i + 1));
@@ -1058,140 +1112,6 @@ void CatalogueTest::newSymbolsAreTheFirstOfTheirPanels()
     QCOMPARE(newBlock(900)->cCode(), QStringLiteral("disp_symble(2, 45);"));
     QCOMPARE(newBlock(902)->cCode(), QStringLiteral("disp_symble(2,9);"));
     QCOMPARE(newBlock(906)->cCode(), QStringLiteral("disp_symble(2, 19);"));
-}
-
-void CatalogueTest::everyBlockIsPaintedFromItsPictures_data()
-{
-    QTest::addColumn<int>("id");
-    QTest::addColumn<QString>("attributes");
-    QTest::addColumn<QStringList>("pictures"); // "path x y"; without a place: centred
-    const auto row = [](int p_id, const QString& p_attributes, const QStringList& p_pictures) {
-        QTest::newRow(qPrintable(QStringLiteral("%1 %2").arg(p_id).arg(p_attributes)))
-            << p_id << p_attributes << p_pictures;
-    };
-    const QString move = QStringLiteral(":/move_icon_160x120.png 0 0");
-    const QString clock = QStringLiteral(":/time_icon_24x24.png 78 56");
-    row(100, "n=0", {move, ":/speed_slow.png"});
-    row(100, "n=1", {move, ":/speed_mid.png"});
-    row(100, "n=2", {move, ":/speed_fast.png"});
-    row(100, "n=3", {move});
-    row(101, "n=1", {move, ":/move_wait.png 0 0"});
-    row(102, "", {move, ":/move_backforward.png 0 0"});
-    row(103, "", {move, ":/move_forward_icon.png 0 0"});
-    row(105, "", {move, ":/stop_moving_icon.png 0 0"});
-    row(106, "", {move, ":/turn_left_icon.png 0 0"});
-    row(109, "", {move, ":/turn_right_icon.png 0 0"});
-    row(104, "n=1", {move, ":/move_forward_icon.png 0 0", clock});
-    row(118, "n=1", {move, ":/move_backforward.png 0 0", clock});
-    row(119, "n=1", {move, ":/turn_left_icon.png 0 0", clock});
-    row(120, "n=1", {move, ":/turn_right_icon.png 0 0", clock});
-    row(111, "n=2", {move, ":/single_motor_clockwise_icon.png 0 0"});
-    row(110, "n=2", {move, ":/single_motor_anti_clockwise_icon.png 0 0"});
-    row(113, "n=2", {move, ":/single_motor_clockwise_icon.png 0 0", clock});
-    row(112, "n=2", {move, ":/single_motor_anti_clockwise_icon.png 0 0", clock});
-    row(117, "n=2", {move, ":/single_motor_stop_icon.png 0 0"});
-    const QString control = QStringLiteral(":/control_icon_nol_140x120.png 0 0");
-    row(308, "port=4 bInfread=1",
-        {control, ":/waituntilinfread_icon.png 0 0", ":/infread_body.png 86 10"});
-    row(308, "port=4 bInfread=0",
-        {control, ":/waituntilinfread_icon.png 0 0", ":/infread_nobody.png 86 10"});
-    row(309, "port=5 bInfread=1",
-        {control, ":/wait_until_touch_icon.png 0 0", ":/until_touch_down_icon.png 86 10"});
-    row(309, "port=5 bInfread=0",
-        {control, ":/wait_until_touch_icon.png 0 0", ":/until_touch_up_icon.png 86 10"});
-    const QString voice = QStringLiteral(":/voice/voiceModule_bg_nol.png 0 0");
-    const QString play = QStringLiteral(":/voice/play_icon_28x26.png 80 10");
-    row(801, "n=6", {voice, ":/voice/2/6.png", play});
-    row(802, "n=4", {voice, ":/voice/4/4.png", play});
-    row(803, "n=5", {voice, ":/voice/1/5.png", play});
-    row(804, "n=2", {voice, ":/voice/3/2.png", play});
-    row(804, "n=3", {voice, play});
-    const QString expression = QStringLiteral(":/expression/expression_icon_nol_140x120.png 0 0");
-    row(900, "port=2 n=12", {expression, ":/expression/1/12.png"});
-    row(905, "port=2 n=4", {expression, ":/expression/2/4.png"});
-    row(902, "port=2 n=9", {expression, ":/expression/3/9.png"});
-    row(906, "port=2 n=25", {expression, ":/expression/4/25.png"});
-    row(903, "n=12", {expression, ":/expression/5/11.png"});
-    row(901, "port=2", {expression, ":/expression/close_one_icon.png 0 0"});
-    row(904, "", {expression, ":/expression/close_icon.png 0 0"});
-}
-
-void CatalogueTest::everyBlockIsPaintedFromItsPictures()
-{
-    QFETCH(int, id);
-    QFETCH(QString, attributes);
-    QFETCH(QStringList, pictures);
-    const std::unique_ptr<supermodule> block = newBlock(id);
-    load(block.get(), attributes);
-    QImage image = canvasImage();
-    {
-        QPainter painter(&image);
-        block->paint(&painter, nullptr, nullptr);
-    }
-    QImage expected = canvasImage();
-    {
-        QPainter painter(&expected);
-        for (const QString& each : qAsConst(pictures)) {
-            const QStringList words = each.split(QLatin1Char(' '));
-            const QPixmap pixmap(words.first());
-            QVERIFY2(!pixmap.isNull(), qPrintable(each));
-            // Centred in 120 by 140, ten units higher.
-            const int x = words.size() > 1 ? words.at(1).toInt()
-                                           : static_cast<int>(60.0 - pixmap.width() / 2);
-            const int y = words.size() > 1 ? words.at(2).toInt()
-                                           : static_cast<int>(70.0 - pixmap.height() / 2 - 10);
-            painter.drawPixmap(x, y, pixmap);
-        }
-    }
-    QCOMPARE(image, expected);
-    QVERIFY(image != canvasImage());
-}
-
-void CatalogueTest::aLoopsFrameGoesAroundItsBody()
-{
-    const struct {
-        int id;
-        const char* frame;
-    } loops[] = {{301, ":/formodule.png"},
-                 {303, ":/forevermodule.png"},
-                 {306, ":/loopuntil.png"},
-                 {307, ":/loopuntil.png"}};
-    for (const auto& each : loops) {
-        supermodule* loop = createModuleFromId(each.id);
-        supermodule* inner = createModuleFromId(301);
-        loop->setLeftModule(inner);
-        inner->setLeftModule(createModuleFromId(103));
-        inner->insertModule(createModuleFromId(105));
-        loop->updateTree();
-        const int top = static_cast<int>(loop->boundingRect().top());
-        const int right = static_cast<int>(loop->boundingRect().right());
-        QCOMPARE(top, -40);
-        QImage image(right + 40, 220, QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::transparent);
-        {
-            QPainter painter(&image);
-            painter.translate(0, 60);
-            loop->paint(&painter, nullptr, nullptr);
-        }
-        const QImage frame = QPixmap(QString::fromLatin1(each.frame))
-                                 .toImage()
-                                 .convertToFormat(QImage::Format_ARGB32_Premultiplied);
-        QVERIFY(!frame.isNull());
-        // The corners stand as they are: 20 of their rows above the pictograms, which begin at 0.
-        QCOMPARE(image.copy(0, 60 + top, 130, 30), frame.copy(0, 0, 130, 30));
-        const int endX = 130 + right - 130 - 70 + 20;
-        QCOMPARE(image.copy(endX, 60 + top, 70, 30), frame.copy(frame.width() - 70, 0, 70, 30));
-        // Between them the upper edge, all along.
-        const QImage edge = frame.copy(130, 0, frame.width() - 200, 20);
-        for (int x = 130; x < endX; ++x) {
-            QCOMPARE(image.pixel(x, 60 + top + 10), edge.pixel(edge.width() / 2, 10));
-        }
-        // Nothing above the frame.
-        QImage none(image.width(), 60 + top, image.format());
-        none.fill(Qt::transparent);
-        QCOMPARE(image.copy(none.rect()), none);
-        supermodule::deleteTree(loop);
-    }
 }
 
 QTEST_MAIN(CatalogueTest)

@@ -436,6 +436,8 @@ void BadValuesTest::aBlockWithABadValueIsSetRightByItsChoosers()
             use(block, button);
         }
         QCOMPARE(readable(attributesOf(block)), readable(expected));
+        // A choice is none of the steps that can be taken back.
+        QCOMPARE(view().undoStack().count(), 0);
         m_canvas->click(QPointF(-200, -200));
     }
     draw();
