@@ -5,8 +5,8 @@ How this was made: what stands here was worked out by hand from what each block 
 speed that a position of a block means, the wheels that a drive turns, the sound behind a picture,
 the dots of a sign - and written down as tables of block and value on one side and the effect on
 the controller on the other. Nothing of it comes from Tiler: neither its tables nor its text is
-read here. A few lines of Python count on what effects leave behind: the four speeds and what a
-sensor said last.
+read here, and of the controller's own tables only that of the faces. A few lines of Python count
+on what effects leave behind: the four speeds and what a sensor said last.
 
     everyblock.py project FILE        writes the program as a project file
     everyblock.py pictures            tells which dots each picture of the panels is to show
