@@ -346,14 +346,11 @@ void BadValuesTest::aBlockWithABadValueIsDeletedBroughtBackAndCopied()
     QFETCH(int, id);
     QFETCH(QString, attribute);
     QVERIFY(open(id, attribute));
-    draw();
     QStringList texts;
     QVector<Attributes> before;
-    QStringList copies;
     for (const supermodule* block : qAsConst(m_blocks)) {
         texts << block->cCode();
         before << attributesOf(block);
-        copies << std::unique_ptr<supermodule>(block->clone())->cCode();
     }
     const QVector<QPointF> places = [this] {
         QVector<QPointF> all;
@@ -396,16 +393,19 @@ void BadValuesTest::aBlockWithABadValueIsDeletedBroughtBackAndCopied()
     QCOMPARE(asBefore(), QStringList());
     QCOMPARE(m_canvas->brokenInvariants(), QStringList());
 
-    // Copied each by itself, as the menu does.
+    // Some of them copied, as the menu does.
     const QList<supermodule*> sources = m_canvas->blocks();
-    for (const supermodule* source : sources) {
-        if (source->id == id) {
-            view().centerOn(source);
-            m_canvas->press(source->scenePos() + QPointF(30, 30), Qt::RightButton);
+    QStringList copies;
+    for (int i = 0; i < sources.size(); i += 6) {
+        if (sources.at(i)->id == id) {
+            copies << std::unique_ptr<supermodule>(sources.at(i)->clone())->cCode();
+            view().centerOn(sources.at(i));
+            m_canvas->press(sources.at(i)->scenePos() + QPointF(30, 30), Qt::RightButton);
             view().contextMenu().close();
             view().OnCopyAndPaste();
         }
     }
+    QVERIFY(copies.size() > 5);
     QStringList pasted;
     for (supermodule* block : m_canvas->blocks()) {
         if (!sources.contains(block)) {
@@ -424,9 +424,7 @@ void BadValuesTest::aBlockWithABadValueIsSetRightByItsChoosers()
     QFETCH(int, id);
     QFETCH(QString, attribute);
     QVERIFY(open(id, attribute));
-    draw();
-    for (int i = 0; i < values().size(); ++i) {
-        supermodule* block = m_blocks.at(i);
+    for (supermodule* block : qAsConst(m_blocks)) {
         QVERIFY(block->button(0));
         Attributes expected;
         for (const QString& each : attributesOf(block).keys()) {
@@ -438,7 +436,6 @@ void BadValuesTest::aBlockWithABadValueIsSetRightByItsChoosers()
         QCOMPARE(readable(attributesOf(block)), readable(expected));
         // A choice is none of the steps that can be taken back.
         QCOMPARE(view().undoStack().count(), 0);
-        m_canvas->click(QPointF(-200, -200));
     }
     draw();
     // Each gives the very text of the first.
