@@ -129,8 +129,7 @@ void closeOneModule::createButtons() { addPortButton(0, s_closePort, s_oneButton
 
 void closeOneModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
 {
-    drawPicture(p_painter, s_body);
-    drawPicture(p_painter, ":/expression/close_one_icon.png");
+    drawOn(p_painter, s_body, ":/expression/close_one_icon.png");
 }
 
 QString closeAllModule::cCode() const
@@ -142,6 +141,5 @@ QString closeAllModule::cCode() const
 
 void closeAllModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
 {
-    drawPicture(p_painter, s_body);
-    drawPicture(p_painter, ":/expression/close_icon.png");
+    drawOn(p_painter, s_body, ":/expression/close_icon.png");
 }

@@ -1,7 +1,5 @@
 #include "loopmodules.h"
 
-#include "selectablebutton.h"
-
 #include <QPainter>
 
 namespace
@@ -122,13 +120,7 @@ void forModule::writeAttributes(QDomElement& p_element) const
     p_element.setAttribute(QStringLiteral("n"), n);
 }
 
-void forModule::createButtons()
-{
-    SelectableButton* field = addNumberField(
-        {":/select_time__nol_40x80.png", ":/select_time__pre_40x80.png", false, false},
-        QRect(20, 100, 80, 40), s_countKeys);
-    field->setText(QString::number(n));
-}
+void forModule::createButtons() { addOnlyNumberField(80, s_countKeys, QString::number(n)); }
 
 const LoopForm& forModule::form() const { return s_counted; }
 

@@ -59,6 +59,13 @@ SelectableButton* parameterModule::addNumberField(const ButtonLook& p_look, cons
     return field;
 }
 
+void parameterModule::addOnlyNumberField(int p_width, uint32_t p_keys, const QString& p_text)
+{
+    addNumberField({":/select_time__nol_40x80.png", ":/select_time__pre_40x80.png", false, false},
+                   QRect(20, 100, p_width, 40), p_keys)
+        ->setText(p_text);
+}
+
 void parameterModule::typeInField(int p_key)
 {
     auto* field = static_cast<SelectableButton*>(button(0));
@@ -98,11 +105,16 @@ void parameterModule::drawPicture(QPainter* p_painter, const char* p_path, int p
     p_painter->drawPixmap(p_x, p_y, picture(QString::fromLatin1(p_path)));
 }
 
+void parameterModule::drawOn(QPainter* p_painter, const char* p_body, const char* p_overlay)
+{
+    drawPicture(p_painter, p_body);
+    drawPicture(p_painter, p_overlay);
+}
+
 void parameterModule::drawMotion(QPainter* p_painter, const char* p_overlay, bool p_timed)
 {
     // The name says 160, the picture is 140 wide: that is meant.
-    drawPicture(p_painter, ":/move_icon_160x120.png");
-    drawPicture(p_painter, p_overlay);
+    drawOn(p_painter, ":/move_icon_160x120.png", p_overlay);
     if (p_timed) {
         drawPicture(p_painter, ":/time_icon_24x24.png", 78, 56);
     }

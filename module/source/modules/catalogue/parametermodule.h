@@ -41,6 +41,8 @@ protected:
      */
     SelectableButton* addNumberField(const ButtonLook& p_look, const QRect& p_geometry,
                                      uint32_t p_keys);
+    /** The same for a block whose one button it is, with the text that it begins with. */
+    void addOnlyNumberField(int p_width, uint32_t p_keys, const QString& p_text);
     /** Edits the number field by a key of the palette's keyboard, which comes to takeNumber(). */
     void typeInField(int p_key);
     /** The text of the number field has become another one. */
@@ -59,6 +61,8 @@ protected:
 
     /** Draws a picture at a place in block coordinates. */
     static void drawPicture(QPainter* p_painter, const char* p_path, int p_x = 0, int p_y = 0);
+    /** Draws a block's body and a picture on it. */
+    static void drawOn(QPainter* p_painter, const char* p_body, const char* p_overlay);
     /** Draws the body of a motion block, its pictogram and, if it is timed, the small clock. */
     static void drawMotion(QPainter* p_painter, const char* p_overlay, bool p_timed = false);
     /** Draws a choice in the middle of the block's body; a null picture draws nothing. */

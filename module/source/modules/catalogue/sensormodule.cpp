@@ -66,7 +66,6 @@ QString waitUntilModule::cCode() const { return whileText() + QStringLiteral("wa
 
 void waitUntilModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
 {
-    drawPicture(p_painter, ":/control_icon_nol_140x120.png");
-    drawPicture(p_painter, look().overlay);
+    drawOn(p_painter, ":/control_icon_nol_140x120.png", look().overlay);
     drawPicture(p_painter, conditionPicture(), 86, 10);
 }

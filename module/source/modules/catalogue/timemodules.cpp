@@ -1,7 +1,5 @@
 #include "timemodules.h"
 
-#include "selectablebutton.h"
-
 timeModule::timeModule(const timeModule& p_other)
     : parameterModule(p_other),
       n(p_other.n),
@@ -41,13 +39,7 @@ void timeModule::writeAttributes(QDomElement& p_element) const
     p_element.setAttribute(QStringLiteral("n"), static_cast<double>(n));
 }
 
-void timeModule::createButtons()
-{
-    SelectableButton* field = addNumberField(
-        {":/select_time__nol_40x80.png", ":/select_time__pre_40x80.png", false, false},
-        QRect(20, 100, look().buttonWidth, 40), TimeKeys);
-    field->setText(m_numberText);
-}
+void timeModule::createButtons() { addOnlyNumberField(look().buttonWidth, TimeKeys, m_numberText); }
 
 void timeModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
 {
