@@ -2,6 +2,7 @@
 #include "supermodule.h"
 
 #include <QDomDocument>
+#include <QGraphicsScene>
 #include <QLoggingCategory>
 #include <QPainter>
 #include <QtTest>
@@ -44,14 +45,18 @@ void drawNamed(QPainter& p_painter, const QString& p_picture)
     p_painter.drawPixmap(x, y, pixmap);
 }
 
-/** A loop as it is painted, its origin at (0, 60). */
+/** A loop as the canvas shows it, without its body and buttons, its origin at (0, 60). */
 QImage loopImage(supermodule* p_loop, int p_width)
 {
+    QGraphicsScene scene;
+    scene.addItem(p_loop);
     QImage image(p_width, 220, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
-    QPainter painter(&image);
-    painter.translate(0, 60);
-    p_loop->paint(&painter, nullptr, nullptr);
+    {
+        QPainter painter(&image);
+        scene.render(&painter, image.rect(), QRectF(0, -60, p_width, image.height()));
+    }
+    scene.removeItem(p_loop);
     return image;
 }
 } // namespace

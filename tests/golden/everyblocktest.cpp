@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QDirIterator>
 #include <QDomDocument>
 #include <QLoggingCategory>
 #include <QPushButton>
@@ -204,8 +205,14 @@ void EveryBlockTest::aPictureShowsTheDotsThatTheControllerShows_data()
         const QStringList words = line.split(QLatin1Char(' '));
         QTest::newRow(qPrintable(words.first())) << words.first() << QStringList(words.mid(1));
     }
-    if (lines.size() != 13 + 5 + 10 + 26 + 12) {
-        QTest::newRow("a picture is missing") << QString() << QStringList();
+    QDirIterator pictures(QStringLiteral(":/expression"), {QStringLiteral("[0-9]*.png")},
+                          QDir::Files, QDirIterator::Subdirectories);
+    int count = 0;
+    for (; pictures.hasNext(); pictures.next()) {
+        ++count;
+    }
+    if (lines.size() != count) {
+        QTest::newRow("not every picture is there") << QString() << QStringList();
     }
 }
 
@@ -256,8 +263,8 @@ void EveryBlockTest::theControllerDoesWhatTheBlocksPromise_data()
     for (const QString& name : names) {
         QTest::newRow(qPrintable(name)) << name;
     }
-    if (names.size() != 11) {
-        QTest::newRow("a run is missing") << QString();
+    if (!names.contains(QStringLiteral("whole"))) {
+        QTest::newRow("there is no run") << QString();
     }
 }
 
