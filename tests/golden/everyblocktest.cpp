@@ -1,7 +1,7 @@
 #include "blocktables.h"
 #include "canvasfixture.h"
 #include "graphicsitem_param.h"
-#include "kitbench.h"
+#include "kitcopy.h"
 #include "modulefactory.h"
 #include "projectfile.h"
 #include "tzprogramscene.h"
@@ -16,9 +16,9 @@
 
 namespace
 {
-RunResult everyBlock(const QStringList& p_arguments)
+ProcessResult everyBlock(const QStringList& p_arguments)
 {
-    return runProgram(QStringLiteral(PYTHON),
+    return runProcess(QStringLiteral(PYTHON),
                       QStringList{QStringLiteral("-B"), QStringLiteral(EVERY_BLOCK)} + p_arguments,
                       QDir::tempPath());
 }
@@ -71,9 +71,9 @@ private slots:
     void theControllerDoesWhatTheBlocksPromise();
 
 private:
-    QString project() const { return m_bench.filePath(QStringLiteral("everyblock.tlrx")); }
+    QString project() const { return m_kit.filePath(QStringLiteral("everyblock.tlrx")); }
 
-    KitBench m_bench;
+    KitCopy m_kit;
     QSet<QString> m_positions;
     QString m_text;
 };
@@ -81,8 +81,8 @@ private:
 void EveryBlockTest::initTestCase()
 {
     QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
-    QVERIFY2(m_bench.layOut(), "TILER_KIT doesn't name the folder of a kit");
-    const RunResult written = everyBlock({QStringLiteral("project"), project()});
+    QVERIFY2(m_kit.isValid(), "TILER_KIT doesn't name the folder of a kit");
+    const ProcessResult written = everyBlock({QStringLiteral("project"), project()});
     QCOMPARE(written.errors, QString());
     QCOMPARE(written.exitCode, 0);
 
@@ -100,7 +100,7 @@ void EveryBlockTest::initTestCase()
     QCOMPARE(canvas.blocks().size(), modules.size());
     QCOMPARE(canvas.brokenInvariants(), QStringList());
     m_text = canvas.view.generateProjectCode(1);
-    const RunResult compiled = m_bench.compile(QStringLiteral("everyblock"), m_text);
+    const ProcessResult compiled = m_kit.compile(QStringLiteral("everyblock"), m_text);
     QCOMPARE(compiled.errors, QString());
     QCOMPARE(compiled.exitCode, 0);
 }
@@ -248,7 +248,7 @@ void EveryBlockTest::theProgramComesBackFromAFileOfItsOwn()
 {
     CanvasFixture canvas;
     QCOMPARE(canvas.view.openFile(project()), int(ProjectOpened));
-    const QString path = m_bench.filePath(QStringLiteral("saved.tlrx"));
+    const QString path = m_kit.filePath(QStringLiteral("saved.tlrx"));
     QVERIFY(canvas.view.saveFile(path));
     canvas.view.newProgram();
     QCOMPARE(canvas.view.openFile(path), int(ProjectOpened));
@@ -258,7 +258,7 @@ void EveryBlockTest::theProgramComesBackFromAFileOfItsOwn()
 void EveryBlockTest::theControllerDoesWhatTheBlocksPromise_data()
 {
     QTest::addColumn<QString>("run");
-    const RunResult runs = everyBlock({QStringLiteral("runs")});
+    const ProcessResult runs = everyBlock({QStringLiteral("runs")});
     const QStringList names = runs.output.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     for (const QString& name : names) {
         QTest::newRow(qPrintable(name)) << name;
@@ -271,8 +271,8 @@ void EveryBlockTest::theControllerDoesWhatTheBlocksPromise_data()
 void EveryBlockTest::theControllerDoesWhatTheBlocksPromise()
 {
     QFETCH(QString, run);
-    const RunResult result = everyBlock(
-        {QStringLiteral("run"), run, m_bench.kit(), m_bench.image(QStringLiteral("everyblock"))});
+    const ProcessResult result = everyBlock(
+        {QStringLiteral("run"), run, m_kit.kit(), m_kit.binary(QStringLiteral("everyblock"))});
     QCOMPARE(result.errors, QString());
     QVERIFY2(result.exitCode == 0, qPrintable(result.output));
 }

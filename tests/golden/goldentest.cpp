@@ -1,7 +1,7 @@
 #include "blocktables.h"
 #include "canvasfixture.h"
 #include "documentstate.h"
-#include "kitbench.h"
+#include "kitcopy.h"
 #include "mainmodule.h"
 #include "projectfile.h"
 
@@ -55,13 +55,13 @@ private slots:
 private:
     void projects();
 
-    KitBench m_bench;
+    KitCopy m_kit;
 };
 
 void GoldenTest::initTestCase()
 {
     QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
-    QVERIFY2(m_bench.layOut(), "TILER_KIT doesn't name the folder of a kit");
+    QVERIFY2(m_kit.isValid(), "TILER_KIT doesn't name the folder of a kit");
 }
 
 void GoldenTest::projects()
@@ -115,7 +115,7 @@ void GoldenTest::aSavedProjectGivesTheSameTextAgain()
     Canvas canvas;
     QCOMPARE(canvas.view.openFile(golden(name + ".tlrx")), int(ProjectOpened));
     const int blocks = canvas.blocks().size();
-    const QString path = m_bench.filePath(name + ".tlrx");
+    const QString path = m_kit.filePath(name + ".tlrx");
     QVERIFY(canvas.view.saveFile(path));
     canvas.view.newProgram();
     canvas.view.resetDocument();
@@ -154,10 +154,10 @@ void GoldenTest::theTextCompilesWithoutAWord()
     QFETCH(QString, name);
     Canvas canvas;
     QCOMPARE(canvas.view.openFile(golden(name + ".tlrx")), int(ProjectOpened));
-    const RunResult result = m_bench.compile(name, canvas.view.generateProjectCode(1));
+    const ProcessResult result = m_kit.compile(name, canvas.view.generateProjectCode(1));
     QCOMPARE(result.errors, QString());
     QCOMPARE(result.exitCode, 0);
-    QVERIFY(QFileInfo(m_bench.image(name)).size() > 0);
+    QVERIFY(QFileInfo(m_kit.binary(name)).size() > 0);
 }
 
 void GoldenTest::theProgramRunsOnTheController_data()
@@ -178,15 +178,13 @@ void GoldenTest::theProgramRunsOnTheController()
     QFETCH(QStringList, sensors);
     Canvas canvas;
     QCOMPARE(canvas.view.openFile(golden(name + ".tlrx")), int(ProjectOpened));
-    const RunResult compiled = m_bench.compile(name, canvas.view.generateProjectCode(1));
+    const ProcessResult compiled = m_kit.compile(name, canvas.view.generateProjectCode(1));
     QCOMPARE(compiled.exitCode, 0);
-    QStringList arguments{QStringLiteral("--bare")};
+    QStringList options;
     for (const QString& sensor : qAsConst(sensors)) {
-        arguments << QStringLiteral("--sensor") << sensor;
+        options << QStringLiteral("--sensor") << sensor;
     }
-    arguments << m_bench.image(name);
-    const RunResult result =
-        runProgram(m_bench.kit() + QStringLiteral("/run-on-emulator"), arguments, m_bench.kit());
+    const ProcessResult result = m_kit.run(name, options);
     QCOMPARE(result.errors, QString());
     QString trace = result.output;
     // The times aside.

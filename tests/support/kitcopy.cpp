@@ -1,7 +1,8 @@
-#include "kitbench.h"
+#include "kitcopy.h"
 
 #include <QDir>
 #include <QDirIterator>
+#include <QFile>
 #include <QProcess>
 
 namespace
@@ -17,12 +18,12 @@ bool copyTree(const QString& p_from, const QString& p_to)
             return false;
         }
     }
-    return QDir().mkpath(p_to + QStringLiteral("/example/build/gcc/objects"));
+    return true;
 }
 } // namespace
 
-RunResult runProgram(const QString& p_program, const QStringList& p_arguments,
-                     const QString& p_folder)
+ProcessResult runProcess(const QString& p_program, const QStringList& p_arguments,
+                         const QString& p_folder)
 {
     QProcess process;
     process.setWorkingDirectory(p_folder);
@@ -34,13 +35,21 @@ RunResult runProgram(const QString& p_program, const QStringList& p_arguments,
             QString::fromUtf8(process.readAllStandardError())};
 }
 
-bool KitBench::layOut()
+KitCopy::KitCopy()
 {
     const QString source = qEnvironmentVariable("TILER_KIT");
-    return QFile::exists(source + QStringLiteral("/example/vantrel.h")) && copyTree(source, kit());
+    m_valid = QFile::exists(source + QStringLiteral("/example/vantrel.h")) &&
+              copyTree(source, kit()) && QDir().mkpath(buildFolder() + QStringLiteral("/objects"));
 }
 
-RunResult KitBench::compile(const QString& p_name, const QString& p_text) const
+QString KitCopy::buildFolder() const { return kit() + QStringLiteral("/example/build/gcc"); }
+
+QString KitCopy::binary(const QString& p_name) const
+{
+    return buildFolder() + QStringLiteral("/objects/") + p_name + QStringLiteral(".bin");
+}
+
+ProcessResult KitCopy::compile(const QString& p_name, const QString& p_text) const
 {
     QFile source(kit() + QStringLiteral("/example/user_main.c"));
     if (!source.open(QIODevice::WriteOnly)) {
@@ -48,13 +57,15 @@ RunResult KitBench::compile(const QString& p_name, const QString& p_text) const
     }
     source.write(p_text.toUtf8());
     source.close();
-    return runProgram(
+    return runProcess(
         buildFolder() + QStringLiteral("/make.exe"),
         {QStringLiteral("TARGET_NAME=") + p_name, QStringLiteral("USER_TASK_NUMBER=0")},
         buildFolder());
 }
 
-QString KitBench::image(const QString& p_name) const
+ProcessResult KitCopy::run(const QString& p_name, const QStringList& p_options) const
 {
-    return buildFolder() + "/objects/" + p_name + ".bin";
+    return runProcess(
+        kit() + QStringLiteral("/run-on-emulator"),
+        QStringList{QStringLiteral("--bare")} + p_options + QStringList{binary(p_name)}, kit());
 }
