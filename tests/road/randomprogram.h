@@ -18,8 +18,8 @@ class QPushButton;
  * dropped at connectors, their values set by their buttons, by pop-up, palette or keyboard. The
  * same seed gives the same program.
  *
- * The checks return what is wrong as readable lines, nothing when all is well. Each of them leaves
- * the document as it found it.
+ * The checks return what is wrong as readable lines, nothing when all is well. They leave the
+ * program as they found it, where they don't say otherwise.
  */
 class RandomProgram
 {
@@ -38,7 +38,7 @@ public:
     QStringList brokenCopy();
     /** Adds, pastes and deletes at random, goes back to the start and forth to the end, twice. */
     QStringList brokenHistory();
-    /** The same from an empty document, which stays. */
+    /** The same in a new document; the program is gone after that. */
     QStringList brokenHistoryFromNothing();
 
     /** The chains with their values, a line each. */
