@@ -2,6 +2,7 @@
 
 #include <QDomDocument>
 #include <QRegularExpression>
+#include <QVector>
 
 #include <cstdlib>
 
@@ -14,6 +15,8 @@ const int s_heardCalls = 100;
 const int s_mostLines = 400;
 const int s_mostBlocks = 20000;
 const int s_servoSpeed = 716;
+/** What no program does: for a choice that no chooser offers. */
+const int s_noChoice = -1000;
 
 int number(const QDomElement& p_block, const char* p_name)
 {
@@ -97,7 +100,7 @@ private:
     bool turnMotor(const QDomElement& p_block, bool p_clockwise, bool p_timed)
     {
         const int port = number(p_block, "n") + 1;
-        int& speed = m_speeds[port];
+        int& speed = m_speeds[qBound(0, port, 4)];
         speed = p_clockwise ? -std::abs(speed) : std::abs(speed);
         return motor(port, speed) &&
                (!p_timed || (wait(seconds(p_block, "time")) && motor(port, 0)));
@@ -175,9 +178,9 @@ private:
         const int two = m_speeds[2];
         switch (p_type) {
         case 100: {
-            static const int s_speeds[] = {30, 50, 80};
+            static const QVector<int> s_speeds = {30, 50, 80};
             for (int& speed : m_speeds) {
-                speed = s_speeds[number(p_block, "n")];
+                speed = s_speeds.value(number(p_block, "n"), s_noChoice);
             }
             return true;
         }
@@ -248,31 +251,31 @@ private:
 
     bool runVoice(int p_type, int p_choice)
     {
-        static const int s_moods[] = {14, 17, 16, 15};
-        static const int s_greetings[] = {4, 1, 2, 3};
-        static const int s_traffic[] = {12, 13};
+        static const QVector<int> s_moods = {14, 17, 16, 15};
+        static const QVector<int> s_greetings = {4, 1, 2, 3, 5};
+        static const QVector<int> s_traffic = {12, 13};
         switch (p_type) {
         case 800:
             return sound(26 - p_choice);
         case 801:
             return sound(p_choice + 5);
         case 802:
-            return sound(s_moods[p_choice - 1]);
+            return sound(s_moods.value(p_choice - 1, s_noChoice));
         case 803:
-            return sound(s_greetings[p_choice - 1]);
+            return sound(s_greetings.value(p_choice - 1, s_noChoice));
         default:
-            return sound(s_traffic[p_choice - 1]);
+            return sound(s_traffic.value(p_choice - 1, s_noChoice));
         }
     }
 
     bool runDisplay(int p_type, const QDomElement& p_block)
     {
-        static const int s_signs[] = {45, 1, 2, 3, 4, 0, 46, 47, 48, 49, 50, 51, 52};
-        static const int s_sums[] = {5, 6, 7, 8, 4};
+        static const QVector<int> s_signs = {45, 1, 2, 3, 4, 0, 46, 47, 48, 49, 50, 51, 52};
+        static const QVector<int> s_sums = {5, 6, 7, 8, 4};
         const int n = number(p_block, "n");
         switch (p_type) {
         case 900:
-            return show(p_block, s_signs[n]);
+            return show(p_block, s_signs.value(n, s_noChoice));
         case 901:
             return dark(number(p_block, "port"));
         case 902:
@@ -282,7 +285,7 @@ private:
         case 904:
             return dark(2) && dark(3);
         case 905:
-            return show(p_block, s_sums[n]);
+            return show(p_block, s_sums.value(n, s_noChoice));
         default:
             return show(p_block, n + 19);
         }
