@@ -2,15 +2,11 @@
 #include "variables.h"
 
 #include <QDirIterator>
-#include <QDomDocument>
 #include <QFile>
 #include <QImage>
-#include <QProcess>
-#include <QTemporaryDir>
 #include <QTest>
-#include <QTranslator>
 
-/** The pictures and translations that the program carries. */
+/** The pictures that the program carries. */
 class ResourcesTest : public QObject
 {
     Q_OBJECT
@@ -19,12 +15,6 @@ private slots:
     void everyPictureCanBeReadAndShowsSomething();
     void everyBlockAndVariableHasItsPictures();
     void everyChooserHasItsPictures();
-    void everySourceTextIsInBothTranslations();
-    void bothTranslationsLoadAndSpeakTheirLanguage();
-
-private:
-    /** Context and source of each message of a translation source, with its translation. */
-    static QMap<QString, QString> messages(const QString& p_path);
 };
 
 void ResourcesTest::everyPictureCanBeReadAndShowsSomething()
@@ -87,76 +77,6 @@ void ResourcesTest::everyChooserHasItsPictures()
         }
         QVERIFY(!QFile::exists(family.first.arg(family.second.second + 1)));
     }
-}
-
-QMap<QString, QString> ResourcesTest::messages(const QString& p_path)
-{
-    QMap<QString, QString> found;
-    QFile file(p_path);
-    QDomDocument document;
-    if (!file.open(QIODevice::ReadOnly) || !document.setContent(&file)) {
-        return found;
-    }
-    const QDomNodeList contexts = document.elementsByTagName(QStringLiteral("context"));
-    for (int i = 0; i < contexts.size(); ++i) {
-        const QDomElement context = contexts.at(i).toElement();
-        const QString name = context.firstChildElement(QStringLiteral("name")).text();
-        const QDomNodeList list = context.elementsByTagName(QStringLiteral("message"));
-        for (int j = 0; j < list.size(); ++j) {
-            const QDomElement message = list.at(j).toElement();
-            const QDomElement translation =
-                message.firstChildElement(QStringLiteral("translation"));
-            found.insert(name + QLatin1Char('|') +
-                             message.firstChildElement(QStringLiteral("source")).text(),
-                         translation.hasAttribute(QStringLiteral("type")) ? QString()
-                                                                          : translation.text());
-        }
-    }
-    return found;
-}
-
-void ResourcesTest::everySourceTextIsInBothTranslations()
-{
-    const QString source = qEnvironmentVariable("TILER_SOURCE");
-    QTemporaryDir folder;
-    const QString fresh = folder.filePath(QStringLiteral("fresh.ts"));
-    QProcess lupdate;
-    lupdate.start(qEnvironmentVariable("TILER_LUPDATE"),
-                  {source + QStringLiteral("/module"), source + QStringLiteral("/actions"),
-                   QStringLiteral("-ts"), fresh});
-    QVERIFY(lupdate.waitForFinished(60000));
-    QCOMPARE(lupdate.exitCode(), 0);
-    const QByteArray said = lupdate.readAllStandardError();
-    QVERIFY2(!said.contains("cannot"), said.constData());
-    const QMap<QString, QString> needed = messages(fresh);
-    QVERIFY(needed.size() > 100);
-    for (const char* language : {"en", "zh_cn"}) {
-        const QMap<QString, QString> there = messages(
-            source +
-            QStringLiteral("/resources/translations/vantrel_%1.ts").arg(QLatin1String(language)));
-        for (auto it = needed.constBegin(); it != needed.constEnd(); ++it) {
-            QVERIFY2(!there.value(it.key()).isEmpty(),
-                     qPrintable(it.key() + QLatin1Char(' ') + QLatin1String(language)));
-        }
-        for (auto it = there.constBegin(); it != there.constEnd(); ++it) {
-            QVERIFY2(needed.contains(it.key()),
-                     qPrintable(QStringLiteral("left over: ") + it.key()));
-        }
-    }
-}
-
-void ResourcesTest::bothTranslationsLoadAndSpeakTheirLanguage()
-{
-    QTranslator english;
-    QVERIFY(english.load(QStringLiteral(":/vantrel_en.qm")));
-    QCOMPARE(english.translate("QObject", "前进"), QStringLiteral("Forward"));
-    QCOMPARE(english.translate("TzToolBar", "关于"), QStringLiteral("About"));
-    QCOMPARE(english.translate("MainWindow", "打开文件"), QStringLiteral("open file"));
-    // A wrong translation, and it is meant.
-    QCOMPARE(english.translate("buildDialog", "编译失败！"), QStringLiteral("Compile Success!"));
-    QTranslator chinese;
-    QVERIFY(chinese.load(QStringLiteral(":/vantrel_zh_cn.qm")));
-    QCOMPARE(chinese.translate("QObject", "前进"), QStringLiteral("前进"));
 }
 
 QTEST_MAIN(ResourcesTest)
