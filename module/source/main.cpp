@@ -1,3 +1,4 @@
+#include "commandline.h"
 #include "config.h"
 #include "interfacelanguage.h"
 #include "logsetup.h"
@@ -32,15 +33,15 @@ void writeBanner(const QApplication& p_application)
 int main(int argc, char** argv)
 {
     qsrand(static_cast<uint>(QTime(0, 0, 0).secsTo(QTime::currentTime())));
+    if (const std::optional<int> code = answerWithoutWindow(argc, argv)) {
+        return *code;
+    }
     QApplication application(argc, argv);
 
     QCommandLineParser parser;
     parser.addHelpOption();
     parser.addVersionOption();
-    const QCommandLineOption logLevel(
-        QStringLiteral("loglevel"),
-        QStringLiteral("log level [trace,debug,info,warning,error,fatal]"),
-        QStringLiteral("loglevel"), QString());
+    const QCommandLineOption logLevel = logLevelOption();
     parser.addOption(logLevel);
     parser.process(QCoreApplication::arguments());
 

@@ -4,14 +4,15 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-/** The program as a process of its own: its command line. Its log has a test of its own. */
+/**
+ * The program as a process of its own: what it opens, and from where. Its log and its command line
+ * have tests of their own.
+ */
 class ProgramTest : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void helpTellsTheOneOption();
-    void anUnknownOptionEndsTheProgram();
     void aProjectNamedOnTheCommandLineIsOpened();
     void itRunsFromFoldersWithBlanksAndChineseCharacters();
 
@@ -42,27 +43,6 @@ QString ProgramTest::outputOf(QProcess& p_process, const QString& p_program,
     p_process.kill();
     p_process.waitForFinished();
     return QString::fromUtf8(output + p_process.readAll());
-}
-
-void ProgramTest::helpTellsTheOneOption()
-{
-    QProcess process;
-    process.start(program(), {QStringLiteral("--help")});
-    QVERIFY(process.waitForFinished(20000));
-    QCOMPARE(process.exitCode(), 0);
-    const QByteArray text = process.readAllStandardOutput();
-    QVERIFY(text.contains("--loglevel <loglevel>"));
-    QVERIFY(text.contains("log level"));
-    QVERIFY(text.contains("[trace,debug,info,warning,error,fatal]"));
-}
-
-void ProgramTest::anUnknownOptionEndsTheProgram()
-{
-    QProcess process;
-    process.start(program(), {QStringLiteral("--nonsense")});
-    QVERIFY(process.waitForFinished(20000));
-    QCOMPARE(process.exitCode(), 1);
-    QVERIFY(process.readAllStandardError().contains("nonsense"));
 }
 
 void ProgramTest::aProjectNamedOnTheCommandLineIsOpened()

@@ -1,0 +1,112 @@
+#include <QAction>
+#include <QApplication>
+#include <QFile>
+#include <QFont>
+#include <QGenericPlugin>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QMainWindow>
+#include <QTimer>
+#include <QWidget>
+
+#include <algorithm>
+
+namespace
+{
+QJsonObject fontOf(const QFont& p_font)
+{
+    return {{QStringLiteral("family"), p_font.family()},
+            {QStringLiteral("points"), p_font.pointSize()},
+            {QStringLiteral("weight"), p_font.weight()},
+            {QStringLiteral("italic"), p_font.italic()}};
+}
+
+QJsonObject widgetOf(const QWidget& p_widget)
+{
+    QJsonArray actions;
+    for (const QAction* action : p_widget.actions()) {
+        if (!action->isSeparator()) {
+            actions.append(action->text());
+        }
+    }
+    return {{QStringLiteral("class"), QString::fromLatin1(p_widget.metaObject()->className())},
+            {QStringLiteral("parent"),
+             p_widget.parentWidget() == nullptr
+                 ? QString()
+                 : QString::fromLatin1(p_widget.parentWidget()->metaObject()->className())},
+            {QStringLiteral("window"), p_widget.isWindow()},
+            {QStringLiteral("visible"), p_widget.isVisible()},
+            {QStringLiteral("windowTitle"), p_widget.windowTitle()},
+            {QStringLiteral("title"), p_widget.property("title").toString()},
+            {QStringLiteral("text"), p_widget.property("text").toString()},
+            {QStringLiteral("toolTip"), p_widget.toolTip()},
+            {QStringLiteral("font"), fontOf(p_widget.font())},
+            {QStringLiteral("actions"), actions}};
+}
+
+/** Writes down the widgets of the program as soon as its window shows, and ends the program. */
+class Probe : public QObject
+{
+public:
+    explicit Probe(const QString& p_path) : m_path(p_path)
+    {
+        // A timer fires in the event loop alone, and so behind all steps of the start.
+        QObject::connect(&m_timer, &QTimer::timeout, this, &Probe::look);
+        m_timer.start(10);
+    }
+
+private:
+    void look()
+    {
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        const bool shows = std::any_of(windows.begin(), windows.end(), [](const QWidget* p_window) {
+            return p_window->isVisible() && qobject_cast<const QMainWindow*>(p_window) != nullptr;
+        });
+        if (!shows) {
+            return;
+        }
+        if (!m_written) {
+            write();
+            m_written = true;
+        }
+        // Again and again: the loop that has been left may be that of a box.
+        QCoreApplication::exit(0);
+    }
+
+    void write() const
+    {
+        QJsonArray widgets;
+        for (const QWidget* widget : QApplication::allWidgets()) {
+            widgets.append(widgetOf(*widget));
+        }
+        QFile file(m_path);
+        if (file.open(QIODevice::WriteOnly)) {
+            file.write(
+                QJsonDocument(QJsonObject{{QStringLiteral("font"), fontOf(QApplication::font())},
+                                          {QStringLiteral("widgets"), widgets}})
+                    .toJson());
+        }
+    }
+
+    QString m_path;
+    QTimer m_timer;
+    bool m_written = false;
+};
+} // namespace
+
+/** Reads the live widgets of any program, which loads it as one of its plugins. */
+class WidgetProbe : public QGenericPlugin
+{
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "widgetprobe.json")
+
+public:
+    QObject* create(const QString& p_key, const QString& p_path) override
+    {
+        Q_UNUSED(p_key)
+        return new Probe(p_path);
+    }
+};
+
+#include "widgetprobe.moc"
