@@ -9,10 +9,13 @@ cd "$(dirname "$0")"
 step() { echo; echo "== $*"; }
 
 step "Packages"
-need build kit emulator run display check
+need build kit emulator run display check windows
 
 step "Format"
 tools/check-format.sh
+
+step "Windows"
+tools/check-windows.sh
 
 step "Build"
 cmake --preset dev -DBUILD_TESTING=ON -DTILER_WERROR=ON
