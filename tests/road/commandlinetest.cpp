@@ -27,6 +27,12 @@ private:
 namespace
 {
 const char* const s_untitled = "Tiler v1.1.2 2020-12-17:  untitled[*]";
+
+/** With the ends of lines that Windows writes made alike. */
+QString textOf(const QByteArray& p_output)
+{
+    return QString::fromUtf8(p_output).remove(QLatin1Char('\r'));
+}
 } // namespace
 
 QProcessEnvironment CommandLineTest::environment(bool p_display) const
@@ -49,8 +55,8 @@ void CommandLineTest::aQuestionOrAMistakeEndsTheProgram_data()
     QTest::addColumn<int>("exitCode");
     QTest::addColumn<QString>("output");
     QTest::addColumn<QString>("error");
-    const QString usage = QStringLiteral("^Usage: \\S*vantrel \\[options\\]\\n(.*\\n)*"
-                                         "  -h, --help +\\S.*\\n(.*\\n)*"
+    const QString usage = QStringLiteral("^Usage: \\S*vantrel(\\.exe)? \\[options\\]\\n(.*\\n)*"
+                                         "  (-\\?, )?-h, --help +\\S.*\\n(.*\\n)*"
                                          "  -v, --version +\\S.*\\n(.*\\n)*"
                                          "  --loglevel <loglevel> +log level "
                                          "\\[trace,debug,info,warning,error,fatal\\]\\n$");
@@ -91,8 +97,8 @@ void CommandLineTest::aQuestionOrAMistakeEndsTheProgram()
         QVERIFY(process.waitForFinished());
         QCOMPARE(process.exitStatus(), QProcess::NormalExit);
         QCOMPARE(process.exitCode(), exitCode);
-        const QString told = QString::fromUtf8(process.readAllStandardOutput());
-        const QString complaint = QString::fromUtf8(process.readAllStandardError());
+        const QString told = textOf(process.readAllStandardOutput());
+        const QString complaint = textOf(process.readAllStandardError());
         QVERIFY2(QRegularExpression(output).match(told).hasMatch(), qPrintable(told));
         QVERIFY2(QRegularExpression(error).match(complaint).hasMatch(), qPrintable(complaint));
     }

@@ -35,7 +35,9 @@ QJsonObject widgetOf(const QWidget& p_widget)
              p_widget.parentWidget() == nullptr
                  ? QString()
                  : QString::fromLatin1(p_widget.parentWidget()->metaObject()->className())},
-            {QStringLiteral("window"), p_widget.isWindow()},
+            // A widget on the canvas is a window of its own to itself alone.
+            {QStringLiteral("window"),
+             p_widget.isWindow() && p_widget.graphicsProxyWidget() == nullptr},
             {QStringLiteral("visible"), p_widget.isVisible()},
             {QStringLiteral("windowTitle"), p_widget.windowTitle()},
             {QStringLiteral("title"), p_widget.property("title").toString()},
