@@ -35,6 +35,7 @@ class GestureTest : public QObject
     Q_OBJECT
 
 private slots:
+    void aPressMeansTheBlockThatIsSeenThere();
     void aDraggedBlockLeavesItsChainAndTakesWhatFollows();
     void aBlockDraggedToTheEndOfAnotherChainIsLinkedThere();
     void aBlockDraggedAwayAndBackToThePixelIsLinkedAgain();
@@ -61,6 +62,31 @@ private slots:
     void aPressTakesTheMarkFromANumberField();
     void twoBlocksOfTypeNoughtAreToldApartByIdentity();
 };
+
+void GestureTest::aPressMeansTheBlockThatIsSeenThere()
+{
+    CanvasFixture canvas;
+    supermodule* loop = canvas.dropBehind(canvas.main(), 306);
+    supermodule* body = canvas.drop(103, loop->scenePos() + QPointF(100, 20));
+    QCOMPARE(loop->left(), body);
+    supermodule* last = canvas.dropBehind(loop, 105);
+    const auto pressed = [&canvas](const QPointF& p_scenePos) {
+        canvas.click(p_scenePos);
+        return canvas.view.currentModule();
+    };
+    QCOMPARE(pressed(body->scenePos() + QPointF(60, 60)), body);
+    QCOMPARE(pressed(last->scenePos() + QPointF(60, 60)), last);
+    // The loop's legs and its upper edge; a block's connector reaches into the right leg.
+    QCOMPARE(pressed(loop->scenePos() + QPointF(20, 60)), loop);
+    QCOMPARE(pressed(body->scenePos() + QPointF(140, 60)), loop);
+    QCOMPARE(pressed(body->scenePos() + QPointF(60, -10)), loop);
+    // Behind a chain's end there is a connector, which is no block.
+    QCOMPARE(pressed(last->scenePos() + QPointF(150, 60)), nullptr);
+    canvas.press(last->scenePos() + QPointF(150, 60));
+    canvas.move(last->scenePos() + QPointF(250, 200));
+    canvas.release(last->scenePos() + QPointF(250, 200));
+    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 306, 105}));
+}
 
 void GestureTest::aDraggedBlockLeavesItsChainAndTakesWhatFollows()
 {

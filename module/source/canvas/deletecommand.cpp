@@ -7,19 +7,6 @@
 #include "supermodule.h"
 #include "tzprogramview.h"
 
-ModulePlace ModulePlace::of(const supermodule* p_module)
-{
-    ModulePlace place;
-    place.position = p_module->scenePos();
-    if (const supermodule* parent = p_module->parentModule()) {
-        place.parentKey = parent->registryKey;
-        place.link = parent->next() == p_module   ? NextLink
-                     : parent->left() == p_module ? LeftLink
-                                                  : RightLink;
-    }
-    return place;
-}
-
 namespace moduleUndoCommand
 {
 deleteCommand::deleteCommand(TzProgramView* p_view, supermodule* p_module,

@@ -1,24 +1,13 @@
 #pragma once
 
-#include "collisionitem.h"
+#include "moduleplace.h"
 
 #include <QDomDocument>
-#include <QPointF>
 #include <QUndoCommand>
 #include <QVector>
 
 class supermodule;
 class TzProgramView;
-
-/** Where a block stands and hangs, in terms that outlive blocks. */
-struct ModulePlace {
-    QPointF position;
-    /** The parent's key; the main block may have none, which is 0. */
-    int parentKey = 0;
-    LinkType link = NoLink;
-
-    static ModulePlace of(const supermodule* p_module);
-};
 
 namespace moduleUndoCommand
 {

@@ -294,9 +294,9 @@ void TzProgramView::deleteModule(supermodule* p_module)
     if (!p_module || p_module == m_mainModule) {
         return;
     }
+    hideFeedback();
     // A block that is dragged out comes back to where it was pressed, any other to where it is.
     const ModulePlace place = p_module->m_moved ? m_pressPlace : ModulePlace::of(p_module);
-    hideFeedback();
     m_undoStack.push(new moduleUndoCommand::deleteCommand(this, p_module, place));
     focusModule.clear();
     m_scene->update();

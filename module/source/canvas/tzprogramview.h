@@ -1,8 +1,8 @@
 #pragma once
 
-#include "deletecommand.h"
 #include "linkcandidates.h"
 #include "modulehost.h"
+#include "moduleplace.h"
 #include "modulesid.h"
 #include "mousestate.h"
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "itemtype.h"
+
 #include <QGraphicsItem>
 
 /** The three child links of a block, with the codes that link candidates carry. */
@@ -13,7 +15,7 @@ enum LinkType : int { NoLink = -1, NextLink = 0, LeftLink = 2, RightLink = 3 };
 class collisionItem : public QGraphicsItem
 {
 public:
-    enum { Type = UserType + 2 };
+    enum { Type = ConnectorItemType };
 
     /** p_kind: 0 next, 2 left, 3 right, 4 the body of a loop. Any other kind has an empty area. */
     collisionItem(int p_kind, const QString& p_linkName, QGraphicsItem* p_parent);

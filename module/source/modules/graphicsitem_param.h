@@ -1,5 +1,7 @@
 #pragma once
 
+#include "itemtype.h"
+
 #include <QGraphicsItem>
 #include <QObject>
 #include <QPixmap>
@@ -20,7 +22,7 @@ class graphicsItem_Param : public QObject, public QGraphicsItem
     Q_INTERFACES(QGraphicsItem)
 
 public:
-    enum { Type = UserType + 3 };
+    enum { Type = PopUpItemType };
 
     graphicsItem_Param(QGraphicsScene* p_scene, QGraphicsItem* p_parent);
 

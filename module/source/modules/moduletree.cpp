@@ -126,6 +126,14 @@ void supermodule::stackAboveLoops()
         if (inner) {
             loop->stackBefore(inner);
         } else {
+            // The eldest block is likely to lie lowest: then the loop moves but once.
+            supermodule* eldest = this;
+            forEachModule(this, [&eldest](supermodule* p_each) {
+                if (p_each->registryKey < eldest->registryKey) {
+                    eldest = p_each;
+                }
+            });
+            loop->stackBefore(eldest);
             forEachModule(this, [loop](supermodule* p_each) { loop->stackBefore(p_each); });
         }
         inner = loop;

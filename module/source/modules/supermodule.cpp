@@ -87,7 +87,7 @@ supermodule* supermodule::fromItem(QGraphicsItem* p_item)
 
 supermodule* supermodule::seenAs(QGraphicsItem* p_item)
 {
-    return fromItem(p_item && p_item->type() == PartType ? p_item->parentItem() : p_item);
+    return fromItem(p_item && p_item->type() == ModulePartItemType ? p_item->parentItem() : p_item);
 }
 
 void supermodule::setText(const QString& p_text)

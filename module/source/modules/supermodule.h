@@ -2,6 +2,7 @@
 
 #include "boundsrule.h"
 #include "collisionitem.h"
+#include "itemtype.h"
 
 #include <QDomElement>
 #include <QGraphicsPathItem>
@@ -27,9 +28,8 @@ class QGraphicsProxyWidget;
  * chain is the block without a parent. Links change through the operations here alone.
  *
  * Blocks are heap objects that the document owns: they die by deleteTree(), with a new document
- * or with the view. All
- * coordinates are scene units; blocks are top-level items, so pos() is the scene position.
- * Interface thread only.
+ * or with the view. All coordinates are scene units; blocks are top-level items, so pos() is the
+ * scene position. Interface thread only.
  */
 class supermodule : public QObject, public QGraphicsItem
 {
@@ -37,11 +37,7 @@ class supermodule : public QObject, public QGraphicsItem
     Q_INTERFACES(QGraphicsItem)
 
 public:
-    enum {
-        Type = UserType + 1,
-        /** A part of a block that reaches out of its rectangle: a press on it means the block. */
-        PartType = UserType + 2
-    };
+    enum { Type = ModuleItemType };
 
     supermodule(int p_id, const QString& p_imagePath, const QString& p_pressedPath,
                 const QString& p_text);

@@ -7,6 +7,7 @@ namespace
 const uint32_t s_countKeys = KeyboardDigits | KeyboardDelete;
 const LoopForm s_counted = {120, 100, true, 140, ":/formodule.png"};
 const LoopForm s_endless = {120, 100, false, 140, ":/forevermodule.png"};
+// Without a body a conditional loop's rectangle ends above its feet: that is meant.
 const LoopForm s_conditional = {40, 40, true, 100, ":/loopuntil.png"};
 /** The pictures of a conditional loop's sensor, drawn for a block, stand this far left of its end.
  */
@@ -28,7 +29,7 @@ public:
         setFlag(ItemStacksBehindParent);
     }
 
-    int type() const override { return supermodule::PartType; }
+    int type() const override { return ModulePartItemType; }
     QRectF boundingRect() const override
     {
         const int top = s_conditional.emptyHeight - LoopTopMargin;
@@ -41,8 +42,10 @@ public:
     void paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*) override
     {
         if (!m_loop.left()) {
+            p_painter->save();
             p_painter->setClipRect(boundingRect(), Qt::IntersectClip);
             m_loop.drawBracket(p_painter);
+            p_painter->restore();
         }
     }
 
@@ -151,8 +154,8 @@ void loopUntilModule::createButtons()
 
 void loopUntilModule::placeAtEnd(int p_right)
 {
-    // The body's blocks have drawers of their own: so that none lies on another, each leg of a
-    // filled loop has one. Where there is no body both hang at the end.
+    // The body's blocks have drawers of their own, which would cover both: so each leg of a filled
+    // loop has one, of which the block beside it covers a third at most.
     moveButton(0, left() ? 0 : p_right - 2 * s_buttonWidth);
     moveButton(1, p_right - s_buttonWidth);
 }

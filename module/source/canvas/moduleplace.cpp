@@ -1,0 +1,16 @@
+#include "moduleplace.h"
+
+#include "supermodule.h"
+
+ModulePlace ModulePlace::of(const supermodule* p_module)
+{
+    ModulePlace place;
+    place.position = p_module->scenePos();
+    if (const supermodule* parent = p_module->parentModule()) {
+        place.parentKey = parent->registryKey;
+        place.link = parent->next() == p_module   ? NextLink
+                     : parent->left() == p_module ? LeftLink
+                                                  : RightLink;
+    }
+    return place;
+}
