@@ -568,6 +568,63 @@
             <translation>Open file</translation>
         </message>
     </context>
+    <!-- The window that tells of a new version, still to come. -->
+    <context>
+        <name>UpgradeDialog</name>
+        <message>
+            <source>发现新版本</source>
+            <translation>Discovery of new versions</translation>
+        </message>
+        <message>
+            <source>新版本检测</source>
+            <translation>Check New Version</translation>
+        </message>
+        <message>
+            <source>此版本不再提示</source>
+            <translation>This version is no longer prompted</translation>
+        </message>
+        <message>
+            <source>暂不更新</source>
+            <translation>Cancel</translation>
+        </message>
+        <message>
+            <source>下载更新</source>
+            <translation>Download</translation>
+        </message>
+        <message>
+            <source>关闭</source>
+            <translation>close</translation>
+        </message>
+        <message>
+            <source>正在检测新版本...</source>
+            <translation>Checking for new version ...</translation>
+        </message>
+        <message>
+            <source>版本号检测错误</source>
+            <translation>Version number detection error</translation>
+        </message>
+        <message>
+            <source>数据格式错误</source>
+            <translation>Data in wrong format</translation>
+        </message>
+        <message>
+            <source>已经是最新版本，不需要更新</source>
+            <translation>It's the latest version, no update is needed.</translation>
+        </message>
+        <message>
+            <source>下载安装包失败</source>
+            <translation>Failed to download installation package</translation>
+        </message>
+        <message>
+            <source>提示</source>
+            <translation>Info</translation>
+        </message>
+        <message>
+            <source>控制器固件有更新,请更新至新的版本</source>
+            <translatorcomment>The question after new firmware has arrived. The dialog that downloads it has a shorter wording.</translatorcomment>
+            <translation>Controller firmware has been updated, please update to the new version</translation>
+        </message>
+    </context>
     <context>
         <name>aboutDialog</name>
         <message>
@@ -621,6 +678,11 @@
             <source>下载</source>
             <translation>Download</translation>
         </message>
+        <message>
+            <source>控制器固件有更新,请更新至新的版本</source>
+            <translatorcomment>For the update of the firmware, still to come. The window that tells of new versions has a longer wording.</translatorcomment>
+            <translation>Controller firmware has been updated, please update</translation>
+        </message>
     </context>
     <context>
         <name>buildThread</name>
@@ -631,6 +693,378 @@
         <message>
             <source>控制器连接失败！</source>
             <translation>Connect Failed!</translation>
+        </message>
+    </context>
+    <!-- The bar of the window for written programs, still to come. Its "关于" is another word than the one of the main bar. -->
+    <context>
+        <name>codeedittoolbar</name>
+        <message>
+            <source>打开文件</source>
+            <translation>open file</translation>
+        </message>
+        <message>
+            <source>文件</source>
+            <translation>file</translation>
+        </message>
+        <message>
+            <source>视图</source>
+            <translation>View</translation>
+        </message>
+        <message>
+            <source>查找</source>
+            <translation>Search</translation>
+        </message>
+        <message>
+            <source>替换</source>
+            <translation>replace</translation>
+        </message>
+        <message>
+            <source>跳转</source>
+            <translation>Jump</translation>
+        </message>
+        <message>
+            <source>撤销</source>
+            <translation>Revoke</translation>
+        </message>
+        <message>
+            <source>恢复</source>
+            <translation>Recovery</translation>
+        </message>
+        <message>
+            <source>下载</source>
+            <translation>Download</translation>
+        </message>
+        <message>
+            <source>切换到流程图</source>
+            <translation>Switch to flow chart</translation>
+        </message>
+        <message>
+            <source>新建</source>
+            <translation>new</translation>
+        </message>
+        <message>
+            <source>打开</source>
+            <translation>open</translation>
+        </message>
+        <message>
+            <source>保存</source>
+            <translation>save</translation>
+        </message>
+        <message>
+            <source>另存为</source>
+            <translation>save as</translation>
+        </message>
+        <message>
+            <source>关闭</source>
+            <translation>close</translation>
+        </message>
+        <message>
+            <source>最近文档</source>
+            <translation>Recent document</translation>
+        </message>
+        <message>
+            <source>编程窗口</source>
+            <translation>Programming window</translation>
+        </message>
+        <message>
+            <source>编译窗口</source>
+            <translation>Compile window</translation>
+        </message>
+        <message>
+            <source>程序名:</source>
+            <translation>Program name:</translation>
+        </message>
+        <message>
+            <source>关于</source>
+            <translation>Info</translation>
+        </message>
+    </context>
+    <!-- The window for the movements of a robot: its data stands, its face with these texts is still to come. -->
+    <context>
+        <name>editActionWindow</name>
+        <message>
+            <source>动作页组</source>
+            <translation>Action page group</translation>
+        </message>
+        <message>
+            <source>动作步骤</source>
+            <translation>Action steps</translation>
+        </message>
+        <message>
+            <source>添加</source>
+            <translation>Add</translation>
+        </message>
+        <message>
+            <source>删除</source>
+            <translation>Delete</translation>
+        </message>
+        <message>
+            <source>上移</source>
+            <translation>Move up</translation>
+        </message>
+        <message>
+            <source>下移</source>
+            <translation>Move down</translation>
+        </message>
+        <message>
+            <source>动作步骤页参数</source>
+            <translation>Action step page parameters</translation>
+        </message>
+        <message>
+            <source>重复次数 ：</source>
+            <translation>Repetitions:</translation>
+        </message>
+        <message>
+            <source>执行速率：</source>
+            <translation>Execution rate:</translation>
+        </message>
+        <message>
+            <source>机器人姿态</source>
+            <translation>Robot pose</translation>
+        </message>
+        <message>
+            <source>打开扭矩</source>
+            <translation>Turn on torque</translation>
+        </message>
+        <message>
+            <source>关闭扭矩</source>
+            <translation>Turn off torque</translation>
+        </message>
+        <message>
+            <source>最小</source>
+            <translation>Minimum</translation>
+        </message>
+        <message>
+            <source>归零</source>
+            <translation>Return to zero</translation>
+        </message>
+        <message>
+            <source>最大</source>
+            <translation>maximum</translation>
+        </message>
+        <message>
+            <source>设置最小值</source>
+            <translation>Set minimum</translation>
+        </message>
+        <message>
+            <source>设置0</source>
+            <translation>Set 0</translation>
+        </message>
+        <message>
+            <source>设置最大值</source>
+            <translation>Set maximum</translation>
+        </message>
+        <message>
+            <source>序号</source>
+            <translation>Number</translation>
+        </message>
+        <message>
+            <source>名称</source>
+            <translation>Name</translation>
+        </message>
+        <message>
+            <source>下一页</source>
+            <translation>next page</translation>
+        </message>
+        <message>
+            <source>退出页</source>
+            <translation>Exit page</translation>
+        </message>
+        <message>
+            <source>步骤</source>
+            <translation>Step</translation>
+        </message>
+        <message>
+            <source>步骤%1</source>
+            <translation>Step%1</translation>
+        </message>
+        <message>
+            <source>执行时间</source>
+            <translation>execution time</translation>
+        </message>
+        <message>
+            <source>等待时间</source>
+            <translation>waiting time</translation>
+        </message>
+        <message>
+            <source>锁定</source>
+            <translation>lock</translation>
+        </message>
+        <message>
+            <source>舵机
+ID</source>
+            <translation>Steering&#32;
+engine ID</translation>
+        </message>
+        <message>
+            <source>3D机器人
+角度</source>
+            <translation>3D robot&#32;
+angle</translation>
+        </message>
+        <message>
+            <source>实际机器人
+角度</source>
+            <translation>Real robot&#32;
+angle</translation>
+        </message>
+        <message>
+            <source>保存</source>
+            <translation>save</translation>
+        </message>
+        <message>
+            <source>是否保存当前动作文件</source>
+            <translation>Save or not</translation>
+        </message>
+        <message>
+            <source>是</source>
+            <translation>Yes</translation>
+        </message>
+        <message>
+            <source>否</source>
+            <translation>No</translation>
+        </message>
+        <message>
+            <source>取消</source>
+            <translation>Cancel</translation>
+        </message>
+    </context>
+    <!-- The bar of the window for movements, still to come. -->
+    <context>
+        <name>editactionstoolbar</name>
+        <message>
+            <source>新建</source>
+            <translation>new</translation>
+        </message>
+        <message>
+            <source>导入</source>
+            <translation>Import</translation>
+        </message>
+        <message>
+            <source>保存</source>
+            <translation>save</translation>
+        </message>
+        <message>
+            <source>下载</source>
+            <translation>Download</translation>
+        </message>
+        <message>
+            <source>播放</source>
+            <translation>Play</translation>
+        </message>
+        <message>
+            <source>停止</source>
+            <translation>Stop</translation>
+        </message>
+        <message>
+            <source>连接</source>
+            <translation>Connect</translation>
+        </message>
+        <message>
+            <source>断开</source>
+            <translation>Break Off</translation>
+        </message>
+        <message>
+            <source>切换到流程图</source>
+            <translation>Switch to flow chart</translation>
+        </message>
+        <message>
+            <source>关于</source>
+            <translation>Info</translation>
+        </message>
+    </context>
+    <!-- The box that asks for a line, still to come. -->
+    <context>
+        <name>gotoDialog</name>
+        <message>
+            <source>跳转</source>
+            <translation>Jump</translation>
+        </message>
+        <message>
+            <source>行号：</source>
+            <translation>Line number:</translation>
+        </message>
+        <message>
+            <source>确定</source>
+            <translation>OK</translation>
+        </message>
+        <message>
+            <source>取消</source>
+            <translation>Cancel</translation>
+        </message>
+    </context>
+    <!-- The box for find and replace, still to come. -->
+    <context>
+        <name>replaceDialog</name>
+        <message>
+            <source>替换</source>
+            <translation>replace</translation>
+        </message>
+        <message>
+            <source>查找内容：</source>
+            <translation>Find content:</translation>
+        </message>
+        <message>
+            <source>替换为：</source>
+            <translation>Replace:</translation>
+        </message>
+        <message>
+            <source>查找下一个</source>
+            <translation>Find next</translation>
+        </message>
+        <message>
+            <source>全部替换</source>
+            <translation>replace all</translation>
+        </message>
+        <message>
+            <source>取消</source>
+            <translation>Cancel</translation>
+        </message>
+        <message>
+            <source>全字匹配</source>
+            <translatorcomment>Another wording than in the box for find; each box keeps its own.</translatorcomment>
+            <translation>Full word matching</translation>
+        </message>
+        <message>
+            <source>区分大小写</source>
+            <translation>Case sensitive</translation>
+        </message>
+    </context>
+    <!-- The box for find, still to come. -->
+    <context>
+        <name>searchDialog</name>
+        <message>
+            <source>查找</source>
+            <translation>Search</translation>
+        </message>
+        <message>
+            <source>查找下一个</source>
+            <translation>Find next</translation>
+        </message>
+        <message>
+            <source>取消</source>
+            <translation>Cancel</translation>
+        </message>
+        <message>
+            <source>查找内容：</source>
+            <translation>Find content:</translation>
+        </message>
+        <message>
+            <source>全字匹配</source>
+            <translatorcomment>Another wording than in the box for replace; each box keeps its own.</translatorcomment>
+            <translation>whole word</translation>
+        </message>
+        <message>
+            <source>区分大小写</source>
+            <translation>Case sensitive</translation>
+        </message>
+        <message>
+            <source>向上</source>
+            <translation>Up</translation>
+        </message>
+        <message>
+            <source>向下</source>
+            <translation>Down</translation>
         </message>
     </context>
 </TS>

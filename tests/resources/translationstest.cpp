@@ -1,3 +1,5 @@
+#include "wordings.h"
+
 #include <QDirIterator>
 #include <QDomDocument>
 #include <QFile>
@@ -18,6 +20,36 @@ const char* const s_untranslated[] = {
     "font: 9pt \\\"微软雅黑\\\";color:%1;",
 };
 
+/** A window whose texts are translated already, while no source asks for them yet. */
+struct ToCome {
+    const char* context;
+    /** Whether the class stands in the sources already, for now without a text. */
+    bool standsWithoutTexts;
+};
+
+/**
+ * The translations hold the texts of windows to come, so that each window finds its English
+ * ready when it is built. Until then these contexts alone may have texts that no source asks
+ * for. Whoever builds one of them takes it off this list: the test then sees to it that the new
+ * window asks for each of its texts.
+ */
+const ToCome s_windowsToCome[] = {
+    {"UpgradeDialog", false},      {"codeedittoolbar", false}, {"searchDialog", false},
+    {"replaceDialog", false},      {"gotoDialog", false},      {"editActionWindow", true},
+    {"editactionstoolbar", false},
+};
+
+/** A single text to come in a context that asks for its other texts already. */
+struct TextToCome {
+    const char* context;
+    const char* source;
+};
+
+const TextToCome s_textsToCome[] = {
+    // The update of the controller's firmware through the dialog that downloads programs.
+    {"buildDialog", "控制器固件有更新,请更新至新的版本"},
+};
+
 /** Context, a bar and source of each message of a translation source, with its translation. */
 using Messages = QMap<QString, QString>;
 
@@ -33,6 +65,11 @@ const QRegularExpression& chinese()
     static const QRegularExpression s_chinese(
         QStringLiteral("[\\x{3000}-\\x{9fff}\\x{ff00}-\\x{ffef}]"));
     return s_chinese;
+}
+
+QString keyOf(const QString& p_context, const QString& p_source)
+{
+    return p_context + QLatin1Char('|') + p_source;
 }
 
 /** A message that isn't finished, or is marked as obsolete, reads as empty. */
@@ -53,8 +90,7 @@ Messages messagesOf(const QString& p_path)
             const QDomElement message = list.at(j).toElement();
             const QDomElement translation =
                 message.firstChildElement(QStringLiteral("translation"));
-            found.insert(name + QLatin1Char('|') +
-                             message.firstChildElement(QStringLiteral("source")).text(),
+            found.insert(keyOf(name, message.firstChildElement(QStringLiteral("source")).text()),
                          translation.hasAttribute(QStringLiteral("type")) ? QString()
                                                                           : translation.text());
         }
@@ -71,6 +107,8 @@ Messages messagesIn(const char* p_language)
         QStringLiteral("/resources/translations/vantrel_%1.ts").arg(QLatin1String(p_language)));
 }
 
+QString contextOf(const QString& p_key) { return p_key.left(p_key.indexOf(QLatin1Char('|'))); }
+
 QString sourceOf(const QString& p_key) { return p_key.mid(p_key.indexOf(QLatin1Char('|')) + 1); }
 
 /** The rooms of the program that are there. */
@@ -84,6 +122,73 @@ QStringList roomFolders()
         }
     }
     return folders;
+}
+
+/** What the sources of the program ask for, in a list of lupdate; empty if they can't be read. */
+Messages messagesOfSources()
+{
+    QTemporaryDir folder;
+    const QString fresh = folder.filePath(QStringLiteral("fresh.ts"));
+    QProcess lupdate;
+    lupdate.start(qEnvironmentVariable("TILER_LUPDATE"), roomFolders()
+                                                             << QStringLiteral("-ts") << fresh);
+    if (!lupdate.waitForFinished(60000) || lupdate.exitCode() != 0) {
+        return {};
+    }
+    // A text without a context is never found at run time.
+    const QByteArray said = lupdate.readAllStandardError();
+    if (said.contains("cannot")) {
+        qWarning("%s", said.constData());
+        return {};
+    }
+    return messagesOf(fresh);
+}
+
+QSet<QString> contextsOf(const Messages& p_messages)
+{
+    QSet<QString> contexts;
+    for (auto it = p_messages.constBegin(); it != p_messages.constEnd(); ++it) {
+        contexts.insert(contextOf(it.key()));
+    }
+    return contexts;
+}
+
+/** The texts that wait for their windows: those of the lists above whose wording is settled. */
+QSet<QString> keysToCome()
+{
+    QSet<QString> keys;
+    for (const Wording& wording : wordings()) {
+        for (const ToCome& window : s_windowsToCome) {
+            if (wording.context == QLatin1String(window.context)) {
+                keys.insert(keyOf(wording.context, wording.source));
+            }
+        }
+    }
+    for (const TextToCome& text : s_textsToCome) {
+        keys.insert(keyOf(QString::fromUtf8(text.context), QString::fromUtf8(text.source)));
+    }
+    return keys;
+}
+
+/** Whether a source declares the class with its body, or a form draws it. */
+bool classStands(const QString& p_name)
+{
+    const QRegularExpression declared(
+        QStringLiteral("\\b(class|struct)\\s+(\\w+\\s+)?%1\\b[^;{]*\\{|<class>%1</class>")
+            .arg(p_name));
+    for (const QString& room : roomFolders()) {
+        QDirIterator files(room,
+                           {QStringLiteral("*.cpp"), QStringLiteral("*.h"), QStringLiteral("*.ui")},
+                           QDir::Files, QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            QFile file(files.next());
+            if (file.open(QIODevice::ReadOnly) &&
+                declared.match(QString::fromUtf8(file.readAll())).hasMatch()) {
+                return true;
+            }
+        }
+    }
+    return false;
 }
 
 /** The marks %1, %2, ... of a text, in order. */
@@ -134,29 +239,22 @@ class TranslationsTest : public QObject
 
 private slots:
     void everySourceTextIsInBothTranslations();
+    void windowsToComeLeaveTheListWhenTheyAreBuilt();
     void everyChineseTextOfTheSourcesAsksForItsTranslation();
     void theEnglishTextsAreEnglish();
     void theChineseTextsAreThoseOfTheSources();
     void placesOfNumbersStayInATranslation();
     void bothTranslationsLoad();
+    void noWordingIsGivenTwice();
     void theWordingStandsAsItIs_data();
     void theWordingStandsAsItIs();
 };
 
 void TranslationsTest::everySourceTextIsInBothTranslations()
 {
-    QTemporaryDir folder;
-    const QString fresh = folder.filePath(QStringLiteral("fresh.ts"));
-    QProcess lupdate;
-    lupdate.start(qEnvironmentVariable("TILER_LUPDATE"), roomFolders()
-                                                             << QStringLiteral("-ts") << fresh);
-    QVERIFY(lupdate.waitForFinished(60000));
-    QCOMPARE(lupdate.exitCode(), 0);
-    // A text without a context is never found at run time.
-    const QByteArray said = lupdate.readAllStandardError();
-    QVERIFY2(!said.contains("cannot"), said.constData());
-    const Messages needed = messagesOf(fresh);
+    const Messages needed = messagesOfSources();
     QVERIFY(needed.size() > 100);
+    const QSet<QString> toCome = keysToCome();
     for (const char* language : {"en", "zh_cn"}) {
         const Messages there = messagesIn(language);
         for (auto it = needed.constBegin(); it != needed.constEnd(); ++it) {
@@ -164,9 +262,37 @@ void TranslationsTest::everySourceTextIsInBothTranslations()
                      qPrintable(it.key() + QLatin1Char(' ') + QLatin1String(language)));
         }
         for (auto it = there.constBegin(); it != there.constEnd(); ++it) {
-            QVERIFY2(needed.contains(it.key()),
+            QVERIFY2(needed.contains(it.key()) || toCome.contains(it.key()),
                      qPrintable(QStringLiteral("left over: ") + it.key()));
         }
+    }
+}
+
+void TranslationsTest::windowsToComeLeaveTheListWhenTheyAreBuilt()
+{
+    const Messages needed = messagesOfSources();
+    QVERIFY(needed.size() > 100);
+    const QSet<QString> asking = contextsOf(needed);
+    QVERIFY(asking.contains(QStringLiteral("MainWindow")));
+    QVERIFY(classStands(QStringLiteral("MainWindow")));
+    QSet<QString> worded;
+    for (const Wording& wording : wordings()) {
+        worded.insert(wording.context);
+    }
+    for (const ToCome& window : s_windowsToCome) {
+        const QString name = QString::fromLatin1(window.context);
+        QVERIFY2(worded.contains(name), window.context);
+        const QByteArray advice =
+            QByteArray("built by now? Take it off the list: ") + window.context;
+        QVERIFY2(!asking.contains(name), advice.constData());
+        QVERIFY2(classStands(name) == window.standsWithoutTexts, advice.constData());
+    }
+    for (const TextToCome& text : s_textsToCome) {
+        const QString context = QString::fromUtf8(text.context);
+        const QByteArray advice = QByteArray("used by now? Take it off the list: ") + text.source;
+        QVERIFY2(asking.contains(context), text.context);
+        QVERIFY2(!needed.contains(keyOf(context, QString::fromUtf8(text.source))),
+                 advice.constData());
     }
 }
 
@@ -242,47 +368,46 @@ void TranslationsTest::bothTranslationsLoad()
     QCOMPARE(chinese.translate("QObject", "前进"), QStringLiteral("前进"));
 }
 
+void TranslationsTest::noWordingIsGivenTwice()
+{
+    QSet<QString> keys;
+    for (const Wording& wording : wordings()) {
+        const QString key = keyOf(wording.context, wording.source);
+        QVERIFY2(!keys.contains(key), qPrintable(key));
+        keys.insert(key);
+    }
+    QVERIFY(keys.size() > 200);
+}
+
 void TranslationsTest::theWordingStandsAsItIs_data()
 {
     QTest::addColumn<QByteArray>("context");
     QTest::addColumn<QByteArray>("source");
     QTest::addColumn<QString>("english");
-    const auto row = [](const char* p_context, const char* p_source, const char* p_english) {
-        QTest::addRow("%s %s", p_context, p_english)
-            << QByteArray(p_context) << QByteArray(p_source) << QString::fromUtf8(p_english);
-    };
-    row("MainWindow", "打开文件", "open file");
-    row("TzToolBar", "打开文件", "Open file");
-    row("TzToolBar", "打开", "open");
-    row("TzToolBar", "保存", "save");
-    row("MainWindow", "保存", "save");
-    row("MainWindow", "保存文件", "Save file");
-    row("TzToolBar", "关于", "About");
-    row("TzToolBar", "重置缩放", "Reset and scale");
-    row("TzToolBar", "放大", "zoom in");
-    row("TzToolBar", "缩小", "Zoom out");
-    row("TzProgramView", "提示", "Info");
-    row("TzProgramView", "取消复制", "Undo copy");
-    row("QObject", "等待", "wait");
-    row("QObject", "等待触碰", "Wait for touch");
-    row("QObject", "循环触碰检测", "Cyclic Touch Detection");
-    row("QObject", "遥控变量", "telecontroller");
-    row("QObject", "舵机角度变量", "Steering Angle");
-    // A failed build says that it succeeded, and it is meant.
-    row("buildDialog", "编译成功！", "Compile Success!");
-    row("buildDialog", "编译失败！", "Compile Success!");
-    row("buildDialog", "下载失败！", "Download Failed!");
-    row("buildThread", "控制器连接失败！", "Connect Failed!");
+    for (const Wording& wording : wordings()) {
+        const QByteArray context = wording.context.toUtf8();
+        const QByteArray source = wording.source.toUtf8();
+        QTest::addRow("%s %s", context.constData(),
+                      QByteArray(source).replace('\n', ' ').constData())
+            << context << source << wording.english;
+    }
 }
 
+/** As the program asks for it: through the translator that it installs. */
 void TranslationsTest::theWordingStandsAsItIs()
 {
     QFETCH(QByteArray, context);
     QFETCH(QByteArray, source);
     QFETCH(QString, english);
-    QTranslator translator;
-    QVERIFY(translator.load(QStringLiteral(":/vantrel_en.qm")));
-    QCOMPARE(translator.translate(context.constData(), source.constData()), english);
+    for (const char* language : {"en", "zh_cn"}) {
+        QTranslator translator;
+        QVERIFY(translator.load(QStringLiteral(":/vantrel_%1.qm").arg(QLatin1String(language))));
+        // The program falls back on the source, which would hide that a text is missing.
+        QVERIFY(!translator.translate(context.constData(), source.constData()).isEmpty());
+        QVERIFY(QCoreApplication::installTranslator(&translator));
+        QCOMPARE(QCoreApplication::translate(context.constData(), source.constData()),
+                 qstrcmp(language, "en") == 0 ? english : QString::fromUtf8(source));
+    }
 }
 
 QTEST_GUILESS_MAIN(TranslationsTest)
