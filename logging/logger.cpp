@@ -2,6 +2,8 @@
 
 #include "errorstream.h"
 
+#include <QTextCodec>
+
 #include <algorithm>
 #include <utility>
 
@@ -18,6 +20,21 @@ template <class Appenders> void writeTo(const Appenders& p_appenders, const LogM
         each->write(p_message);
     }
 }
+
+/**
+ * Lets go of all appenders when the process ends: a text stream points to a codec, and Qt deletes
+ * those. The first use of a codec, in the constructor, makes Qt's data older than this object, so
+ * that it is taken down later.
+ */
+class Ending
+{
+public:
+    Ending() { QTextCodec::codecForLocale(); }
+    ~Ending() { Logger::globalInstance().removeAppenders(); }
+
+private:
+    Q_DISABLE_COPY(Ending)
+};
 } // namespace
 
 Logger::Logger() : m_register(std::make_shared<const Register>()), m_device(*this) {}
@@ -37,6 +54,7 @@ std::shared_ptr<const Logger::Register> Logger::currentRegister() const
 void Logger::registerAppender(std::shared_ptr<AbstractAppender> p_appender,
                               const QString& p_category)
 {
+    static const Ending s_ending;
     const std::scoped_lock lock(m_mutex);
     auto changed = std::make_shared<Register>(*m_register);
     (p_category.isEmpty() ? changed->appenders : changed->categories[p_category])

@@ -12,6 +12,10 @@
 /**
  * Where all messages come together and go on to the appenders. Every function may be called from
  * any thread, and from the first to the last moment of the process.
+ *
+ * The appenders don't last that long: they go when main() has returned, behind the static objects
+ * that are younger than the first one's registration, and what is still said then goes to the error
+ * stream. No other thread should be within write() at that moment.
  */
 class Logger
 {

@@ -35,6 +35,6 @@ void setUpLog(const QString& p_level)
     // Some systems turn debug messages off for all programs. The appenders' levels decide here,
     // and whoever sets QT_LOGGING_RULES.
     QLoggingCategory::setFilterRules(QStringLiteral("default=true"));
-    // Ends with the process, before the libraries that a message needs are taken down.
+    // Ends with the process, before the appenders go and the libraries that they need.
     static const MessageRoute s_route;
 }
