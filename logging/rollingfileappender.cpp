@@ -1,6 +1,5 @@
 #include "rollingfileappender.h"
 
-#include <QDir>
 #include <QFileInfo>
 
 RollingFileAppender::RollingFileAppender(const QString& p_fileName) : FileAppender(p_fileName) {}
@@ -27,18 +26,6 @@ void RollingFileAppender::setDatePattern(RollingPeriod p_period)
     m_startOf.clear();
 }
 
-int RollingFileAppender::logFilesLimit() const
-{
-    const std::scoped_lock lock(m_fileMutex);
-    return m_limit;
-}
-
-void RollingFileAppender::setLogFilesLimit(int p_limit)
-{
-    const std::scoped_lock lock(m_fileMutex);
-    m_limit = p_limit;
-}
-
 void RollingFileAppender::prepareFile(const QDateTime& p_now)
 {
     const QDateTime start = periodStart(m_period, p_now.toLocalTime());
@@ -62,25 +49,5 @@ void RollingFileAppender::rollOver()
     for (int number = 1; QFileInfo::exists(free); ++number) {
         free = old + QLatin1Char('.') + QString::number(number);
     }
-    if (QFile::rename(lockedFileName(), free) && m_limit > 0) {
-        removeOldFiles();
-    }
-}
-
-void RollingFileAppender::removeOldFiles() const
-{
-    const QFileInfo file(lockedFileName());
-    QDir folder = file.absoluteDir();
-    QStringList old;
-    // By name, which is by time.
-    const QStringList all = folder.entryList(QDir::Files | QDir::Hidden, QDir::Name);
-    for (const QString& name : all) {
-        if (name.startsWith(file.fileName()) &&
-            isPeriodSuffix(m_period, name.mid(file.fileName().size()))) {
-            old.append(name);
-        }
-    }
-    for (int i = 0; i < old.size() - m_limit; ++i) {
-        folder.remove(old.at(i));
-    }
+    QFile::rename(lockedFileName(), free);
 }

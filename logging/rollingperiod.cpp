@@ -1,7 +1,6 @@
 #include "rollingperiod.h"
 
 #include <QLocale>
-#include <QRegularExpression>
 
 #include <array>
 
@@ -15,25 +14,21 @@ QDateTime hoursDown(const QDateTime& p_time, int p_hours)
 
 struct Row {
     const char* pattern;
-    const char* expression;
     QDateTime (*start)(const QDateTime& p_time);
 };
 const std::array<Row, 6> s_rows{{
-    {"'.'yyyy-MM-dd-hh-mm", "\\.\\d{4}-\\d\\d-\\d\\d-\\d\\d-\\d\\d",
+    {"'.'yyyy-MM-dd-hh-mm",
      [](const QDateTime& t) {
          return QDateTime(t.date(), QTime(t.time().hour(), t.time().minute()));
      }},
-    {"'.'yyyy-MM-dd-hh", "\\.\\d{4}-\\d\\d-\\d\\d-\\d\\d",
-     [](const QDateTime& t) { return hoursDown(t, 1); }},
-    {"'.'yyyy-MM-dd-a", "\\.\\d{4}-\\d\\d-\\d\\d-[ap]m",
-     [](const QDateTime& t) { return hoursDown(t, 12); }},
-    {"'.'yyyy-MM-dd", "\\.\\d{4}-\\d\\d-\\d\\d",
-     [](const QDateTime& t) { return hoursDown(t, 24); }},
-    {"'.'yyyy-ww", "\\.\\d{4}-\\d\\d",
+    {"'.'yyyy-MM-dd-hh", [](const QDateTime& t) { return hoursDown(t, 1); }},
+    {"'.'yyyy-MM-dd-a", [](const QDateTime& t) { return hoursDown(t, 12); }},
+    {"'.'yyyy-MM-dd", [](const QDateTime& t) { return hoursDown(t, 24); }},
+    {"'.'yyyy-ww",
      [](const QDateTime& t) {
          return QDateTime(t.date().addDays(1 - t.date().dayOfWeek()), QTime(0, 0));
      }},
-    {"'.'yyyy-MM", "\\.\\d{4}-\\d\\d",
+    {"'.'yyyy-MM",
      [](const QDateTime& t) {
          return QDateTime(QDate(t.date().year(), t.date().month(), 1), QTime(0, 0));
      }},
@@ -69,11 +64,4 @@ QString periodSuffix(RollingPeriod p_period, const QDateTime& p_start)
     }
     // "am" and "pm" in every language, so that the names are in order.
     return QLocale::c().toString(p_start, datePattern(p_period)).toLower();
-}
-
-bool isPeriodSuffix(RollingPeriod p_period, const QString& p_text)
-{
-    const QRegularExpression expression(QRegularExpression::anchoredPattern(
-        QLatin1String(rowOf(p_period).expression) + QStringLiteral("(\\.\\d+)?")));
-    return expression.match(p_text).hasMatch();
 }

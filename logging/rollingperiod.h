@@ -20,5 +20,3 @@ std::optional<RollingPeriod> periodOfPattern(const QString& p_pattern);
 QDateTime periodStart(RollingPeriod p_period, const QDateTime& p_time);
 /** The text of the period that began at a time, such as ".2026-11-21". */
 QString periodSuffix(RollingPeriod p_period, const QDateTime& p_start);
-/** Whether a text is a periodSuffix(), with or without a number behind a further point. */
-bool isPeriodSuffix(RollingPeriod p_period, const QString& p_text);

@@ -21,7 +21,6 @@ private slots:
     void aFileThatIsThereAlreadyIsKept();
     void aClockPutBackBeginsNoNewFile();
     void aFileThatCantBeMovedGoesOn();
-    void onlySoManyFilesAreKept();
     void anotherFileHasAPeriodOfItsOwn();
 
 private:
@@ -88,11 +87,6 @@ void RollingFileAppenderTest::periodsHaveTheirNames()
     QCOMPARE(periodStart(*period, time), start);
     QCOMPARE(periodStart(*period, start), start);
     QCOMPARE(periodSuffix(*period, start), suffix);
-    QVERIFY(isPeriodSuffix(*period, suffix));
-    QVERIFY(isPeriodSuffix(*period, suffix + QStringLiteral(".12")));
-    QVERIFY(!isPeriodSuffix(*period, suffix + QStringLiteral(".txt")));
-    QVERIFY(!isPeriodSuffix(*period, QStringLiteral(".txt") + suffix));
-    QVERIFY(!isPeriodSuffix(*period, QString()));
 }
 
 void RollingFileAppenderTest::onlyTheSixPatternsAreTaken()
@@ -106,7 +100,6 @@ void RollingFileAppenderTest::onlyTheSixPatternsAreTaken()
     QCOMPARE(appender.datePatternString(), QStringLiteral("'.'yyyy-ww"));
     appender.setDatePattern(RollingPeriod::Hour);
     QCOMPARE(appender.datePatternString(), QStringLiteral("'.'yyyy-MM-dd-hh"));
-    QCOMPARE(appender.logFilesLimit(), 0);
 }
 
 void RollingFileAppenderTest::aNewPeriodMovesTheFileAway_data()
@@ -218,29 +211,6 @@ void RollingFileAppenderTest::aFileThatCantBeMovedGoesOn()
     write(appender, "2026-11-21 10:00:00", "b");
     QCOMPARE(files().size(), 1);
     QCOMPARE(contentOf(path(name.constData())), QByteArray("a\nb\n"));
-}
-
-void RollingFileAppenderTest::onlySoManyFilesAreKept()
-{
-    const QStringList foreign{QStringLiteral("log.txt.2026-11-19.bak"), QStringLiteral("log.txt.x"),
-                              QStringLiteral("log.txt.2026-11"),
-                              QStringLiteral("other.txt.2026-11-19")};
-    for (const QString& name : foreign) {
-        QFile there(m_dir->filePath(name));
-        QVERIFY(there.open(QIODevice::WriteOnly));
-    }
-    RollingFileAppender appender(path());
-    appender.setLogFilesLimit(2);
-    QCOMPARE(appender.logFilesLimit(), 2);
-    for (const char* time : {"2026-11-10 10:00:00", "2026-11-11 10:00:00", "2026-11-12 10:00:00",
-                             "2026-12-13 10:00:00", "2027-01-01 10:00:00"}) {
-        write(appender, time, time);
-    }
-    QStringList expected = foreign;
-    expected << QStringLiteral("log.txt") << QStringLiteral("log.txt.2026-11-12")
-             << QStringLiteral("log.txt.2026-12-13");
-    expected.sort();
-    QCOMPARE(files(), expected);
 }
 
 void RollingFileAppenderTest::anotherFileHasAPeriodOfItsOwn()
