@@ -1,6 +1,8 @@
 #include "functionname.h"
 
+#include <algorithm>
 #include <array>
+#include <cctype>
 #include <string>
 #include <string_view>
 
