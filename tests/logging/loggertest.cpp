@@ -1,4 +1,5 @@
 #include "consoleappender.h"
+#include "debugoutput.h"
 #include "logassert.h"
 #include "loghelpers.h"
 #include "logtimer.h"
@@ -68,7 +69,13 @@ int useConsole()
                                    QString::fromLatin1("a\0b", 3) + QChar(0xd83d));
     return 0;
 }
+
+QStringList s_toDebugger;
 } // namespace
+
+// Takes the place of the platform's own, where nobody could see what arrives; the linker leaves
+// that one in its library.
+void writeToDebugger(const wchar_t* p_text) { s_toDebugger += QString::fromWCharArray(p_text); }
 
 /** Messages on their way from Qt's functions and the logger's own to the appenders. */
 class LoggerTest : public QObject
@@ -92,7 +99,7 @@ private slots:
     void aTextStreamWritesIntoTheLog();
     void timersTellHowLongTheyLived();
     void aFailedAssertionIsLoggedAndEndsTheProgram();
-    void theDebuggersAppenderTakesMessages();
+    void theDebuggerGetsEachMessageInTheFormat();
 };
 
 void LoggerTest::cleanup() { Logger::globalInstance().removeAppenders(); }
@@ -339,16 +346,24 @@ void LoggerTest::aFailedAssertionIsLoggedAndEndsTheProgram()
     QCOMPARE(process.readAllStandardError(), QByteArray("[Fatal  ] main ASSERT: \"1 + 1 == 3\"\n"));
 }
 
-void LoggerTest::theDebuggersAppenderTakesMessages()
+void LoggerTest::theDebuggerGetsEachMessageInTheFormat()
 {
-    // Nobody can see more of it where there is no such output.
     const Registered<OutputDebugAppender> appender;
-    write(LogLevel::Error, "塔勒");
     QCOMPARE(appender->format(), AbstractStringAppender::defaultFormat());
+    appender->setFormat(QStringLiteral("[%{type:-7}] %{message}\n"));
+    s_toDebugger.clear();
+    write(LogLevel::Trace, "too small");
+    QCOMPARE(s_toDebugger, QStringList());
+    write(LogLevel::Error, "塔勒 🐢");
+    write(LogLevel::Debug, "");
+    QCOMPARE(s_toDebugger, (QStringList{QString::fromUtf8("[Error  ] 塔勒 🐢\n"),
+                                        QStringLiteral("[Debug  ] \n")}));
 }
 
 int main(int argc, char** argv)
 {
+    // Not what whoever runs the tests has in mind about messages. Qt reads it at the start.
+    qunsetenv("QT_LOGGING_RULES");
     QCoreApplication application(argc, argv);
     const QString mode = QCoreApplication::arguments().value(1);
     if (mode == QLatin1String(s_raising)) {
