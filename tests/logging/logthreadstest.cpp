@@ -5,9 +5,11 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <future>
+#include <iterator>
 #include <thread>
 #include <vector>
 
@@ -46,42 +48,93 @@ template <class Work, class Beside> void inThreads(Work p_work, Beside p_beside)
 const char* const s_formats[] = {"<1 %{typeOne} %{threadid} %{time} %{message} 1>\n",
                                  "<2 %{Type:9} %{message} 2>\n"};
 
-void changeFormat(AbstractStringAppender& p_appender, int p_round)
+/** Gives an appender one level and format after another, and sees that it has them. */
+class Changer
 {
-    p_appender.setFormat(QLatin1String(s_formats[p_round % 2]));
-}
+public:
+    explicit Changer(AbstractStringAppender& p_appender) : m_appender(p_appender)
+    {
+        p_appender.setFormat(QLatin1String(s_formats[1]));
+    }
+
+    void change(int p_round, LogLevel p_level)
+    {
+        const LogLevel level = m_appender.detailsLevel();
+        const QString format = m_appender.format();
+        m_appender.setDetailsLevel(p_level);
+        m_appender.setFormat(QLatin1String(s_formats[p_round % 2]));
+        levels += m_appender.detailsLevel() != level ? 1 : 0;
+        formats += m_appender.format() != format ? 1 : 0;
+    }
+
+    /** How often they were other ones than before. */
+    int levels = 0;
+    int formats = 0;
+
+private:
+    AbstractStringAppender& m_appender;
+};
 
 /** Looks at lines one by one: whether each is whole, and which messages they are. */
 class LineCheck
 {
 public:
+    enum From : int { Any = -1, Start = 0 };
+    /** From the first message of each thread, or from whichever comes first. */
+    explicit LineCheck(From p_from = Start) { std::fill(std::begin(next), std::end(next), p_from); }
+
     void see(const QString& p_line)
     {
-        // The text is "thread/number", the last word but one.
+        // The text is "thread/number" or "note", the last word but one.
         const QStringList words = p_line.split(QLatin1Char(' '), Qt::SkipEmptyParts);
-        const bool first = p_line.startsWith(QLatin1String("<1 i 0x")) && words.size() == 6 &&
-                           words.last() == QLatin1String("1>\n");
-        const bool second = p_line.startsWith(QLatin1String("<2      INFO ")) &&
-                            words.size() == 4 && words.last() == QLatin1String("2>\n");
-        const QStringList text = words.value(words.size() - 2).split(QLatin1Char('/'));
-        const int thread = text.value(0).toInt();
-        if (!(first || second) || text.size() != 2 || thread < 0 || thread >= s_threads ||
-            text.at(1).toInt() != next[thread]) {
+        const QString text = words.value(words.size() - 2);
+        const bool isNote = text == QLatin1String("note");
+        const bool first = p_line.startsWith(QLatin1String(isNote ? "<1 d 0x" : "<1 i 0x")) &&
+                           words.size() == 6 && words.last() == QLatin1String("1>\n");
+        const bool second =
+            p_line.startsWith(QLatin1String(isNote ? "<2     DEBUG " : "<2      INFO ")) &&
+            words.size() == 4 && words.last() == QLatin1String("2>\n");
+        if (!(first || second) || !(isNote || takes(text))) {
             broken = broken.isEmpty() ? p_line : broken;
             return;
         }
-        ++next[thread];
+        notes += isNote ? 1 : 0;
+        ++(first ? ofFirstFormat : ofSecondFormat);
     }
 
-    /** How many messages of each thread came, all in order. */
-    int next[s_threads] = {};
+    /** The number behind the last message of each thread; all came in order, without a gap. */
+    int next[s_threads];
+    int notes = 0;
+    int ofFirstFormat = 0;
+    int ofSecondFormat = 0;
     QString broken;
+
+private:
+    bool takes(const QString& p_text)
+    {
+        const QStringList parts = p_text.split(QLatin1Char('/'));
+        bool isThread = false;
+        bool isNumber = false;
+        const int thread = parts.value(0).toInt(&isThread);
+        const int number = parts.value(1).toInt(&isNumber);
+        if (parts.size() != 2 || !isThread || !isNumber || thread < 0 || thread >= s_threads ||
+            (next[thread] != number && next[thread] != Any)) {
+            return false;
+        }
+        next[thread] = number + 1;
+        return true;
+    }
 };
 
 /** Is fast, so that the threads get into each other's way as much as they can. */
 class CheckingAppender : public AbstractStringAppender
 {
 public:
+    explicit CheckingAppender(LineCheck::From p_from = LineCheck::Start) : check(p_from)
+    {
+        setFormat(QLatin1String(s_formats[0]));
+    }
+
     LineCheck check;
     int warnings = 0;
     /** How often a thread came while another one was within. */
@@ -104,12 +157,20 @@ private:
     std::atomic<bool> m_within{false};
 };
 
-void writeInfo(int p_thread, int p_number)
+void write(LogLevel p_level, const QString& p_text, const char* p_category = "default")
 {
-    Logger::globalInstance().write(LogLevel::Info, LOG_HERE,
-                                   QString::number(p_thread) + QLatin1Char('/') +
-                                       QString::number(p_number));
+    Logger::globalInstance().write(p_level, LOG_HERE, p_text, p_category);
 }
+
+void writeInfo(int p_thread, int p_number, const char* p_category = "default")
+{
+    write(LogLevel::Info, QString::number(p_thread) + QLatin1Char('/') + QString::number(p_number),
+          p_category);
+}
+
+// Now and then a thread says something that the levels now let through and now don't.
+bool isTimeForNote(int p_number) { return p_number % 50 == 0; }
+constexpr int s_notes = s_threads * s_each / 50;
 } // namespace
 
 /** Many threads log at once, while another one changes what there is to change. */
@@ -124,28 +185,29 @@ private slots:
     void aLevelThatChangesDropsWholeMessages();
     void appendersMayComeWhileOthersWrite();
     void anAppenderThatGoesEndsItsMessageFirst();
+
+private:
+    /** All messages came, while level and format changed. */
+    static void verifyAll(const LineCheck& p_check, const Changer& p_changer);
 };
 
 void LogThreadsTest::noMessageIsLostAndNoLineTorn()
 {
     const Registered<CheckingAppender> appender;
-    changeFormat(*appender, 0);
+    Changer changer(*appender);
     inThreads(
         [](int p_thread) {
             for (int i = 0; i < s_each; ++i) {
                 writeInfo(p_thread, i);
+                if (isTimeForNote(i)) {
+                    write(LogLevel::Debug, QStringLiteral("note"));
+                }
             }
         },
-        [&](int p_round) {
-            // Levels that all let these messages through.
-            appender->setDetailsLevel(static_cast<LogLevel>(p_round % 3));
-            changeFormat(*appender, p_round);
-        });
+        // Levels that all let the numbered messages through.
+        [&](int p_round) { changer.change(p_round, static_cast<LogLevel>(p_round % 3)); });
     QCOMPARE(appender->met.load(), 0);
-    QCOMPARE(appender->check.broken, QString());
-    for (const int count : appender->check.next) {
-        QCOMPARE(count, s_each);
-    }
+    verifyAll(appender->check, changer);
 }
 
 void LogThreadsTest::aFileGetsEachMessageInOnePiece()
@@ -154,18 +216,18 @@ void LogThreadsTest::aFileGetsEachMessageInOnePiece()
     const QString path = folder.filePath(QStringLiteral("log.txt"));
     const Registered<FileAppender> appender(path);
     const MessageRoute route;
-    constexpr int each = s_each / 50;
-    changeFormat(*appender, 0);
+    Changer changer(*appender);
     inThreads(
         [](int p_thread) {
-            for (int i = 0; i < each; ++i) {
+            for (int i = 0; i < s_each; ++i) {
                 qInfo("%d/%d", p_thread, i);
+                if (isTimeForNote(i)) {
+                    qDebug("note");
+                }
             }
         },
         [&](int p_round) {
-            appender->setDetailsLevel(p_round % 2 == 0 ? QStringLiteral("info")
-                                                       : QStringLiteral("trace"));
-            changeFormat(*appender, p_round);
+            changer.change(p_round, p_round % 2 == 0 ? LogLevel::Info : LogLevel::Trace);
             appender->fileName();
         });
     QFile file(path);
@@ -174,23 +236,35 @@ void LogThreadsTest::aFileGetsEachMessageInOnePiece()
     while (!file.atEnd()) {
         check.see(QString::fromUtf8(file.readLine()));
     }
-    QCOMPARE(check.broken, QString());
-    for (const int count : check.next) {
-        QCOMPARE(count, each);
+    verifyAll(check, changer);
+}
+
+void LogThreadsTest::verifyAll(const LineCheck& p_check, const Changer& p_changer)
+{
+    QCOMPARE(p_check.broken, QString());
+    for (const int count : p_check.next) {
+        QCOMPARE(count, s_each);
     }
+    QCOMPARE(p_check.ofFirstFormat + p_check.ofSecondFormat, s_threads * s_each + p_check.notes);
+    // That is worth something only if level and format did change meanwhile.
+    QVERIFY2(p_changer.levels > 10 && p_changer.formats > 10,
+             qPrintable(QStringLiteral("%1 and %2").arg(p_changer.levels).arg(p_changer.formats)));
+    QVERIFY(p_check.ofFirstFormat > 0 && p_check.ofSecondFormat > 0);
+    QVERIFY2(p_check.notes > 0 && p_check.notes < s_notes,
+             qPrintable(QString::number(p_check.notes)));
 }
 
 void LogThreadsTest::aLevelThatChangesDropsWholeMessages()
 {
     const Registered<CheckingAppender> appender;
     constexpr int each = s_each / 10;
-    // Debug messages now pass and now don't; the warnings always do.
+    // The notes now pass and now don't; the warnings always do.
     std::atomic<int> changes{0};
     inThreads(
         [&](int /*p_thread*/) {
             for (int i = 0; i < each; ++i) {
-                Logger::globalInstance().write(LogLevel::Debug, LOG_HERE, QStringLiteral("x"));
-                Logger::globalInstance().write(LogLevel::Warning, LOG_HERE, QStringLiteral("y"));
+                write(LogLevel::Debug, QStringLiteral("note"));
+                write(LogLevel::Warning, QStringLiteral("warning"));
             }
         },
         [&](int p_round) {
@@ -198,33 +272,51 @@ void LogThreadsTest::aLevelThatChangesDropsWholeMessages()
             ++changes;
         });
     QCOMPARE(appender->warnings, s_threads * each);
+    QCOMPARE(appender->check.broken, QString());
     QVERIFY(changes > 1);
+    QVERIFY2(appender->check.notes > 0 && appender->check.notes < s_threads * each,
+             qPrintable(QString::number(appender->check.notes)));
 }
 
 void LogThreadsTest::appendersMayComeWhileOthersWrite()
 {
-    constexpr int each = s_each / 20;
+    constexpr int each = s_each / 50;
+    constexpr int lateOnes = 6;
     const Registered<CheckingAppender> appender;
-    changeFormat(*appender, 0);
     QList<std::shared_ptr<CheckingAppender>> late;
+    std::atomic<int> registered{0};
     inThreads(
-        [](int p_thread) {
-            for (int i = 0; i < each; ++i) {
-                writeInfo(p_thread, i);
+        [&](int p_thread) {
+            const char* const category = p_thread % 2 == 0 ? "default" : "x";
+            for (int i = 0; i < 2 * each; ++i) {
+                // Each late one has the second half to show what it gets.
+                while (i == each && registered < lateOnes) {
+                    std::this_thread::sleep_for(std::chrono::microseconds(50));
+                }
+                writeInfo(p_thread, i, category);
             }
         },
         [&](int p_round) {
-            if (p_round < 6) {
-                late.append(std::make_shared<CheckingAppender>());
-                changeFormat(*late.last(), 0);
+            if (p_round < lateOnes) {
+                late.append(std::make_shared<CheckingAppender>(LineCheck::Any));
                 Logger::globalInstance().registerAppender(
                     late.last(), p_round % 2 == 0 ? QString() : QStringLiteral("x"));
+                ++registered;
             }
         });
     QCOMPARE(appender->met.load(), 0);
     QCOMPARE(appender->check.broken, QString());
     for (const int count : appender->check.next) {
-        QCOMPARE(count, each);
+        QCOMPARE(count, 2 * each);
+    }
+    QCOMPARE(late.size(), lateOnes);
+    for (int i = 0; i < lateOnes; ++i) {
+        QCOMPARE(late.at(i)->met.load(), 0);
+        QCOMPARE(late.at(i)->check.broken, QString());
+        for (int thread = 0; thread < s_threads; ++thread) {
+            const bool hears = i % 2 == 0 || thread % 2 == 1;
+            QCOMPARE(late.at(i)->check.next[thread], hears ? 2 * each : LineCheck::Any);
+        }
     }
 }
 
