@@ -11,7 +11,6 @@
 #include <QCommandLineParser>
 #include <QDebug>
 #include <QLocale>
-#include <QScreen>
 #include <QSysInfo>
 #include <QThread>
 #include <QTime>
@@ -21,11 +20,12 @@ namespace
 {
 void writeBanner(const QApplication& p_application)
 {
-    qInfo() << "Starting Tiler version" << qPrintable(programVersion());
+    // Without quotes, and not through the code page, which QDebug doesn't take a text to be in.
+    qInfo().noquote() << "Starting Tiler version" << programVersion();
     qInfo() << "Windows version" << QSysInfo::windowsVersion();
     qInfo() << "number of logical cores =" << QThread::idealThreadCount();
     qInfo() << "locale =" << QLocale();
-    qInfo() << "install dir =" << qPrintable(QCoreApplication::applicationDirPath());
+    qInfo().noquote() << "install dir =" << QCoreApplication::applicationDirPath();
     qInfo() << "device pixel ratio =" << p_application.devicePixelRatio();
 }
 } // namespace

@@ -4,9 +4,14 @@
 #include <QFile>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QThread>
+
+#include <unistd.h>
+
+#include <cstdio>
 
 /** The log of the program itself, in an installation of its own. */
 class LogProgramTest : public QObject
@@ -14,8 +19,10 @@ class LogProgramTest : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void init();
     void theLogBeginsWithTheBanner();
+    void theBannerTellsTheFolderInAnotherCodePage();
     void theLevelDecidesWhatIsKept_data();
     void theLevelDecidesWhatIsKept();
     void aSecondStartBeginsANewLog();
@@ -44,6 +51,12 @@ const QString s_linked = QStringLiteral("supermodule::appendModule");
 // What the project's file gives to tell that it has been opened: the last block that is linked.
 constexpr int s_links = 4;
 } // namespace
+
+void LogProgramTest::initTestCase()
+{
+    // Not what whoever runs the tests has in mind about messages.
+    qunsetenv("QT_LOGGING_RULES");
+}
 
 void LogProgramTest::init()
 {
@@ -105,6 +118,33 @@ void LogProgramTest::theLogBeginsWithTheBanner()
             QStringLiteral("\\[Info   \\] <[^ ]*writeBanner> ") + forms.at(i)));
         QVERIFY2(form.match(lines.at(i)).hasMatch(), qPrintable(lines.at(i)));
     }
+}
+
+void LogProgramTest::theBannerTellsTheFolderInAnotherCodePage()
+{
+    // "安装" in GB 18030, which is no name in UTF-8; the test itself gets there by a link.
+    const QByteArray folder = QFile::encodeName(m_dir->path()) + "/\xb0\xb2\xd7\xb0";
+    const QString link = m_dir->filePath(QStringLiteral("link"));
+    QVERIFY(std::rename(QFile::encodeName(m_folder), folder) == 0);
+    const auto back =
+        qScopeGuard([folder, name = m_folder] { std::rename(folder, QFile::encodeName(name)); });
+    QVERIFY(symlink(folder, QFile::encodeName(link)) == 0);
+    m_folder = link;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("LD_PRELOAD"),
+                       qEnvironmentVariable("TILER_CHINESE_CODE_PAGE"));
+    // The address sanitizer wants to be the first library, but can do with less.
+    environment.insert(QStringLiteral("ASAN_OPTIONS"),
+                       qEnvironmentVariable("ASAN_OPTIONS") +
+                           QStringLiteral(":verify_asan_link_order=0"));
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    start(process);
+    QVERIFY(stop(process));
+    const QStringList told = log().filter(QStringLiteral("> install dir = "));
+    QCOMPARE(told.size(), 1);
+    QVERIFY2(told.first().endsWith(QLatin1Char(' ') + m_dir->path() + QString::fromUtf8("/安装")),
+             qPrintable(told.first()));
 }
 
 void LogProgramTest::theLevelDecidesWhatIsKept_data()
