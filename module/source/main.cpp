@@ -16,6 +16,8 @@
 #include <QTime>
 #include <QTranslator>
 
+#include <memory>
+
 namespace
 {
 void writeBanner(const QApplication& p_application)
@@ -33,10 +35,10 @@ void writeBanner(const QApplication& p_application)
 int main(int argc, char** argv)
 {
     qsrand(static_cast<uint>(QTime(0, 0, 0).secsTo(QTime::currentTime())));
-    if (const std::optional<int> code = answerWithoutWindow(argc, argv)) {
-        return *code;
-    }
+    answerWithoutWindow(argc, argv);
+    auto guard = std::make_unique<WindowSystemGuard>();
     QApplication application(argc, argv);
+    guard.reset();
 
     QCommandLineParser parser;
     parser.addHelpOption();

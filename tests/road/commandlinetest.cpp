@@ -1,6 +1,8 @@
 #include "probedprogram.h"
 
+#include <QLibraryInfo>
 #include <QRegularExpression>
+#include <QStandardPaths>
 #include <QTest>
 
 /** The command line of the real program: what it answers, what it refuses and what it opens. */
@@ -11,14 +13,16 @@ class CommandLineTest : public QObject
 private slots:
     void aQuestionOrAMistakeEndsTheProgram_data();
     void aQuestionOrAMistakeEndsTheProgram();
+    void withoutADisplayTheProgramSaysSo_data();
     void withoutADisplayTheProgramSaysSo();
     void theWindowOpens_data();
     void theWindowOpens();
+    void theWindowOpensOnADisplayThatAnOptionNames();
     void aMissingProjectIsAskedAboutAndTheProgramGoesOn();
 
 private:
-    /** The environment with or without a display. */
-    QProcessEnvironment environment(bool p_display) const;
+    /** The environment with a display or none, by "NAME=value". */
+    QProcessEnvironment environment(const QString& p_display) const;
 
     /** For the user alone, as the graphics library wants it, or it complains. */
     QTemporaryDir m_runtime;
@@ -27,6 +31,10 @@ private:
 namespace
 {
 const char* const s_untitled = "Tiler v1.1.2 2020-12-17:  untitled[*]";
+const QString s_offscreen = QStringLiteral("QT_QPA_PLATFORM=offscreen");
+const QString s_none;
+const QString s_dead = QStringLiteral("DISPLAY=:4321");
+const QString s_named = QStringLiteral("QT_QPA_PLATFORM=xcb");
 
 /** With the ends of lines that Windows writes made alike. */
 QString textOf(const QByteArray& p_output)
@@ -35,7 +43,7 @@ QString textOf(const QByteArray& p_output)
 }
 } // namespace
 
-QProcessEnvironment CommandLineTest::environment(bool p_display) const
+QProcessEnvironment CommandLineTest::environment(const QString& p_display) const
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     for (const char* name :
@@ -43,8 +51,9 @@ QProcessEnvironment CommandLineTest::environment(bool p_display) const
         environment.remove(QLatin1String(name));
     }
     environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_runtime.path());
-    if (p_display) {
-        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    if (!p_display.isEmpty()) {
+        environment.insert(p_display.section(QLatin1Char('='), 0, 0),
+                           p_display.section(QLatin1Char('='), 1));
     }
     return environment;
 }
@@ -82,6 +91,17 @@ void CommandLineTest::aQuestionOrAMistakeEndsTheProgram_data()
         QStringLiteral("^vantrel: Missing value after '--loglevel'\\.\\n$"));
     row(QStringLiteral("--version=2"), 1, nothing,
         QStringLiteral("^vantrel: Unexpected value after '--version'\\.\\n$"));
+    // Next to options of the graphics library, and in the place of their values.
+    row(QStringLiteral("-platform offscreen --version"), 0, version, nothing);
+    row(QStringLiteral("--style=fusion --version"), 0, version, nothing);
+    row(QStringLiteral("--style fusion --nonsense -reverse"), 1, nothing,
+        QStringLiteral("^vantrel: Unknown option 'nonsense'\\.\\n$"));
+    row(QStringLiteral("-reverse --nonsense"), 1, nothing,
+        QStringLiteral("^vantrel: Unknown option 'nonsense'\\.\\n$"));
+    row(QStringLiteral("-platform=x"), 1, nothing,
+        QStringLiteral("^vantrel: Unknown options: p, l, a, t, f, o, r, m, =, x\\.\\n$"));
+    row(QStringLiteral("reverse --nonsense"), 1, nothing,
+        QStringLiteral("^vantrel: Unknown option 'nonsense'\\.\\n$"));
 }
 
 void CommandLineTest::aQuestionOrAMistakeEndsTheProgram()
@@ -90,7 +110,7 @@ void CommandLineTest::aQuestionOrAMistakeEndsTheProgram()
     QFETCH(int, exitCode);
     QFETCH(QString, output);
     QFETCH(QString, error);
-    for (const bool display : {true, false}) {
+    for (const QString& display : {s_offscreen, s_none, s_dead, s_named}) {
         QProcess process;
         process.setProcessEnvironment(environment(display));
         process.start(qEnvironmentVariable("TILER_PROGRAM"), arguments);
@@ -104,54 +124,106 @@ void CommandLineTest::aQuestionOrAMistakeEndsTheProgram()
     }
 }
 
+void CommandLineTest::withoutADisplayTheProgramSaysSo_data()
+{
+    QTest::addColumn<QString>("display");
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("none") << s_none << QStringList();
+    QTest::newRow("nobody answers") << s_dead << QStringList();
+    QTest::newRow("a platform, but no display") << s_named << QStringList();
+    QTest::newRow("no such platform")
+        << s_offscreen << QStringList{QStringLiteral("-platform"), QStringLiteral("none")};
+}
+
 void CommandLineTest::withoutADisplayTheProgramSaysSo()
 {
 #ifdef Q_OS_WIN
     QSKIP("Windows always has a display");
 #endif
+    QFETCH(QString, display);
+    QFETCH(QStringList, arguments);
     QProcess process;
-    process.setProcessEnvironment(environment(false));
-    process.start(qEnvironmentVariable("TILER_PROGRAM"), QStringList());
+    process.setProcessEnvironment(environment(display));
+    process.start(qEnvironmentVariable("TILER_PROGRAM"), arguments);
     QVERIFY(process.waitForFinished());
     QCOMPARE(process.exitStatus(), QProcess::NormalExit);
     QCOMPARE(process.exitCode(), 1);
     QCOMPARE(process.readAllStandardOutput(), QByteArray());
-    QCOMPARE(process.readAllStandardError(),
-             QByteArray("vantrel: There is no display to open the window on.\n"));
+    // In front of that stands what the graphics library tells of the cause, and no more.
+    QByteArrayList lines = process.readAllStandardError().split('\n');
+    QCOMPARE(lines.takeLast(), QByteArray());
+    QCOMPARE(lines.takeLast(), QByteArray("vantrel: No window can be opened. Is there a display?"));
+    QVERIFY(!lines.isEmpty());
+    for (const QByteArray& line : lines) {
+        QVERIFY2(line.startsWith("qt.qpa."), line);
+    }
 }
 
 void CommandLineTest::theWindowOpens_data()
 {
-    QTest::addColumn<bool>("display");
+    QTest::addColumn<QString>("display");
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("title");
     const QString untitled = QString::fromUtf8(s_untitled);
     const QString project = qEnvironmentVariable("TILER_EXAMPLES") + QStringLiteral("/square.tlrx");
     const QString titled = QStringLiteral("Tiler v1.1.2 2020-12-17:  %1[*]").arg(project);
-    QTest::newRow("no argument") << true << QStringList() << untitled;
-    QTest::newRow("a project") << true << QStringList{project} << titled;
+    QTest::newRow("no argument") << s_offscreen << QStringList() << untitled;
+    QTest::newRow("a project") << s_offscreen << QStringList{project} << titled;
     QTest::newRow("a project and a level")
-        << true << QStringList{project, QStringLiteral("--loglevel=debug")} << titled;
+        << s_offscreen << QStringList{project, QStringLiteral("--loglevel=debug")} << titled;
     // The first argument is always taken for a path, and one of no known kind is not opened.
     QTest::newRow("a level first")
-        << true << QStringList{QStringLiteral("--loglevel=debug")} << untitled;
+        << s_offscreen << QStringList{QStringLiteral("--loglevel=debug")} << untitled;
     QTest::newRow("a level first, then a project")
-        << true << QStringList{QStringLiteral("--loglevel=debug"), project} << untitled;
+        << s_offscreen << QStringList{QStringLiteral("--loglevel=debug"), project} << untitled;
     QTest::newRow("a level in two arguments")
-        << true << QStringList{QStringLiteral("--loglevel"), QStringLiteral("--help")} << untitled;
-    QTest::newRow("a name behind the options")
-        << true << QStringList{QStringLiteral("--"), QStringLiteral("--help")} << untitled;
-    QTest::newRow("a platform of its own choice")
-        << false << QStringList{QStringLiteral("-platform"), QStringLiteral("offscreen")}
+        << s_offscreen << QStringList{QStringLiteral("--loglevel"), QStringLiteral("--help")}
         << untitled;
-    QTest::newRow("an option of the graphics library")
-        << true << QStringList{QStringLiteral("-stylesheet"), QStringLiteral("none.qss")}
+    QTest::newRow("a name behind the options")
+        << s_offscreen << QStringList{QStringLiteral("--"), QStringLiteral("--help")} << untitled;
+    const QStringList offscreen{QStringLiteral("-platform"), QStringLiteral("offscreen")};
+    QTest::newRow("a platform where there is no display") << s_none << offscreen << untitled;
+    QTest::newRow("a platform where the display is dead")
+        << s_dead
+        << QStringList{project, QStringLiteral("--platform"), QStringLiteral("offscreen"),
+                       QStringLiteral("--loglevel=debug")}
+        << titled;
+    QTest::newRow("a style") << s_offscreen
+                             << QStringList{QStringLiteral("-style"), QStringLiteral("fusion")}
+                             << untitled;
+    // The folder for plugins must hold them, or the window doesn't open.
+    const QString plugins = QLibraryInfo::location(QLibraryInfo::PluginsPath);
+    QTest::newRow("all options of the graphics library")
+        << s_dead
+        << offscreen + QStringList{QStringLiteral("--style=fusion"),
+                                   QStringLiteral("-stylesheet=none.qss"),
+                                   QStringLiteral("--stylesheet"),
+                                   QStringLiteral("none.qss"),
+                                   QStringLiteral("-platformpluginpath"),
+                                   plugins + QStringLiteral("/platforms"),
+                                   QStringLiteral("-platformtheme"),
+                                   QStringLiteral("none"),
+                                   QStringLiteral("-plugin"),
+                                   QStringLiteral("none"),
+                                   QStringLiteral("-qmljsdebugger=port:1"),
+                                   QStringLiteral("-qmljsdebugger"),
+                                   QStringLiteral("port:1"),
+                                   QStringLiteral("-qwindowgeometry"),
+                                   QStringLiteral("800x600"),
+                                   QStringLiteral("-qwindowicon"),
+                                   QStringLiteral("none.png"),
+                                   QStringLiteral("-qwindowtitle"),
+                                   QStringLiteral("--nonsense"),
+                                   QStringLiteral("-reverse"),
+                                   QStringLiteral("-session"),
+                                   QStringLiteral("--help"),
+                                   QStringLiteral("--widgetcount")}
         << untitled;
 }
 
 void CommandLineTest::theWindowOpens()
 {
-    QFETCH(bool, display);
+    QFETCH(QString, display);
     QFETCH(QStringList, arguments);
     QFETCH(QString, title);
     ProbedProgram program(environment(display));
@@ -161,10 +233,32 @@ void CommandLineTest::theWindowOpens()
     QCOMPARE(windows.first()[QStringLiteral("windowTitle")].toString(), title);
 }
 
+void CommandLineTest::theWindowOpensOnADisplayThatAnOptionNames()
+{
+    const QString server = QStandardPaths::findExecutable(QStringLiteral("Xvfb"));
+    if (server.isEmpty()) {
+        QSKIP("no virtual display is installed");
+    }
+    QProcess screen;
+    screen.start(server, {QStringLiteral("-displayfd"), QStringLiteral("1")});
+    QVERIFY(screen.waitForReadyRead(30000));
+    const QString number = QString::fromLatin1(screen.readLine()).trimmed();
+    ProbedProgram program(environment(s_dead));
+    const bool ran = program.run(
+        {QStringLiteral("-display"), QLatin1Char(':') + number, QStringLiteral("-geometry"),
+         QStringLiteral("800x600"), QStringLiteral("-name"), QStringLiteral("--nonsense"),
+         QStringLiteral("-title"), QStringLiteral("--nonsense"), QStringLiteral("-icon"),
+         QStringLiteral("none.png"), QStringLiteral("-nograb"), QStringLiteral("-dograb")});
+    screen.kill();
+    screen.waitForFinished();
+    QVERIFY2(ran, qPrintable(program.story()));
+    QCOMPARE(program.visibleWindows().size(), 1);
+}
+
 void CommandLineTest::aMissingProjectIsAskedAboutAndTheProgramGoesOn()
 {
     // Only the end of an argument tells a project.
-    ProbedProgram program(environment(true));
+    ProbedProgram program(environment(s_offscreen));
     QVERIFY2(program.run({QStringLiteral("--loglevel=debug.tlrx")}), qPrintable(program.story()));
     QStringList titles;
     for (const QJsonObject& window : program.visibleWindows()) {

@@ -5,10 +5,77 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 
+#include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 
 namespace
 {
+/** What may follow the name of an option. */
+enum class OptionValue { None, Next, NextOrJoined };
+
+struct QtOption {
+    const char* name;
+    OptionValue value;
+};
+
+// What Qt takes for itself: the last seven on an X display alone. Elsewhere it leaves them to the
+// parser behind it, which complains.
+const QtOption s_qtOptions[] = {
+    {"platform", OptionValue::Next},
+    {"platformpluginpath", OptionValue::Next},
+    {"platformtheme", OptionValue::Next},
+    {"plugin", OptionValue::Next},
+    {"qmljsdebugger", OptionValue::NextOrJoined},
+    {"qwindowgeometry", OptionValue::Next},
+    {"qwindowicon", OptionValue::Next},
+    {"qwindowtitle", OptionValue::Next},
+    {"reverse", OptionValue::None},
+    {"session", OptionValue::Next},
+    {"style", OptionValue::NextOrJoined},
+    {"stylesheet", OptionValue::NextOrJoined},
+    {"widgetcount", OptionValue::None},
+    {"display", OptionValue::Next},
+    {"geometry", OptionValue::Next},
+    {"icon", OptionValue::Next},
+    {"title", OptionValue::Next},
+    {"name", OptionValue::Next},
+    {"dograb", OptionValue::None},
+    {"nograb", OptionValue::None},
+};
+
+/** Which of Qt's options an argument is, if any. */
+const QtOption* qtOption(const QString& p_argument)
+{
+    const int hyphens = p_argument.startsWith(QLatin1String("--")) ? 2 : 1;
+    const int end = p_argument.indexOf(QLatin1Char('='));
+    const QString name = p_argument.mid(hyphens, end < 0 ? -1 : end - hyphens);
+    const auto* found =
+        std::find_if(std::begin(s_qtOptions), std::end(s_qtOptions),
+                     [&name](const QtOption& p_option) { return name == p_option.name; });
+    if (!p_argument.startsWith(QLatin1Char('-')) || found == std::end(s_qtOptions) ||
+        (end >= 0 && found->value != OptionValue::NextOrJoined)) {
+        return nullptr;
+    }
+    return found;
+}
+
+/** The arguments without Qt's options and their values. */
+QStringList withoutQtOptions(const QStringList& p_arguments)
+{
+    QStringList rest = p_arguments.mid(0, 1);
+    for (int i = 1; i < p_arguments.size(); ++i) {
+        const QString& argument = p_arguments.at(i);
+        const QtOption* option = qtOption(argument);
+        if (option == nullptr) {
+            rest << argument;
+        } else if (option->value != OptionValue::None && !argument.contains(QLatin1Char('='))) {
+            ++i;
+        }
+    }
+    return rest;
+}
+
 // The names of options are all that is looked for. The locale, and so its code page, is settled
 // only with the application.
 QStringList argumentsOf(int p_argc, char** p_argv)
@@ -20,29 +87,17 @@ QStringList argumentsOf(int p_argc, char** p_argv)
     return arguments;
 }
 
-/** Whether a window has a chance to open. Only where there surely is no display it has none. */
-bool mayHaveDisplay(const QStringList& p_arguments)
+QtMessageHandler s_usualHandler = nullptr;
+
+void endOnFatal(QtMsgType p_type, const QMessageLogContext& p_context, const QString& p_text)
 {
-#if defined(Q_OS_UNIX) && !defined(Q_OS_DARWIN)
-    for (const char* name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY", "WAYLAND_SOCKET"}) {
-        if (!qEnvironmentVariableIsEmpty(name)) {
-            return true;
-        }
+    if (p_type != QtFatalMsg) {
+        s_usualHandler(p_type, p_context, p_text);
+        return;
     }
-    // Such a session has a display of a name that everyone knows.
-    if (qgetenv("XDG_SESSION_TYPE") == "wayland") {
-        return true;
-    }
-    for (const char* option : {"-platform", "--platform", "-display", "--display"}) {
-        if (p_arguments.contains(QLatin1String(option))) {
-            return true;
-        }
-    }
-    return false;
-#else
-    Q_UNUSED(p_arguments)
-    return true;
-#endif
+    std::fputs("vantrel: No window can be opened. Is there a display?\n", stderr);
+    // The application object is half made: nothing can be taken down in order.
+    std::_Exit(1);
 }
 } // namespace
 
@@ -53,18 +108,16 @@ QCommandLineOption logLevelOption()
                               QStringLiteral("loglevel"), QString());
 }
 
-std::optional<int> answerWithoutWindow(int& p_argc, char** p_argv)
+void answerWithoutWindow(int& p_argc, char** p_argv)
 {
     QCommandLineParser parser;
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
     parser.addOption(logLevelOption());
-    const QStringList arguments = argumentsOf(p_argc, p_argv);
-    // Options of the graphics library are not known here, so that a start with one of them is not
-    // understood. It goes the usual way.
-    const bool asked = parser.parse(arguments) && (parser.isSet(help) || parser.isSet(version));
-    if (!asked && mayHaveDisplay(arguments)) {
-        return std::nullopt;
+    const bool understood = parser.parse(withoutQtOptions(argumentsOf(p_argc, p_argv)));
+    const bool asked = understood && (parser.isSet(help) || parser.isSet(version));
+    if (understood && !asked) {
+        return;
     }
     const QCoreApplication application(p_argc, p_argv);
     if (asked) {
@@ -73,7 +126,9 @@ std::optional<int> answerWithoutWindow(int& p_argc, char** p_argv)
         QCoreApplication::setApplicationName(QStringLiteral("Tiler"));
         QCoreApplication::setApplicationVersion(programVersion());
     }
-    parser.process(application);
-    std::fputs("vantrel: There is no display to open the window on.\n", stderr);
-    return 1;
+    parser.process(withoutQtOptions(QCoreApplication::arguments()));
 }
+
+WindowSystemGuard::WindowSystemGuard() { s_usualHandler = qInstallMessageHandler(endOnFatal); }
+
+WindowSystemGuard::~WindowSystemGuard() { qInstallMessageHandler(s_usualHandler); }
