@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Compiles what is Windows' own in the sources with the cross compiler: tools/check-windows.sh
-# That is each source and header that is named for Windows or asks for it. They see the headers of
-# this system's Qt, which hold the declarations for Windows, too, so no Qt for Windows is needed;
-# linking would need one.
+# That is each source and header that is named for Windows or asks for the system that it is built
+# for, be it only to do something on another one. They see the headers of this system's Qt, which
+# hold the declarations for Windows, too, so no Qt for Windows is needed; linking would need one.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 compiler=x86_64-w64-mingw32-g++-posix
@@ -26,7 +26,8 @@ done < <(grep -rl --include=CMakeLists.txt tiler_room "${rooms[@]}" | sort)
 
 mapfile -t sources < <({
     find "${rooms[@]}" \( -name '*windows*.cpp' -o -name '*windows*.h' \) ! -name 'windowshape.*'
-    grep -rlE --include='*.cpp' --include='*.h' '\b(Q_OS_WIN|_WIN32|WIN32)\b|windows\.h' "${rooms[@]}"
+    grep -rlE --include='*.cpp' --include='*.h' '\b(Q_OS_[A-Z0-9]+|_WIN32|WIN32)\b|windows\.h' \
+        "${rooms[@]}"
 } | sort -u)
 [ "${#sources[@]}" != 0 ] || {
     echo "check-windows.sh: no source found" >&2
