@@ -47,7 +47,6 @@ MainWindow::MainWindow(QWidget* p_parent) : QMainWindow(p_parent), m_codeType(No
     buildWindow();
     connectParts();
     setAcceptDrops(true);
-    // Here the first update check is started, 100 milliseconds from now.
 }
 
 MainWindow::~MainWindow()
