@@ -4,8 +4,8 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
-ProbedProgram::ProbedProgram(const QProcessEnvironment& p_environment)
-    : m_environment(p_environment)
+ProbedProgram::ProbedProgram(const QProcessEnvironment& p_environment, const QString& p_program)
+    : m_environment(p_environment), m_program(p_program)
 {
 }
 
@@ -20,7 +20,7 @@ bool ProbedProgram::run(const QStringList& p_arguments)
     QProcess process;
     process.setProcessEnvironment(m_environment);
     process.setProcessChannelMode(QProcess::MergedChannels);
-    process.start(qEnvironmentVariable("TILER_PROGRAM"), p_arguments);
+    process.start(m_program, p_arguments);
     const bool finished = process.waitForFinished(60000);
     if (!finished) {
         process.kill();

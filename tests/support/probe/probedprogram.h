@@ -8,12 +8,22 @@
 
 /**
  * A start of the real program, whose widgets are read when its window shows; the program is then
- * ended. Its test needs TILER_PROGRAM and TILER_PROBE_PLUGINS in the environment.
+ * ended. Its test needs TILER_PROBE_PLUGINS in the environment, and TILER_PROGRAM unless it names
+ * another copy of the program.
  */
 class ProbedProgram
 {
 public:
-    explicit ProbedProgram(const QProcessEnvironment& p_environment);
+    explicit ProbedProgram(
+        const QProcessEnvironment& p_environment,
+        const QString& p_program = qEnvironmentVariable("TILER_PROGRAM"));
+
+    /**
+     * Where a file appears with each step of the start: "widgets.json.translation" when texts are
+     * translated from now on, "widgets.json.window" when there is a window, "widgets.json.shown"
+     * when it shows.
+     */
+    QString stepsFolder() const { return m_folder.path(); }
 
     /** Whether the program ended by itself with the exit code 0 and its widgets were read. */
     bool run(const QStringList& p_arguments);
@@ -23,6 +33,12 @@ public:
 
     /** The application's font: "family", "points", "weight" and "italic". */
     QJsonObject font() const { return m_found[QStringLiteral("font")].toObject(); }
+
+    /** What it was when the translation came. */
+    QJsonObject fontBeforeTranslation() const
+    {
+        return m_found[QStringLiteral("fontBeforeTranslation")].toObject();
+    }
 
     /**
      * The widgets of a class: "class", "parent" (its class), "window", "visible", "windowTitle",
@@ -36,6 +52,7 @@ public:
 
 private:
     QProcessEnvironment m_environment;
+    QString m_program;
     QTemporaryDir m_folder;
     QString m_story;
     QJsonObject m_found;

@@ -1,5 +1,6 @@
 #include <QAction>
 #include <QApplication>
+#include <QEvent>
 #include <QFile>
 #include <QFont>
 #include <QGenericPlugin>
@@ -47,7 +48,10 @@ QJsonObject widgetOf(const QWidget& p_widget)
             {QStringLiteral("actions"), actions}};
 }
 
-/** Writes down the widgets of the program as soon as its window shows, and ends the program. */
+/**
+ * Writes down the widgets of the program as soon as its window shows, and ends the program. On the
+ * way there it makes an empty file beside that one for each step that it sees.
+ */
 class Probe : public QObject
 {
 public:
@@ -56,9 +60,33 @@ public:
         // A timer fires in the event loop alone, and so behind all steps of the start.
         QObject::connect(&m_timer, &QTimer::timeout, this, &Probe::look);
         m_timer.start(10);
+        QCoreApplication::instance()->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* p_watched, QEvent* p_event) override
+    {
+        if (p_watched == QCoreApplication::instance() &&
+            p_event->type() == QEvent::LanguageChange) {
+            m_fontBeforeTranslation = QApplication::font();
+            mark("translation");
+        } else if (qobject_cast<const QMainWindow*>(p_watched) != nullptr) {
+            mark("window");
+            if (p_event->type() == QEvent::Show) {
+                mark("shown");
+            }
+        }
+        return false;
     }
 
 private:
+    void mark(const char* p_step) const
+    {
+        QFile file(m_path + QLatin1Char('.') + QLatin1String(p_step));
+        if (!file.exists()) {
+            file.open(QIODevice::WriteOnly);
+        }
+    }
+
     void look()
     {
         const QWidgetList windows = QApplication::topLevelWidgets();
@@ -85,14 +113,18 @@ private:
         QFile file(m_path);
         if (file.open(QIODevice::WriteOnly)) {
             file.write(
-                QJsonDocument(QJsonObject{{QStringLiteral("font"), fontOf(QApplication::font())},
-                                          {QStringLiteral("widgets"), widgets}})
+                QJsonDocument(
+                    QJsonObject{{QStringLiteral("font"), fontOf(QApplication::font())},
+                                {QStringLiteral("fontBeforeTranslation"),
+                                 fontOf(m_fontBeforeTranslation)},
+                                {QStringLiteral("widgets"), widgets}})
                     .toJson());
         }
     }
 
     QString m_path;
     QTimer m_timer;
+    QFont m_fontBeforeTranslation;
     bool m_written = false;
 };
 } // namespace
