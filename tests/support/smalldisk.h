@@ -39,6 +39,12 @@ public:
         }
     }
     void empty() { QFile::remove(path("filler")); }
+    /** From now on nothing on it can be changed, by nobody. */
+    bool closeToChanges()
+    {
+        return mount(nullptr, folder().constData(), nullptr, MS_REMOUNT | MS_RDONLY | MS_NOSUID,
+                     nullptr) == 0;
+    }
 
 private:
     QByteArray folder() const { return QFile::encodeName(m_dir.path()); }

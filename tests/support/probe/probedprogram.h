@@ -14,9 +14,8 @@
 class ProbedProgram
 {
 public:
-    explicit ProbedProgram(
-        const QProcessEnvironment& p_environment,
-        const QString& p_program = qEnvironmentVariable("TILER_PROGRAM"));
+    explicit ProbedProgram(const QProcessEnvironment& p_environment,
+                           const QString& p_program = qEnvironmentVariable("TILER_PROGRAM"));
 
     /**
      * Where a file appears with each step of the start: "widgets.json.translation" when texts are

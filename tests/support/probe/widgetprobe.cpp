@@ -113,11 +113,10 @@ private:
         QFile file(m_path);
         if (file.open(QIODevice::WriteOnly)) {
             file.write(
-                QJsonDocument(
-                    QJsonObject{{QStringLiteral("font"), fontOf(QApplication::font())},
-                                {QStringLiteral("fontBeforeTranslation"),
-                                 fontOf(m_fontBeforeTranslation)},
-                                {QStringLiteral("widgets"), widgets}})
+                QJsonDocument(QJsonObject{{QStringLiteral("font"), fontOf(QApplication::font())},
+                                          {QStringLiteral("fontBeforeTranslation"),
+                                           fontOf(m_fontBeforeTranslation)},
+                                          {QStringLiteral("widgets"), widgets}})
                     .toJson());
         }
     }
