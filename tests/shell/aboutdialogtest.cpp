@@ -191,15 +191,20 @@ void AboutDialogTest::theCloseButtonDoesNotDragIt()
 void AboutDialogTest::aPressOutsideOfItIsNotSeen()
 {
     QWidget other;
-    other.resize(100, 100);
+    other.setGeometry(300, 300, 100, 100);
     other.show();
     aboutDialog dialog;
     dialog.move(100, 100);
     dialog.show();
     const QPoint before = dialog.pos();
+    const QPoint start = dialog.mapToGlobal(QPoint(20, 60));
+    QTest::mousePress(&dialog, Qt::LeftButton, Qt::NoModifier, QPoint(20, 60));
     QTest::mousePress(&other, Qt::LeftButton, Qt::NoModifier, QPoint(20, 60));
     moveMouse(other, other.mapToGlobal(QPoint(50, 45)));
     QCOMPARE(dialog.pos(), before);
+    // The next move over the box goes on from the press on the box itself.
+    moveMouse(dialog, start + QPoint(7, 9));
+    QCOMPARE(dialog.pos() - before, QPoint(7, 9));
 }
 
 void AboutDialogTest::aMoveWithoutAPressStartsFromZero()
