@@ -1,11 +1,14 @@
 #include "fileappender.h"
 #include "logger.h"
+#include "logsetup.h"
 #include "messageroute.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QLoggingCategory>
+#include <QProcess>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -38,8 +41,9 @@ void raw(LogLevel p_level)
 }
 const QLoggingCategory& category() { return *QLoggingCategory::defaultCategory(); }
 void streamed() { qCDebug(category) << "canPaste " << true; }
+void streamedInfo() { qCInfo(category) << "canPaste " << true; }
 
-enum class To { Nothing, Nowhere, File };
+enum class To { Nothing, Nowhere, File, AsSetUp };
 struct Case {
     const char* name;
     To to;
@@ -56,11 +60,19 @@ const Case s_cases[] = {
     {"Qt, kept, no file", To::Nowhere, LogLevel::Debug, streamed, 4},
     {"logger, kept, file", To::File, LogLevel::Debug, [] { raw(LogLevel::Debug); }, 10},
     {"Qt, kept, file", To::File, LogLevel::Debug, streamed, 10},
+    // The program's own log: the file at Info, and the error stream, which goes nowhere here, at
+    // Debug.
+    {"as set up, qCDebug", To::AsSetUp, LogLevel::Info, streamed, 10},
+    {"as set up, qCInfo", To::AsSetUp, LogLevel::Info, streamedInfo, 10},
 };
 
 void setUp(const Case& p_case, const QString& p_path)
 {
     Logger::globalInstance().removeAppenders();
+    if (p_case.to == To::AsSetUp) {
+        setUpLog(levelName(p_case.least));
+        return;
+    }
     std::shared_ptr<AbstractStringAppender> appender;
     if (p_case.to == To::File) {
         appender = std::make_shared<FileAppender>(p_path);
@@ -75,6 +87,22 @@ void setUp(const Case& p_case, const QString& p_path)
                                          : QStringLiteral("default=true"));
 }
 
+/** Leads the error stream away, without a buffer, as it is in a program. */
+bool silenceErrorStream()
+{
+    return std::freopen(qPrintable(QProcess::nullDevice()), "w", stderr) &&
+           std::setvbuf(stderr, nullptr, _IONBF, 0) == 0;
+}
+
+/** Removes what the set-up has made beside this program. */
+void removeLogAsSetUp()
+{
+    const QDir folder(QCoreApplication::applicationDirPath() + QStringLiteral("/log"));
+    Logger::globalInstance().removeAppenders();
+    QFile::remove(folder.filePath(QStringLiteral("app-log.txt")));
+    QDir().rmdir(folder.path());
+}
+
 /** Nanoseconds from the first to the last message, by how many there were. */
 double measure(const Case& p_case, int p_threads, int p_messages)
 {
@@ -82,6 +110,7 @@ double measure(const Case& p_case, int p_threads, int p_messages)
     QElapsedTimer clock;
     clock.start();
     std::vector<std::thread> threads;
+    threads.reserve(static_cast<std::size_t>(p_threads));
     for (int thread = 0; thread < p_threads; ++thread) {
         threads.emplace_back([&p_case, each] {
             for (int i = 0; i < each; ++i) {
@@ -98,7 +127,8 @@ double measure(const Case& p_case, int p_threads, int p_messages)
 
 /**
  * Measures the log and prints a table of nanoseconds a message, by the clock and by all threads
- * together, best and median of some runs: logbench [--messages 400000] [--runs 5]
+ * together, best and median of some runs. The program's own set-up is measured on a folder "log"
+ * beside this program, which is removed in the end: logbench [--messages 400000] [--runs 5]
  */
 int main(int argc, char** argv)
 {
@@ -115,6 +145,11 @@ int main(int argc, char** argv)
     const QTemporaryDir folder;
     if (messages < 1 || runs < 1 || !folder.isValid()) {
         parser.showHelp(2);
+    }
+
+    if (!silenceErrorStream()) {
+        std::printf("The error stream can't be led away.\n");
+        return 1;
     }
 
     const MessageRoute route;
@@ -134,5 +169,6 @@ int main(int argc, char** argv)
             std::fflush(stdout);
         }
     }
+    removeLogAsSetUp();
     return 0;
 }

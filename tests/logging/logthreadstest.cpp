@@ -34,6 +34,7 @@ template <class Work, class Beside> void inThreads(Work p_work, Beside p_beside)
         }
     });
     std::vector<std::thread> threads;
+    threads.reserve(s_threads);
     for (int thread = 0; thread < s_threads; ++thread) {
         threads.emplace_back([=] { p_work(thread); });
     }
