@@ -70,17 +70,17 @@ void steeringenginemodule::setNumberKey(int p_key)
         return;
     }
     // The degree sign stays out of the way of the editing rules.
-    QString before = field->text();
-    before.chop(1);
-    field->setText(before);
+    const QString before = field->text();
+    field->setText(before.chopped(qMin(1, before.size())));
     field->applyKey(p_key);
     const int value = field->text().toInt();
     if (value < -s_limit || value > s_limit) {
         field->setText(before);
         const QPoint at(60, -10);
         QApplication::postEvent(field, new QHelpEvent(QEvent::ToolTip, at, field->mapToGlobal(at)));
+        return;
     }
-    angle = field->text().toInt();
+    angle = value;
     if (!field->text().isEmpty()) {
         field->setText(field->text() + s_degree);
     }
