@@ -41,6 +41,7 @@ QString expressionStyle()
 
 QString voiceStyle()
 {
+    // The blank in the names is meant.
     return twoPictureStyle(QStringLiteral(":/voice/voice_bg_nol_60x60 .png"),
                            QStringLiteral(":/voice/voice_bg_pre_60x60 .png"), 0);
 }

@@ -61,9 +61,6 @@ public:
     void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
                QWidget* p_widget) override;
 
-    /** Place in the panel, counted from 0; whatever a file holds. */
-    int symbolPlace() const { return symbol; }
-
 protected:
     symbolModule(const symbolModule& p_other) : displayModule(p_other) {}
     virtual const Look& look() const = 0;
@@ -71,6 +68,7 @@ protected:
     void createButtons() override;
 
 private:
+    /** Place in the panel, counted from 0; whatever a file holds. */
     int symbol = 0;
 };
 
@@ -118,9 +116,6 @@ public:
     void setNumberKey(int p_index) override { choose(p_index + 1); }
     void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
                QWidget* p_widget) override;
-
-    /** The face, counted from 1; whatever a file holds. */
-    int face() const { return choice(); }
 
 protected:
     expressionTwoModule(const expressionTwoModule& p_other) : choiceModule(p_other)

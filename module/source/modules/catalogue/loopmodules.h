@@ -29,9 +29,6 @@ public:
     supermodule* clone() const override { return new forModule(*this); }
     void setNumberKey(int p_key) override { typeInField(p_key); }
 
-    /** Number of rounds; 0 when the field is empty; whatever a file holds. */
-    int count() const { return n; }
-
 protected:
     forModule(const forModule& p_other) = default;
     const LoopForm& form() const override;
@@ -40,6 +37,7 @@ protected:
     void takeNumber(const QString& p_text) override { n = p_text.toInt(); }
 
 private:
+    /** Number of rounds; 0 when the field is empty; whatever a file holds. */
     int n = 10;
 };
 

@@ -24,11 +24,6 @@ public:
     void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
                QWidget* p_widget) override;
 
-    /** Port index, 0 for "A"; whatever a file holds. */
-    int portIndex() const { return n; }
-    /** Seconds of a timed block. */
-    float seconds() const { return time; }
-
 protected:
     virtual const Look& look() const = 0;
     void writeAttributes(QDomElement& p_element) const override;
@@ -37,11 +32,13 @@ protected:
     void refresh();
 
     static constexpr int s_defaultPort = 2;
+    /** Port index, 0 for "A"; whatever a file holds. */
     int n = s_defaultPort;
 
 private:
     int portButton() const { return look().timed ? 1 : 0; }
 
+    /** Seconds of a timed block. */
     float time = 1.0f;
 };
 

@@ -77,14 +77,12 @@ public:
 
     void loadXml(const QDomElement& p_element) override;
 
-    /** The choice; whatever a file holds. */
-    int choice() const { return n; }
-
 protected:
     choiceModule(const choiceModule& p_other) = default;
     void writeAttributes(QDomElement& p_element) const override;
     void choose(int p_choice);
 
     static constexpr int s_firstChoice = 1;
+    /** The choice; whatever a file holds. */
     int n = s_firstChoice;
 };

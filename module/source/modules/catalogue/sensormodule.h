@@ -50,7 +50,6 @@ public:
 
     /** 1 to 5; whatever a file holds. */
     int sensorPort() const { return port.value_or(look().defaultPort); }
-    bool condition() const { return bInfread; }
 
 protected:
     /** The copy always has the first condition: that is meant. */

@@ -14,9 +14,6 @@ public:
     void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
                QWidget* p_widget) override;
 
-    /** 0 slow, 1 middle, 2 fast. Any other number, as a file may hold, is speed 0. */
-    int speedIndex() const { return choice(); }
-
 protected:
     void createButtons() override;
 };

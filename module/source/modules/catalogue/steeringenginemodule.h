@@ -23,10 +23,6 @@ public:
                QWidget* p_widget) override;
     bool eventFilter(QObject* p_watched, QEvent* p_event) override;
 
-    int servo() const { return servoId; }
-    /** Degrees; whatever a file holds. */
-    int degrees() const { return angle; }
-
 protected:
     steeringenginemodule(const steeringenginemodule& p_other) = default;
     void writeAttributes(QDomElement& p_element) const override;
@@ -36,5 +32,6 @@ private:
     void refresh();
 
     int servoId = 1;
+    /** Degrees; whatever a file holds. */
     int angle = 0;
 };

@@ -27,9 +27,6 @@ public:
     void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
                QWidget* p_widget) override;
 
-    /** Seconds; 0 when the field is empty or holds no number. */
-    float seconds() const { return n; }
-
 protected:
     timeModule(const timeModule& p_other);
     virtual const Look& look() const = 0;
@@ -38,6 +35,7 @@ protected:
     void takeNumber(const QString& p_text) override;
 
 private:
+    /** Seconds; 0 when the field is empty or holds no number. */
     float n = 1.0f;
     /** What the button shows; from a file it is the attribute as it stands. */
     QString m_numberText = QStringLiteral("1");

@@ -48,6 +48,7 @@ class pianoModule final : public concreteModule<pianoModule, voiceModule>
 public:
     using concreteModule::concreteModule;
     static constexpr Look s_look = {nullptr, 0, voiceSounds::piano, "PlaySpeech(%1);\n"};
+    /** Of the sound blocks the piano alone takes a choice this way, too: that is meant. */
     void setParamIndex(int p_index) override { setNumberKey(p_index); }
 };
 
