@@ -74,8 +74,7 @@ private slots:
     void everyChainOfATextIsPasted();
     void theDeepestChainThatAFileHoldsIsPastedAndADeeperOneIsNot();
     void aHundredThousandBlocksInOneChain();
-    void aHundredMegabytesArePutAside_data();
-    void aHundredMegabytesArePutAside();
+    void aTextLargerThanAnyProjectIsPutAside();
     void aKeyPastesWhereTheMouseIs();
 
 private:
@@ -85,7 +84,7 @@ private:
     QStringList content();
     /** The heads of the loose chains but for the one of the start, by their types. */
     QList<QList<int>> pastedChains();
-    /** Undo and redo after a paste of p_pastes blocks: empty if all goes well. */
+    /** Undo and redo after a paste of p_blocks blocks: empty if all goes well. */
     QString historyWorks(int p_blocks);
 
     std::unique_ptr<CanvasFixture> m_canvas;
@@ -407,23 +406,20 @@ void BadClipboardTest::aHundredThousandBlocksInOneChain()
     QCOMPARE(m_canvas->brokenInvariants(), QStringList());
 }
 
-void BadClipboardTest::aHundredMegabytesArePutAside_data()
+void BadClipboardTest::aTextLargerThanAnyProjectIsPutAside()
 {
-    QTest::addColumn<bool>("isXml");
-    QTest::newRow("a chain of blocks") << true;
-    QTest::newRow("no XML") << false;
-}
-
-void BadClipboardTest::aHundredMegabytesArePutAside()
-{
-    QFETCH(bool, isXml);
-    const int size = 100 * 1024 * 1024;
-    const int count = size / static_cast<int>(sizeof(s_forward));
-    put(isXml ? chainOf(QByteArray(s_forward).repeated(count)) : QByteArray(size, 'a'));
+    // Blanks behind the root, up to the limit and one beyond it.
+    const QByteArray text = chainOf(s_forward);
+    const int most = static_cast<int>(MaximalProjectSize);
+    put(text + QByteArray(most + 1 - text.size(), ' '));
     const QStringList before = content();
     paste();
     QCOMPARE(content(), before);
     QCOMPARE(historyWorks(0), QString());
+    m_canvas->view.undoStack().undo();
+    put(text + QByteArray(most - text.size(), ' '));
+    paste();
+    QCOMPARE(pastedChains(), (QList<QList<int>>{{103}}));
 }
 
 void BadClipboardTest::aKeyPastesWhereTheMouseIs()

@@ -546,7 +546,6 @@ void GeneratorTest::pythonDropsLinesThatAreLeftBlank()
 void GeneratorTest::theCanvasGivesTheTextOfItsProgram()
 {
     CanvasFixture canvas;
-    canvas.view.setWindowTitle(QStringLiteral("canvas[*]"));
     supermodule* forward = canvas.dropBehind(canvas.main(), 103);
     canvas.dropBehind(forward, 101);
     canvas.drop(105, {700, 450});
@@ -593,7 +592,6 @@ void GeneratorTest::aDownloadWritesTheProjectInCAndRunsTheBuild()
     const QString folder = QCoreApplication::applicationDirPath();
     QVERIFY(QDir(folder).mkpath(QStringLiteral("gcc/example")));
     CanvasFixture canvas;
-    canvas.view.setWindowTitle(QStringLiteral("canvas[*]"));
     canvas.dropBehind(canvas.main(), 117);
     QStringList runs;
     QByteArray source;

@@ -25,13 +25,6 @@ QString textOf(const QString& p_path)
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll())
                                           : QStringLiteral("can't be read: ") + p_path;
 }
-
-/** A canvas without changes to ask about. */
-class Canvas : public CanvasFixture
-{
-public:
-    Canvas() { view.setWindowTitle(QStringLiteral("canvas[*]")); }
-};
 } // namespace
 
 class GoldenTest : public QObject
@@ -100,7 +93,7 @@ void GoldenTest::theSetHoldsEveryBlockOfTheCatalogue()
 void GoldenTest::aProjectGivesItsText()
 {
     QFETCH(QString, name);
-    Canvas canvas;
+    CanvasFixture canvas;
     QCOMPARE(canvas.view.openFile(golden(name + ".tlrx")), int(ProjectOpened));
     const QString expected = textOf(golden(name + ".c"));
     QCOMPARE(canvas.view.generateProjectCode(1), expected);
@@ -112,7 +105,7 @@ void GoldenTest::aProjectGivesItsText()
 void GoldenTest::aSavedProjectGivesTheSameTextAgain()
 {
     QFETCH(QString, name);
-    Canvas canvas;
+    CanvasFixture canvas;
     QCOMPARE(canvas.view.openFile(golden(name + ".tlrx")), int(ProjectOpened));
     const int blocks = canvas.blocks().size();
     const QString path = m_kit.filePath(name + ".tlrx");
@@ -130,7 +123,7 @@ void GoldenTest::aSavedProjectGivesTheSameTextAgain()
 
 void GoldenTest::blocksOfNoKnownTypeAreLeftOutAndLooseChainsStayLoose()
 {
-    Canvas canvas;
+    CanvasFixture canvas;
     QCOMPARE(canvas.view.openFile(golden(QStringLiteral("loose.tlrx"))), int(ProjectOpened));
     QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 101, 106, 105}));
     QList<supermodule*> roots;
@@ -152,7 +145,7 @@ void GoldenTest::blocksOfNoKnownTypeAreLeftOutAndLooseChainsStayLoose()
 void GoldenTest::theTextCompilesWithoutAWord()
 {
     QFETCH(QString, name);
-    Canvas canvas;
+    CanvasFixture canvas;
     QCOMPARE(canvas.view.openFile(golden(name + ".tlrx")), int(ProjectOpened));
     const ProcessResult result = m_kit.compile(name, canvas.view.generateProjectCode(1));
     QCOMPARE(result.errors, QString());
@@ -176,7 +169,7 @@ void GoldenTest::theProgramRunsOnTheController()
 {
     QFETCH(QString, name);
     QFETCH(QStringList, sensors);
-    Canvas canvas;
+    CanvasFixture canvas;
     QCOMPARE(canvas.view.openFile(golden(name + ".tlrx")), int(ProjectOpened));
     const ProcessResult compiled = m_kit.compile(name, canvas.view.generateProjectCode(1));
     QCOMPARE(compiled.exitCode, 0);

@@ -28,7 +28,6 @@ public:
                          [this](int p_type, int p_id) {
                              raised << QStringLiteral("panel %1 %2").arg(p_type).arg(p_id);
                          });
-        view.setWindowTitle(QStringLiteral("canvas[*]"));
         view.activateWindow();
         if (!QTest::qWaitForWindowActive(&view)) {
             qFatal("the window doesn't become active");

@@ -6,6 +6,7 @@
 #include "mainmodule.h"
 #include "modulefactory.h"
 #include "projectfile.h"
+#include "singleblock.h"
 #include "tzprogramscene.h"
 
 #include <QAbstractButton>
@@ -84,35 +85,6 @@ const QVector<Value>& values()
     return s_values;
 }
 
-/** A block's own attributes. */
-using Attributes = QMap<QString, QString>;
-
-Attributes attributesOf(const supermodule* p_module)
-{
-    QDomDocument document;
-    QDomElement parent = document.createElement(QStringLiteral("parent"));
-    p_module->saveXml(parent, document);
-    const QDomElement element = parent.firstChildElement();
-    Attributes own;
-    const QDomNamedNodeMap all = element.attributes();
-    for (int i = 0; i < all.size(); ++i) {
-        own.insert(all.item(i).nodeName(), all.item(i).nodeValue());
-    }
-    for (const char* common : {"x", "y", "id", "ownid", "moduleKey"}) {
-        own.remove(QString::fromLatin1(common));
-    }
-    return own;
-}
-
-QString readable(const Attributes& p_attributes)
-{
-    QStringList words;
-    for (auto it = p_attributes.cbegin(); it != p_attributes.cend(); ++it) {
-        words << it.key() + '=' + it.value();
-    }
-    return words.join(QLatin1Char(' '));
-}
-
 bool isSeconds(int p_id, const QString& p_attribute)
 {
     const bool timed = QVector<int>{101, 104, 118, 119, 120}.contains(p_id);
@@ -142,16 +114,6 @@ QString setRight(int p_id, const QString& p_attribute)
         return QString::number(p_id >= 900 ? 2 : 1);
     }
     return QString::number(fromOne ? 1 : 0);
-}
-
-QImage paintingOf(supermodule* p_module)
-{
-    QImage image(300, 200, QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    painter.translate(10, 30);
-    p_module->paint(&painter, nullptr, nullptr);
-    return image;
 }
 } // namespace
 
@@ -230,7 +192,7 @@ void BadValuesTest::everyAttribute()
     QTest::addColumn<QString>("attribute");
     for (const BlockRecord& record : blockRecords()) {
         const std::unique_ptr<supermodule> block(createModuleFromId(record.id));
-        for (const QString& attribute : attributesOf(block.get()).keys()) {
+        for (const QString& attribute : ownAttributes(block.get()).keys()) {
             QTest::newRow(qPrintable(QStringLiteral("%1 %2").arg(record.id).arg(attribute)))
                 << record.id << attribute;
         }
@@ -239,8 +201,8 @@ void BadValuesTest::everyAttribute()
 
 bool BadValuesTest::open(int p_id, const QString& p_attribute)
 {
-    Attributes attributes =
-        attributesOf(std::unique_ptr<supermodule>(createModuleFromId(p_id)).get());
+    BlockAttributes attributes =
+        ownAttributes(std::unique_ptr<supermodule>(createModuleFromId(p_id)).get());
     QByteArray content("<!DOCTYPE vantrel>\n<vantrel><basenode><module id=\"0\"/></basenode>");
     int place = 0;
     for (const Value& value : values()) {
@@ -303,10 +265,11 @@ void BadValuesTest::everyBadValueIsReadAndKept()
     QFETCH(int, id);
     QFETCH(QString, attribute);
     QVERIFY(open(id, attribute));
-    Attributes expected = attributesOf(std::unique_ptr<supermodule>(createModuleFromId(id)).get());
+    BlockAttributes expected =
+        ownAttributes(std::unique_ptr<supermodule>(createModuleFromId(id)).get());
     for (int i = 0; i < values().size(); ++i) {
         expected[attribute] = taken(id, attribute, values().at(i));
-        QCOMPARE(readable(attributesOf(m_blocks.at(i))), readable(expected));
+        QCOMPARE(joinedAttributes(ownAttributes(m_blocks.at(i))), joinedAttributes(expected));
     }
     draw();
     view().fitInView(view().scene()->itemsBoundingRect(), Qt::KeepAspectRatio);
@@ -340,10 +303,10 @@ void BadValuesTest::aBlockWithABadValueIsDeletedBroughtBackAndCopied()
     QFETCH(QString, attribute);
     QVERIFY(open(id, attribute));
     QStringList texts;
-    QVector<Attributes> before;
+    QVector<BlockAttributes> before;
     for (const supermodule* block : qAsConst(m_blocks)) {
         texts << block->cCode();
-        before << attributesOf(block);
+        before << ownAttributes(block);
     }
     const QVector<QPointF> places = [this] {
         QVector<QPointF> all;
@@ -369,7 +332,7 @@ void BadValuesTest::aBlockWithABadValueIsDeletedBroughtBackAndCopied()
                 return p_block->pos() == places.at(i) && p_block->id == id;
             });
             if (it == blocks.cend() || (*it)->cCode() != texts.at(i) ||
-                attributesOf(*it) != before.at(i)) {
+                ownAttributes(*it) != before.at(i)) {
                 wrong << QString::fromUtf8(values().at(i).text);
             }
         }
@@ -419,14 +382,14 @@ void BadValuesTest::aBlockWithABadValueIsSetRightByItsChoosers()
     QVERIFY(open(id, attribute));
     for (supermodule* block : qAsConst(m_blocks)) {
         QVERIFY(block->button(0));
-        Attributes expected;
-        for (const QString& each : attributesOf(block).keys()) {
+        BlockAttributes expected;
+        for (const QString& each : ownAttributes(block).keys()) {
             expected.insert(each, setRight(id, each));
         }
         for (int button = 0; block->button(button); ++button) {
             use(block, button);
         }
-        QCOMPARE(readable(attributesOf(block)), readable(expected));
+        QCOMPARE(joinedAttributes(ownAttributes(block)), joinedAttributes(expected));
         // A choice is none of the steps that can be taken back.
         QCOMPARE(view().undoStack().count(), 0);
     }
@@ -463,7 +426,7 @@ void BadValuesTest::aFieldWithABadValueTakesEveryKey()
             block->setNumberKey(key);
             QString shown = block->button(0)->text();
             shown.remove(QChar(0xb0));
-            const QString value = attributesOf(block).value(attribute);
+            const QString value = ownAttributes(block).value(attribute);
             if (isSeconds(id, attribute)) {
                 QCOMPARE(value.toFloat(), shown.toFloat());
             } else {
@@ -506,14 +469,12 @@ void BadValuesTest::aChoiceThatIsNotThereIsDrawnAsNoPicture()
     QFETCH(int, last);
     const auto painted = [id](int p_choice) {
         const std::unique_ptr<supermodule> block(createModuleFromId(id));
-        QDomDocument document;
-        QDomElement element = document.createElement(QStringLiteral("module"));
-        element.setAttribute(QStringLiteral("n"), p_choice);
-        block->loadXml(element);
-        return paintingOf(block.get());
+        loadBlock(block.get(), QStringLiteral("n=%1").arg(p_choice));
+        return paintedBlock(block.get());
     };
+    // The body is there in any case.
     const QImage bare = painted(1000);
-    QVERIFY(bare != QImage());
+    QVERIFY(bare != emptyGround());
     for (int choice = first; choice <= last; ++choice) {
         QVERIFY2(painted(choice) != bare, qPrintable(QString::number(choice)));
     }

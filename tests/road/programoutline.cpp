@@ -3,8 +3,6 @@
 #include "documentinvariants.h"
 #include "supermodule.h"
 
-#include <QDomDocument>
-
 #include <algorithm>
 
 namespace
@@ -29,12 +27,8 @@ template <class Tell> QString outlineOf(const supermodule* p_first, Tell p_tell)
 
 QString inBraces(const BlockAttributes& p_attributes)
 {
-    QStringList list;
-    for (auto it = p_attributes.constBegin(); it != p_attributes.constEnd(); ++it) {
-        list << it.key() + QLatin1Char('=') + it.value();
-    }
-    return list.isEmpty() ? QString()
-                          : QLatin1Char('{') + list.join(QLatin1Char(' ')) + QLatin1Char('}');
+    const QString text = joinedAttributes(p_attributes);
+    return text.isEmpty() ? text : QLatin1Char('{') + text + QLatin1Char('}');
 }
 
 QString withKey(int p_type, int p_key) { return QStringLiteral("%1#%2").arg(p_type).arg(p_key); }
@@ -45,9 +39,9 @@ QString told(const supermodule* p_module, Telling p_telling)
         return withKey(p_module->id, p_module->registryKey);
     }
     if (p_telling == Telling::Parameters) {
-        return QString::number(p_module->id) + inBraces(parametersOf(p_module));
+        return QString::number(p_module->id) + inBraces(ownAttributes(p_module));
     }
-    return withKey(p_module->id, p_module->registryKey) + inBraces(parametersOf(p_module)) +
+    return withKey(p_module->id, p_module->registryKey) + inBraces(ownAttributes(p_module)) +
            QStringLiteral("(%1 %2 key %3 slot %4 opacity %5 seen %6)")
                .arg(p_module->scenePos().x())
                .arg(p_module->scenePos().y())
@@ -57,26 +51,6 @@ QString told(const supermodule* p_module, Telling p_telling)
                .arg(p_module->isVisible() ? 1 : 0);
 }
 } // namespace
-
-BlockAttributes parametersOf(const supermodule* p_module)
-{
-    QDomDocument document;
-    QDomElement parent = document.createElement(QStringLiteral("parent"));
-    document.appendChild(parent);
-    p_module->saveXml(parent, document);
-    const QDomNamedNodeMap stored = parent.firstChildElement().attributes();
-    static const QStringList s_common = {QStringLiteral("x"), QStringLiteral("y"),
-                                         QStringLiteral("id"), QStringLiteral("ownid"),
-                                         QStringLiteral("moduleKey")};
-    BlockAttributes attributes;
-    for (int i = 0; i < stored.size(); ++i) {
-        const QDomAttr attribute = stored.item(i).toAttr();
-        if (!s_common.contains(attribute.name())) {
-            attributes.insert(attribute.name(), attribute.value());
-        }
-    }
-    return attributes;
-}
 
 BlockAttributes copiedParameters(int p_type, BlockAttributes p_parameters)
 {
@@ -116,7 +90,7 @@ QString copyOutline(const supermodule* p_first)
 {
     return outlineOf(p_first, [](const supermodule* p_each) {
         return QString::number(p_each->id) +
-               inBraces(copiedParameters(p_each->id, parametersOf(p_each)));
+               inBraces(copiedParameters(p_each->id, ownAttributes(p_each)));
     });
 }
 

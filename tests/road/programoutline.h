@@ -1,17 +1,14 @@
 #pragma once
 
 #include "collisionitem.h"
+#include "singleblock.h"
 
 #include <QHash>
 #include <QList>
-#include <QMap>
 #include <QStringList>
 
 class supermodule;
 class TzProgramView;
-
-/** The attributes of a block as a project keeps them. */
-using BlockAttributes = QMap<QString, QString>;
 
 /** What an outline tells of each block beside its type. */
 enum class Telling {
@@ -20,9 +17,7 @@ enum class Telling {
     Everything, /**< both, the place and how it is seen */
 };
 
-/** The attributes that a block of its type has beside those that all have. */
-BlockAttributes parametersOf(const supermodule* p_module);
-/** What of these a copy keeps; some types forget one. */
+/** What a copy keeps of a block's own attributes; some types forget one. */
 BlockAttributes copiedParameters(int p_type, BlockAttributes p_parameters);
 
 /** A chain in one line: the blocks in order, each with its body in brackets. */

@@ -302,7 +302,7 @@ void RandomProgram::setParameter(supermodule* p_block)
     if (buttons.isEmpty()) {
         return;
     }
-    const BlockAttributes before = parametersOf(p_block);
+    const BlockAttributes before = ownAttributes(p_block);
     const QPointF centre = buttons.at(below(buttons.size()))->sceneBoundingRect().center();
     showPoint(centre);
     QTest::mouseClick(m_view.viewport(), Qt::LeftButton, Qt::NoModifier, at(centre));
@@ -313,7 +313,7 @@ void RandomProgram::setParameter(supermodule* p_block)
     } else if (m_window.blockWidget()->isChoosing()) {
         done = answerPalette();
     }
-    m_tally[done] += parametersOf(p_block) != before ? 1 : 0;
+    m_tally[done] += ownAttributes(p_block) != before ? 1 : 0;
 }
 
 QString RandomProgram::answerPopUp()
