@@ -23,13 +23,18 @@ constexpr int s_each = 10000;
 constexpr int s_each = 100000;
 #endif
 
+// How often something was done beside the threads.
+std::atomic<int> s_rounds{0};
+
 /** Runs some work in each of the threads, and something of another one's beside them. */
 template <class Work, class Beside> void inThreads(Work p_work, Beside p_beside)
 {
     std::atomic<bool> done{false};
+    s_rounds = 0;
     std::thread beside([&] {
-        for (int round = 0; !done; ++round) {
-            p_beside(round);
+        while (!done) {
+            p_beside(s_rounds);
+            ++s_rounds;
             std::this_thread::sleep_for(std::chrono::microseconds(200));
         }
     });
@@ -43,6 +48,18 @@ template <class Work, class Beside> void inThreads(Work p_work, Beside p_beside)
     }
     done = true;
     beside.join();
+}
+
+/**
+ * To be called before each message: at each tenth of its way a thread waits for two more rounds, so
+ * that there are some on a busy machine, too.
+ */
+void awaitRounds(int p_message, int p_messages)
+{
+    const int tenth = p_messages / 10;
+    while (p_message % tenth == 0 && s_rounds <= p_message / tenth * 2) {
+        std::this_thread::sleep_for(std::chrono::microseconds(50));
+    }
 }
 
 // Two formats that tell by their ends which one a line was made with.
@@ -199,6 +216,7 @@ void LogThreadsTest::noMessageIsLostAndNoLineTorn()
     inThreads(
         [](int p_thread) {
             for (int i = 0; i < s_each; ++i) {
+                awaitRounds(i, s_each);
                 writeInfo(p_thread, i);
                 if (isTimeForNote(i)) {
                     write(LogLevel::Debug, QStringLiteral("note"));
@@ -221,6 +239,7 @@ void LogThreadsTest::aFileGetsEachMessageInOnePiece()
     inThreads(
         [](int p_thread) {
             for (int i = 0; i < s_each; ++i) {
+                awaitRounds(i, s_each);
                 qInfo("%d/%d", p_thread, i);
                 if (isTimeForNote(i)) {
                     qDebug("note");
@@ -260,21 +279,19 @@ void LogThreadsTest::aLevelThatChangesDropsWholeMessages()
     const Registered<CheckingAppender> appender;
     constexpr int each = s_each / 10;
     // The notes now pass and now don't; the warnings always do.
-    std::atomic<int> changes{0};
     inThreads(
-        [&](int /*p_thread*/) {
+        [](int /*p_thread*/) {
             for (int i = 0; i < each; ++i) {
+                awaitRounds(i, each);
                 write(LogLevel::Debug, QStringLiteral("note"));
                 write(LogLevel::Warning, QStringLiteral("warning"));
             }
         },
         [&](int p_round) {
             appender->setDetailsLevel(p_round % 2 == 0 ? LogLevel::Warning : LogLevel::Trace);
-            ++changes;
         });
     QCOMPARE(appender->warnings, s_threads * each);
     QCOMPARE(appender->check.broken, QString());
-    QVERIFY(changes > 1);
     QVERIFY2(appender->check.notes > 0 && appender->check.notes < s_threads * each,
              qPrintable(QString::number(appender->check.notes)));
 }
