@@ -226,6 +226,7 @@ void LoopFrameTest::aFrameHasNoSeamsAtAnySizeAndDepth()
             view.scale(zoom, zoom);
             view.resize((all.size() * zoom).toSize() + QSize(20, 20));
             view.centerOn(all.center());
+            // Painted once: the blocks that came into view have their buttons then.
             QApplication::processEvents();
             const TwoGrounds shown(view);
             for (int depth = 0; depth < loops.size(); ++depth) {
