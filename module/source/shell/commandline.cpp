@@ -34,6 +34,7 @@ const QtOption s_qtOptions[] = {
     {"session", OptionValue::Next},
     {"style", OptionValue::NextOrJoined},
     {"stylesheet", OptionValue::NextOrJoined},
+    {"testability", OptionValue::None},
     {"widgetcount", OptionValue::None},
     {"display", OptionValue::Next},
     {"geometry", OptionValue::Next},
@@ -95,6 +96,7 @@ void endOnFatal(QtMsgType p_type, const QMessageLogContext& p_context, const QSt
         s_usualHandler(p_type, p_context, p_text);
         return;
     }
+    // Qt's own last words, which advise to install the program anew, stay unsaid.
     std::fputs("vantrel: No window can be opened. Is there a display?\n", stderr);
     // The application object is half made: nothing can be taken down in order.
     std::_Exit(1);
