@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds everything and runs every check: ./test.sh
-# The build must be free of warnings, the sources formatted and free of clang-tidy's findings,
-# and all tests must pass.
+# The build must be free of warnings, every include as the table of rooms tells, the sources
+# formatted and free of clang-tidy's findings, and all tests must pass.
 set -euo pipefail
 cd "$(dirname "$0")"
 . tools/dependencies.sh
@@ -13,6 +13,9 @@ need build kit emulator run display check windows
 
 step "Format"
 tools/check-format.sh
+
+step "Includes"
+tools/check-includes.py
 
 step "Windows"
 tools/check-windows.sh

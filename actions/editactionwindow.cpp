@@ -1,4 +1,4 @@
-#include "editactionwindow.h"
+#include "actions/editactionwindow.h"
 
 #include <QFile>
 

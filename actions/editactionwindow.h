@@ -1,6 +1,6 @@
 #pragma once
 
-#include "actionblock.h"
+#include "actions/model/actionblock.h"
 
 #include <QMainWindow>
 #include <QString>

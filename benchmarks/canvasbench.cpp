@@ -1,10 +1,10 @@
 #include "canvasbench.h"
 
-#include "canvasfixture.h"
-#include "documentstate.h"
-#include "mainmodule.h"
-#include "projectfile.h"
-#include "tzprogramscene.h"
+#include "canvas/tzprogramscene.h"
+#include "modules/documentstate.h"
+#include "modules/mainmodule.h"
+#include "project/projectfile.h"
+#include "support/canvas/canvasfixture.h"
 
 #include <QApplication>
 #include <QDragEnterEvent>

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "canvas/tzprogramview.h"
 #include "samples.h"
 #include "shape.h"
 #include "stage.h"
-#include "tzprogramview.h"
 
 #include <QMimeData>
 #include <QTemporaryDir>

@@ -1,7 +1,7 @@
-#include "fileappender.h"
-#include "logger.h"
-#include "logsetup.h"
-#include "messageroute.h"
+#include "logging/fileappender.h"
+#include "logging/logger.h"
+#include "logging/logsetup.h"
+#include "logging/messageroute.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>

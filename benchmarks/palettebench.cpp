@@ -1,7 +1,7 @@
 #include "palettebench.h"
 
-#include "selectablebutton.h"
-#include "tzlabel.h"
+#include "proj/controls/selectablebutton.h"
+#include "proj/tzlabel.h"
 
 #include <QTest>
 

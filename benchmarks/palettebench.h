@@ -1,8 +1,8 @@
 #pragma once
 
+#include "proj/tzblockwidget.h"
 #include "samples.h"
 #include "stage.h"
-#include "tzblockwidget.h"
 
 #include <QWidget>
 

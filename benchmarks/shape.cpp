@@ -1,8 +1,8 @@
 #include "shape.h"
 
-#include "documentstate.h"
-#include "modulefactory.h"
-#include "supermodule.h"
+#include "modules/catalogue/modulefactory.h"
+#include "modules/documentstate.h"
+#include "modules/supermodule.h"
 
 #include <QFile>
 #include <QGraphicsScene>

@@ -1,10 +1,13 @@
-# A room of the program: one static library whose own folder is its include
-# directory, so that a room can include only what it says it needs.
+# Includes say the room: "modules/supermodule.h", "proj/controls/selectablebutton.h",
+# "actions/model/actionblock.h". tools/check-includes.py holds them against the rooms' table.
+include_directories("${PROJECT_SOURCE_DIR}/module/source" "${PROJECT_SOURCE_DIR}/module"
+  "${PROJECT_SOURCE_DIR}")
+
+# A room of the program: one static library.
 #   tiler_room(<name> SOURCES <files> NEEDS <libraries>)
 function(tiler_room p_name)
   cmake_parse_arguments(ROOM "" "" "SOURCES;NEEDS" ${ARGN})
   add_library(${p_name} STATIC ${ROOM_SOURCES})
-  target_include_directories(${p_name} PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
   target_link_libraries(${p_name} PUBLIC ${ROOM_NEEDS} PRIVATE tiler_warnings)
 endfunction()
 

@@ -1,6 +1,6 @@
-#include "abstractappender.h"
+#include "logging/abstractappender.h"
 
-#include "errorstream.h"
+#include "logging/errorstream.h"
 
 #include <shared_mutex>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "logmessage.h"
-#include "readwritelock.h"
+#include "logging/logmessage.h"
+#include "logging/readwritelock.h"
 
 #include <mutex>
 

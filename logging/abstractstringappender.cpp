@@ -1,4 +1,4 @@
-#include "abstractstringappender.h"
+#include "logging/abstractstringappender.h"
 
 #include <shared_mutex>
 #include <utility>

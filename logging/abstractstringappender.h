@@ -1,7 +1,7 @@
 #pragma once
 
-#include "abstractappender.h"
-#include "messageformat.h"
+#include "logging/abstractappender.h"
+#include "logging/messageformat.h"
 
 #include <memory>
 

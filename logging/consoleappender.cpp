@@ -1,6 +1,6 @@
-#include "consoleappender.h"
+#include "logging/consoleappender.h"
 
-#include "errorstream.h"
+#include "logging/errorstream.h"
 
 namespace
 {

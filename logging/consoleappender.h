@@ -1,6 +1,6 @@
 #pragma once
 
-#include "abstractstringappender.h"
+#include "logging/abstractstringappender.h"
 
 /** Writes to the error stream of the process, in the local code page. */
 class ConsoleAppender : public AbstractStringAppender

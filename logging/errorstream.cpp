@@ -1,4 +1,4 @@
-#include "errorstream.h"
+#include "logging/errorstream.h"
 
 #include <QTextCodec>
 

@@ -1,6 +1,6 @@
-#include "fileappender.h"
+#include "logging/fileappender.h"
 
-#include "errorstream.h"
+#include "logging/errorstream.h"
 
 FileAppender::FileAppender(const QString& p_fileName) : m_file(p_fileName) {}
 

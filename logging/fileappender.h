@@ -1,6 +1,6 @@
 #pragma once
 
-#include "abstractstringappender.h"
+#include "logging/abstractstringappender.h"
 
 #include <QFile>
 #include <QTextStream>

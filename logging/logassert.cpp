@@ -1,6 +1,6 @@
-#include "logassert.h"
+#include "logging/logassert.h"
 
-#include "logger.h"
+#include "logging/logger.h"
 
 #include <cstdlib>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "logmessage.h"
+#include "logging/logmessage.h"
 
 /** Logs the fatal message ASSERT: "condition", and ends the program. */
 [[noreturn]] void assertFailed(const LogPlace& p_place, const char* p_condition);

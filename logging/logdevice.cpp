@@ -1,6 +1,6 @@
-#include "logdevice.h"
+#include "logging/logdevice.h"
 
-#include "logger.h"
+#include "logging/logger.h"
 
 LogDevice::LogDevice(Logger& p_logger, LogLevel p_level, const LogPlace& p_place)
     : m_logger(p_logger), m_level(p_level), m_place(p_place)

@@ -1,6 +1,6 @@
-#include "logger.h"
+#include "logging/logger.h"
 
-#include "errorstream.h"
+#include "logging/errorstream.h"
 
 #include <QTextCodec>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "abstractappender.h"
-#include "logdevice.h"
+#include "logging/abstractappender.h"
+#include "logging/logdevice.h"
 
 #include <QMap>
 

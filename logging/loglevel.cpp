@@ -1,4 +1,4 @@
-#include "loglevel.h"
+#include "logging/loglevel.h"
 
 #include <array>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "loglevel.h"
+#include "logging/loglevel.h"
 
 #include <QDateTime>
 #include <QString>

@@ -1,9 +1,9 @@
-#include "logsetup.h"
+#include "logging/logsetup.h"
 
-#include "consoleappender.h"
-#include "fileappender.h"
-#include "logger.h"
-#include "messageroute.h"
+#include "logging/consoleappender.h"
+#include "logging/fileappender.h"
+#include "logging/logger.h"
+#include "logging/messageroute.h"
 
 #include <QCoreApplication>
 #include <QDir>

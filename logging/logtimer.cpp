@@ -1,7 +1,7 @@
-#include "logtimer.h"
+#include "logging/logtimer.h"
 
-#include "functionname.h"
-#include "logger.h"
+#include "logging/functionname.h"
+#include "logging/logger.h"
 
 LogTimer::LogTimer(const LogPlace& p_place, const QString& p_title)
     : m_place(p_place), m_title(p_title)

@@ -1,6 +1,6 @@
-#include "messageformat.h"
+#include "logging/messageformat.h"
 
-#include "functionname.h"
+#include "logging/functionname.h"
 
 #include <QCoreApplication>
 #include <QLocale>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "logmessage.h"
+#include "logging/logmessage.h"
 
 #include <QString>
 

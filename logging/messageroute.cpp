@@ -1,6 +1,6 @@
-#include "messageroute.h"
+#include "logging/messageroute.h"
 
-#include "logger.h"
+#include "logging/logger.h"
 
 #include <array>
 

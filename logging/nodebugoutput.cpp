@@ -1,3 +1,3 @@
-#include "debugoutput.h"
+#include "logging/debugoutput.h"
 
 void writeToDebugger(const wchar_t* /*p_text*/) {}

@@ -1,6 +1,6 @@
-#include "outputdebugappender.h"
+#include "logging/outputdebugappender.h"
 
-#include "debugoutput.h"
+#include "logging/debugoutput.h"
 
 void OutputDebugAppender::append(const LogMessage& p_message)
 {

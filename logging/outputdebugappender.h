@@ -1,6 +1,6 @@
 #pragma once
 
-#include "abstractstringappender.h"
+#include "logging/abstractstringappender.h"
 
 /** Shows messages in the debugger. Only Windows has such an output; elsewhere they go nowhere. */
 class OutputDebugAppender : public AbstractStringAppender

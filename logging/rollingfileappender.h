@@ -1,7 +1,7 @@
 #pragma once
 
-#include "fileappender.h"
-#include "rollingperiod.h"
+#include "logging/fileappender.h"
+#include "logging/rollingperiod.h"
 
 /**
  * A file for each period. The first message of a new period, by the message's own time, moves the

@@ -1,4 +1,4 @@
-#include "rollingperiod.h"
+#include "logging/rollingperiod.h"
 
 #include <QLocale>
 

@@ -1,4 +1,4 @@
-#include "debugoutput.h"
+#include "logging/debugoutput.h"
 
 #include <windows.h>
 

@@ -20,9 +20,7 @@ options=(-std=c++17 -O1 -Wall -Wextra -Wpedantic -Wshadow -Wno-deprecated-declar
 for library in QtCore QtGui QtWidgets QtNetwork QtXml; do
     options+=(-isystem "$headers/$library")
 done
-while read -r room; do
-    options+=("-I$(dirname "$room")")
-done < <(grep -rl --include=CMakeLists.txt tiler_room "${rooms[@]}" | sort)
+options+=(-Imodule/source -Imodule -I.)
 
 mapfile -t sources < <({
     find "${rooms[@]}" \( -name '*windows*.cpp' -o -name '*windows*.h' \) ! -name 'windowshape.*'
@@ -45,5 +43,5 @@ one() {
 }
 export -f one
 printf '%s\n' "${sources[@]}" |
-    xargs -P "$(nproc)" -I{} bash -c 'one "$@"' _ {} "$compiler" "${options[@]}" -I.
+    xargs -P "$(nproc)" -I{} bash -c 'one "$@"' _ {} "$compiler" "${options[@]}"
 echo "${#sources[@]} sources compiled for Windows."

@@ -1,4 +1,4 @@
-#include "actionblock.h"
+#include "actions/model/actionblock.h"
 
 #include <QFile>
 

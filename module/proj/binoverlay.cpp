@@ -1,6 +1,6 @@
-#include "binoverlay.h"
+#include "proj/binoverlay.h"
 
-#include "picturecache.h"
+#include "proj/controls/picturecache.h"
 
 #include <QPainter>
 

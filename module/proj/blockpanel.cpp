@@ -1,7 +1,7 @@
-#include "blockpanel.h"
+#include "proj/blockpanel.h"
 
-#include "dragpayload.h"
-#include "picturecache.h"
+#include "modules/catalogue/dragpayload.h"
+#include "proj/controls/picturecache.h"
 
 #include <QDrag>
 #include <QLabel>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "blocktables.h"
-#include "panelbase.h"
+#include "modules/catalogue/blocktables.h"
+#include "proj/panelbase.h"
 
 #include <QList>
 #include <QMap>

@@ -1,6 +1,6 @@
-#include "iconspanel.h"
+#include "proj/iconspanel.h"
 
-#include "picturecache.h"
+#include "proj/controls/picturecache.h"
 
 #include <QIcon>
 #include <QPushButton>

@@ -1,7 +1,7 @@
-#include "numberspanel.h"
+#include "proj/numberspanel.h"
 
-#include "picturecache.h"
-#include "selectablebutton.h"
+#include "proj/controls/picturecache.h"
+#include "proj/controls/selectablebutton.h"
 
 #include <QIcon>
 #include <QPushButton>

@@ -1,3 +1,3 @@
-#include "panelbase.h"
+#include "proj/panelbase.h"
 
 PanelBase::PanelBase(QWidget* p_parent) : QWidget(p_parent) {}

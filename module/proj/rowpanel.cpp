@@ -1,4 +1,4 @@
-#include "rowpanel.h"
+#include "proj/rowpanel.h"
 
 #include <QPushButton>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "panelbase.h"
+#include "proj/panelbase.h"
 
 #include <QList>
 #include <QSize>

@@ -1,4 +1,4 @@
-#include "scale.h"
+#include "proj/scale.h"
 
 #include <QtGlobal>
 

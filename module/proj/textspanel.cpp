@@ -1,6 +1,6 @@
-#include "textspanel.h"
+#include "proj/textspanel.h"
 
-#include "scale.h"
+#include "proj/scale.h"
 
 #include <QPushButton>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "rowpanel.h"
+#include "proj/rowpanel.h"
 
 #include <QStringList>
 

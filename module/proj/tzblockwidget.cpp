@@ -1,14 +1,14 @@
-#include "tzblockwidget.h"
+#include "proj/tzblockwidget.h"
 
-#include "binoverlay.h"
-#include "blockpanel.h"
-#include "blocktables.h"
-#include "iconspanel.h"
-#include "modulestyles.h"
-#include "mousestate.h"
-#include "numberspanel.h"
-#include "scale.h"
-#include "textspanel.h"
+#include "modules/catalogue/blocktables.h"
+#include "modules/mousestate.h"
+#include "proj/binoverlay.h"
+#include "proj/blockpanel.h"
+#include "proj/controls/modulestyles.h"
+#include "proj/iconspanel.h"
+#include "proj/numberspanel.h"
+#include "proj/scale.h"
+#include "proj/textspanel.h"
 
 #include <QEvent>
 #include <QGuiApplication>

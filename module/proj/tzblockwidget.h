@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tzlabel.h"
+#include "proj/tzlabel.h"
 
 #include <QList>
 #include <QMap>

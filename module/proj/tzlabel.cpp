@@ -1,6 +1,6 @@
-#include "tzlabel.h"
+#include "proj/tzlabel.h"
 
-#include "picturecache.h"
+#include "proj/controls/picturecache.h"
 
 #include <QPainter>
 

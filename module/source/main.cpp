@@ -1,11 +1,11 @@
-#include "commandline.h"
-#include "config.h"
-#include "interfacelanguage.h"
-#include "logsetup.h"
-#include "mainwindow.h"
-#include "modulesid.h"
-#include "programversion.h"
-#include "systemlanguage.h"
+#include "base/config.h"
+#include "base/programversion.h"
+#include "base/systemlanguage.h"
+#include "canvas/modulesid.h"
+#include "logging/logsetup.h"
+#include "shell/commandline.h"
+#include "shell/interfacelanguage.h"
+#include "shell/mainwindow.h"
 
 #include <QApplication>
 #include <QCommandLineParser>

@@ -1,4 +1,4 @@
-#include "linuxvolumes.h"
+#include "base/linuxvolumes.h"
 
 #include <QDir>
 #include <QFile>

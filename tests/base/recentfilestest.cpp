@@ -1,7 +1,7 @@
-#include "recentfiles.h"
-#include "installpath.h"
+#include "base/recentfiles.h"
+#include "base/installpath.h"
 #ifdef Q_OS_UNIX
-#include "unprivileged.h"
+#include "support/system/unprivileged.h"
 
 #include <sys/stat.h>
 #endif

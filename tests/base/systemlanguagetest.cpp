@@ -1,4 +1,4 @@
-#include "systemlanguage.h"
+#include "base/systemlanguage.h"
 
 #include <QProcess>
 #include <QtTest>

@@ -1,4 +1,4 @@
-#include "buildthread.h"
+#include "build/buildthread.h"
 #include "fakevolumes.h"
 
 #include <QElapsedTimer>

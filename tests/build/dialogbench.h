@@ -1,7 +1,7 @@
 #pragma once
 
-#include "builddialog.h"
-#include "editactionwindow.h"
+#include "actions/editactionwindow.h"
+#include "build/builddialog.h"
 #include "fakevolumes.h"
 
 #include <QByteArray>

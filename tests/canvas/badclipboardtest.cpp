@@ -1,8 +1,8 @@
-#include "canvasfixture.h"
-#include "documentpicture.h"
-#include "documentstate.h"
-#include "mainmodule.h"
-#include "projectfile.h"
+#include "modules/documentstate.h"
+#include "modules/mainmodule.h"
+#include "project/projectfile.h"
+#include "support/canvas/canvasfixture.h"
+#include "support/canvas/documentpicture.h"
 
 #include <QApplication>
 #include <QClipboard>

@@ -1,7 +1,7 @@
-#include "clipboard.h"
-#include "canvasfixture.h"
-#include "documentstate.h"
-#include "mainmodule.h"
+#include "canvas/clipboard.h"
+#include "modules/documentstate.h"
+#include "modules/mainmodule.h"
+#include "support/canvas/canvasfixture.h"
 
 #include <QApplication>
 #include <QClipboard>

@@ -1,10 +1,10 @@
-#include "canvasfixture.h"
-#include "documentstate.h"
-#include "dragpayload.h"
-#include "feedbackmodule.h"
-#include "mainmodule.h"
-#include "modulefactory.h"
-#include "moduletree.h"
+#include "modules/catalogue/dragpayload.h"
+#include "modules/catalogue/modulefactory.h"
+#include "modules/documentstate.h"
+#include "modules/feedbackmodule.h"
+#include "modules/mainmodule.h"
+#include "modules/moduletree.h"
+#include "support/canvas/canvasfixture.h"
 
 #include <QDropEvent>
 #include <QGraphicsSceneDragDropEvent>

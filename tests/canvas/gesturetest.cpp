@@ -1,10 +1,10 @@
-#include "canvasfixture.h"
-#include "documentstate.h"
-#include "feedbackmodule.h"
-#include "graphicsitem_param.h"
-#include "mainmodule.h"
-#include "selectablebutton.h"
-#include "tzprogramscene.h"
+#include "canvas/tzprogramscene.h"
+#include "modules/documentstate.h"
+#include "modules/feedbackmodule.h"
+#include "modules/graphicsitem_param.h"
+#include "modules/mainmodule.h"
+#include "proj/controls/selectablebutton.h"
+#include "support/canvas/canvasfixture.h"
 
 #include <QScrollBar>
 #include <QSignalSpy>

@@ -1,7 +1,7 @@
-#include "canvasfixture.h"
-#include "documentstate.h"
-#include "mainmodule.h"
-#include "programslots.h"
+#include "canvas/programslots.h"
+#include "modules/documentstate.h"
+#include "modules/mainmodule.h"
+#include "support/canvas/canvasfixture.h"
 
 #include <QMessageBox>
 #include <QSignalSpy>

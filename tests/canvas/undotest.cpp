@@ -1,8 +1,8 @@
-#include "canvasfixture.h"
-#include "documentstate.h"
-#include "mainmodule.h"
-#include "modifycommand.h"
-#include "movecommand.h"
+#include "canvas/modifycommand.h"
+#include "canvas/movecommand.h"
+#include "modules/documentstate.h"
+#include "modules/mainmodule.h"
+#include "support/canvas/canvasfixture.h"
 
 #include <QApplication>
 #include <QClipboard>

@@ -1,5 +1,5 @@
-#include "canvasfixture.h"
-#include "canvaszoom.h"
+#include "canvas/canvaszoom.h"
+#include "support/canvas/canvasfixture.h"
 
 #include <QScrollBar>
 #include <QTest>

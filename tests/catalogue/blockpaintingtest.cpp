@@ -1,6 +1,6 @@
-#include "modulefactory.h"
-#include "singleblock.h"
-#include "supermodule.h"
+#include "modules/catalogue/modulefactory.h"
+#include "modules/supermodule.h"
+#include "support/canvas/singleblock.h"
 
 #include <QGraphicsScene>
 #include <QLoggingCategory>

@@ -1,9 +1,9 @@
-#include "canvasfixture.h"
-#include "documentpicture.h"
-#include "mainmodule.h"
-#include "projectfile.h"
-#include "supermodule.h"
-#include "tzprogramscene.h"
+#include "canvas/tzprogramscene.h"
+#include "modules/mainmodule.h"
+#include "modules/supermodule.h"
+#include "project/projectfile.h"
+#include "support/canvas/canvasfixture.h"
+#include "support/canvas/documentpicture.h"
 
 #include <QApplication>
 #include <QLoggingCategory>

@@ -1,6 +1,6 @@
-#include "config.h"
-#include "smalldisk.h"
-#include "unprivileged.h"
+#include "base/config.h"
+#include "support/system/smalldisk.h"
+#include "support/system/unprivileged.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "config.h"
+#include "base/config.h"
 
 #include <QDir>
 #include <QFile>

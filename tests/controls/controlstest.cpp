@@ -1,7 +1,7 @@
-#include "selectablebutton.h"
-#include "tzlineedit.h"
-#include "varbutton.h"
-#include "windowshape.h"
+#include "proj/controls/selectablebutton.h"
+#include "proj/controls/tzlineedit.h"
+#include "proj/controls/varbutton.h"
+#include "proj/controls/windowshape.h"
 
 #include <QFile>
 #include <QFontMetrics>

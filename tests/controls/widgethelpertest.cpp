@@ -1,4 +1,4 @@
-#include "widgethelper.h"
+#include "proj/controls/widgethelper.h"
 
 #include <QApplication>
 #include <QFile>

@@ -1,5 +1,5 @@
-#include "actionblock.h"
-#include "editactionwindow.h"
+#include "actions/editactionwindow.h"
+#include "actions/model/actionblock.h"
 #include "fuzztarget.h"
 
 #include <QApplication>

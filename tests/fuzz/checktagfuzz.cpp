@@ -1,5 +1,5 @@
-#include "checktag.h"
 #include "fuzztarget.h"
+#include "project/checktag.h"
 
 #include <QByteArray>
 

@@ -1,10 +1,10 @@
-#include "documentinvariants.h"
-#include "documentstate.h"
+#include "canvas/tzprogramview.h"
 #include "fuzztarget.h"
-#include "mainmodule.h"
-#include "programnameholder.h"
-#include "projectfile.h"
-#include "tzprogramview.h"
+#include "modules/documentstate.h"
+#include "modules/mainmodule.h"
+#include "project/programnameholder.h"
+#include "project/projectfile.h"
+#include "support/canvas/documentinvariants.h"
 
 #include <QApplication>
 #include <QFile>

@@ -1,9 +1,9 @@
 #include "projectmutator.h"
 
-#include "blocktables.h"
-#include "checktag.h"
-#include "projectdocument.h"
-#include "projectreader.h"
+#include "modules/catalogue/blocktables.h"
+#include "project/checktag.h"
+#include "project/projectdocument.h"
+#include "project/projectreader.h"
 
 #include <QDomDocument>
 #include <QVector>

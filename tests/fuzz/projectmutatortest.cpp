@@ -1,5 +1,5 @@
 #include "projectmutator.h"
-#include "projectfile.h"
+#include "project/projectfile.h"
 
 #include <QDir>
 #include <QDomDocument>

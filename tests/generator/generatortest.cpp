@@ -1,11 +1,11 @@
-#include "bracestoindent.h"
-#include "canvasfixture.h"
-#include "codegenerator.h"
-#include "documentstate.h"
-#include "mainmodule.h"
-#include "modulefactory.h"
-#include "usermainfile.h"
-#include "variables.h"
+#include "generator/codegenerator.h"
+#include "generator/usermainfile.h"
+#include "modules/catalogue/modulefactory.h"
+#include "modules/documentstate.h"
+#include "modules/mainmodule.h"
+#include "support/canvas/canvasfixture.h"
+#include "text/bracestoindent.h"
+#include "text/variables.h"
 
 #include <QApplication>
 #include <QDir>

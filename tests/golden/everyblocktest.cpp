@@ -1,11 +1,11 @@
-#include "blocktables.h"
-#include "canvasfixture.h"
-#include "graphicsitem_param.h"
-#include "kitcopy.h"
-#include "modulefactory.h"
-#include "projectfile.h"
-#include "singleblock.h"
-#include "tzprogramscene.h"
+#include "canvas/tzprogramscene.h"
+#include "modules/catalogue/blocktables.h"
+#include "modules/catalogue/modulefactory.h"
+#include "modules/graphicsitem_param.h"
+#include "project/projectfile.h"
+#include "support/canvas/canvasfixture.h"
+#include "support/canvas/singleblock.h"
+#include "support/system/kitcopy.h"
 
 #include <QApplication>
 #include <QDir>

@@ -1,9 +1,9 @@
-#include "blocktables.h"
-#include "canvasfixture.h"
-#include "documentstate.h"
-#include "kitcopy.h"
-#include "mainmodule.h"
-#include "projectfile.h"
+#include "modules/catalogue/blocktables.h"
+#include "modules/documentstate.h"
+#include "modules/mainmodule.h"
+#include "project/projectfile.h"
+#include "support/canvas/canvasfixture.h"
+#include "support/system/kitcopy.h"
 
 #include <QApplication>
 #include <QDir>

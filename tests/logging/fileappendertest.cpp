@@ -1,7 +1,7 @@
-#include "fileappender.h"
+#include "logging/fileappender.h"
 #include "loghelpers.h"
-#include "smalldisk.h"
-#include "unprivileged.h"
+#include "support/system/smalldisk.h"
+#include "support/system/unprivileged.h"
 
 #include <QDir>
 #include <QTemporaryDir>

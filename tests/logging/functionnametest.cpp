@@ -1,4 +1,4 @@
-#include "functionname.h"
+#include "logging/functionname.h"
 
 #include <QTest>
 

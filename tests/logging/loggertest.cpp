@@ -1,10 +1,10 @@
-#include "consoleappender.h"
-#include "debugoutput.h"
-#include "logassert.h"
+#include "logging/consoleappender.h"
+#include "logging/debugoutput.h"
+#include "logging/logassert.h"
+#include "logging/logtimer.h"
+#include "logging/messageroute.h"
+#include "logging/outputdebugappender.h"
 #include "loghelpers.h"
-#include "logtimer.h"
-#include "messageroute.h"
-#include "outputdebugappender.h"
 
 #include <QLoggingCategory>
 #include <QTest>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "abstractstringappender.h"
-#include "logger.h"
+#include "logging/abstractstringappender.h"
+#include "logging/logger.h"
 
 #include <QCoreApplication>
 #include <QFile>

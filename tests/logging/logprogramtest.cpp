@@ -1,4 +1,4 @@
-#include "smalldisk.h"
+#include "support/system/smalldisk.h"
 
 #include <QDir>
 #include <QFile>

@@ -1,6 +1,6 @@
-#include "logsetup.h"
-#include "consoleappender.h"
-#include "fileappender.h"
+#include "logging/logsetup.h"
+#include "logging/consoleappender.h"
+#include "logging/fileappender.h"
 #include "loghelpers.h"
 
 #include <QDir>

@@ -1,6 +1,6 @@
-#include "fileappender.h"
+#include "logging/fileappender.h"
+#include "logging/messageroute.h"
 #include "loghelpers.h"
-#include "messageroute.h"
 
 #include <QTemporaryDir>
 #include <QTest>

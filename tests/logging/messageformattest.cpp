@@ -1,5 +1,5 @@
-#include "messageformat.h"
-#include "consoleappender.h"
+#include "logging/messageformat.h"
+#include "logging/consoleappender.h"
 #include "loghelpers.h"
 
 #include <QCoreApplication>

@@ -1,4 +1,4 @@
-#include "rollingfileappender.h"
+#include "logging/rollingfileappender.h"
 #include "loghelpers.h"
 
 #include <QDir>

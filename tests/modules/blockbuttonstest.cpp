@@ -1,7 +1,7 @@
-#include "documentstate.h"
+#include "modules/documentstate.h"
 #include "parameterbench.h"
-#include "selectablebutton.h"
-#include "singleblock.h"
+#include "proj/controls/selectablebutton.h"
+#include "support/canvas/singleblock.h"
 
 #include <QFile>
 #include <QGraphicsScene>

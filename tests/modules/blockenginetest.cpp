@@ -1,10 +1,10 @@
-#include "canvasfixture.h"
-#include "documentstate.h"
+#include "canvas/linkcandidates.h"
 #include "dropping.h"
-#include "feedbackmodule.h"
-#include "linkcandidates.h"
-#include "mainmodule.h"
-#include "modulefactory.h"
+#include "modules/catalogue/modulefactory.h"
+#include "modules/documentstate.h"
+#include "modules/feedbackmodule.h"
+#include "modules/mainmodule.h"
+#include "support/canvas/canvasfixture.h"
 
 #include <QApplication>
 #include <QFontMetrics>

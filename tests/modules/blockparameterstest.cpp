@@ -1,6 +1,6 @@
-#include "documentstate.h"
+#include "modules/documentstate.h"
 #include "parameterbench.h"
-#include "selectablebutton.h"
+#include "proj/controls/selectablebutton.h"
 
 #include <QHelpEvent>
 #include <QLoggingCategory>

@@ -1,5 +1,5 @@
-#include "modulefactory.h"
-#include "supermodule.h"
+#include "modules/catalogue/modulefactory.h"
+#include "modules/supermodule.h"
 
 #include <QGraphicsScene>
 #include <QRandomGenerator>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "canvasfixture.h"
-#include "supermodule.h"
+#include "modules/supermodule.h"
+#include "support/canvas/canvasfixture.h"
 
 /**
  * Where a palette block of a type has to be dropped to stand some units right of a connector,

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "canvasfixture.h"
-#include "graphicsitem_param.h"
-#include "supermodule.h"
+#include "modules/graphicsitem_param.h"
+#include "modules/supermodule.h"
+#include "support/canvas/canvasfixture.h"
 
 #include <QGraphicsProxyWidget>
 #include <QtTest>

@@ -1,4 +1,4 @@
-#include "blockpanel.h"
+#include "proj/blockpanel.h"
 #include "palettebench.h"
 
 #include <QDataStream>

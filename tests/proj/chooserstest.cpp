@@ -1,7 +1,7 @@
-#include "iconspanel.h"
-#include "numberspanel.h"
-#include "textspanel.h"
-#include "tzblockwidget.h"
+#include "proj/iconspanel.h"
+#include "proj/numberspanel.h"
+#include "proj/textspanel.h"
+#include "proj/tzblockwidget.h"
 
 #include <QPushButton>
 #include <QSignalSpy>

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "binoverlay.h"
-#include "blockpanel.h"
-#include "blocktables.h"
-#include "rowpanel.h"
-#include "tzblockwidget.h"
-#include "tzlabel.h"
+#include "modules/catalogue/blocktables.h"
+#include "proj/binoverlay.h"
+#include "proj/blockpanel.h"
+#include "proj/rowpanel.h"
+#include "proj/tzblockwidget.h"
+#include "proj/tzlabel.h"
 
 #include <QApplication>
 #include <QScrollArea>

@@ -1,6 +1,6 @@
-#include "scale.h"
-#include "textspanel.h"
-#include "tzblockwidget.h"
+#include "proj/scale.h"
+#include "proj/textspanel.h"
+#include "proj/tzblockwidget.h"
 
 #include <QtTest>
 

@@ -1,12 +1,12 @@
-#include "actionblock.h"
-#include "answers.h"
-#include "canvasfixture.h"
-#include "documentpicture.h"
-#include "documentstate.h"
-#include "mainmodule.h"
-#include "projectfile.h"
-#include "recentfiles.h"
-#include "unprivileged.h"
+#include "actions/model/actionblock.h"
+#include "base/recentfiles.h"
+#include "modules/documentstate.h"
+#include "modules/mainmodule.h"
+#include "project/projectfile.h"
+#include "support/canvas/canvasfixture.h"
+#include "support/canvas/documentpicture.h"
+#include "support/system/answers.h"
+#include "support/system/unprivileged.h"
 
 #include <QApplication>
 #include <QLoggingCategory>

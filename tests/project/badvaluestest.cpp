@@ -1,13 +1,13 @@
-#include "blocktables.h"
-#include "canvasfixture.h"
-#include "documentpicture.h"
-#include "documentstate.h"
-#include "graphicsitem_param.h"
-#include "mainmodule.h"
-#include "modulefactory.h"
-#include "projectfile.h"
-#include "singleblock.h"
-#include "tzprogramscene.h"
+#include "canvas/tzprogramscene.h"
+#include "modules/catalogue/blocktables.h"
+#include "modules/catalogue/modulefactory.h"
+#include "modules/documentstate.h"
+#include "modules/graphicsitem_param.h"
+#include "modules/mainmodule.h"
+#include "project/projectfile.h"
+#include "support/canvas/canvasfixture.h"
+#include "support/canvas/documentpicture.h"
+#include "support/canvas/singleblock.h"
 
 #include <QAbstractButton>
 #include <QApplication>

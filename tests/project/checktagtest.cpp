@@ -1,4 +1,4 @@
-#include "checktag.h"
+#include "project/checktag.h"
 
 #include <QTest>
 

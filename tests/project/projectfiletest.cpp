@@ -1,10 +1,10 @@
-#include "projectfile.h"
-#include "canvasfixture.h"
-#include "checktag.h"
-#include "documentstate.h"
-#include "mainmodule.h"
-#include "programnameholder.h"
-#include "recentfiles.h"
+#include "project/projectfile.h"
+#include "base/recentfiles.h"
+#include "modules/documentstate.h"
+#include "modules/mainmodule.h"
+#include "project/checktag.h"
+#include "project/programnameholder.h"
+#include "support/canvas/canvasfixture.h"
 
 #include <QAbstractButton>
 #include <QDomDocument>

@@ -1,13 +1,13 @@
-#include "canvasfixture.h"
-#include "documentpicture.h"
-#include "documentstate.h"
-#include "mainmodule.h"
-#include "modulefactory.h"
-#include "projectdocument.h"
-#include "projectfile.h"
-#include "recentfiles.h"
-#include "smalldisk.h"
-#include "unprivileged.h"
+#include "base/recentfiles.h"
+#include "modules/catalogue/modulefactory.h"
+#include "modules/documentstate.h"
+#include "modules/mainmodule.h"
+#include "project/projectdocument.h"
+#include "project/projectfile.h"
+#include "support/canvas/canvasfixture.h"
+#include "support/canvas/documentpicture.h"
+#include "support/system/smalldisk.h"
+#include "support/system/unprivileged.h"
 
 #include <QApplication>
 #include <QDir>

@@ -1,5 +1,5 @@
-#include "blocktables.h"
-#include "variables.h"
+#include "modules/catalogue/blocktables.h"
+#include "text/variables.h"
 
 #include <QDirIterator>
 #include <QFile>

@@ -1,6 +1,6 @@
-#include "probedprogram.h"
-#include "smalldisk.h"
-#include "unprivileged.h"
+#include "support/probe/probedprogram.h"
+#include "support/system/smalldisk.h"
+#include "support/system/unprivileged.h"
 
 #include <QDateTime>
 #include <QDir>

@@ -1,4 +1,4 @@
-#include "probedprogram.h"
+#include "support/probe/probedprogram.h"
 
 #include <QJsonArray>
 #include <QTest>

@@ -1,7 +1,7 @@
 #include "programoutline.h"
 
-#include "documentinvariants.h"
-#include "supermodule.h"
+#include "modules/supermodule.h"
+#include "support/canvas/documentinvariants.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "collisionitem.h"
-#include "singleblock.h"
+#include "modules/collisionitem.h"
+#include "support/canvas/singleblock.h"
 
 #include <QHash>
 #include <QList>

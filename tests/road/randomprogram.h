@@ -1,7 +1,7 @@
 #pragma once
 
-#include "mainwindow.h"
 #include "programoutline.h"
+#include "shell/mainwindow.h"
 
 #include <QEvent>
 #include <QPoint>

@@ -1,13 +1,13 @@
-#include "answers.h"
-#include "canvasfixture.h"
-#include "documentinvariants.h"
-#include "documentpicture.h"
-#include "documentstate.h"
-#include "editactionwindow.h"
-#include "mainmodule.h"
-#include "modulefactory.h"
-#include "projectfile.h"
+#include "actions/editactionwindow.h"
+#include "modules/catalogue/modulefactory.h"
+#include "modules/documentstate.h"
+#include "modules/mainmodule.h"
+#include "project/projectfile.h"
 #include "randomprogram.h"
+#include "support/canvas/canvasfixture.h"
+#include "support/canvas/documentinvariants.h"
+#include "support/canvas/documentpicture.h"
+#include "support/system/answers.h"
 
 #include <QApplication>
 #include <QDir>

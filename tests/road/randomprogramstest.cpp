@@ -1,8 +1,8 @@
-#include "blocktables.h"
-#include "documentstate.h"
 #include "expectedtrace.h"
-#include "kitcopy.h"
+#include "modules/catalogue/blocktables.h"
+#include "modules/documentstate.h"
 #include "randomprogram.h"
+#include "support/system/kitcopy.h"
 
 #include <QApplication>
 #include <QDomDocument>

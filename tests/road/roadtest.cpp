@@ -1,9 +1,9 @@
-#include "builddialog.h"
-#include "canvasfixture.h"
-#include "documentstate.h"
-#include "mainmodule.h"
-#include "mainwindow.h"
-#include "tztoolbar.h"
+#include "build/builddialog.h"
+#include "modules/documentstate.h"
+#include "modules/mainmodule.h"
+#include "shell/mainwindow.h"
+#include "shell/tztoolbar.h"
+#include "support/canvas/canvasfixture.h"
 
 #include <QDirIterator>
 #include <QProcess>

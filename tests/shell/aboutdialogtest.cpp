@@ -1,5 +1,5 @@
-#include "aboutdialog.h"
-#include "programversion.h"
+#include "shell/aboutdialog.h"
+#include "base/programversion.h"
 
 #include <QDesktopServices>
 #include <QLabel>

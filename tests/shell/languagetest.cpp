@@ -1,5 +1,5 @@
-#include "language.h"
-#include "config.h"
+#include "shell/language.h"
+#include "base/config.h"
 
 #include <QAction>
 #include <QApplication>

@@ -1,6 +1,6 @@
-#include "builddialog.h"
-#include "config.h"
-#include "tztoolbar.h"
+#include "base/config.h"
+#include "build/builddialog.h"
+#include "shell/tztoolbar.h"
 
 #include <QApplication>
 #include <QDateTime>

@@ -1,8 +1,8 @@
-#include "tztoolbar.h"
-#include "aboutdialog.h"
-#include "builddialog.h"
-#include "config.h"
-#include "recentfiles.h"
+#include "shell/tztoolbar.h"
+#include "base/config.h"
+#include "base/recentfiles.h"
+#include "build/builddialog.h"
+#include "shell/aboutdialog.h"
 
 #include <QAction>
 #include <QApplication>

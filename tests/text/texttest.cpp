@@ -1,5 +1,5 @@
-#include "bracestoindent.h"
-#include "variables.h"
+#include "text/bracestoindent.h"
+#include "text/variables.h"
 
 #include <QCoreApplication>
 #include <QFile>

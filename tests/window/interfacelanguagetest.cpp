@@ -1,5 +1,5 @@
-#include "interfacelanguage.h"
-#include "tztoolbar.h"
+#include "shell/interfacelanguage.h"
+#include "shell/tztoolbar.h"
 
 #include <QApplication>
 #include <QPushButton>

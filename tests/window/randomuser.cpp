@@ -1,11 +1,11 @@
 #include "randomuser.h"
 
-#include "documentinvariants.h"
-#include "documentstate.h"
-#include "mainmodule.h"
-#include "projectdocument.h"
-#include "projectfile.h"
-#include "recentfiles.h"
+#include "base/recentfiles.h"
+#include "modules/documentstate.h"
+#include "modules/mainmodule.h"
+#include "project/projectdocument.h"
+#include "project/projectfile.h"
+#include "support/canvas/documentinvariants.h"
 
 #include <QAbstractButton>
 #include <QApplication>

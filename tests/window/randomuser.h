@@ -1,6 +1,6 @@
 #pragma once
 
-#include "mainwindow.h"
+#include "shell/mainwindow.h"
 
 #include <QEvent>
 #include <QObject>

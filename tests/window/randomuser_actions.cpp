@@ -1,13 +1,13 @@
-#include "blocktables.h"
-#include "canvasfixture.h"
-#include "documentstate.h"
-#include "graphicsitem_param.h"
-#include "mainmodule.h"
-#include "panelbase.h"
+#include "modules/catalogue/blocktables.h"
+#include "modules/documentstate.h"
+#include "modules/graphicsitem_param.h"
+#include "modules/mainmodule.h"
+#include "proj/panelbase.h"
+#include "proj/tzblockwidget.h"
+#include "proj/tzlabel.h"
 #include "randomuser.h"
-#include "tzblockwidget.h"
-#include "tzlabel.h"
-#include "tztoolbar.h"
+#include "shell/tztoolbar.h"
+#include "support/canvas/canvasfixture.h"
 
 #include <QApplication>
 #include <QClipboard>

@@ -1,6 +1,6 @@
 #include "randomuser.h"
 
-#include "documentstate.h"
+#include "modules/documentstate.h"
 
 #include <QApplication>
 #include <QLoggingCategory>

@@ -1,11 +1,11 @@
-#include "answers.h"
-#include "canvasfixture.h"
-#include "documentpicture.h"
-#include "documentstate.h"
-#include "mainmodule.h"
-#include "mainwindow.h"
-#include "recentfiles.h"
-#include "tztoolbar.h"
+#include "base/recentfiles.h"
+#include "modules/documentstate.h"
+#include "modules/mainmodule.h"
+#include "shell/mainwindow.h"
+#include "shell/tztoolbar.h"
+#include "support/canvas/canvasfixture.h"
+#include "support/canvas/documentpicture.h"
+#include "support/system/answers.h"
 
 #include <QAction>
 #include <QApplication>

@@ -1,4 +1,4 @@
-#include "selectablebutton.h"
+#include "proj/controls/selectablebutton.h"
 
 #include <QKeyEvent>
 #include <QPainter>

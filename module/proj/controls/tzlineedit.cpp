@@ -1,4 +1,4 @@
-#include "tzlineedit.h"
+#include "proj/controls/tzlineedit.h"
 
 tzLineedit::tzLineedit(QWidget* p_parent) : QLineEdit(p_parent)
 {

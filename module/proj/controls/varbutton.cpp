@@ -1,4 +1,4 @@
-#include "varbutton.h"
+#include "proj/controls/varbutton.h"
 
 varButton::varButton(const QString& p_normalPath, const QString& p_markedPath, QWidget* p_parent)
     : QPushButton(p_parent), m_normalPath(p_normalPath), m_markedPath(p_markedPath)

@@ -1,4 +1,4 @@
-#include "widgetmover.h"
+#include "proj/controls/widgetmover.h"
 
 #include <QMouseEvent>
 #include <QWidget>

@@ -1,4 +1,4 @@
-#include "windowshape.h"
+#include "proj/controls/windowshape.h"
 
 #include <QBitmap>
 #include <QPixmap>

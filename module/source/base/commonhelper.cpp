@@ -1,4 +1,4 @@
-#include "commonhelper.h"
+#include "base/commonhelper.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,6 +1,6 @@
-#include "config.h"
+#include "base/config.h"
 
-#include "commonhelper.h"
+#include "base/commonhelper.h"
 
 #include <QDir>
 #include <QStandardPaths>

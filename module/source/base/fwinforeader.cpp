@@ -1,4 +1,4 @@
-#include "fwinforeader.h"
+#include "base/fwinforeader.h"
 
 #include <QFile>
 

@@ -1,4 +1,4 @@
-#include "installpath.h"
+#include "base/installpath.h"
 
 #include <QCoreApplication>
 

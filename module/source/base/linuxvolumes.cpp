@@ -1,4 +1,4 @@
-#include "linuxvolumes.h"
+#include "base/linuxvolumes.h"
 
 #include <QFile>
 #include <QFileInfo>

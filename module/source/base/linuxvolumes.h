@@ -1,6 +1,6 @@
 #pragma once
 
-#include "volumes.h"
+#include "base/volumes.h"
 
 #include <QString>
 

@@ -1,4 +1,4 @@
-#include "programversion.h"
+#include "base/programversion.h"
 
 QString programVersion() { return QStringLiteral("1.1.2"); }
 

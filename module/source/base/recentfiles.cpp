@@ -1,6 +1,6 @@
-#include "recentfiles.h"
+#include "base/recentfiles.h"
 
-#include "installpath.h"
+#include "base/installpath.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,4 +1,4 @@
-#include "systemlanguage.h"
+#include "base/systemlanguage.h"
 
 int languageCodeOf(const QLocale& p_locale)
 {

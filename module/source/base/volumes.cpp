@@ -1,4 +1,4 @@
-#include "volumes.h"
+#include "base/volumes.h"
 
 namespace
 {

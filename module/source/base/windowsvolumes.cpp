@@ -1,4 +1,4 @@
-#include "volumes.h"
+#include "base/volumes.h"
 
 // The drive calls that ask for SetThreadErrorMode.
 #ifndef _WIN32_WINNT

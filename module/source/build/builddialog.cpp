@@ -1,10 +1,10 @@
-#include "builddialog.h"
+#include "build/builddialog.h"
 
-#include "fwinforeader.h"
-#include "installpath.h"
-#include "tilerlog.h"
-#include "volumes.h"
-#include "windowshape.h"
+#include "base/fwinforeader.h"
+#include "base/installpath.h"
+#include "base/tilerlog.h"
+#include "base/volumes.h"
+#include "proj/controls/windowshape.h"
 
 #include <QCloseEvent>
 #include <QFile>

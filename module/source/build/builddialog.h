@@ -1,7 +1,7 @@
 #pragma once
 
-#include "buildprocess.h"
-#include "buildthread.h"
+#include "build/buildprocess.h"
+#include "build/buildthread.h"
 
 #include <QDialog>
 #include <QProcess>

@@ -1,4 +1,4 @@
-#include "buildprocess.h"
+#include "build/buildprocess.h"
 
 #ifdef Q_OS_WIN
 #include <windows.h>

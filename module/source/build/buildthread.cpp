@@ -1,6 +1,6 @@
-#include "buildthread.h"
+#include "build/buildthread.h"
 
-#include "volumes.h"
+#include "base/volumes.h"
 
 #include <chrono>
 #include <condition_variable>

@@ -1,9 +1,9 @@
-#include "addcommand.h"
+#include "canvas/addcommand.h"
 
-#include "documentstate.h"
-#include "modulefactory.h"
-#include "programslots.h"
-#include "supermodule.h"
+#include "canvas/programslots.h"
+#include "modules/catalogue/modulefactory.h"
+#include "modules/documentstate.h"
+#include "modules/supermodule.h"
 
 #include <QGraphicsScene>
 

@@ -1,4 +1,4 @@
-#include "canvaszoom.h"
+#include "canvas/canvaszoom.h"
 
 #include <QtGlobal>
 

@@ -1,4 +1,4 @@
-#include "clipboard.h"
+#include "canvas/clipboard.h"
 
 #include <QClipboard>
 #include <QGuiApplication>

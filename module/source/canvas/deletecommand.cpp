@@ -1,11 +1,11 @@
-#include "deletecommand.h"
+#include "canvas/deletecommand.h"
 
-#include "documentstate.h"
-#include "mainmodule.h"
-#include "moduletree.h"
-#include "projectdocument.h"
-#include "supermodule.h"
-#include "tzprogramview.h"
+#include "canvas/tzprogramview.h"
+#include "modules/documentstate.h"
+#include "modules/mainmodule.h"
+#include "modules/moduletree.h"
+#include "modules/supermodule.h"
+#include "project/projectdocument.h"
 
 namespace moduleUndoCommand
 {

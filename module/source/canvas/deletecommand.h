@@ -1,6 +1,6 @@
 #pragma once
 
-#include "moduleplace.h"
+#include "canvas/moduleplace.h"
 
 #include <QDomDocument>
 #include <QUndoCommand>

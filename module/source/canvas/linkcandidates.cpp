@@ -1,4 +1,4 @@
-#include "linkcandidates.h"
+#include "canvas/linkcandidates.h"
 
 QList<LinkCandidate> collectLinkCandidates(const supermodule* p_module,
                                            const supermodule* p_mainModule,

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "supermodule.h"
+#include "modules/supermodule.h"
 
 #include <QList>
 #include <QPointer>

@@ -1,7 +1,7 @@
-#include "modifycommand.h"
+#include "canvas/modifycommand.h"
 
-#include "documentstate.h"
-#include "supermodule.h"
+#include "modules/documentstate.h"
+#include "modules/supermodule.h"
 
 namespace moduleUndoCommand
 {

@@ -1,6 +1,6 @@
-#include "moduleplace.h"
+#include "canvas/moduleplace.h"
 
-#include "supermodule.h"
+#include "modules/supermodule.h"
 
 ModulePlace ModulePlace::of(const supermodule* p_module)
 {

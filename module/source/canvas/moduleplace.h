@@ -1,6 +1,6 @@
 #pragma once
 
-#include "collisionitem.h"
+#include "modules/collisionitem.h"
 
 #include <QPointF>
 

@@ -1,7 +1,7 @@
-#include "movecommand.h"
+#include "canvas/movecommand.h"
 
-#include "documentstate.h"
-#include "supermodule.h"
+#include "modules/documentstate.h"
+#include "modules/supermodule.h"
 
 #include <QGraphicsScene>
 

@@ -1,11 +1,11 @@
-#include "pastecommand.h"
+#include "canvas/pastecommand.h"
 
-#include "documentstate.h"
-#include "moduletree.h"
-#include "projectdocument.h"
-#include "projectreader.h"
-#include "supermodule.h"
-#include "tzprogramview.h"
+#include "canvas/tzprogramview.h"
+#include "modules/documentstate.h"
+#include "modules/moduletree.h"
+#include "modules/supermodule.h"
+#include "project/projectdocument.h"
+#include "project/projectreader.h"
 
 #include <QSet>
 

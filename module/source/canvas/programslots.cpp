@@ -1,7 +1,7 @@
-#include "programslots.h"
+#include "canvas/programslots.h"
 
-#include "documentstate.h"
-#include "supermodule.h"
+#include "modules/documentstate.h"
+#include "modules/supermodule.h"
 
 #include <QCoreApplication>
 

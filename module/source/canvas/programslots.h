@@ -1,6 +1,6 @@
 #pragma once
 
-#include "modulesid.h"
+#include "canvas/modulesid.h"
 
 #include <QGraphicsScene>
 #include <QPair>

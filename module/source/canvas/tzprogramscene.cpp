@@ -1,9 +1,9 @@
-#include "tzprogramscene.h"
+#include "canvas/tzprogramscene.h"
 
-#include "documentstate.h"
-#include "dragpayload.h"
-#include "picturecache.h"
-#include "supermodule.h"
+#include "modules/catalogue/dragpayload.h"
+#include "modules/documentstate.h"
+#include "modules/supermodule.h"
+#include "proj/controls/picturecache.h"
 
 #include <QGraphicsSceneDragDropEvent>
 

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "linkcandidates.h"
-#include "modulehost.h"
-#include "moduleplace.h"
-#include "modulesid.h"
-#include "mousestate.h"
+#include "canvas/linkcandidates.h"
+#include "canvas/moduleplace.h"
+#include "canvas/modulesid.h"
+#include "modules/modulehost.h"
+#include "modules/mousestate.h"
 
 #include <QClipboard>
 #include <QGraphicsView>

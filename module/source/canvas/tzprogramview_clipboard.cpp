@@ -1,11 +1,11 @@
-#include "clipboard.h"
-#include "documentstate.h"
-#include "mainmodule.h"
-#include "pastecommand.h"
-#include "projectdocument.h"
-#include "projectfile.h"
-#include "tzprogramscene.h"
-#include "tzprogramview.h"
+#include "canvas/clipboard.h"
+#include "canvas/pastecommand.h"
+#include "canvas/tzprogramscene.h"
+#include "canvas/tzprogramview.h"
+#include "modules/documentstate.h"
+#include "modules/mainmodule.h"
+#include "project/projectdocument.h"
+#include "project/projectfile.h"
 
 #include <QGuiApplication>
 

@@ -1,10 +1,10 @@
-#include "documentstate.h"
-#include "dragpayload.h"
-#include "mainmodule.h"
-#include "modulefactory.h"
-#include "tilerlog.h"
-#include "tzprogramscene.h"
-#include "tzprogramview.h"
+#include "base/tilerlog.h"
+#include "canvas/tzprogramscene.h"
+#include "canvas/tzprogramview.h"
+#include "modules/catalogue/dragpayload.h"
+#include "modules/catalogue/modulefactory.h"
+#include "modules/documentstate.h"
+#include "modules/mainmodule.h"
 
 #include <QDebug>
 #include <QDragEnterEvent>

@@ -1,11 +1,11 @@
-#include "documentstate.h"
-#include "feedbackmodule.h"
-#include "graphicsitem_param.h"
-#include "mainmodule.h"
-#include "selectablebutton.h"
-#include "tilerlog.h"
-#include "tzprogramscene.h"
-#include "tzprogramview.h"
+#include "base/tilerlog.h"
+#include "canvas/tzprogramscene.h"
+#include "canvas/tzprogramview.h"
+#include "modules/documentstate.h"
+#include "modules/feedbackmodule.h"
+#include "modules/graphicsitem_param.h"
+#include "modules/mainmodule.h"
+#include "proj/controls/selectablebutton.h"
 
 #include <QKeyEvent>
 

@@ -1,9 +1,9 @@
-#include "codegenerator.h"
+#include "generator/codegenerator.h"
 
-#include "bracestoindent.h"
-#include "documentstate.h"
-#include "supermodule.h"
-#include "variables.h"
+#include "modules/documentstate.h"
+#include "modules/supermodule.h"
+#include "text/bracestoindent.h"
+#include "text/variables.h"
 
 namespace
 {

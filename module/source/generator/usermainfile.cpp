@@ -1,6 +1,6 @@
-#include "usermainfile.h"
+#include "generator/usermainfile.h"
 
-#include "installpath.h"
+#include "base/installpath.h"
 
 #include <QFile>
 

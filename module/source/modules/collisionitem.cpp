@@ -1,6 +1,6 @@
-#include "collisionitem.h"
+#include "modules/collisionitem.h"
 
-#include "documentstate.h"
+#include "modules/documentstate.h"
 
 collisionItem::collisionItem(int p_kind, const QString& p_linkName, QGraphicsItem* p_parent)
     : QGraphicsItem(p_parent), m_kind(p_kind)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "itemtype.h"
+#include "modules/itemtype.h"
 
 #include <QGraphicsItem>
 

@@ -1,6 +1,6 @@
-#include "documentstate.h"
+#include "modules/documentstate.h"
 
-#include "supermodule.h"
+#include "modules/supermodule.h"
 
 QList<supermodule*> rootModules;
 QList<supermodule*> taskModules;

@@ -1,4 +1,4 @@
-#include "feedbackmodule.h"
+#include "modules/feedbackmodule.h"
 
 FeedbackModule::FeedbackModule()
     : supermodule(0, QStringLiteral(":/feedback.png"), QStringLiteral(":/feedback.png"), QString())

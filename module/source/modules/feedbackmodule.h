@@ -1,6 +1,6 @@
 #pragma once
 
-#include "supermodule.h"
+#include "modules/supermodule.h"
 
 /**
  * The drop preview: a plain block that the view puts into the program where a dragged block would

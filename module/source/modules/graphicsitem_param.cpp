@@ -1,8 +1,8 @@
-#include "graphicsitem_param.h"
+#include "modules/graphicsitem_param.h"
 
-#include "modulestyles.h"
-#include "picturecache.h"
-#include "supermodule.h"
+#include "modules/supermodule.h"
+#include "proj/controls/modulestyles.h"
+#include "proj/controls/picturecache.h"
 
 #include <QGraphicsProxyWidget>
 #include <QGraphicsScene>

@@ -1,6 +1,6 @@
-#include "mainmodule.h"
+#include "modules/mainmodule.h"
 
-#include "picturecache.h"
+#include "proj/controls/picturecache.h"
 
 #include <QPainter>
 

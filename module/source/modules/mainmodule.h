@@ -1,6 +1,6 @@
 #pragma once
 
-#include "supermodule.h"
+#include "modules/supermodule.h"
 
 /**
  * Root block of the main program. The view makes the one of the document and keeps it for as

@@ -1,4 +1,4 @@
-#include "modulehost.h"
+#include "modules/modulehost.h"
 
 namespace
 {

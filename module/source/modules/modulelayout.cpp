@@ -1,4 +1,4 @@
-#include "supermodule.h"
+#include "modules/supermodule.h"
 
 #include <QGraphicsScene>
 #include <QtMath>

@@ -1,8 +1,8 @@
-#include "supermodule.h"
+#include "modules/supermodule.h"
 
-#include "documentstate.h"
-#include "moduletree.h"
-#include "tilerlog.h"
+#include "base/tilerlog.h"
+#include "modules/documentstate.h"
+#include "modules/moduletree.h"
 
 #include <QDebug>
 #include <QLineF>

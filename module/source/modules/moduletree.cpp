@@ -1,6 +1,6 @@
-#include "moduletree.h"
+#include "modules/moduletree.h"
 
-#include "documentstate.h"
+#include "modules/documentstate.h"
 
 #include <QGraphicsScene>
 

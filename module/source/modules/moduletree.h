@@ -1,7 +1,7 @@
 #pragma once
 
-#include "documentstate.h"
-#include "supermodule.h"
+#include "modules/documentstate.h"
+#include "modules/supermodule.h"
 
 #include <QVarLengthArray>
 

@@ -1,9 +1,9 @@
-#include "supermodule.h"
+#include "modules/supermodule.h"
 
-#include "documentstate.h"
-#include "graphicsitem_param.h"
-#include "modulehost.h"
-#include "picturecache.h"
+#include "modules/documentstate.h"
+#include "modules/graphicsitem_param.h"
+#include "modules/modulehost.h"
+#include "proj/controls/picturecache.h"
 
 #include <QAbstractButton>
 #include <QDebug>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "boundsrule.h"
-#include "collisionitem.h"
-#include "itemtype.h"
+#include "modules/boundsrule.h"
+#include "modules/collisionitem.h"
+#include "modules/itemtype.h"
 
 #include <QDomElement>
 #include <QGraphicsPathItem>

@@ -1,4 +1,4 @@
-#include "checktag.h"
+#include "project/checktag.h"
 
 quint32 checkTag(const QByteArray& p_text)
 {

@@ -1,14 +1,14 @@
-#include "projectdocument.h"
+#include "project/projectdocument.h"
 
-#include "blocktables.h"
-#include "checktag.h"
-#include "documentstate.h"
-#include "modulefactory.h"
-#include "moduletree.h"
-#include "programnameholder.h"
-#include "programversion.h"
-#include "projectreader.h"
-#include "supermodule.h"
+#include "base/programversion.h"
+#include "modules/catalogue/blocktables.h"
+#include "modules/catalogue/modulefactory.h"
+#include "modules/documentstate.h"
+#include "modules/moduletree.h"
+#include "modules/supermodule.h"
+#include "project/checktag.h"
+#include "project/programnameholder.h"
+#include "project/projectreader.h"
 
 #include <QGraphicsScene>
 #include <QHash>

@@ -1,8 +1,8 @@
-#include "projectfile.h"
+#include "project/projectfile.h"
 
-#include "checktag.h"
-#include "projectdocument.h"
-#include "projectreader.h"
+#include "project/checktag.h"
+#include "project/projectdocument.h"
+#include "project/projectreader.h"
 
 #include <QDomDocument>
 #include <QFile>

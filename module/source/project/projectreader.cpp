@@ -1,6 +1,6 @@
-#include "projectreader.h"
+#include "project/projectreader.h"
 
-#include "tilerlog.h"
+#include "base/tilerlog.h"
 
 #include <QDebug>
 #include <QDomDocument>

@@ -1,10 +1,10 @@
-#include "aboutdialog.h"
+#include "shell/aboutdialog.h"
 
-#include "commonhelper.h"
-#include "picturecache.h"
-#include "programversion.h"
-#include "widgetmover.h"
-#include "windowshape.h"
+#include "base/commonhelper.h"
+#include "base/programversion.h"
+#include "proj/controls/picturecache.h"
+#include "proj/controls/widgetmover.h"
+#include "proj/controls/windowshape.h"
 
 #include <QCoreApplication>
 #include <QLabel>

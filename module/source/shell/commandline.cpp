@@ -1,6 +1,6 @@
-#include "commandline.h"
+#include "shell/commandline.h"
 
-#include "programversion.h"
+#include "base/programversion.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>

@@ -1,4 +1,4 @@
-#include "interfacelanguage.h"
+#include "shell/interfacelanguage.h"
 
 #include <QApplication>
 #include <QFont>

@@ -1,8 +1,8 @@
-#include "language.h"
+#include "shell/language.h"
 
-#include "config.h"
-#include "systemlanguage.h"
-#include "tilerlog.h"
+#include "base/config.h"
+#include "base/systemlanguage.h"
+#include "base/tilerlog.h"
 
 #include <QAction>
 #include <QCoreApplication>

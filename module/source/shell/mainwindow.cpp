@@ -1,15 +1,15 @@
-#include "mainwindow.h"
+#include "shell/mainwindow.h"
 
-#include "actionblock.h"
-#include "builddialog.h"
-#include "codegenerator.h"
-#include "documentstate.h"
-#include "editactionwindow.h"
-#include "installpath.h"
-#include "programversion.h"
-#include "projectfile.h"
-#include "tzblockwidget.h"
-#include "tztoolbar.h"
+#include "actions/editactionwindow.h"
+#include "actions/model/actionblock.h"
+#include "base/installpath.h"
+#include "base/programversion.h"
+#include "build/builddialog.h"
+#include "generator/codegenerator.h"
+#include "modules/documentstate.h"
+#include "proj/tzblockwidget.h"
+#include "project/projectfile.h"
+#include "shell/tztoolbar.h"
 
 #include <QCloseEvent>
 #include <QFileDialog>

@@ -1,10 +1,10 @@
-#include "tztoolbar.h"
+#include "shell/tztoolbar.h"
 
-#include "aboutdialog.h"
-#include "builddialog.h"
-#include "commonhelper.h"
-#include "config.h"
-#include "recentfiles.h"
+#include "base/commonhelper.h"
+#include "base/config.h"
+#include "base/recentfiles.h"
+#include "build/builddialog.h"
+#include "shell/aboutdialog.h"
 
 #include <QAction>
 #include <QCoreApplication>

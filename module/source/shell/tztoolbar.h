@@ -1,7 +1,7 @@
 #pragma once
 
-#include "modulesid.h"
-#include "programnameholder.h"
+#include "canvas/modulesid.h"
+#include "project/programnameholder.h"
 
 #include <QLabel>
 #include <QLineEdit>

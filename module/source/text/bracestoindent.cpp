@@ -1,4 +1,4 @@
-#include "bracestoindent.h"
+#include "text/bracestoindent.h"
 
 #include <QString>
 

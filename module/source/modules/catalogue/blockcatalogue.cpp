@@ -1,15 +1,15 @@
-#include "blockcatalogue.h"
+#include "modules/catalogue/blockcatalogue.h"
 
-#include "drivemodules.h"
-#include "expressionmodules.h"
-#include "loopmodules.h"
-#include "mainmodule.h"
-#include "motormodules.h"
-#include "sensormodule.h"
-#include "speedmodule.h"
-#include "steeringenginemodule.h"
-#include "timemodules.h"
-#include "voicemodules.h"
+#include "modules/catalogue/drivemodules.h"
+#include "modules/catalogue/expressionmodules.h"
+#include "modules/catalogue/loopmodules.h"
+#include "modules/catalogue/motormodules.h"
+#include "modules/catalogue/sensormodule.h"
+#include "modules/catalogue/speedmodule.h"
+#include "modules/catalogue/steeringenginemodule.h"
+#include "modules/catalogue/timemodules.h"
+#include "modules/catalogue/voicemodules.h"
+#include "modules/mainmodule.h"
 
 #include <QCoreApplication>
 

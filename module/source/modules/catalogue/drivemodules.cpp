@@ -1,4 +1,4 @@
-#include "drivemodules.h"
+#include "modules/catalogue/drivemodules.h"
 
 QString driveModule::cCode() const { return QString::fromLatin1(look().fragment); }
 

@@ -1,6 +1,6 @@
-#include "expressionmodules.h"
+#include "modules/catalogue/expressionmodules.h"
 
-#include "picturecache.h"
+#include "proj/controls/picturecache.h"
 
 #include <QPushButton>
 

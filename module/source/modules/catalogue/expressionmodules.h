@@ -1,7 +1,7 @@
 #pragma once
 
-#include "concretemodule.h"
-#include "parametermodule.h"
+#include "modules/catalogue/concretemodule.h"
+#include "modules/catalogue/parametermodule.h"
 
 /** A block for one of the two displays, on port 2 or 3. */
 class displayModule : public parameterModule

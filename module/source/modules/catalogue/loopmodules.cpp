@@ -1,4 +1,4 @@
-#include "loopmodules.h"
+#include "modules/catalogue/loopmodules.h"
 
 #include <QPainter>
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "concretemodule.h"
-#include "loopshape.h"
-#include "parametermodule.h"
-#include "sensormodule.h"
+#include "modules/catalogue/concretemodule.h"
+#include "modules/catalogue/loopshape.h"
+#include "modules/catalogue/parametermodule.h"
+#include "modules/catalogue/sensormodule.h"
 
 /** Repeats its body without asking a sensor. */
 class repeatModule : public loopShape<parameterModule>

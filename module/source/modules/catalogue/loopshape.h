@@ -1,7 +1,7 @@
 #pragma once
 
-#include "picturecache.h"
-#include "supermodule.h"
+#include "modules/supermodule.h"
+#include "proj/controls/picturecache.h"
 
 #include <QPixmap>
 

@@ -1,7 +1,7 @@
-#include "motormodules.h"
+#include "modules/catalogue/motormodules.h"
 
-#include "selectablebutton.h"
-#include "timemodules.h"
+#include "modules/catalogue/timemodules.h"
+#include "proj/controls/selectablebutton.h"
 
 namespace
 {

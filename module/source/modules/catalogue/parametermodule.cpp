@@ -1,9 +1,9 @@
-#include "parametermodule.h"
+#include "modules/catalogue/parametermodule.h"
 
-#include "documentstate.h"
-#include "modulestyles.h"
-#include "picturecache.h"
-#include "selectablebutton.h"
+#include "modules/documentstate.h"
+#include "proj/controls/modulestyles.h"
+#include "proj/controls/picturecache.h"
+#include "proj/controls/selectablebutton.h"
 
 #include <QPainter>
 #include <QPushButton>

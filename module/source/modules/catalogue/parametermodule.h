@@ -1,7 +1,7 @@
 #pragma once
 
-#include "selectablebutton.h"
-#include "supermodule.h"
+#include "modules/supermodule.h"
+#include "proj/controls/selectablebutton.h"
 
 #include <QColor>
 

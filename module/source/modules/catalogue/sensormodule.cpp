@@ -1,4 +1,4 @@
-#include "sensormodule.h"
+#include "modules/catalogue/sensormodule.h"
 
 #include <QPushButton>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "concretemodule.h"
-#include "parametermodule.h"
+#include "modules/catalogue/concretemodule.h"
+#include "modules/catalogue/parametermodule.h"
 
 #include <optional>
 

@@ -1,6 +1,6 @@
-#include "speedmodule.h"
+#include "modules/catalogue/speedmodule.h"
 
-#include "picturecache.h"
+#include "proj/controls/picturecache.h"
 
 #include <QPainter>
 

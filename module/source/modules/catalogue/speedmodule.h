@@ -1,6 +1,6 @@
 #pragma once
 
-#include "parametermodule.h"
+#include "modules/catalogue/parametermodule.h"
 
 /** Sets the common speed of all motors: slow, middle or fast. */
 class speedmodule final : public choiceModule

@@ -1,6 +1,6 @@
-#include "steeringenginemodule.h"
+#include "modules/catalogue/steeringenginemodule.h"
 
-#include "selectablebutton.h"
+#include "proj/controls/selectablebutton.h"
 
 #include <QApplication>
 #include <QHelpEvent>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "parametermodule.h"
+#include "modules/catalogue/parametermodule.h"
 
 /** Turns one servo to an angle. */
 class steeringenginemodule final : public parameterModule

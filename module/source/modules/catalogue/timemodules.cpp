@@ -1,4 +1,4 @@
-#include "timemodules.h"
+#include "modules/catalogue/timemodules.h"
 
 timeModule::timeModule(const timeModule& p_other)
     : parameterModule(p_other),

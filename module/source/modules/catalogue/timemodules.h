@@ -1,7 +1,7 @@
 #pragma once
 
-#include "concretemodule.h"
-#include "parametermodule.h"
+#include "modules/catalogue/concretemodule.h"
+#include "modules/catalogue/parametermodule.h"
 
 /** A time as it stands in C text: at most six digits, like "0.4" or "1e+06". */
 QString secondsText(float p_seconds);

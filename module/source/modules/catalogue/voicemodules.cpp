@@ -1,6 +1,6 @@
-#include "voicemodules.h"
+#include "modules/catalogue/voicemodules.h"
 
-#include "picturecache.h"
+#include "proj/controls/picturecache.h"
 
 #include <QPainter>
 

@@ -1,6 +1,6 @@
-#include "dragpayload.h"
+#include "modules/catalogue/dragpayload.h"
 
-#include "blocktables.h"
+#include "modules/catalogue/blocktables.h"
 
 #include <QDataStream>
 #include <QMimeData>

@@ -1,8 +1,8 @@
-#include "modulefactory.h"
+#include "modules/catalogue/modulefactory.h"
 
-#include "blockcatalogue.h"
-#include "blocktables.h"
-#include "supermodule.h"
+#include "modules/catalogue/blockcatalogue.h"
+#include "modules/catalogue/blocktables.h"
+#include "modules/supermodule.h"
 
 supermodule* createModule(int p_id, const QString& p_imagePath, const QString& p_pressedPath,
                           const QString& p_text)

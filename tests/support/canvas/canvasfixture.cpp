@@ -1,11 +1,11 @@
-#include "canvasfixture.h"
+#include "support/canvas/canvasfixture.h"
 
-#include "documentinvariants.h"
-#include "documentstate.h"
-#include "dragpayload.h"
-#include "mainmodule.h"
-#include "modulefactory.h"
-#include "tzprogramscene.h"
+#include "canvas/tzprogramscene.h"
+#include "modules/catalogue/dragpayload.h"
+#include "modules/catalogue/modulefactory.h"
+#include "modules/documentstate.h"
+#include "modules/mainmodule.h"
+#include "support/canvas/documentinvariants.h"
 
 #include <QApplication>
 #include <QDataStream>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "supermodule.h"
+#include "modules/supermodule.h"
 
 /**
  * What every concrete block has in common: it belongs to a family and says in a constant

@@ -1,6 +1,6 @@
-#include "blocktables.h"
+#include "modules/catalogue/blocktables.h"
 
-#include "blockcatalogue.h"
+#include "modules/catalogue/blockcatalogue.h"
 
 #include <QCoreApplication>
 #include <QHash>

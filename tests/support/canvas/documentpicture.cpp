@@ -1,12 +1,12 @@
-#include "documentpicture.h"
+#include "support/canvas/documentpicture.h"
 
-#include "documentstate.h"
-#include "feedbackmodule.h"
-#include "mainmodule.h"
-#include "programslots.h"
-#include "projectdocument.h"
-#include "recentfiles.h"
-#include "tzprogramview.h"
+#include "base/recentfiles.h"
+#include "canvas/programslots.h"
+#include "canvas/tzprogramview.h"
+#include "modules/documentstate.h"
+#include "modules/feedbackmodule.h"
+#include "modules/mainmodule.h"
+#include "project/projectdocument.h"
 
 #include <QFile>
 

@@ -1,4 +1,4 @@
-#include "modulestyles.h"
+#include "proj/controls/modulestyles.h"
 
 QString twoPictureStyle(const QString& p_normal, const QString& p_pressed, int p_gap,
                         const QString& p_extra, const QString& p_property)

@@ -1,4 +1,4 @@
-#include "answers.h"
+#include "support/system/answers.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tzprogramview.h"
+#include "canvas/tzprogramview.h"
 
 #include <QList>
 #include <QPoint>

@@ -1,7 +1,7 @@
-#include "singleblock.h"
+#include "support/canvas/singleblock.h"
 
-#include "blocktables.h"
-#include "supermodule.h"
+#include "modules/catalogue/blocktables.h"
+#include "modules/supermodule.h"
 
 #include <QPainter>
 

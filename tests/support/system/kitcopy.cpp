@@ -1,4 +1,4 @@
-#include "kitcopy.h"
+#include "support/system/kitcopy.h"
 
 #include <QDir>
 #include <QDirIterator>

@@ -1,12 +1,12 @@
-#include "documentinvariants.h"
+#include "support/canvas/documentinvariants.h"
 
-#include "documentstate.h"
-#include "feedbackmodule.h"
-#include "graphicsitem_param.h"
-#include "mainmodule.h"
-#include "programslots.h"
-#include "tzprogramscene.h"
-#include "tzprogramview.h"
+#include "canvas/programslots.h"
+#include "canvas/tzprogramscene.h"
+#include "canvas/tzprogramview.h"
+#include "modules/documentstate.h"
+#include "modules/feedbackmodule.h"
+#include "modules/graphicsitem_param.h"
+#include "modules/mainmodule.h"
 
 #include <QSet>
 

@@ -1,4 +1,4 @@
-#include "picturecache.h"
+#include "proj/controls/picturecache.h"
 
 #include <QCoreApplication>
 #include <QHash>
