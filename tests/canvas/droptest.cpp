@@ -4,6 +4,7 @@
 #include "modules/feedbackmodule.h"
 #include "modules/mainmodule.h"
 #include "modules/moduletree.h"
+#include "modules/mousestate.h"
 #include "support/canvas/canvasfixture.h"
 
 #include <QDropEvent>

@@ -1,8 +1,9 @@
-#include "canvas/tzprogramscene.h"
+#include "document/tzprogramscene.h"
 #include "modules/documentstate.h"
 #include "modules/feedbackmodule.h"
 #include "modules/graphicsitem_param.h"
 #include "modules/mainmodule.h"
+#include "modules/mousestate.h"
 #include "proj/controls/selectablebutton.h"
 #include "support/canvas/canvasfixture.h"
 

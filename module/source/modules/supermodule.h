@@ -114,6 +114,9 @@ public:
     /** Hook that no class uses. */
     virtual void updateParams() {}
 
+    /** True for a block that only shows where another one would go: it is no part of a program. */
+    virtual bool isPreview() const { return false; }
+
     // Links (modulelinks.cpp).
     supermodule* parentModule() const { return m_parent; }
     supermodule* next() const { return m_next; }

@@ -25,21 +25,10 @@ static_assert(3 + 2 * MaximalNesting <= MaximalProjectDepth, "what is stored mus
 /** One block from its element, with its bodies; null for an unknown type. */
 supermodule* buildModule(const QDomElement& p_element, QGraphicsScene* p_scene)
 {
-    const BlockRecord* record = findBlockRecord(p_element.attribute(QStringLiteral("id")).toInt());
-    supermodule* module =
-        record ? createModule(record->id, record->image, record->pressedImage, record->caption)
-               : nullptr;
+    supermodule* module = buildBlock(p_element, p_scene);
     if (!module) {
         return nullptr;
     }
-    module->createCollisions();
-    module->setFlags(QGraphicsItem::ItemIsMovable | QGraphicsItem::ItemIsSelectable);
-    p_scene->addItem(module);
-    module->loadXml(p_element);
-    if (module->id == TaskRootId) {
-        taskModules.append(module);
-    }
-    registerModule(module);
     const auto body = [&](const QString& p_name) {
         return buildChain(
             p_element.firstChildElement(p_name).firstChildElement(QStringLiteral("module")),
@@ -134,6 +123,26 @@ void writeChain(QDomElement& p_parent, QDomDocument& p_document, const supermodu
         body(QStringLiteral("left"), module->left());
         body(QStringLiteral("right"), module->right());
     }
+}
+
+supermodule* buildBlock(const QDomElement& p_element, QGraphicsScene* p_scene)
+{
+    const BlockRecord* record = findBlockRecord(p_element.attribute(QStringLiteral("id")).toInt());
+    supermodule* module =
+        record ? createModule(record->id, record->image, record->pressedImage, record->caption)
+               : nullptr;
+    if (!module) {
+        return nullptr;
+    }
+    module->createCollisions();
+    module->setFlags(QGraphicsItem::ItemIsMovable | QGraphicsItem::ItemIsSelectable);
+    p_scene->addItem(module);
+    module->loadXml(p_element);
+    if (module->id == TaskRootId) {
+        taskModules.append(module);
+    }
+    registerModule(module);
+    return module;
 }
 
 supermodule* buildChain(const QDomElement& p_first, QGraphicsScene* p_scene)

@@ -6,7 +6,6 @@
 #include "base/programversion.h"
 #include "build/builddialog.h"
 #include "generator/codegenerator.h"
-#include "modules/documentstate.h"
 #include "proj/tzblockwidget.h"
 #include "project/projectfile.h"
 #include "shell/tztoolbar.h"
@@ -51,8 +50,8 @@ MainWindow::MainWindow(QWidget* p_parent) : QMainWindow(p_parent), m_codeType(No
 
 MainWindow::~MainWindow()
 {
-    // The view is a member, so it goes before the widgets that hold it.
-    m_programView.setProgramNameHolder(nullptr);
+    // The document and the view are members, so they go before the widgets that hold it.
+    m_document.setProgramNameHolder(nullptr);
     m_programView.setParent(nullptr);
 }
 
@@ -106,7 +105,7 @@ void MainWindow::buildWindow()
 void MainWindow::connectParts()
 {
     TzProgramView* view = &m_programView;
-    view->setProgramNameHolder(m_toolBar);
+    m_document.setProgramNameHolder(m_toolBar);
     view->setBuildRunner([this](const QString& p_name, int p_tasks) { runBuild(p_name, p_tasks); });
 
     connect(m_toolBar, &TzToolBar::zoomSceneSignal, view, &TzProgramView::zoomView);
@@ -169,7 +168,7 @@ editActionWindow* MainWindow::actionWindow()
 
 bool MainWindow::mayLoseDocument()
 {
-    if (!documentModified) {
+    if (!m_document.isModified()) {
         return true;
     }
     const int answer = QMessageBox::question(this, tr("保存"), tr("文件已修改，是否保存"), tr("是"),
@@ -184,12 +183,12 @@ bool MainWindow::saveTo(const QString& p_path)
         return false;
     }
     actionWindow()->setModified(false);
-    documentModified = false;
+    m_document.setModified(false);
     if (m_fileName != p_path) {
         m_fileName = p_path;
         setFileTitle(m_fileName);
     }
-    setWindowModified(documentModified);
+    setWindowModified(m_document.isModified());
     return true;
 }
 
@@ -244,14 +243,14 @@ void MainWindow::openProject(const QString& p_path)
         break;
     case ProjectOpened:
         m_fileName = p_path;
-        documentModified = false;
+        m_document.setModified(false);
         actionWindow()->loadActionBlock(m_fileName);
         setFileTitle(m_fileName);
         break;
     default:
         break;
     }
-    setWindowModified(documentModified);
+    setWindowModified(m_document.isModified());
 }
 
 void MainWindow::OnOpenFile()
@@ -262,7 +261,7 @@ void MainWindow::OnOpenFile()
     const QString path =
         QFileDialog::getOpenFileName(this, tr("打开文件"), QString(), QLatin1String(s_filter));
     if (path.isEmpty()) {
-        setWindowModified(documentModified);
+        setWindowModified(m_document.isModified());
         return;
     }
     openProject(path);
@@ -287,14 +286,14 @@ void MainWindow::OnNewFile()
         return;
     }
     m_programView.newProgram();
-    documentModified = false;
+    m_document.setModified(false);
     m_fileName.clear();
     m_programView.resetDocument();
     if (m_actionWindow) {
         m_actionWindow->resetActionBlock();
     }
     setFileTitle(QLatin1String(s_untitled));
-    setWindowModified(documentModified);
+    setWindowModified(m_document.isModified());
 }
 
 void MainWindow::closeEvent(QCloseEvent* p_event)

@@ -27,6 +27,7 @@ public:
 
     TzToolBar* toolBar() const { return m_toolBar; }
     TzBlockWidget* blockWidget() const { return m_blockWidget; }
+    Document& document() { return m_document; }
     TzProgramView* view() { return &m_programView; }
     QTextBrowser* codeBrowser() const { return m_codeBrowser; }
     /** The path of the open document; empty when it is new. */
@@ -78,7 +79,8 @@ private:
 
     TzToolBar* m_toolBar = nullptr;
     TzBlockWidget* m_blockWidget = nullptr;
-    TzProgramView m_programView;
+    Document m_document;
+    TzProgramView m_programView{m_document};
     QTextBrowser* m_codeBrowser = nullptr;
     std::unique_ptr<editActionWindow> m_actionWindow;
     QSplitter* m_splitter = nullptr;

@@ -1,6 +1,6 @@
 #include "support/canvas/canvasfixture.h"
 
-#include "canvas/tzprogramscene.h"
+#include "document/tzprogramscene.h"
 #include "modules/catalogue/dragpayload.h"
 #include "modules/catalogue/modulefactory.h"
 #include "modules/documentstate.h"

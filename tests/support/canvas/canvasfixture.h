@@ -17,7 +17,8 @@ public:
     CanvasFixture();
     ~CanvasFixture();
 
-    TzProgramView view;
+    Document document;
+    TzProgramView view{document};
 
     mainModule* main() const { return view.mainBlock(); }
 
