@@ -7,9 +7,8 @@
 LinkPreview::LinkPreview(QGraphicsScene& p_scene, const supermodule* p_main)
     : m_block(std::make_unique<FeedbackModule>()), m_main(p_main)
 {
-    m_block->createCollisions();
     m_block->hide();
-    p_scene.addItem(m_block.get());
+    m_block->enterScene(&p_scene);
 }
 
 LinkPreview::~LinkPreview() { hide(); }

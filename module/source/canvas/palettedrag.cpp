@@ -2,7 +2,7 @@
 
 #include "canvas/linkpreview.h"
 #include "modules/catalogue/modulefactory.h"
-#include "modules/documentstate.h"
+#include "modules/moduleregistry.h"
 
 #include <QGraphicsScene>
 
@@ -18,10 +18,9 @@ supermodule* PaletteDrag::enter(int p_id)
     leave();
     m_module = createModuleFromId(p_id);
     if (m_module) {
-        registerModule(m_module);
+        ModuleRegistry::add(m_module);
         m_module->hide();
-        m_scene.addItem(m_module);
-        m_module->setFlags(QGraphicsItem::ItemIsMovable | QGraphicsItem::ItemIsSelectable);
+        m_module->enterScene(&m_scene);
     }
     return m_module;
 }

@@ -3,6 +3,7 @@
 #include "document/document.h"
 #include "modules/catalogue/modulefactory.h"
 #include "modules/documentstate.h"
+#include "modules/moduleregistry.h"
 #include "modules/supermodule.h"
 
 namespace moduleUndoCommand
@@ -18,9 +19,8 @@ void addCommand::redo()
     if (!module) {
         return;
     }
-    m_document.scene().addItem(module);
+    module->enterScene(&m_document.scene());
     module->setPos(m_x - module->boundingRect().width() / 2, m_y);
-    module->setFlags(QGraphicsItem::ItemIsMovable | QGraphicsItem::ItemIsSelectable);
     supermodule* target = nullptr;
     int type = NoLink;
     module->CollisionDetection(target, type);
@@ -30,7 +30,7 @@ void addCommand::redo()
     }
     module->refreshOpacity();
     module->moduleKey = m_key;
-    registerModuleAs(m_key, module);
+    ModuleRegistry::addAs(m_key, module);
 }
 
 void addCommand::undo()

@@ -8,7 +8,7 @@ namespace moduleUndoCommand
 {
 deleteCommand::deleteCommand(Document& p_document, supermodule* p_module,
                              const ModulePlace& p_place)
-    : m_document(p_document), m_key(p_module->registryKey), m_place(p_place)
+    : m_document(p_document), m_key(p_module->registryKey()), m_place(p_place)
 {
 }
 
@@ -36,12 +36,10 @@ bool deleteCommand::hangAgain(supermodule* p_module) const
     if (!parent) {
         return false;
     }
-    const bool taken = m_place.link == NextLink   ? parent->next()
-                       : m_place.link == LeftLink ? parent->left()
-                                                  : parent->right();
     // The parent may have been moved away since. A link without a connector came from a file.
     collisionItem* connector = parent->connector(m_place.link);
-    if (taken || (connector && !p_module->touchedConnectors().contains(connector))) {
+    if (parent->child(m_place.link) ||
+        (connector && !p_module->touchedConnectors().contains(connector))) {
         return false;
     }
     parent->hangModule(m_place.link, p_module);

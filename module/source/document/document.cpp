@@ -8,6 +8,7 @@
 #include "document/programslots.h"
 #include "modules/documentstate.h"
 #include "modules/mainmodule.h"
+#include "modules/moduleregistry.h"
 #include "project/programnameholder.h"
 #include "project/projectdocument.h"
 #include "project/projectfile.h"
@@ -18,12 +19,10 @@ Document::Document(QObject* p_parent) : QObject(p_parent)
 {
     const QString path = QStringLiteral(":/main.png");
     m_mainModule = new mainModule(0, path, path, QCoreApplication::translate("QObject", "主程序"));
-    m_mainModule->createCollisions();
-    m_mainModule->setFlags(QGraphicsItem::ItemIsMovable | QGraphicsItem::ItemIsSelectable);
-    m_scene.addItem(m_mainModule);
+    m_mainModule->enterScene(&m_scene);
     rootModules.append(m_mainModule);
     taskModules.append(m_mainModule);
-    m_mainModule->moduleKey = registerModule(m_mainModule);
+    m_mainModule->moduleKey = ModuleRegistry::add(m_mainModule);
 }
 
 Document::~Document()
@@ -31,7 +30,7 @@ Document::~Document()
     m_undoStack.clear();
     // The blocks die here, while all that they take leave of is still there.
     m_scene.clearItems({});
-    resetRegistry();
+    ModuleRegistry::clear();
 }
 
 bool Document::isModified() const { return documentModified; }
@@ -120,7 +119,7 @@ void Document::reset()
     rootModules = {m_mainModule};
     taskModules = {m_mainModule};
     m_undoStack.clear();
-    resetRegistry();
+    ModuleRegistry::clear();
 }
 
 void Document::addModule(int p_x, int p_y, int p_id)

@@ -1,6 +1,7 @@
 #include "document/treerecord.h"
 
 #include "modules/documentstate.h"
+#include "modules/moduleregistry.h"
 #include "modules/supermodule.h"
 #include "project/projectdocument.h"
 
@@ -49,15 +50,12 @@ TreeRecord::TreeRecord(const supermodule* p_root)
         const Place place = open.takeLast();
         const supermodule* module = place.module;
         stream << static_cast<qint32>(place.parent) << static_cast<qint8>(place.link)
-               << static_cast<qint32>(module->registryKey);
+               << static_cast<qint32>(module->registryKey());
         module->saveXml(holder, document);
         writeAttributes(stream, holder.lastChildElement());
         holder.removeChild(holder.lastChild());
         for (const LinkType link : {NextLink, LeftLink, RightLink}) {
-            const supermodule* child = link == NextLink   ? module->next()
-                                       : link == LeftLink ? module->left()
-                                                          : module->right();
-            if (child) {
+            if (const supermodule* child = module->child(link)) {
                 open.append({child, index, link});
             }
         }
@@ -79,7 +77,7 @@ supermodule* TreeRecord::rebuild(QGraphicsScene* p_scene) const
         readAttributes(stream, element);
         supermodule* module = buildBlock(element, p_scene);
         if (key != 0 && !moduleMap.contains(key)) {
-            registerModuleAs(key, module);
+            ModuleRegistry::addAs(key, module);
         }
         if (parent >= 0) {
             modules.at(parent)->hangModule(static_cast<LinkType>(link), module);
