@@ -7,8 +7,10 @@
 LinkPreview::LinkPreview(QGraphicsScene& p_scene, const supermodule* p_main)
     : m_block(std::make_unique<FeedbackModule>()), m_main(p_main)
 {
+    // Without the flags of a block that can be taken hold of.
+    m_block->createCollisions();
     m_block->hide();
-    m_block->enterScene(&p_scene);
+    p_scene.addItem(m_block.get());
 }
 
 LinkPreview::~LinkPreview() { hide(); }

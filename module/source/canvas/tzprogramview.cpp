@@ -244,12 +244,6 @@ int TzProgramView::openFile(const QString& p_path)
     return result;
 }
 
-void TzProgramView::resetDocument()
-{
-    m_document.reset();
-    update();
-}
-
 void TzProgramView::OnDelSub()
 {
     if (mainBlock()->isVisible()) {

@@ -58,7 +58,7 @@ public:
      */
     int openFile(const QString& p_path);
     void newProgram() { m_document.newProgram(); }
-    void resetDocument();
+    void resetDocument() { m_document.reset(); }
     void removeModule(supermodule* p_module) { m_document.removeModule(p_module); }
     void updateSubProgramName(int id, const QString& name)
     {

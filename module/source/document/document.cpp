@@ -37,6 +37,22 @@ bool Document::isModified() const { return documentModified; }
 
 void Document::setModified(bool p_modified) { setDocumentModified(p_modified); }
 
+ActionImage& Document::actions()
+{
+    m_actionsNeeded = true;
+    return m_actions;
+}
+
+bool Document::save(const QString& p_path)
+{
+    if (!save(p_path, m_actions.bytes())) {
+        return false;
+    }
+    actions().setModified(false);
+    setModified(false);
+    return true;
+}
+
 bool Document::save(const QString& p_path, const QByteArray& p_tail)
 {
     prepareChange();
@@ -56,14 +72,16 @@ bool Document::saveTemporary(const QString& p_path, const QByteArray& p_tail)
 
 int Document::open(const QString& p_path)
 {
-    QDomDocument document(QStringLiteral("vantrel"));
-    const int result = readProject(p_path, document);
+    ProjectContent content;
+    const int result = readProject(p_path, content);
     if (result != ProjectOpened) {
         return result;
     }
     newProgram();
     reset();
-    takeIn(document.documentElement());
+    takeIn(content.document.documentElement());
+    actions().setBytes(content.actions);
+    setModified(false);
     showSlot(m_mainModule->id);
     QString path = p_path;
     putRecentFileFirst(path.replace(QLatin1Char('\\'), QLatin1Char('/')));
@@ -104,6 +122,17 @@ void Document::forgetRecentFile(const QString& p_path)
     emit changed({DocumentChange::RecentFiles});
 }
 
+void Document::startAnew()
+{
+    newProgram();
+    reset();
+    setModified(false);
+    // Steps of a reset image have other run times than those of one that nobody has needed yet.
+    if (m_actionsNeeded) {
+        m_actions.reset();
+    }
+}
+
 void Document::newProgram()
 {
     emit changed({DocumentChange::Removing});
@@ -120,6 +149,7 @@ void Document::reset()
     taskModules = {m_mainModule};
     m_undoStack.clear();
     ModuleRegistry::clear();
+    m_scene.update();
 }
 
 void Document::addModule(int p_x, int p_y, int p_id)

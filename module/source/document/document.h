@@ -1,5 +1,6 @@
 #pragma once
 
+#include "actions/model/actionimage.h"
 #include "document/documentchange.h"
 #include "document/modulesid.h"
 #include "document/tzprogramscene.h"
@@ -38,11 +39,16 @@ public:
     /** Where the program's name of a project file stands; null: files carry none. Not owned. */
     void setProgramNameHolder(ProgramNameHolder* p_holder) { m_nameHolder = p_holder; }
 
+    /** The robot actions. From the first call on a new project clears them. */
+    ActionImage& actions();
+
     // Files.
     /**
-     * Saves the project with p_tail behind its XML, and puts it first in the recent list. False
-     * if it couldn't be written; the old file is then as writeProject() leaves it.
+     * Saves the project with its actions, and puts it first in the recent list. Nothing is modified
+     * then. False if it couldn't be written; the old file is then as writeProject() leaves it.
      */
+    bool save(const QString& p_path);
+    /** Writes the project with p_tail in place of the actions; what is modified stays so. */
     bool save(const QString& p_path, const QByteArray& p_tail);
     /** The save of temp.tlrx: blocks without parent alone, and no entry in the recent list. */
     bool saveTemporary(const QString& p_path, const QByteArray& p_tail);
@@ -50,6 +56,8 @@ public:
     int open(const QString& p_path);
     /** Takes a path out of the recent list. */
     void forgetRecentFile(const QString& p_path);
+    /** Begins a project without blocks and actions, with nothing to undo and nothing modified. */
+    void startAnew();
     /** Deletes all blocks but the main block, and what follows that. */
     void newProgram();
     /** Forgets undo history, keys and roots; the main block is the one root again. */
@@ -96,5 +104,8 @@ private:
     tzprogramscene m_scene;
     mainModule* m_mainModule;
     QUndoStack m_undoStack;
+    ActionImage m_actions;
+    /** False as long as the image is as built: a new project keeps such a one as it is. */
+    bool m_actionsNeeded = false;
     ProgramNameHolder* m_nameHolder = nullptr;
 };

@@ -1,7 +1,6 @@
 #include "shell/mainwindow.h"
 
 #include "actions/editactionwindow.h"
-#include "actions/model/actionblock.h"
 #include "base/installpath.h"
 #include "base/programversion.h"
 #include "build/builddialog.h"
@@ -33,12 +32,6 @@ const char s_untitled[] = "untitled";
 
 /** The answers to the question about unsaved changes, by the button's place. */
 enum UnsavedAnswer : int { AnswerSave = 0, AnswerDiscard = 1, AnswerCancel = 2 };
-
-/** The action data as it rides behind a project: the image as it stands in memory. */
-QByteArray imageBytes(const ActionBlock& p_image)
-{
-    return QByteArray(reinterpret_cast<const char*>(&p_image), sizeof(p_image));
-}
 } // namespace
 
 MainWindow::MainWindow(QWidget* p_parent) : QMainWindow(p_parent), m_codeType(NoCode)
@@ -158,14 +151,6 @@ void MainWindow::setFileTitle(const QString& name)
                    QStringLiteral("[*]"));
 }
 
-editActionWindow* MainWindow::actionWindow()
-{
-    if (!m_actionWindow) {
-        m_actionWindow = std::make_unique<editActionWindow>();
-    }
-    return m_actionWindow.get();
-}
-
 bool MainWindow::mayLoseDocument()
 {
     if (!m_document.isModified()) {
@@ -178,12 +163,9 @@ bool MainWindow::mayLoseDocument()
 
 bool MainWindow::saveTo(const QString& p_path)
 {
-    // Program and action data go into the file in one piece, so that a save is never half there.
-    if (!m_programView.saveFile(p_path, imageBytes(actionWindow()->actionBlock()))) {
+    if (!m_document.save(p_path)) {
         return false;
     }
-    actionWindow()->setModified(false);
-    m_document.setModified(false);
     if (m_fileName != p_path) {
         m_fileName = p_path;
         setFileTitle(m_fileName);
@@ -243,8 +225,6 @@ void MainWindow::openProject(const QString& p_path)
         break;
     case ProjectOpened:
         m_fileName = p_path;
-        m_document.setModified(false);
-        actionWindow()->loadActionBlock(m_fileName);
         setFileTitle(m_fileName);
         break;
     default:
@@ -285,13 +265,8 @@ void MainWindow::OnNewFile()
     if (!mayLoseDocument()) {
         return;
     }
-    m_programView.newProgram();
-    m_document.setModified(false);
+    m_document.startAnew();
     m_fileName.clear();
-    m_programView.resetDocument();
-    if (m_actionWindow) {
-        m_actionWindow->resetActionBlock();
-    }
     setFileTitle(QLatin1String(s_untitled));
     setWindowModified(m_document.isModified());
 }
@@ -325,13 +300,17 @@ void MainWindow::OnUpdateCode()
 
 void MainWindow::OnEditActions()
 {
-    actionWindow()->showMaximized();
+    if (!m_actionWindow) {
+        m_actionWindow = std::make_unique<editActionWindow>(m_document.actions());
+    }
+    m_actionWindow->showMaximized();
     hide();
 }
 
 void MainWindow::onDownLoad(const QString&)
 {
-    actionWindow();
+    // The image counts as needed, whatever becomes of the build: that is meant.
+    m_document.actions();
     m_programView.OnDownload(m_toolBar->programName());
 }
 
@@ -344,8 +323,7 @@ void MainWindow::runBuild(const QString& p_name, int p_tasks)
 
 void MainWindow::appendCompiledData(const QString& path)
 {
-    actionWindow()->appendActionBlock(path);
-    appendActionTrailer(path);
+    m_document.actions().appendTo(path, ActionTail::ImageAndTrailer);
 }
 
 void MainWindow::onAppUpgrade() {}
@@ -353,5 +331,5 @@ void MainWindow::onAppUpgrade() {}
 void MainWindow::OnAutoSaveFile()
 {
     m_programView.saveTempFile(installPath(QStringLiteral("\\temp.tlrx")),
-                               imageBytes(actionWindow()->actionBlock()));
+                               m_document.actions().bytes());
 }

@@ -32,8 +32,6 @@ public:
     QTextBrowser* codeBrowser() const { return m_codeBrowser; }
     /** The path of the open document; empty when it is new. */
     QString fileName() const { return m_fileName; }
-    /** The action editor, made at first need, hidden. */
-    editActionWindow* actionWindow();
 
     /**
      * Opens a project by its path, after the question about unsaved changes. A path with another
@@ -82,6 +80,7 @@ private:
     Document m_document;
     TzProgramView m_programView{m_document};
     QTextBrowser* m_codeBrowser = nullptr;
+    /** The action editor, made when it is first shown. Shows the image, so it goes before that. */
     std::unique_ptr<editActionWindow> m_actionWindow;
     QSplitter* m_splitter = nullptr;
     QString m_fileName;
