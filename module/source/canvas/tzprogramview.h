@@ -3,8 +3,8 @@
 #include "canvas/linkcandidates.h"
 #include "canvas/moduleplace.h"
 #include "canvas/modulesid.h"
+#include "modules/catalogue/mousestate.h"
 #include "modules/modulehost.h"
-#include "modules/mousestate.h"
 
 #include <QClipboard>
 #include <QGraphicsView>
