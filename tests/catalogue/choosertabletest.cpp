@@ -173,16 +173,18 @@ void ChooserTableTest::everyPictureIsThere()
 void ChooserTableTest::onlyTheServosComeBackWithTheirParameter()
 {
     for (const Expected& row : s_expected) {
-        QCOMPARE(findChooser(row.kind, row.number)->byParameter,
-                 row.kind == ChooserKind::Panel && row.number == 2);
+        const Chooser* found = findChooser(row.kind, row.number);
+        QVERIFY(found);
+        QCOMPARE(found->byParameter, row.kind == ChooserKind::Panel && row.number == 2);
     }
 }
 
 void ChooserTableTest::thePopUpHasAFormAndAPanelHasNone()
 {
     for (const Expected& row : s_expected) {
-        QCOMPARE(findChooser(row.kind, row.number)->popUp != nullptr,
-                 row.kind == ChooserKind::PopUp);
+        const Chooser* found = findChooser(row.kind, row.number);
+        QVERIFY(found);
+        QCOMPARE(found->popUp != nullptr, row.kind == ChooserKind::PopUp);
     }
 }
 
