@@ -1,11 +1,11 @@
 #include "modules/catalogue/dragpayload.h"
 #include "modules/catalogue/modulefactory.h"
+#include "modules/catalogue/mousestate.h"
 #include "modules/documentstate.h"
 #include "modules/feedbackmodule.h"
 #include "modules/mainmodule.h"
 #include "modules/moduleregistry.h"
 #include "modules/moduletree.h"
-#include "modules/mousestate.h"
 #include "support/canvas/canvasfixture.h"
 
 #include <QDropEvent>

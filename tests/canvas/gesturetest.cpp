@@ -1,9 +1,9 @@
 #include "document/tzprogramscene.h"
+#include "modules/catalogue/mousestate.h"
 #include "modules/documentstate.h"
 #include "modules/feedbackmodule.h"
 #include "modules/graphicsitem_param.h"
 #include "modules/mainmodule.h"
-#include "modules/mousestate.h"
 #include "proj/controls/selectablebutton.h"
 #include "support/canvas/canvasfixture.h"
 

@@ -6,11 +6,11 @@
 #include "generator/codegenerator.h"
 #include "generator/usermainfile.h"
 #include "modules/catalogue/dragpayload.h"
+#include "modules/catalogue/mousestate.h"
 #include "modules/documentstate.h"
 #include "modules/feedbackmodule.h"
 #include "modules/graphicsitem_param.h"
 #include "modules/mainmodule.h"
-#include "modules/mousestate.h"
 #include "proj/controls/selectablebutton.h"
 #include "project/projectfile.h"
 

@@ -18,6 +18,7 @@ class graphicsItem_Param;
 class QAbstractButton;
 class QGraphicsProxyWidget;
 class QGraphicsScene;
+struct Chooser;
 
 /**
  * Base of all blocks: a graphics item of the canvas, a node of the program graph, a unit of the
@@ -104,6 +105,8 @@ public:
     virtual QDomElement paramsElement() const;
 
     // Values that come back from choosers; what the value means is the block's own matter.
+    /** What the pop-up offers in a mode; null, as here, where there is no such mode. */
+    virtual const Chooser* popUpChooser(int p_mode) const;
     /** Receives the index of the button chosen in the pop-up. */
     virtual void setParamIndex(int p_index);
     /** Receives a key code of the number keyboard, or the 0-based index of an icon or text panel.
