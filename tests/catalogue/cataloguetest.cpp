@@ -19,6 +19,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QFile>
+#include <QGraphicsPixmapItem>
 #include <QLoggingCategory>
 #include <QTemporaryDir>
 #include <QTranslator>
@@ -141,6 +142,15 @@ const Expected* expectedOf(int p_id)
     return nullptr;
 }
 
+/** The picture around a type's block when it is copied; empty for none. */
+QString copyFrameOf(int p_id)
+{
+    if (100 <= p_id && p_id <= 117) {
+        return QStringLiteral(":/select1.png");
+    }
+    return 300 <= p_id && p_id <= 303 ? QStringLiteral(":/select4.png") : QString();
+}
+
 std::unique_ptr<supermodule> newBlock(int p_id)
 {
     return std::unique_ptr<supermodule>(createModuleFromId(p_id));
@@ -192,6 +202,8 @@ private slots:
     void everyBlockHasItsRecordWithPictureAndEnglishCaption();
     void everyBlockIsBuiltByTheFactoryWithItsConnectors_data() { everyBlock_data(); }
     void everyBlockIsBuiltByTheFactoryWithItsConnectors();
+    void everyBlockHasItsCopyFrameAndGivesItToCopies_data() { everyBlock_data(); }
+    void everyBlockHasItsCopyFrameAndGivesItToCopies();
     void everyBlockStoresAndLoadsItsAttributes_data() { everyBlock_data(); }
     void everyBlockStoresAndLoadsItsAttributes();
     void everyBlockIsCopiedWithWhatItsCopyKeeps_data() { everyBlock_data(); }
@@ -369,6 +381,24 @@ void CatalogueTest::everyBlockIsBuiltByTheFactoryWithItsConnectors()
     QCOMPARE(block->boundingRect(), loop      ? QRectF(0, -20, 280, 140)
                                     : id == 0 ? QRectF(0, 0, 140, 120)
                                               : QRectF(0, 0, 120, 140));
+}
+
+void CatalogueTest::everyBlockHasItsCopyFrameAndGivesItToCopies()
+{
+    QFETCH(int, id);
+    const QString path = copyFrameOf(id);
+    QVERIFY(path.isEmpty() || !QPixmap(path).isNull());
+    const QImage expected = QPixmap(path).toImage();
+    const std::unique_ptr<supermodule> block = newBlock(id);
+    QCOMPARE(selectFrame(block.get())->pixmap().toImage(), expected);
+    QVERIFY(!selectFrame(block.get())->isVisible());
+    const std::unique_ptr<supermodule> copy(block->clone());
+    QCOMPARE(!copy, id == 0);
+    if (copy) {
+        QCOMPARE(selectFrame(copy.get())->pixmap().toImage(), expected);
+    }
+    const std::unique_ptr<supermodule> bare(createModule(id, QString(), QString(), QString()));
+    QCOMPARE(selectFrame(bare.get())->pixmap().toImage(), expected);
 }
 
 void CatalogueTest::everyBlockStoresAndLoadsItsAttributes()

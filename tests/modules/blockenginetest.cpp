@@ -6,6 +6,7 @@
 #include "modules/mainmodule.h"
 #include "modules/moduleregistry.h"
 #include "support/canvas/canvasfixture.h"
+#include "support/canvas/singleblock.h"
 
 #include <QApplication>
 #include <QFontMetrics>
@@ -112,17 +113,6 @@ private:
     const QList<supermodule*> m_tasks = taskModules;
 };
 
-QGraphicsPixmapItem* selectFrame(const supermodule* p_module)
-{
-    const QList<QGraphicsItem*> children = p_module->childItems();
-    for (QGraphicsItem* child : children) {
-        if (child->type() == QGraphicsPixmapItem::Type) {
-            return static_cast<QGraphicsPixmapItem*>(child);
-        }
-    }
-    return nullptr;
-}
-
 QImage painted(supermodule* p_module, const QSize& p_size)
 {
     QImage image(p_size, QImage::Format_ARGB32_Premultiplied);
@@ -153,8 +143,7 @@ private slots:
     // The block itself.
     void aNewBlockHasNoKeyNoLinksAndIsNotDragged();
     void aBlockIsNamedModuleAndShowsItsCaptionAsToolTip();
-    void theSelectionFrameGoesByTheType_data();
-    void theSelectionFrameGoesByTheType();
+    void aBlockHasTheSelectionFrameThatItIsGiven();
     void theBaseClassPaintsThePictureAndTheCaptionRightOfTheIcon();
     void theMainBlockPaintsItsPictureAlone();
     void theMainBlockCanNotBeCloned();
@@ -275,42 +264,27 @@ void BlockEngineTest::aBlockIsNamedModuleAndShowsItsCaptionAsToolTip()
     QVERIFY(pathItem);
 }
 
-void BlockEngineTest::theSelectionFrameGoesByTheType_data()
+void BlockEngineTest::aBlockHasTheSelectionFrameThatItIsGiven()
 {
-    QTest::addColumn<int>("id");
-    QTest::addColumn<QString>("path");
-    const QString first = QStringLiteral(":/select1.png");
-    const QString second = QStringLiteral(":/select2.png");
-    const QString third = QStringLiteral(":/select3.png");
-    const QString fourth = QStringLiteral(":/select4.png");
-    const auto rows = [](const QString& p_path, std::initializer_list<int> p_ids) {
-        for (const int id : p_ids) {
-            QTest::newRow(qPrintable(QString::number(id))) << id << p_path;
-        }
-    };
-    rows(first, {100, 107, 117, 304, 305, 500, 503, 600, 612, 700, 707});
-    rows(second, {401, 404, 433});
-    rows(third, {200, 215});
-    rows(fourth, {300, 301, 303});
-    rows(QString(), {0,   99,  118, 119, 120, 199, 216, 299, 306, 307, 308, 309,
-                     400, 434, 499, 504, 599, 613, 699, 708, 800, 804, 900, 906});
-}
-
-void BlockEngineTest::theSelectionFrameGoesByTheType()
-{
-    QFETCH(int, id);
-    QFETCH(QString, path);
-    const plainBlock block(id);
+    const QString path = QStringLiteral(":/select1.png");
+    QVERIFY(!QPixmap(path).isNull());
+    plainBlock block;
     const QGraphicsPixmapItem* frame = selectFrame(&block);
     QVERIFY(frame);
     QVERIFY(!frame->isVisible());
     QCOMPARE(frame->pos(), QPointF(0, 0));
-    if (path.isEmpty()) {
-        QVERIFY(frame->pixmap().isNull());
-    } else {
-        QVERIFY(!QPixmap(path).isNull());
-        QCOMPARE(frame->pixmap().toImage(), QPixmap(path).toImage());
-    }
+    QVERIFY(frame->pixmap().isNull());
+    block.setSelectPicture(path);
+    QCOMPARE(frame->pixmap().toImage(), QPixmap(path).toImage());
+    QVERIFY(!frame->isVisible());
+    const std::unique_ptr<supermodule> copy(block.clone());
+    QCOMPARE(selectFrame(copy.get())->pixmap().toImage(), QPixmap(path).toImage());
+    block.setSelectPicture(QString());
+    QVERIFY(frame->pixmap().isNull());
+    const FeedbackModule preview;
+    QVERIFY(selectFrame(&preview)->pixmap().isNull());
+    const mainModule main(0, QStringLiteral(":/main.png"), QStringLiteral(":/main.png"), QString());
+    QVERIFY(selectFrame(&main)->pixmap().isNull());
 }
 
 void BlockEngineTest::theBaseClassPaintsThePictureAndTheCaptionRightOfTheIcon()

@@ -15,30 +15,8 @@
 
 namespace
 {
-/** Which selection frame goes with which block types; both ends included. */
-struct SelectPicture {
-    int first;
-    int last;
-    const char* path;
-};
-const SelectPicture s_selectPictures[] = {
-    {100, 117, ":/select1.png"}, {304, 305, ":/select1.png"}, {500, 503, ":/select1.png"},
-    {600, 612, ":/select1.png"}, {700, 707, ":/select1.png"}, {200, 215, ":/select3.png"},
-    {300, 303, ":/select4.png"}, {401, 433, ":/select2.png"},
-};
-
 /** No stored block stands further out: the layout reckons in integers, and a chain is long. */
 const int s_farthest = 1000000000;
-
-QString selectPictureOf(int p_id)
-{
-    for (const SelectPicture& row : s_selectPictures) {
-        if (row.first <= p_id && p_id <= row.last) {
-            return QString::fromLatin1(row.path);
-        }
-    }
-    return QString();
-}
 } // namespace
 
 supermodule::supermodule(int p_id, const QString& p_imagePath, const QString& p_pressedPath,
@@ -58,6 +36,7 @@ supermodule::supermodule(const supermodule& p_other)
       m_text(p_other.m_text)
 {
     initialise();
+    m_selectItem.setPixmap(p_other.m_selectItem.pixmap());
 }
 
 supermodule::~supermodule() { ModuleRegistry::forget(this); }
@@ -72,7 +51,6 @@ void supermodule::initialise()
     setData(ItemNameKey, s_name);
     m_selectItem.setParentItem(this);
     m_pixmap = picture(m_pressedPath);
-    setSelectPicture(selectPictureOf(id));
     // By its rectangle: the shape of its picture would be worked out for each block anew.
     m_selectItem.setShapeMode(QGraphicsPixmapItem::BoundingRectShape);
     m_selectItem.setPos(0, 0);

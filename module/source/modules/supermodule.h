@@ -198,6 +198,8 @@ public:
     /** Opacity 0.5 if dim, else 1.0, for this block and all under it. */
     void setOpacityTree(bool p_dim);
     void setVisibleTree(bool p_visible);
+    /** Gives the block its selection frame, a resource path; empty for none. Copies have it too. */
+    void setSelectPicture(const QString& p_path);
     /** Shows or hides the selection frame of this block and of all under it. */
     void setSelectTree(bool p_selected);
     void setTreeZValue(int p_z);
@@ -266,8 +268,6 @@ protected:
     virtual qreal layoutOwn();
     /** Makes the connector of a link, of a kind, at a place in block coordinates. */
     void makeConnector(LinkType p_type, int p_kind, const QPointF& p_pos);
-    /** Gives the block its selection frame; empty for none. */
-    void setSelectPicture(const QString& p_path);
 
     QPixmap m_pixmap;
     /** Outer rectangle of a shape whose size depends on its content; loops only. */

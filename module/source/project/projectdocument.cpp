@@ -1,7 +1,6 @@
 #include "project/projectdocument.h"
 
 #include "base/programversion.h"
-#include "modules/catalogue/blocktables.h"
 #include "modules/catalogue/modulefactory.h"
 #include "modules/documentstate.h"
 #include "modules/moduleregistry.h"
@@ -26,10 +25,7 @@ static_assert(3 + 2 * MaximalNesting <= MaximalProjectDepth, "what is stored mus
 /** One block from its element, with its bodies; null for an unknown type. */
 supermodule* buildModule(const QDomElement& p_element, QGraphicsScene* p_scene)
 {
-    const BlockRecord* record = findBlockRecord(p_element.attribute(QStringLiteral("id")).toInt());
-    supermodule* module =
-        record ? createModule(record->id, record->image, record->pressedImage, record->caption)
-               : nullptr;
+    supermodule* module = createKnownModule(p_element.attribute(QStringLiteral("id")).toInt());
     if (!module) {
         return nullptr;
     }

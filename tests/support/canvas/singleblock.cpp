@@ -3,6 +3,7 @@
 #include "modules/catalogue/blocktables.h"
 #include "modules/supermodule.h"
 
+#include <QGraphicsPixmapItem>
 #include <QPainter>
 
 BlockAttributes parsedAttributes(const QString& p_text)
@@ -92,4 +93,15 @@ QImage paintedBlock(supermodule* p_module)
     QPainter painter(&image);
     p_module->paint(&painter, nullptr, nullptr);
     return image;
+}
+
+QGraphicsPixmapItem* selectFrame(const supermodule* p_module)
+{
+    const QList<QGraphicsItem*> children = p_module->childItems();
+    for (QGraphicsItem* child : children) {
+        if (child->type() == QGraphicsPixmapItem::Type) {
+            return static_cast<QGraphicsPixmapItem*>(child);
+        }
+    }
+    return nullptr;
 }

@@ -6,6 +6,7 @@
 #include <QSet>
 #include <QStringList>
 
+class QGraphicsPixmapItem;
 class supermodule;
 
 /** Attributes of a block as a project keeps them, by their names. */
@@ -35,3 +36,6 @@ QStringList blocksBeside(const QSet<int>& p_ids);
 QImage emptyGround();
 /** What a block paints of itself, without its buttons, on that ground. */
 QImage paintedBlock(supermodule* p_module);
+
+/** The item that shows a block's selection frame. */
+QGraphicsPixmapItem* selectFrame(const supermodule* p_module);

@@ -1,23 +1,35 @@
 #pragma once
 
+#include "modules/catalogue/blocktables.h"
+
 #include <QString>
 
 class supermodule;
+
+/**
+ * Pictures of the frame around a block that is copied. Two are for shapes that no block of the
+ * present catalogue has: roots of slots (types 401 to 433) and values (types 200 to 215).
+ */
+namespace copyFrames
+{
+constexpr char plain[] = ":/select1.png";
+constexpr char root[] = ":/select2.png";
+constexpr char value[] = ":/select3.png";
+constexpr char loop[] = ":/select4.png";
+} // namespace copyFrames
 
 /** One block type: everything that is told once about it. Types are stored in files. */
 struct CatalogueRow {
     using Create = supermodule* (*)(int, const QString&, const QString&, const QString&);
 
-    int category;        /**< a category of the palette, or -1 for a block that no tab shows */
-    int id;              /**< never to be renumbered */
-    const char* caption; /**< source text, translated in the context QObject */
-    const char* picture; /**< resource path */
-    Create create;
+    CategoryId category;
+    int id;                /**< never to be renumbered */
+    const char* caption;   /**< source text, translated in the context QObject */
+    const char* picture;   /**< resource path */
+    Create create;         /**< a new block of the type's class */
+    const char* copyFrame; /**< one of copyFrames, or null for none */
 };
 
 /** All block types, in the order of the palette. */
 const CatalogueRow* catalogueBegin();
 const CatalogueRow* catalogueEnd();
-
-/** The row of a type, or null. */
-const CatalogueRow* findCatalogueRow(int p_id);

@@ -10,18 +10,20 @@ namespace
 struct CategoryRow {
     const char* selectedImage;
     const char* normalImage;
-    int id;
+    CategoryId id;
     const char* caption;
     const char* barColour;
 };
 
 const CategoryRow s_categories[] = {
-    {":/dongzuo-pre.png", ":/dongzuo-nol.png", 0, QT_TRANSLATE_NOOP("QObject", "动作"), "#f94141"},
-    {":/shengyin-pre.png", ":/shengyin-nol.png", 7, QT_TRANSLATE_NOOP("QObject", "声音"),
-     "#6743fa"},
-    {":/biaoqing-pre.png", ":/biaoqing-nol.png", 8, QT_TRANSLATE_NOOP("QObject", "表情"),
-     "#0594ff"},
-    {":/kongzhi-pre.png", ":/kongzhi-nol.png", 2, QT_TRANSLATE_NOOP("QObject", "控制"), "#f8b824"},
+    {":/dongzuo-pre.png", ":/dongzuo-nol.png", ActionCategory, QT_TRANSLATE_NOOP("QObject", "动作"),
+     "#f94141"},
+    {":/shengyin-pre.png", ":/shengyin-nol.png", SoundCategory,
+     QT_TRANSLATE_NOOP("QObject", "声音"), "#6743fa"},
+    {":/biaoqing-pre.png", ":/biaoqing-nol.png", ExpressionCategory,
+     QT_TRANSLATE_NOOP("QObject", "表情"), "#0594ff"},
+    {":/kongzhi-pre.png", ":/kongzhi-nol.png", ControlCategory,
+     QT_TRANSLATE_NOOP("QObject", "控制"), "#f8b824"},
 };
 } // namespace
 
@@ -47,7 +49,7 @@ const QVector<BlockRecord>& blockRecords()
         for (const CatalogueRow* row = catalogueBegin(); row != catalogueEnd(); ++row) {
             const QString image = QString::fromLatin1(row->picture);
             records.append({row->category, image, image, row->id, true,
-                            QCoreApplication::translate("QObject", row->caption)});
+                            QCoreApplication::translate("QObject", row->caption), row});
         }
         return records;
     }();
@@ -58,13 +60,8 @@ const BlockRecord* findBlockRecord(int p_id)
 {
     static const QHash<int, const BlockRecord*> s_byId = [] {
         QHash<int, const BlockRecord*> byId;
-        // Shown blocks first; a hidden record counts only where no tab has the type.
-        for (const bool hidden : {false, true}) {
-            for (const BlockRecord& record : blockRecords()) {
-                if ((record.category < 0) == hidden && !byId.contains(record.id)) {
-                    byId.insert(record.id, &record);
-                }
-            }
+        for (const BlockRecord& record : blockRecords()) {
+            byId.insert(record.id, &record);
         }
         return byId;
     }();

@@ -3,7 +3,16 @@
 #include <QString>
 #include <QVector>
 
-class supermodule;
+struct CatalogueRow;
+
+/** The palette's categories. */
+enum CategoryId : int {
+    HiddenCategory = -1, /**< of what no tab shows */
+    ActionCategory = 0,
+    ControlCategory = 2,
+    SoundCategory = 7,
+    ExpressionCategory = 8
+};
 
 /** A category of the palette: one tab. */
 struct CategoryRecord {
@@ -16,12 +25,13 @@ struct CategoryRecord {
 
 /** A block type as the palette, the drop and the project file know it. */
 struct BlockRecord {
-    int category;         /**< a categoryId, or -1 for a record that no tab shows */
+    int category;         /**< a CategoryId */
     QString image;        /**< picture in the palette */
     QString pressedImage; /**< picture of the drag, and the block's own picture path */
     int id;
     bool draggable;
-    QString caption; /**< translated, but for the main block's */
+    QString caption;         /**< translated, but for the main block's */
+    const CatalogueRow* row; /**< where all this stands */
 };
 
 /**
@@ -31,5 +41,5 @@ struct BlockRecord {
 const QVector<CategoryRecord>& categoryRecords();
 const QVector<BlockRecord>& blockRecords();
 
-/** The record of a block type, or null: shown blocks are looked at before hidden roots. */
+/** The record of a block type, or null. */
 const BlockRecord* findBlockRecord(int p_id);

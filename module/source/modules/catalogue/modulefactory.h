@@ -8,8 +8,8 @@ class supermodule;
 supermodule* createModule(int p_id, const QString& p_imagePath, const QString& p_pressedPath,
                           const QString& p_text);
 
-/**
- * A new block with its connectors, made from the record of its type. A type without a record is
- * a programming error and stops the program. Null for a record whose class can't be built.
- */
+/** A new block with its connectors, made from the record of its type; null for an unknown type. */
+supermodule* createKnownModule(int p_id);
+
+/** The same where an unknown type is a programming error: that stops the program. */
 supermodule* createModuleFromId(int p_id);
