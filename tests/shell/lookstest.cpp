@@ -31,12 +31,11 @@ struct Fact {
 };
 
 const QVariant s_expanding = QStringLiteral("7 7");
-const char s_menuStyle[] =
-    "QMenu{background-color:white;border:none;}"
-    "QMenu::item{font-size:10pt;color:#333333;padding:1px 26px;height:24px;}"
-    "QMenu::item:selected{color:white;background-color:rgb(76,199,219);}"
-    "QMenu::item:pressed{color:white;background-color:rgb(76,199,219);}"
-    "QMenu::item:disabled{color:#999999;background-color:white;}";
+const char s_menuStyle[] = "QMenu{background-color:white;border:none;}"
+                           "QMenu::item{font-size:10pt;color:#333333;padding:1px 26px;height:24px;}"
+                           "QMenu::item:selected{color:white;background-color:rgb(76,199,219);}"
+                           "QMenu::item:pressed{color:white;background-color:rgb(76,199,219);}"
+                           "QMenu::item:disabled{color:#999999;background-color:white;}";
 
 /** The style sheet of a button of the bar, by its pictures' common name. */
 QString toolStyle(const char* p_normal, const char* p_others)
@@ -134,7 +133,7 @@ const QMap<QString, std::function<QVariant(QObject&)>> s_readers{
          return tab ? tab->imagePath() : as<BinOverlay>(o).imagePath();
      }},
     {"category", [](QObject& o) { return as<tzlabel>(o).categoryId(); }},
-    {"active", [](QObject& o) { return as<tzlabel>(o).isActive(); }},
+    {"tab is active", [](QObject& o) { return as<tzlabel>(o).isActive(); }},
 };
 
 QVariant read(QObject& p_part, const QString& p_property)
@@ -308,7 +307,6 @@ QVector<Fact> facts()
         {"palette", "minimumHeight", 100},
         {"palette", "maximumHeight", 236},
         {"palette", "size", QSize(1280, 236)},
-        {"palette", "autoFillBackground", true},
         {"palette", "styleSheet", "background-color:transparent;"},
         {"palette", "layout", "QVBoxLayout"},
         {"palette", "layout margins", "0 0 0 0"},
@@ -370,7 +368,7 @@ QVector<Fact> facts()
         list.append({part, "text", tabs[i].text});
         list.append({part, "picture", tabs[i].picture});
         list.append({part, "category", tabs[i].category});
-        list.append({part, "active", i == 0});
+        list.append({part, "tab is active", i == 0});
         list.append({part, "visible", true});
         list.append({part, "focusPolicy", int(Qt::NoFocus)});
         list.append({part, "geometry", QRect((width + gap) * i + 6, top, width, height)});
@@ -415,22 +413,24 @@ private slots:
         QObject* object = partsOf(*m_bench).value(part);
         QVERIFY(object);
         const QVector<Fact> all = facts();
-        QStringList wrong;
         for (const Fact& fact : all) {
-            const QVariant found = fact.part == part ? read(*object, fact.property) : fact.told;
-            QVariant converted = found;
-            converted.convert(fact.told.userType());
-            if (!found.isValid() || converted != fact.told) {
-                QDebug(&wrong.append(QString()), wrong.last()) << "";
+            if (fact.part != part) {
+                continue;
             }
+            QVariant found = read(*object, fact.property);
+            QVERIFY2(found.isValid(), qPrintable(fact.property));
+            QVERIFY2(found.convert(fact.told.userType()), qPrintable(fact.property));
+            if (found != fact.told) {
+                qWarning() << "wrong:" << fact.property;
+            }
+            QCOMPARE(found, fact.told);
         }
-        QCOMPARE(wrong, QStringList());
     }
 
     void theRowsHoldTheirPartsInOrder()
     {
         const QMap<QString, QObject*> parts = partsOf(*m_bench);
-        const auto content = [&parts](QWidget& p_widget) {
+        const auto content = [&parts](const QWidget& p_widget) {
             return contentOf(parts, *qobject_cast<QBoxLayout*>(p_widget.layout()));
         };
         QCOMPARE(content(*m_bench->window.centralWidget()), QStringLiteral("bar, splitter"));
@@ -439,12 +439,158 @@ private slots:
                                 "download button, name label, name field, stretch 100, info area, "
                                 "more button"));
         QCOMPARE(content(m_bench->palette()), QStringLiteral("colour bar, strip"));
-        const auto& outer = as<QSplitter>(*parts.value(QStringLiteral("splitter")));
-        const auto& inner = as<QSplitter>(*parts.value(QStringLiteral("upper splitter")));
-        QCOMPARE(outer.indexOf(parts.value(QStringLiteral("upper splitter"))), 0);
+        const auto inSplitter = [&parts](const QString& p_name) {
+            const auto& splitter = as<QSplitter>(*parts.value(p_name));
+            QStringList names;
+            for (int i = 0; i < splitter.count(); ++i) {
+                names << parts.key(splitter.widget(i));
+            }
+            return names.join(QStringLiteral(", "));
+        };
+        QCOMPARE(inSplitter(QStringLiteral("splitter")), QStringLiteral("upper splitter, palette"));
+        QCOMPARE(inSplitter(QStringLiteral("upper splitter")), QStringLiteral("canvas, code pane"));
+        QVERIFY(!m_bench->window.findChild<QStatusBar*>());
+        for (const QPointer<tzlabel>& tab : m_bench->palette().folders()) {
+            QCOMPARE(tab->parentWidget(), m_bench->window.centralWidget());
+        }
+    }
+
+    void aNoticeHoldsItsTextAndItsButtonInABoxWithoutMargins()
+    {
+        const QMap<QString, QObject*> parts = partsOf(*m_bench);
+        const QLayout& notice = *widget(*parts.value(QStringLiteral("notice"))).layout();
+        QCOMPARE(notice.count(), 2);
+        QCOMPARE(notice.itemAt(0)->widget(), parts.value(QStringLiteral("notice text")));
+        const QLayout* box = notice.itemAt(1)->layout();
+        QVERIFY(box);
+        QCOMPARE(describe(box->contentsMargins()), QStringLiteral("0 0 0 0"));
+        QCOMPARE(box->itemAt(0)->widget(), parts.value(QStringLiteral("notice button")));
+    }
+
+    void theBarIsOfTheCategorysColour_data()
+    {
+        QTest::addColumn<int>("tab");
+        QTest::addColumn<QString>("colour");
+        QTest::addColumn<QString>("picture");
+        QTest::newRow("Action") << 0 << "#f94141"
+                                << ":/dongzuo-pre.png";
+        QTest::newRow("Sound") << 1 << "#6743fa"
+                               << ":/shengyin-pre.png";
+        QTest::newRow("Expression") << 2 << "#0594ff"
+                                    << ":/biaoqing-pre.png";
+        QTest::newRow("Control") << 3 << "#f8b824"
+                                 << ":/kongzhi-pre.png";
+    }
+
+    void theBarIsOfTheCategorysColour()
+    {
+        QFETCH(int, tab);
+        QFETCH(QString, colour);
+        QFETCH(QString, picture);
+        const QMap<QString, QObject*> parts = partsOf(*m_bench);
+        m_bench->click(*m_bench->palette().folders().at(tab));
+        QCOMPARE(widget(*parts.value(QStringLiteral("colour bar"))).styleSheet(),
+                 QStringLiteral("background-color:") + colour);
+        QCOMPARE(m_bench->palette().folders().at(tab)->imagePath(), picture);
+        QCOMPARE(colourAt(m_bench->palette(), QPoint(1270, 12)), colour);
+    }
+
+    void thePalettesGroundTellsAChooserFromBlocks()
+    {
+        // Between the strip's end and the bar.
+        const QPoint ground(1270, 40);
+        m_bench->click(*m_bench->palette().folders().at(1));
+        QCOMPARE(colourAt(m_bench->palette(), ground), QStringLiteral("#043c66"));
+        m_bench->clickAt(m_bench->add(804), QPointF(60, 120));
+        QCOMPARE(colourAt(m_bench->palette(), ground), QStringLiteral("#ebf6ff"));
+    }
+
+    void aWindowThatGrowsGivesTheRoomToTheCanvas()
+    {
+        TzProgramView& canvas = m_bench->canvas();
+        QTextBrowser& pane = *m_bench->window.codeBrowser();
+        m_bench->bar().OnShowCode();
+        QCoreApplication::processEvents();
+        QCOMPARE(pane.width(), 400);
+        const QSize before = canvas.size();
+        m_bench->window.resize(1480, 868);
+        QCoreApplication::processEvents();
+        QCOMPARE(canvas.size(), before + QSize(200, 100));
+        QCOMPARE(m_bench->palette().height(), 236);
+        QCOMPARE(pane.width(), 400);
+    }
+
+    void thePaletteKeepsWithinItsLimits()
+    {
+        auto& splitter = as<QSplitter>(*partsOf(*m_bench).value(QStringLiteral("splitter")));
+        splitter.setSizes({0, 10000});
+        QCOMPARE(m_bench->palette().height(), 236);
+        splitter.setSizes({10000, 0});
+        QCOMPARE(m_bench->palette().height(), 100);
+    }
+
+    void theWheelsStripStandsForASecond()
+    {
+        const QMap<QString, QObject*> parts = partsOf(*m_bench);
+        const QSize size = m_bench->canvas().viewport()->size();
+        const QPoint at(100, size.height() - 50);
+        QWheelEvent event(at, m_bench->canvas().viewport()->mapToGlobal(at), QPoint(),
+                          QPoint(0, 120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(m_bench->canvas().viewport(), &event);
+        const QWidget& strip = widget(*parts.value(QStringLiteral("wheel strip")));
+        QVERIFY(strip.isVisible());
+        QCOMPARE(strip.geometry(), QRect(0, size.height() - 100, size.width() - 100, 100));
+        const auto& timer = as<QTimer>(*parts.value(QStringLiteral("wheel timer")));
+        QVERIFY(timer.isActive());
+        QCOMPARE(timer.interval(), 1000);
+        QTRY_VERIFY(!strip.isVisible());
+    }
+
+    void theCanvasHasUndoAndRedoAndTheMenuHasNot()
+    {
+        QStringList texts;
+        const QList<QAction*> actions = m_bench->canvas().actions();
+        for (const QAction* action : actions) {
+            QVERIFY(
+                !m_bench->canvas().contextMenu().actions().contains(const_cast<QAction*>(action)));
+            texts << action->text().trimmed();
+        }
+        QCOMPARE(texts.size(), 2);
+        QVERIFY(!actions.first()->isEnabled());
+        m_bench->add(103);
+        m_bench->clickAt(m_bench->hands.main()->next(), QPointF(30, 30));
+        m_bench->hands.key(Qt::Key_Delete);
+        QVERIFY(actions.first()->isEnabled());
+        actions.first()->trigger();
+        QCOMPARE(m_bench->program(), (QList<int>{0, 103}));
+        actions.last()->trigger();
+        QCOMPARE(m_bench->program(), QList<int>{0});
+    }
+
+    void theLogoLiesInTheMiddleBelowAllBlocks()
+    {
+        const QGraphicsItem* logo = nullptr;
+        const QList<QGraphicsItem*> items = m_bench->canvas().scene()->items();
+        for (const QGraphicsItem* item : items) {
+            if (item->type() == QGraphicsPixmapItem::Type && !item->parentItem()) {
+                logo = item;
+            }
+        }
+        QVERIFY(logo);
+        QCOMPARE(logo->zValue(), -10.0);
+        const QPoint middle = m_bench->canvas().viewport()->rect().center();
+        const QPointF way =
+            m_bench->canvas().mapFromScene(logo->sceneBoundingRect().center()) - QPointF(middle);
+        QVERIFY(way.manhattanLength() <= 2);
     }
 
 private:
+    static QString colourAt(QWidget& p_widget, const QPoint& p_at)
+    {
+        QWidget& window = *p_widget.window();
+        return window.grab().toImage().pixelColor(p_widget.mapTo(&window, p_at)).name();
+    }
+
     std::unique_ptr<WindowBench> m_bench;
 };
 

@@ -181,8 +181,8 @@ const Wire s_wires[] = {
          const Unchanged unchanged(b);
          emit b.bar().newSubSignal();
          QVERIFY(unchanged.holds());
-         QVERIFY(wasConnected(b.bar(), &TzToolBar::newSubSignal, b.canvas(),
-                              &TzProgramView::OnNewSub));
+         QVERIFY(
+             wasConnected(b.bar(), &TzToolBar::newSubSignal, b.canvas(), &TzProgramView::OnNewSub));
      }},
     {Bar, "delSubSignal()", "nothing",
      [](WindowBench& b) {
@@ -220,8 +220,8 @@ const Wire s_wires[] = {
          const Unchanged unchanged(b);
          emit b.bar().chgToCodeSignal();
          QVERIFY(unchanged.holds());
-         QVERIFY(wasConnected(b.bar(), &TzToolBar::chgToCodeSignal, b.window,
-                              &MainWindow::OnEditCode));
+         QVERIFY(
+             wasConnected(b.bar(), &TzToolBar::chgToCodeSignal, b.window, &MainWindow::OnEditCode));
      }},
     {Bar, "chgToPyhtonSignal()", "nothing, to a slot without effect",
      [](WindowBench& b) {
