@@ -7,8 +7,6 @@ class TzProgramView;
 /** The menu of a right press on the canvas. */
 class CanvasMenu : public QMenu
 {
-    Q_OBJECT
-
 public:
     /** Its entries run the view's slots. The view must outlive the menu. */
     explicit CanvasMenu(TzProgramView& p_view);

@@ -29,12 +29,14 @@ const int s_paletteMinimum = 100;
 const int s_paletteMaximum = 236;
 const char s_filter[] = "(*.tlrx)";
 const char s_untitled[] = "untitled";
-
-/** The answers to the question about unsaved changes, by the button's place. */
-enum UnsavedAnswer : int { AnswerSave = 0, AnswerDiscard = 1, AnswerCancel = 2 };
+// The answers to the question about unsaved changes, by the button's place.
+const int s_answerSave = 0;
+const int s_answerDiscard = 1;
+const int s_answerCancel = 2;
 } // namespace
 
-MainWindow::MainWindow(QWidget* p_parent) : QMainWindow(p_parent), m_codeType(NoCode)
+MainWindow::MainWindow(QWidget* p_parent)
+    : QMainWindow(p_parent), m_programView(m_document), m_codeType(NoCode)
 {
     buildWindow();
     connectParts();
@@ -157,8 +159,8 @@ bool MainWindow::mayLoseDocument()
         return true;
     }
     const int answer = QMessageBox::question(this, tr("保存"), tr("文件已修改，是否保存"), tr("是"),
-                                             tr("否"), tr("取消"), AnswerSave, AnswerCancel);
-    return answer == AnswerDiscard || (answer == AnswerSave && OnSaveFile() == 0);
+                                             tr("否"), tr("取消"), s_answerSave, s_answerCancel);
+    return answer == s_answerDiscard || (answer == s_answerSave && OnSaveFile() == 0);
 }
 
 bool MainWindow::saveTo(const QString& p_path)

@@ -78,7 +78,7 @@ private:
     TzToolBar* m_toolBar = nullptr;
     TzBlockWidget* m_blockWidget = nullptr;
     Document m_document;
-    TzProgramView m_programView{m_document};
+    TzProgramView m_programView;
     QTextBrowser* m_codeBrowser = nullptr;
     /** The action editor, made when it is first shown. Shows the image, so it goes before that. */
     std::unique_ptr<editActionWindow> m_actionWindow;
