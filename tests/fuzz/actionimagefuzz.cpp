@@ -1,5 +1,6 @@
 #include "actions/editactionwindow.h"
 #include "actions/model/actionblock.h"
+#include "actions/model/servoangle.h"
 #include "fuzztarget.h"
 
 #include <QApplication>
