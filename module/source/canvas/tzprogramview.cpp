@@ -1,6 +1,5 @@
 #include "canvas/tzprogramview.h"
 
-#include "base/commonhelper.h"
 #include "base/recentfiles.h"
 #include "canvas/addcommand.h"
 #include "canvas/canvaszoom.h"
@@ -12,6 +11,7 @@
 #include "modules/documentstate.h"
 #include "modules/feedbackmodule.h"
 #include "modules/mainmodule.h"
+#include "proj/controls/stylesheets.h"
 
 #include <QApplication>
 #include <QMessageBox>
