@@ -20,6 +20,18 @@
 
 namespace
 {
+/**
+ * Keeps Qt from loading OpenGL along with a window of an X display, unless the environment says
+ * what to load: nothing is drawn with it, and it takes half of the start's time and memory.
+ */
+void leaveOutOpenGl()
+{
+    const char name[] = "QT_XCB_GL_INTEGRATION";
+    if (!qEnvironmentVariableIsSet(name)) {
+        qputenv(name, "none");
+    }
+}
+
 void writeBanner(const QApplication& p_application)
 {
     // Without quotes, and not through the code page, which QDebug doesn't take a text to be in.
@@ -36,6 +48,7 @@ int main(int argc, char** argv)
 {
     qsrand(static_cast<uint>(QTime(0, 0, 0).secsTo(QTime::currentTime())));
     answerWithoutWindow(argc, argv);
+    leaveOutOpenGl();
     auto guard = std::make_unique<WindowSystemGuard>();
     QApplication application(argc, argv);
     guard.reset();

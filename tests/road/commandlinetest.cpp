@@ -18,9 +18,12 @@ private slots:
     void theWindowOpens_data();
     void theWindowOpens();
     void theWindowOpensOnADisplayThatAnOptionNames();
+    void openGlIsLoadedForThoseAloneWhoAskForIt();
     void aMissingProjectIsAskedAboutAndTheProgramGoesOn();
 
 private:
+    /** Starts a virtual display and returns its name; empty where there is none to start. */
+    static QString startScreen(QProcess& p_server);
     /** The environment with a display or none, by "NAME=value". */
     QProcessEnvironment environment(const QString& p_display) const;
 
@@ -234,29 +237,66 @@ void CommandLineTest::theWindowOpens()
     QCOMPARE(windows.first()[QStringLiteral("windowTitle")].toString(), title);
 }
 
-void CommandLineTest::theWindowOpensOnADisplayThatAnOptionNames()
+QString CommandLineTest::startScreen(QProcess& p_server)
 {
     const QString server = QStandardPaths::findExecutable(QStringLiteral("Xvfb"));
     if (server.isEmpty()) {
+        return QString();
+    }
+    p_server.start(server, {QStringLiteral("-displayfd"), QStringLiteral("1")});
+    return p_server.waitForReadyRead(30000)
+               ? QLatin1Char(':') + QString::fromLatin1(p_server.readLine()).trimmed()
+               : QString();
+}
+
+void CommandLineTest::theWindowOpensOnADisplayThatAnOptionNames()
+{
+    QProcess server;
+    const QString screen = startScreen(server);
+    if (screen.isEmpty()) {
         QSKIP("no virtual display is installed");
     }
-    QProcess screen;
-    screen.start(server, {QStringLiteral("-displayfd"), QStringLiteral("1")});
-    QVERIFY(screen.waitForReadyRead(30000));
-    const QString number = QString::fromLatin1(screen.readLine()).trimmed();
-    QProcessEnvironment surroundings = environment(s_dead);
-    // What Qt would load for it, and unload before the end, leaves memory behind.
-    surroundings.insert(QStringLiteral("QT_XCB_GL_INTEGRATION"), QStringLiteral("none"));
-    ProbedProgram program(surroundings);
+    ProbedProgram program(environment(s_dead));
     const bool ran = program.run(
-        {QStringLiteral("-display"), QLatin1Char(':') + number, QStringLiteral("-geometry"),
-         QStringLiteral("800x600"), QStringLiteral("-name"), QStringLiteral("--nonsense"),
-         QStringLiteral("-title"), QStringLiteral("--nonsense"), QStringLiteral("-icon"),
-         QStringLiteral("none.png"), QStringLiteral("-nograb"), QStringLiteral("-dograb")});
-    screen.kill();
-    screen.waitForFinished();
+        {QStringLiteral("-display"), screen, QStringLiteral("-geometry"), QStringLiteral("800x600"),
+         QStringLiteral("-name"), QStringLiteral("--nonsense"), QStringLiteral("-title"),
+         QStringLiteral("--nonsense"), QStringLiteral("-icon"), QStringLiteral("none.png"),
+         QStringLiteral("-nograb"), QStringLiteral("-dograb")});
+    server.kill();
+    server.waitForFinished();
     QVERIFY2(ran, qPrintable(program.story()));
     QCOMPARE(program.visibleWindows().size(), 1);
+}
+
+void CommandLineTest::openGlIsLoadedForThoseAloneWhoAskForIt()
+{
+    QProcess server;
+    const QString screen = startScreen(server);
+    if (screen.isEmpty()) {
+        QSKIP("no virtual display is installed");
+    }
+    // Asked for is one that there isn't: what a real one leaves behind in memory is no leak of
+    // ours.
+    const QString own = QStringLiteral("own");
+    QProcessEnvironment surroundings = environment(QStringLiteral("DISPLAY=") + screen);
+    surroundings.remove(QStringLiteral("QT_XCB_GL_INTEGRATION"));
+    ProbedProgram usual(surroundings);
+    surroundings.insert(QStringLiteral("QT_XCB_GL_INTEGRATION"), own);
+    ProbedProgram asked(surroundings);
+    const bool usualRan = usual.run({});
+    const bool askedRan = asked.run({});
+    server.kill();
+    server.waitForFinished();
+    QVERIFY2(usualRan, qPrintable(usual.story()));
+    QVERIFY2(askedRan, qPrintable(asked.story()));
+    QCOMPARE(usual.glIntegration(), QStringLiteral("none"));
+    QCOMPARE(asked.glIntegration(), own);
+    const QStringList libraries = usual.libraries();
+    QVERIFY(!libraries.filter(QStringLiteral("libqxcb.so")).isEmpty());
+    for (const char* name : {"libqxcb-glx-integration", "libqxcb-egl-integration", "libGLX_",
+                             "libEGL_", "libgallium", "swrast_dri", "libLLVM"}) {
+        QVERIFY2(libraries.filter(QLatin1String(name)).isEmpty(), name);
+    }
 }
 
 void CommandLineTest::aMissingProjectIsAskedAboutAndTheProgramGoesOn()

@@ -38,6 +38,16 @@ bool ProbedProgram::run(const QStringList& p_arguments)
            !m_found.isEmpty();
 }
 
+QStringList ProbedProgram::libraries() const
+{
+    QStringList names;
+    const QJsonArray all = m_found[QStringLiteral("libraries")].toArray();
+    for (const auto& name : all) {
+        names.append(name.toString());
+    }
+    return names;
+}
+
 QList<QJsonObject> ProbedProgram::widgets(const QString& p_class) const
 {
     QList<QJsonObject> found;

@@ -39,6 +39,12 @@ public:
         return m_found[QStringLiteral("fontBeforeTranslation")].toObject();
     }
 
+    /** The program's own view of QT_XCB_GL_INTEGRATION; empty when it isn't set. */
+    QString glIntegration() const { return m_found[QStringLiteral("glIntegration")].toString(); }
+
+    /** The names of the files that the program has mapped; empty where the system doesn't tell. */
+    QStringList libraries() const;
+
     /**
      * The widgets of a class: "class", "parent" (its class), "window", "visible", "windowTitle",
      * "title", "text", "toolTip", "font", "actions" (their texts, without separators). All widgets

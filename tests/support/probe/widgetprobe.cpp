@@ -8,6 +8,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QMainWindow>
+#include <QSet>
 #include <QTimer>
 #include <QWidget>
 
@@ -46,6 +47,23 @@ QJsonObject widgetOf(const QWidget& p_widget)
             {QStringLiteral("toolTip"), p_widget.toolTip()},
             {QStringLiteral("font"), fontOf(p_widget.font())},
             {QStringLiteral("actions"), actions}};
+}
+
+/** The names of the files that this process has mapped; empty where the system doesn't tell. */
+QJsonArray mappedLibraries()
+{
+    QSet<QString> names;
+    QFile maps(QStringLiteral("/proc/self/maps"));
+    if (maps.open(QIODevice::ReadOnly)) {
+        const QList<QByteArray> lines = maps.readAll().split('\n');
+        for (const QByteArray& line : lines) {
+            const int name = line.lastIndexOf('/') + 1;
+            if (name > 0) {
+                names.insert(QString::fromLocal8Bit(line.mid(name)));
+            }
+        }
+    }
+    return QJsonArray::fromStringList(names.values());
 }
 
 /**
@@ -116,6 +134,9 @@ private:
                 QJsonDocument(QJsonObject{{QStringLiteral("font"), fontOf(QApplication::font())},
                                           {QStringLiteral("fontBeforeTranslation"),
                                            fontOf(m_fontBeforeTranslation)},
+                                          {QStringLiteral("glIntegration"),
+                                           qEnvironmentVariable("QT_XCB_GL_INTEGRATION")},
+                                          {QStringLiteral("libraries"), mappedLibraries()},
                                           {QStringLiteral("widgets"), widgets}})
                     .toJson());
         }
