@@ -2,8 +2,6 @@
 
 #include "actions/model/servoangle.h"
 
-#include <QFile>
-
 #include <algorithm>
 #include <cstring>
 #include <iterator>
@@ -74,16 +72,6 @@ ActionTrailer buildActionTrailer()
     std::copy(std::begin(text), std::end(text), std::begin(trailer.text));
     fillWith<quint8>(trailer.reserved, 0xFF);
     return trailer;
-}
-
-void appendActionTrailer(const QString& p_path)
-{
-    QFile file(p_path);
-    if (!file.open(QIODevice::Append)) {
-        return;
-    }
-    const ActionTrailer trailer = buildActionTrailer();
-    file.write(reinterpret_cast<const char*>(&trailer), sizeof trailer);
 }
 
 QByteArray actionPageName(const ActionBlock& p_block, int p_page)

@@ -62,9 +62,10 @@ public:
     bool saveTempFile(const QString& p_path, const QByteArray& p_tail = QByteArray());
     /**
      * Opens a project: a ProjectResult. With any result but 0 the canvas holds what it held. A
-     * missing file raises the question whether it leaves the recent list.
+     * missing file raises the question whether it leaves the recent list. With 0, p_actions gets
+     * what ProjectContent::actions says.
      */
-    int openFile(const QString& p_path);
+    int openFile(const QString& p_path, QByteArray* p_actions = nullptr);
     /** Deletes all blocks but the main block, and what follows that. */
     void newProgram();
     /** Forgets undo history, keys and roots; the main block is the one root again. */

@@ -36,19 +36,22 @@ bool TzProgramView::saveTempFile(const QString& p_path, const QByteArray& p_tail
     return writeProject(p_path, temporaryProjectText(storedRoots(), m_nameHolder), p_tail);
 }
 
-int TzProgramView::openFile(const QString& p_path)
+int TzProgramView::openFile(const QString& p_path, QByteArray* p_actions)
 {
-    QDomDocument document(QStringLiteral("vantrel"));
-    const int result = readProject(p_path, document);
+    ProjectContent content;
+    const int result = readProject(p_path, content);
     if (result == ProjectMissing) {
         askForMissing(p_path);
     }
     if (result != ProjectOpened) {
         return result;
     }
+    if (p_actions) {
+        *p_actions = content.actions;
+    }
     newProgram();
     resetDocument();
-    const QDomElement root = document.documentElement();
+    const QDomElement root = content.document.documentElement();
     if (m_nameHolder) {
         m_nameHolder->setProgramName(root.attribute(QStringLiteral("downname"), QString()));
     }

@@ -1,7 +1,6 @@
 #include "shell/mainwindow.h"
 
 #include "actions/editactionwindow.h"
-#include "actions/model/actionblock.h"
 #include "base/installpath.h"
 #include "base/programversion.h"
 #include "build/builddialog.h"
@@ -34,12 +33,6 @@ const char s_untitled[] = "untitled";
 
 /** The answers to the question about unsaved changes, by the button's place. */
 enum UnsavedAnswer : int { AnswerSave = 0, AnswerDiscard = 1, AnswerCancel = 2 };
-
-/** The action data as it rides behind a project: the image as it stands in memory. */
-QByteArray imageBytes(const ActionBlock& p_image)
-{
-    return QByteArray(reinterpret_cast<const char*>(&p_image), sizeof(p_image));
-}
 } // namespace
 
 MainWindow::MainWindow(QWidget* p_parent) : QMainWindow(p_parent), m_codeType(NoCode)
@@ -159,12 +152,10 @@ void MainWindow::setFileTitle(const QString& name)
                    QStringLiteral("[*]"));
 }
 
-editActionWindow* MainWindow::actionWindow()
+ActionImage& MainWindow::actionImage()
 {
-    if (!m_actionWindow) {
-        m_actionWindow = std::make_unique<editActionWindow>();
-    }
-    return m_actionWindow.get();
+    m_actionsNeeded = true;
+    return m_actionImage;
 }
 
 bool MainWindow::mayLoseDocument()
@@ -180,10 +171,10 @@ bool MainWindow::mayLoseDocument()
 bool MainWindow::saveTo(const QString& p_path)
 {
     // Program and action data go into the file in one piece, so that a save is never half there.
-    if (!m_programView.saveFile(p_path, imageBytes(actionWindow()->actionBlock()))) {
+    if (!m_programView.saveFile(p_path, m_actionImage.bytes())) {
         return false;
     }
-    actionWindow()->setModified(false);
+    actionImage().setModified(false);
     documentModified = false;
     if (m_fileName != p_path) {
         m_fileName = p_path;
@@ -235,7 +226,8 @@ void MainWindow::OnSaveAsFile()
 
 void MainWindow::openProject(const QString& p_path)
 {
-    switch (m_programView.openFile(p_path)) {
+    QByteArray actions;
+    switch (m_programView.openFile(p_path, &actions)) {
     case ProjectUnreadable:
         QMessageBox::information(this, tr("打开文件"), tr("文件打开失败"), QMessageBox::Ok);
         break;
@@ -245,7 +237,7 @@ void MainWindow::openProject(const QString& p_path)
     case ProjectOpened:
         m_fileName = p_path;
         documentModified = false;
-        actionWindow()->loadActionBlock(m_fileName);
+        actionImage().setBytes(actions);
         setFileTitle(m_fileName);
         break;
     default:
@@ -290,8 +282,9 @@ void MainWindow::OnNewFile()
     documentModified = false;
     m_fileName.clear();
     m_programView.resetDocument();
-    if (m_actionWindow) {
-        m_actionWindow->resetActionBlock();
+    // Steps of a reset image have other run times than those of one that nobody has needed yet.
+    if (m_actionsNeeded) {
+        m_actionImage.reset();
     }
     setFileTitle(QLatin1String(s_untitled));
     setWindowModified(documentModified);
@@ -326,13 +319,17 @@ void MainWindow::OnUpdateCode()
 
 void MainWindow::OnEditActions()
 {
-    actionWindow()->showMaximized();
+    if (!m_actionWindow) {
+        m_actionWindow = std::make_unique<editActionWindow>(actionImage());
+    }
+    m_actionWindow->showMaximized();
     hide();
 }
 
 void MainWindow::onDownLoad(const QString&)
 {
-    actionWindow();
+    // The image counts as needed, whatever becomes of the build: that is meant.
+    actionImage();
     m_programView.OnDownload(m_toolBar->programName());
 }
 
@@ -345,14 +342,12 @@ void MainWindow::runBuild(const QString& p_name, int p_tasks)
 
 void MainWindow::appendCompiledData(const QString& path)
 {
-    actionWindow()->appendActionBlock(path);
-    appendActionTrailer(path);
+    actionImage().appendTo(path, ActionTail::ImageAndTrailer);
 }
 
 void MainWindow::onAppUpgrade() {}
 
 void MainWindow::OnAutoSaveFile()
 {
-    m_programView.saveTempFile(installPath(QStringLiteral("\\temp.tlrx")),
-                               imageBytes(actionWindow()->actionBlock()));
+    m_programView.saveTempFile(installPath(QStringLiteral("\\temp.tlrx")), actionImage().bytes());
 }

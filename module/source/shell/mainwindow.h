@@ -1,5 +1,6 @@
 #pragma once
 
+#include "actions/model/actionimage.h"
 #include "canvas/tzprogramview.h"
 
 #include <QMainWindow>
@@ -31,8 +32,8 @@ public:
     QTextBrowser* codeBrowser() const { return m_codeBrowser; }
     /** The path of the open document; empty when it is new. */
     QString fileName() const { return m_fileName; }
-    /** The action editor, made at first need, hidden. */
-    editActionWindow* actionWindow();
+    /** The action data of the open document. From the first call on a new project resets it. */
+    ActionImage& actionImage();
 
     /**
      * Opens a project by its path, after the question about unsaved changes. A path with another
@@ -80,6 +81,10 @@ private:
     TzBlockWidget* m_blockWidget = nullptr;
     TzProgramView m_programView;
     QTextBrowser* m_codeBrowser = nullptr;
+    ActionImage m_actionImage;
+    /** False as long as the image is as built: a new project keeps such a one as it is. */
+    bool m_actionsNeeded = false;
+    /** The action editor, made when it is first shown. Shows the image, so it goes before that. */
     std::unique_ptr<editActionWindow> m_actionWindow;
     QSplitter* m_splitter = nullptr;
     QString m_fileName;
