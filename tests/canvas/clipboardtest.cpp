@@ -191,7 +191,8 @@ void ClipboardTest::aPastedBlockHasAKeyOfItsOwnAndKeepsWhatTheTextSays()
     canvas.view.deleteModule(first);
     QCOMPARE(moduleMap.value(key), nullptr);
     QCOMPARE(moduleMap.value(key + 1), second);
-    QCOMPARE(moduleMap.value(canvas.main()->registryKey), static_cast<supermodule*>(canvas.main()));
+    QCOMPARE(moduleMap.value(canvas.main()->registryKey()),
+             static_cast<supermodule*>(canvas.main()));
     QCOMPARE(canvas.blocks().size(), 2);
 }
 

@@ -551,13 +551,13 @@ void ProjectFileTest::keysAreGivenAnewAndTheStoredOnesKept()
              0);
     supermodule* first = canvas.main()->next();
     QCOMPARE(first->moduleKey, 7);
-    QCOMPARE(moduleMap.value(first->registryKey), first);
+    QCOMPARE(moduleMap.value(first->registryKey()), first);
     QCOMPARE(first->next()->moduleKey, 1);
-    QVERIFY(first->registryKey != first->next()->registryKey);
+    QVERIFY(first->registryKey() != first->next()->registryKey());
     QCOMPARE(nextModuleKey, 4);
     canvas.view.deleteModule(first->next());
     QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 103}));
-    QCOMPARE(moduleMap.value(first->registryKey), first);
+    QCOMPARE(moduleMap.value(first->registryKey()), first);
 }
 
 QTEST_MAIN(ProjectFileTest)

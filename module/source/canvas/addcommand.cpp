@@ -3,6 +3,7 @@
 #include "canvas/programslots.h"
 #include "modules/catalogue/modulefactory.h"
 #include "modules/documentstate.h"
+#include "modules/moduleregistry.h"
 #include "modules/supermodule.h"
 
 #include <QGraphicsScene>
@@ -20,9 +21,8 @@ void addCommand::redo()
     if (!module) {
         return;
     }
-    m_scene->addItem(module);
+    module->enterScene(m_scene);
     module->setPos(m_x - module->boundingRect().width() / 2, m_y);
-    module->setFlags(QGraphicsItem::ItemIsMovable | QGraphicsItem::ItemIsSelectable);
     supermodule* target = nullptr;
     int type = NoLink;
     module->CollisionDetection(target, type);
@@ -32,7 +32,7 @@ void addCommand::redo()
     }
     module->refreshOpacity();
     module->moduleKey = m_key;
-    registerModuleAs(m_key, module);
+    ModuleRegistry::addAs(m_key, module);
 }
 
 void addCommand::undo()

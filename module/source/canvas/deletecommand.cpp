@@ -3,6 +3,7 @@
 #include "canvas/tzprogramview.h"
 #include "modules/documentstate.h"
 #include "modules/mainmodule.h"
+#include "modules/moduleregistry.h"
 #include "modules/moduletree.h"
 #include "modules/supermodule.h"
 #include "project/projectdocument.h"
@@ -11,7 +12,7 @@ namespace moduleUndoCommand
 {
 deleteCommand::deleteCommand(TzProgramView* p_view, supermodule* p_module,
                              const ModulePlace& p_place)
-    : m_view(p_view), m_key(p_module->registryKey), m_place(p_place)
+    : m_view(p_view), m_key(p_module->registryKey()), m_place(p_place)
 {
 }
 
@@ -26,7 +27,7 @@ void deleteCommand::redo()
     }
     // Written down anew each time: drops and moves since the last undo aren't commands. The chain
     // and the bodies go with the block, so all of them are.
-    m_keys = registryKeysUnder(module);
+    m_keys = ModuleRegistry::keysUnder(module);
     m_document = QDomDocument();
     QDomElement node = m_document.createElement(QStringLiteral("node"));
     m_document.appendChild(node);
@@ -42,12 +43,10 @@ bool deleteCommand::hangAgain(supermodule* p_module) const
     if (!parent) {
         return false;
     }
-    const bool taken = m_place.link == NextLink   ? parent->next()
-                       : m_place.link == LeftLink ? parent->left()
-                                                  : parent->right();
     // The parent may have been moved away since. A link without a connector came from a file.
     collisionItem* connector = parent->connector(m_place.link);
-    if (taken || (connector && !p_module->touchedConnectors().contains(connector))) {
+    if (parent->child(m_place.link) ||
+        (connector && !p_module->touchedConnectors().contains(connector))) {
         return false;
     }
     parent->hangModule(m_place.link, p_module);
@@ -64,7 +63,7 @@ void deleteCommand::undo()
     if (!module) {
         return;
     }
-    restoreRegistryKeys(module, m_keys);
+    ModuleRegistry::restoreKeys(module, m_keys);
     module->setPos(m_place.position);
     // Behind a loop a block touches the end of the loop's body as well, and a loose one may lie on
     // a connector.

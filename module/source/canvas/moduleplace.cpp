@@ -7,10 +7,8 @@ ModulePlace ModulePlace::of(const supermodule* p_module)
     ModulePlace place;
     place.position = p_module->scenePos();
     if (const supermodule* parent = p_module->parentModule()) {
-        place.parentKey = parent->registryKey;
-        place.link = parent->next() == p_module   ? NextLink
-                     : parent->left() == p_module ? LeftLink
-                                                  : RightLink;
+        place.parentKey = parent->registryKey();
+        place.link = parent->linkOf(p_module);
     }
     return place;
 }

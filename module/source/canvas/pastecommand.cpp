@@ -2,6 +2,7 @@
 
 #include "canvas/tzprogramview.h"
 #include "modules/documentstate.h"
+#include "modules/moduleregistry.h"
 #include "modules/moduletree.h"
 #include "modules/supermodule.h"
 #include "project/projectdocument.h"
@@ -18,8 +19,8 @@ void letGoOfOthers(supermodule* p_head, const QVector<int>& p_pasted)
     QVector<supermodule*> others;
     forEachModule(p_head, [&](supermodule* p_each) {
         const supermodule* parent = p_each->parentModule();
-        if (p_each != p_head && !pasted.contains(p_each->registryKey) &&
-            pasted.contains(parent->registryKey)) {
+        if (p_each != p_head && !pasted.contains(p_each->registryKey()) &&
+            pasted.contains(parent->registryKey())) {
             others.append(p_each);
         }
     });
@@ -56,9 +57,9 @@ void pasteCommand::redo()
         }
         // A second redo gives the blocks the keys back that later commands know them by.
         if (!keysBefore.isEmpty()) {
-            restoreRegistryKeys(head, keysBefore.takeFirst());
+            ModuleRegistry::restoreKeys(head, keysBefore.takeFirst());
         }
-        m_keys.append(registryKeysUnder(head));
+        m_keys.append(ModuleRegistry::keysUnder(head));
         head->setPos(m_x, m_y);
         head->updateLayout();
         head->refreshOpacity();

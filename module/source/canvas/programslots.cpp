@@ -69,7 +69,7 @@ QList<supermodule*> rootBlocks(const QGraphicsScene& p_scene)
     std::stable_sort(
         roots.begin(), roots.end(), [](const supermodule* p_a, const supermodule* p_b) {
             return p_a->zValue() != p_b->zValue() ? p_a->zValue() > p_b->zValue()
-                                                  : p_a->registryKey > p_b->registryKey;
+                                                  : p_a->registryKey() > p_b->registryKey();
         });
     return roots;
 }

@@ -11,6 +11,7 @@
 #include "modules/documentstate.h"
 #include "modules/feedbackmodule.h"
 #include "modules/mainmodule.h"
+#include "modules/moduleregistry.h"
 #include "proj/controls/stylesheets.h"
 
 #include <QApplication>
@@ -77,7 +78,7 @@ TzProgramView::~TzProgramView()
     setModuleHost(nullptr);
     // The blocks die here, while all that they take leave of is still there.
     m_scene->clearItems({});
-    resetRegistry();
+    ModuleRegistry::clear();
 }
 
 void TzProgramView::setUpScene()
@@ -90,14 +91,12 @@ void TzProgramView::setUpScene()
 
     const QString path = QStringLiteral(":/main.png");
     m_mainModule = new mainModule(0, path, path, QCoreApplication::translate("QObject", "主程序"));
-    m_mainModule->createCollisions();
+    m_mainModule->enterScene(m_scene);
     const int blockHeight = static_cast<int>(m_mainModule->boundingRect().height());
     m_mainModule->setPos(mapToScene(50, viewport()->height() / 2 - blockHeight / 2).toPoint());
-    m_mainModule->setFlags(QGraphicsItem::ItemIsMovable | QGraphicsItem::ItemIsSelectable);
-    m_scene->addItem(m_mainModule);
     rootModules.append(m_mainModule);
     taskModules.append(m_mainModule);
-    m_mainModule->moduleKey = registerModule(m_mainModule);
+    m_mainModule->moduleKey = ModuleRegistry::add(m_mainModule);
 }
 
 void TzProgramView::setUpMenu()

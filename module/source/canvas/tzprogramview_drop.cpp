@@ -5,6 +5,7 @@
 #include "modules/catalogue/modulefactory.h"
 #include "modules/documentstate.h"
 #include "modules/mainmodule.h"
+#include "modules/moduleregistry.h"
 
 #include <QDebug>
 #include <QDragEnterEvent>
@@ -34,10 +35,9 @@ void TzProgramView::dragEnterEvent(QDragEnterEvent* p_event)
         m_current = createModuleFromId(id);
         if (m_current) {
             m_incoming = m_current;
-            registerModule(m_current);
+            ModuleRegistry::add(m_current);
             m_current->hide();
-            m_scene->addItem(m_current);
-            m_current->setFlags(QGraphicsItem::ItemIsMovable | QGraphicsItem::ItemIsSelectable);
+            m_current->enterScene(m_scene);
         }
         p_event->acceptProposedAction();
     } else {

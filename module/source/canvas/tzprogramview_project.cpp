@@ -6,6 +6,7 @@
 #include "modules/feedbackmodule.h"
 #include "modules/graphicsitem_param.h"
 #include "modules/mainmodule.h"
+#include "modules/moduleregistry.h"
 #include "project/programnameholder.h"
 #include "project/projectdocument.h"
 #include "project/projectfile.h"
@@ -114,6 +115,6 @@ void TzProgramView::resetDocument()
     rootModules = {m_mainModule};
     taskModules = {m_mainModule};
     m_undoStack.clear();
-    resetRegistry();
+    ModuleRegistry::clear();
     update();
 }

@@ -3,6 +3,7 @@
 #include "base/programversion.h"
 #include "modules/catalogue/modulefactory.h"
 #include "modules/documentstate.h"
+#include "modules/moduleregistry.h"
 #include "modules/moduletree.h"
 #include "modules/supermodule.h"
 #include "project/checktag.h"
@@ -28,24 +29,21 @@ supermodule* buildModule(const QDomElement& p_element, QGraphicsScene* p_scene)
     if (!module) {
         return nullptr;
     }
-    module->setFlags(QGraphicsItem::ItemIsMovable | QGraphicsItem::ItemIsSelectable);
-    p_scene->addItem(module);
+    module->enterScene(p_scene);
     module->loadXml(p_element);
     if (module->id == TaskRootId) {
         taskModules.append(module);
     }
-    registerModule(module);
-    const auto body = [&](const QString& p_name) {
-        return buildChain(
-            p_element.firstChildElement(p_name).firstChildElement(QStringLiteral("module")),
-            p_scene);
+    ModuleRegistry::add(module);
+    const auto readBody = [&](LinkType p_link, const QString& p_name) {
+        if (supermodule* body = buildChain(
+                p_element.firstChildElement(p_name).firstChildElement(QStringLiteral("module")),
+                p_scene)) {
+            module->hangModule(p_link, body);
+        }
     };
-    if (supermodule* left = body(QStringLiteral("left"))) {
-        module->hangModule(LeftLink, left);
-    }
-    if (supermodule* right = body(QStringLiteral("right"))) {
-        module->hangModule(RightLink, right);
-    }
+    readBody(LeftLink, QStringLiteral("left"));
+    readBody(RightLink, QStringLiteral("right"));
     return module;
 }
 
