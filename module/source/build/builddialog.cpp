@@ -245,10 +245,5 @@ void buildDialog::logFirmwareFields() const
 
 QString buildDialog::targetPath() const
 {
-#ifdef Q_OS_WIN
-    const QString root = m_drive + QStringLiteral(":\\");
-#else
-    const QString root = m_drive + QLatin1Char('/');
-#endif
-    return root + m_targetName + QStringLiteral(".bin");
+    return pathOnVolume(m_drive, m_targetName + QStringLiteral(".bin"));
 }

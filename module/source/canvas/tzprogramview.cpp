@@ -1,6 +1,5 @@
 #include "canvas/tzprogramview.h"
 
-#include "base/commonhelper.h"
 #include "base/recentfiles.h"
 #include "base/tilerlog.h"
 #include "generator/codegenerator.h"

@@ -2,9 +2,9 @@
 
 #include "modules/catalogue/choosers.h"
 #include "modules/documentstate.h"
-#include "proj/controls/modulestyles.h"
 #include "proj/controls/picturecache.h"
 #include "proj/controls/selectablebutton.h"
+#include "proj/controls/stylesheets.h"
 
 #include <QPainter>
 #include <QPushButton>

@@ -1,5 +1,6 @@
 #include "modules/catalogue/steeringenginemodule.h"
 
+#include "actions/model/servoangle.h"
 #include "modules/catalogue/choosers.h"
 #include "proj/controls/selectablebutton.h"
 
@@ -21,8 +22,6 @@ const int s_servoIdParam = 1;
 const int s_firstServo = 1;
 /** The speed that every servo call carries. */
 const int s_servoSpeed = 716;
-/** 888 counts across 300 degrees, 512 in the middle; positions fall as angles grow. */
-int servoPosition(int p_angle) { return static_cast<int>(p_angle * qint64(-888) / 300 + 512); }
 const QChar s_degree(0xb0);
 } // namespace
 
@@ -30,7 +29,7 @@ QString steeringenginemodule::cCode() const
 {
     return QStringLiteral("servo_ctrl(%1, %2, %3, 0);\n")
         .arg(QString::number(servoId), QString::number(s_servoSpeed),
-             QString::number(servoPosition(angle)));
+             QString::number(angleToServoPosition(qint64(angle) * 100)));
 }
 
 void steeringenginemodule::loadXml(const QDomElement& p_element)
