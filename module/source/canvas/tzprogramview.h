@@ -129,7 +129,6 @@ public slots:
 
 protected:
     bool viewportEvent(QEvent* p_event) override;
-    void paintEvent(QPaintEvent* p_event) override;
     void resizeEvent(QResizeEvent* p_event) override;
     void wheelEvent(QWheelEvent* p_event) override;
     void keyPressEvent(QKeyEvent* p_event) override;
@@ -147,7 +146,6 @@ private:
     void scaleBackground(Qt::AspectRatioMode p_mode);
     void centreLogo();
     void applyZoom(double p_factor);
-    void makeVisibleButtons();
     QList<supermodule*> storedRoots() const;
 
     // Gestures.
