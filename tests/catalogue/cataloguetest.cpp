@@ -410,9 +410,9 @@ void CatalogueTest::everyBlockStoresAndLoadsItsAttributes()
     QCOMPARE(ownAttributes(block.get()), parsedAttributes(expected->fresh));
     loadBlock(block.get(), expected->changed);
     QCOMPARE(ownAttributes(block.get()), parsedAttributes(expected->changed));
-    // The same with the buttons made, which show some of the values.
+    // The same with a button's widget made, which shows some of the values.
     const std::unique_ptr<supermodule> seen = newBlock(id);
-    seen->ensureButtons();
+    seen->button(0);
     loadBlock(seen.get(), expected->changed);
     QCOMPARE(ownAttributes(seen.get()), parsedAttributes(expected->changed));
     QCOMPARE(seen->cCode(), block->cCode());
@@ -813,7 +813,7 @@ void CatalogueTest::aValueOutsideTheTablesGivesItsText()
     QFETCH(QString, attributes);
     QFETCH(QString, text);
     const std::unique_ptr<supermodule> block = newBlock(id);
-    block->ensureButtons();
+    block->button(0);
     loadBlock(block.get(), attributes);
     QCOMPARE(block->cCode(), text);
     // To paint it does no harm.
@@ -875,7 +875,7 @@ void CatalogueTest::aNewBlockGivesItsText()
     QFETCH(QString, text);
     const std::unique_ptr<supermodule> block = newBlock(id);
     QCOMPARE(block->cCode(), text);
-    block->ensureButtons();
+    block->button(0);
     QCOMPARE(block->cCode(), text);
 }
 
@@ -996,7 +996,7 @@ void CatalogueTest::theTextOfATimeFieldIsTheAttributeAsItStands()
         for (const bool buttonsFirst : {true, false}) {
             const std::unique_ptr<supermodule> block = newBlock(id);
             if (buttonsFirst) {
-                block->ensureButtons();
+                block->button(0);
             }
             loadBlock(block.get(), QStringLiteral("n=01.500"));
             QCOMPARE(block->button(0)->text(), QStringLiteral("01.500"));
@@ -1011,7 +1011,7 @@ void CatalogueTest::aPortFromAFileIsTakenAsItStands()
 {
     for (const int id : {306, 307, 308, 309}) {
         const std::unique_ptr<supermodule> block = newBlock(id);
-        block->ensureButtons();
+        block->button(0);
         loadBlock(block.get(), QStringLiteral("port=99 bInfread=1"));
         QCOMPARE(block->button(1)->text(), QStringLiteral("99"));
         QCOMPARE(ownAttributes(block.get()).value(QStringLiteral("port")), QStringLiteral("99"));

@@ -158,24 +158,6 @@ bool TzProgramView::viewportEvent(QEvent* p_event)
     return result;
 }
 
-void TzProgramView::paintEvent(QPaintEvent* p_event)
-{
-    makeVisibleButtons();
-    QGraphicsView::paintEvent(p_event);
-}
-
-void TzProgramView::makeVisibleButtons()
-{
-    const QRectF seen = mapToScene(viewport()->rect()).boundingRect();
-    for (supermodule* module : qAsConst(liveModules)) {
-        if (!module->hasButtons() &&
-            seen.intersects(module->boundingRect().translated(module->pos())) &&
-            module->isVisible() && module->scene() == scene()) {
-            module->ensureButtons();
-        }
-    }
-}
-
 void TzProgramView::resizeEvent(QResizeEvent* p_event)
 {
     QGraphicsView::resizeEvent(p_event);
