@@ -16,7 +16,6 @@ namespace
 template <class Work> void count(const char* p_name, Work p_work)
 {
     CALLGRIND_START_INSTRUMENTATION;
-    CALLGRIND_ZERO_STATS;
     p_work();
     CALLGRIND_DUMP_STATS_AT(p_name);
     CALLGRIND_STOP_INSTRUMENTATION;
