@@ -90,7 +90,7 @@ private:
     QString m_fileName;
     int m_codeType;
     /** Connected and never started: there is no period defined for it. */
-    QTimer m_autoSaveTimer;
+    QTimer m_autoSaveTimer{this};
 };
 
 /** The one main window; null while there is none. */
