@@ -180,7 +180,6 @@ bool MainWindow::saveTo(const QString& p_path)
         m_fileName = p_path;
         setFileTitle(m_fileName);
     }
-    setWindowModified(documentModified);
     return true;
 }
 
@@ -212,7 +211,11 @@ int MainWindow::OnSaveFile()
     if (path.isEmpty()) {
         path = askSavePath(tr("保存文件"));
     }
-    return !path.isEmpty() && saveTo(path) ? 0 : 1;
+    if (path.isEmpty() || !saveTo(path)) {
+        return 1;
+    }
+    setWindowModified(documentModified);
+    return 0;
 }
 
 void MainWindow::OnSaveAsFile()
@@ -220,6 +223,7 @@ void MainWindow::OnSaveAsFile()
     // This title is not translated.
     const QString path = askSavePath(QStringLiteral("Save File"));
     if (!path.isEmpty()) {
+        // The window's own mark stays as it was until the next save, open or new: that is meant.
         saveTo(path);
     }
 }
@@ -285,6 +289,7 @@ void MainWindow::OnNewFile()
     // Steps of a reset image have other run times than those of one that nobody has needed yet.
     if (m_actionsNeeded) {
         m_actionImage.reset();
+        m_actionImage.setModified(false);
     }
     setFileTitle(QLatin1String(s_untitled));
     setWindowModified(documentModified);
@@ -349,5 +354,9 @@ void MainWindow::onAppUpgrade() {}
 
 void MainWindow::OnAutoSaveFile()
 {
-    m_programView.saveTempFile(installPath(QStringLiteral("\\temp.tlrx")), actionImage().bytes());
+    if (m_programView.saveTempFile(installPath(QStringLiteral("\\temp.tlrx")),
+                                   actionImage().bytes())) {
+        // As after any append of the image: that is meant.
+        m_actionImage.setModified(false);
+    }
 }

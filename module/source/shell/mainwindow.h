@@ -34,6 +34,8 @@ public:
     QString fileName() const { return m_fileName; }
     /** The action data of the open document. From the first call on a new project resets it. */
     ActionImage& actionImage();
+    /** The action editor; null until it is first shown. */
+    editActionWindow* actionWindow() const { return m_actionWindow.get(); }
 
     /**
      * Opens a project by its path, after the question about unsaved changes. A path with another
