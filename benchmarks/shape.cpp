@@ -2,6 +2,7 @@
 
 #include "modules/catalogue/modulefactory.h"
 #include "modules/documentstate.h"
+#include "modules/moduleregistry.h"
 #include "modules/supermodule.h"
 
 #include <QFile>
@@ -61,9 +62,8 @@ bool buildShape(const Shape& p_shape, int p_count, supermodule* p_main)
                 if (!module) {
                     return false;
                 }
-                module->setFlags(QGraphicsItem::ItemIsMovable | QGraphicsItem::ItemIsSelectable);
-                p_main->scene()->addItem(module);
-                module->moduleKey = registerModule(module);
+                module->enterScene(p_main->scene());
+                module->moduleKey = ModuleRegistry::add(module);
                 last->hangModule(link, module);
                 last = module;
                 link = NextLink;

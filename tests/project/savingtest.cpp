@@ -2,6 +2,7 @@
 #include "modules/catalogue/modulefactory.h"
 #include "modules/documentstate.h"
 #include "modules/mainmodule.h"
+#include "modules/moduleregistry.h"
 #include "project/projectdocument.h"
 #include "project/projectfile.h"
 #include "support/canvas/canvasfixture.h"
@@ -45,9 +46,8 @@ void show(CanvasFixture& p_canvas, int p_turn)
     for (const int id : s_programs[p_turn % 2]) {
         if (id != 0) {
             supermodule* block = createModuleFromId(id);
-            block->setFlags(QGraphicsItem::ItemIsMovable | QGraphicsItem::ItemIsSelectable);
-            p_canvas.view.scene()->addItem(block);
-            block->moduleKey = registerModule(block);
+            block->enterScene(p_canvas.view.scene());
+            block->moduleKey = ModuleRegistry::add(block);
             p_canvas.main()->appendModule(block);
         }
     }
@@ -74,8 +74,8 @@ supermodule* nest(QGraphicsScene* p_scene, int p_loops)
     supermodule* outer = nullptr;
     for (int i = 0; i < p_loops; ++i) {
         supermodule* loop = createModuleFromId(303);
-        p_scene->addItem(loop);
-        loop->moduleKey = registerModule(loop);
+        loop->enterScene(p_scene);
+        loop->moduleKey = ModuleRegistry::add(loop);
         if (outer) {
             loop->hangModule(LeftLink, outer);
         }

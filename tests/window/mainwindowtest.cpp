@@ -126,7 +126,7 @@ void MainWindowTest::use(const QString& p_name)
          }},
         {"open",
          [this] {
-             QVERIFY(m_window->view()->saveFile(path("other.tlrx")));
+             QVERIFY(m_window->view()->saveFile(path("other.tlrx"), ActionImage().bytes()));
              m_window->openPath(path("other.tlrx"));
              QCOMPARE(m_window->fileName(), path("other.tlrx"));
          }},
@@ -361,7 +361,7 @@ void MainWindowTest::openingLoadsProgramAndActionData()
     QCOMPARE(program(*m_window), QList<int>{0});
     m_window->openPath(path());
     QCOMPARE(program(*m_window), (QList<int>{0, 104}));
-    QCOMPARE(int(m_window->actionImage().page(3)->nextPage), 7);
+    QCOMPARE(int(m_window->document().actions().page(3)->nextPage), 7);
     QCOMPARE(m_window->fileName(), path());
     QVERIFY(!documentModified);
 }
@@ -399,19 +399,19 @@ void MainWindowTest::theLastBytesOfAFileAreItsActionData()
     QVERIFY(out.open(QIODevice::WriteOnly));
     out.write(file);
     out.close();
-    m_window->actionImage().page(3)->nextPage = 7;
-    m_window->actionImage().setModified(true);
+    m_window->document().actions().page(3)->nextPage = 7;
+    m_window->document().actions().setModified(true);
     m_window->openPath(path());
     QCOMPARE(m_window->fileName(), path());
-    QCOMPARE(int(m_window->actionImage().page(3)->nextPage), nextPage);
-    QCOMPARE(int(m_window->actionImage().step(0, 0)->runTime), runTime);
-    QCOMPARE(m_window->actionImage().isModified(), modified);
+    QCOMPARE(int(m_window->document().actions().page(3)->nextPage), nextPage);
+    QCOMPARE(int(m_window->document().actions().step(0, 0)->runTime), runTime);
+    QCOMPARE(m_window->document().actions().isModified(), modified);
 }
 
 void MainWindowTest::aFileThatIsRefusedLeavesTheActionData()
 {
-    m_window->actionImage().page(3)->nextPage = 7;
-    m_window->actionImage().setModified(true);
+    m_window->document().actions().page(3)->nextPage = 7;
+    m_window->document().actions().setModified(true);
     for (const char* text : {"no project", "<vantrel><tagCheck value=\"1\"/></vantrel>"}) {
         QFile out(path());
         QVERIFY(out.open(QIODevice::WriteOnly));
@@ -420,8 +420,8 @@ void MainWindowTest::aFileThatIsRefusedLeavesTheActionData()
         Answers answers({0});
         m_window->openPath(path());
         QVERIFY(answers.allUsed());
-        QCOMPARE(int(m_window->actionImage().page(3)->nextPage), 7);
-        QVERIFY(m_window->actionImage().isModified());
+        QCOMPARE(int(m_window->document().actions().page(3)->nextPage), 7);
+        QVERIFY(m_window->document().actions().isModified());
     }
 }
 
@@ -510,8 +510,8 @@ void MainWindowTest::newResetsOnlyActionDataThatWasNeeded()
         use(name);
     }
     m_window->OnNewFile();
-    QCOMPARE(int(m_window->actionImage().step(0, 0)->runTime), runTime);
-    QCOMPARE(int(m_window->actionImage().step(127, 7)->runTime), runTime);
+    QCOMPARE(int(m_window->document().actions().step(0, 0)->runTime), runTime);
+    QCOMPARE(int(m_window->document().actions().step(127, 7)->runTime), runTime);
 }
 
 void MainWindowTest::writtenOrNewActionDataCountsAsUnmodified_data()
@@ -529,9 +529,9 @@ void MainWindowTest::writtenOrNewActionDataCountsAsUnmodified_data()
 void MainWindowTest::writtenOrNewActionDataCountsAsUnmodified()
 {
     QFETCH(bool, modified);
-    m_window->actionImage().setModified(true);
+    m_window->document().actions().setModified(true);
     use(QString::fromUtf8(QTest::currentDataTag()));
-    QCOMPARE(m_window->actionImage().isModified(), modified);
+    QCOMPARE(m_window->document().actions().isModified(), modified);
 }
 
 void MainWindowTest::onlyTheActionEditorsButtonMakesItsWindow()
@@ -550,16 +550,16 @@ void MainWindowTest::onlyTheActionEditorsButtonMakesItsWindow()
         use(QLatin1String(name));
         QVERIFY2(editors().isEmpty(), name);
     }
-    m_window->actionImage().page(3)->nextPage = 7;
+    m_window->document().actions().page(3)->nextPage = 7;
     use(QStringLiteral("edit actions"));
     QCOMPARE(editors().size(), 1);
     QVERIFY(editors().first()->isMaximized());
     QVERIFY(editors().first()->isVisible());
     QVERIFY(!m_window->isVisible());
     // It shows the document's own image: no other one is made, and it is shown again.
-    QCOMPARE(int(m_window->actionImage().page(3)->nextPage), 7);
+    QCOMPARE(int(m_window->document().actions().page(3)->nextPage), 7);
     static_cast<editActionWindow*>(editors().first())->resetActionBlock();
-    QCOMPARE(int(m_window->actionImage().page(3)->nextPage), 0);
+    QCOMPARE(int(m_window->document().actions().page(3)->nextPage), 0);
     use(QStringLiteral("edit actions"));
     QCOMPARE(editors().size(), 1);
 }

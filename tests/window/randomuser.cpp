@@ -137,7 +137,7 @@ QList<supermodule*> RandomUser::blocks() const
     QList<supermodule*> list = canvasBlocks(m_view);
     // The scene's own order may hang on addresses.
     std::sort(list.begin(), list.end(), [](const supermodule* p_a, const supermodule* p_b) {
-        return p_a->registryKey < p_b->registryKey;
+        return p_a->registryKey() < p_b->registryKey();
     });
     return list;
 }
