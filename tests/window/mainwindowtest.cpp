@@ -63,6 +63,7 @@ private slots:
     void savingAsksForANameOnceAndThenNoMore();
     void aNameTypedWithoutTheEndingGetsIt();
     void saveAsTakesTheNewName();
+    void saveTakesTheWindowsMarkAwayAndSaveAsLeavesIt();
     void aSavedProjectEndsInTheActionDataAndResavingReplacesIt();
     void openingTellsWhatWentWrong();
     void openingLoadsProgramAndActionData();
@@ -76,6 +77,8 @@ private slots:
     void newWithNoChangesKeepsNoNameAndShowsUntitled();
     void newResetsOnlyActionDataThatWasNeeded_data();
     void newResetsOnlyActionDataThatWasNeeded();
+    void writtenOrNewActionDataCountsAsUnmodified_data();
+    void writtenOrNewActionDataCountsAsUnmodified();
     void onlyTheActionEditorsButtonMakesItsWindow();
     void pressingShowCodeTwiceHidesThePane();
     void pressingCThenPythonKeepsThePaneWithTheOtherText();
@@ -123,7 +126,7 @@ void MainWindowTest::use(const QString& p_name)
          }},
         {"open",
          [this] {
-             QVERIFY(m_window->view()->saveFile(path("other.tlrx")));
+             QVERIFY(m_window->view()->saveFile(path("other.tlrx"), ActionImage().bytes()));
              m_window->openPath(path("other.tlrx"));
              QCOMPARE(m_window->fileName(), path("other.tlrx"));
          }},
@@ -287,9 +290,23 @@ void MainWindowTest::saveAsTakesTheNewName()
     m_window->OnSaveAsFile();
     QCOMPARE(Answers::said(), QStringList{QStringLiteral("Save File")});
     QCOMPARE(m_window->fileName(), path("b.tlrx"));
+    QVERIFY(m_window->windowTitle().endsWith(path("b.tlrx") + QStringLiteral("[*]")));
     QVERIFY(!documentModified);
     m_window->OnSaveAsFile();
     QCOMPARE(m_window->fileName(), path("b.tlrx"));
+}
+
+void MainWindowTest::saveTakesTheWindowsMarkAwayAndSaveAsLeavesIt()
+{
+    addBlock(*m_window, 103);
+    QVERIFY(m_window->isWindowModified());
+    use(QStringLiteral("a failed save"));
+    QVERIFY(m_window->isWindowModified());
+    use(QStringLiteral("save as"));
+    QVERIFY(!documentModified);
+    QVERIFY(m_window->isWindowModified());
+    use(QStringLiteral("save"));
+    QVERIFY(!m_window->isWindowModified());
 }
 
 void MainWindowTest::aSavedProjectEndsInTheActionDataAndResavingReplacesIt()
@@ -495,6 +512,26 @@ void MainWindowTest::newResetsOnlyActionDataThatWasNeeded()
     m_window->OnNewFile();
     QCOMPARE(int(m_window->document().actions().step(0, 0)->runTime), runTime);
     QCOMPARE(int(m_window->document().actions().step(127, 7)->runTime), runTime);
+}
+
+void MainWindowTest::writtenOrNewActionDataCountsAsUnmodified_data()
+{
+    QTest::addColumn<bool>("modified");
+    for (const char* use :
+         {"save", "save as", "open", "compile", "save the temporary file", "new"}) {
+        QTest::newRow(use) << false;
+    }
+    for (const char* use : {"a failed save", "open a bad file", "download", "edit actions"}) {
+        QTest::newRow(use) << true;
+    }
+}
+
+void MainWindowTest::writtenOrNewActionDataCountsAsUnmodified()
+{
+    QFETCH(bool, modified);
+    m_window->document().actions().setModified(true);
+    use(QString::fromUtf8(QTest::currentDataTag()));
+    QCOMPARE(m_window->document().actions().isModified(), modified);
 }
 
 void MainWindowTest::onlyTheActionEditorsButtonMakesItsWindow()
