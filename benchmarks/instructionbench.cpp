@@ -35,7 +35,7 @@ struct Path {
 const Path s_paths[] = {
     {"open 200 blocks", "open", false, 1, 1},
     {"drag 100 of 200 blocks, 50 moves", "drag middle", false, 1.5, 50},
-    {"drag in a full canvas, 20 moves", "drag middle", true, 1.1, 20},
+    {"drag in a full canvas, 5 moves", "drag middle", true, 1.1, 5},
     {"a block from the palette, 20 moves", "palette drag", false, 1.5, 20},
     {"drop with the code shown", "drop, C shown", false, 1.5, 1},
     {"hover, 50 moves", "hover", true, 1.5, 50},
@@ -87,7 +87,7 @@ int main(int argc, char** argv)
             if (counted) {
                 count(path.name, [&] { row.run(bench, program, path.runs, figures); });
             } else {
-                row.run(bench, program, qMin(path.runs, 4), figures);
+                row.run(bench, program, qMin(path.runs, 2), figures);
             }
         }
     }
