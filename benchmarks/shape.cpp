@@ -1,7 +1,7 @@
 #include "shape.h"
 
 #include "modules/catalogue/modulefactory.h"
-#include "modules/documentstate.h"
+#include "modules/moduleregistry.h"
 #include "modules/supermodule.h"
 
 #include <QFile>
@@ -45,9 +45,8 @@ supermodule* putNewBlock(int p_id, QGraphicsScene& p_scene)
 {
     supermodule* module = createModuleFromId(p_id);
     if (module) {
-        module->setFlags(QGraphicsItem::ItemIsMovable | QGraphicsItem::ItemIsSelectable);
-        p_scene.addItem(module);
-        module->moduleKey = registerModule(module);
+        module->enterScene(&p_scene);
+        module->moduleKey = ModuleRegistry::add(module);
     }
     return module;
 }

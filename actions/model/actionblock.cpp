@@ -1,7 +1,5 @@
 #include "actions/model/actionblock.h"
 
-#include <QFile>
-
 #include <algorithm>
 #include <cstring>
 #include <iterator>
@@ -72,16 +70,6 @@ ActionTrailer buildActionTrailer()
     std::copy(std::begin(text), std::end(text), std::begin(trailer.text));
     fillWith<quint8>(trailer.reserved, 0xFF);
     return trailer;
-}
-
-void appendActionTrailer(const QString& p_path)
-{
-    QFile file(p_path);
-    if (!file.open(QIODevice::Append)) {
-        return;
-    }
-    const ActionTrailer trailer = buildActionTrailer();
-    file.write(reinterpret_cast<const char*>(&trailer), sizeof trailer);
 }
 
 QByteArray actionPageName(const ActionBlock& p_block, int p_page)

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QByteArray>
-#include <QString>
 #include <QtGlobal>
 
 #include <cstddef>
@@ -125,9 +124,6 @@ void resetActionBlock(ActionBlock& p_block);
 
 /** The trailer of a compiled program, always the same. */
 ActionTrailer buildActionTrailer();
-
-/** Appends the trailer to a file, creating it if need be. If it can't be opened nothing is done. */
-void appendActionTrailer(const QString& p_path);
 
 /**
  * The bytes of a page's name: from the name field up to the first zero byte. When the field is

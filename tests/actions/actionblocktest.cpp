@@ -1,7 +1,5 @@
 #include "actions/model/actionblock.h"
 
-#include <QFile>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <cstring>
@@ -175,28 +173,6 @@ private slots:
                                     QByteArray(30, '\xFF');
         QCOMPARE(expected.size(), 64);
         QCOMPARE(QByteArray(reinterpret_cast<const char*>(&trailer), sizeof trailer), expected);
-    }
-
-    void theTrailerIsAppendedToAFile()
-    {
-        QTemporaryDir dir;
-        const QString path = dir.filePath("car.bin");
-        for (int times = 1; times <= 2; ++times) {
-            appendActionTrailer(path);
-            QFile file(path);
-            QVERIFY(file.open(QIODevice::ReadOnly));
-            const QByteArray content = file.readAll();
-            QCOMPARE(content.size(), 64 * times);
-            QVERIFY(content.right(64).startsWith("\x55\xAA\x5A\x5A"));
-        }
-    }
-
-    void aTrailerForAFileThatCannotBeOpenedIsSkipped()
-    {
-        QTemporaryDir dir;
-        appendActionTrailer(dir.filePath("none/car.bin"));
-        appendActionTrailer(dir.path());
-        QVERIFY(QDir(dir.path()).isEmpty());
     }
 };
 

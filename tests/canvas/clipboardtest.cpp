@@ -1,4 +1,4 @@
-#include "canvas/clipboard.h"
+#include "document/clipboard.h"
 #include "modules/documentstate.h"
 #include "modules/mainmodule.h"
 #include "support/canvas/canvasfixture.h"
@@ -191,7 +191,8 @@ void ClipboardTest::aPastedBlockHasAKeyOfItsOwnAndKeepsWhatTheTextSays()
     canvas.view.deleteModule(first);
     QCOMPARE(moduleMap.value(key), nullptr);
     QCOMPARE(moduleMap.value(key + 1), second);
-    QCOMPARE(moduleMap.value(canvas.main()->registryKey), static_cast<supermodule*>(canvas.main()));
+    QCOMPARE(moduleMap.value(canvas.main()->registryKey()),
+             static_cast<supermodule*>(canvas.main()));
     QCOMPARE(canvas.blocks().size(), 2);
 }
 

@@ -1,8 +1,10 @@
 #include "modules/catalogue/dragpayload.h"
 #include "modules/catalogue/modulefactory.h"
+#include "modules/catalogue/mousestate.h"
 #include "modules/documentstate.h"
 #include "modules/feedbackmodule.h"
 #include "modules/mainmodule.h"
+#include "modules/moduleregistry.h"
 #include "modules/moduletree.h"
 #include "support/canvas/canvasfixture.h"
 
@@ -122,7 +124,7 @@ void DropTest::noDropNestsLoopsDeeperThanAFileHolds()
     for (int depth = 1; depth <= MaximalNesting; ++depth) {
         supermodule* loop = createModuleFromId(301);
         canvas.view.scene()->addItem(loop);
-        registerModule(loop);
+        ModuleRegistry::add(loop);
         innermost->hangModule(LeftLink, loop);
         innermost = loop;
     }

@@ -1,5 +1,5 @@
-#include "canvas/modifycommand.h"
-#include "canvas/movecommand.h"
+#include "document/modifycommand.h"
+#include "document/movecommand.h"
 #include "modules/documentstate.h"
 #include "modules/mainmodule.h"
 #include "support/canvas/canvasfixture.h"
@@ -350,7 +350,7 @@ void UndoTest::aParameterChangedBackAndForth()
         return outer;
     };
     QDomDocument document;
-    modifyCommand command(speed->registryKey, wrapped(document, QStringLiteral("1")),
+    modifyCommand command(speed->registryKey(), wrapped(document, QStringLiteral("1")),
                           wrapped(document, QStringLiteral("2")));
     command.redo();
     QVERIFY(speed->cCode().startsWith(QStringLiteral("speed1 = 80;")));
@@ -363,7 +363,7 @@ void UndoTest::aMoveCommandLinksAndComesBack()
     CanvasFixture canvas;
     supermodule* loose = canvas.drop(101, QPointF(700, 300));
     const QPointF from = loose->scenePos();
-    moveCommand command(from, QPointF(245, 205), loose->registryKey);
+    moveCommand command(from, QPointF(245, 205), loose->registryKey());
     command.redo();
     QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 101}));
     QCOMPARE(loose->scenePos(), QPointF(240, 200));

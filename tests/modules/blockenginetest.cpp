@@ -4,6 +4,7 @@
 #include "modules/documentstate.h"
 #include "modules/feedbackmodule.h"
 #include "modules/mainmodule.h"
+#include "modules/moduleregistry.h"
 #include "support/canvas/canvasfixture.h"
 #include "support/canvas/singleblock.h"
 
@@ -173,6 +174,8 @@ private slots:
     // Links.
     void appendingLinksBehindTheLastOfTheChainAndLaysNothingOut();
     void appendingIsLogged();
+    void aLinkIsAskedAndFoundByItsType();
+    void aBlockEntersASceneWithItsConnectorsMovableAndSelectable();
     void insertingPutsTheOldFollowerBehindTheNewChain_data();
     void insertingPutsTheOldFollowerBehindTheNewChain();
     void nothingFollowsAnEndlessLoopAlsoInABody();
@@ -348,7 +351,6 @@ void BlockEngineTest::aCloneHasTypePathsCaptionAndSlotButNoKeyNoLinksNoConnector
     Trees::behind(block, Stop);
     block->ownid = 404;
     block->moduleKey = 7;
-    block->registryKey = 0;
     const std::unique_ptr<supermodule> copy(block->clone());
     QCOMPARE(copy->id, static_cast<int>(Forward));
     QCOMPARE(copy->imagePath(), block->imagePath());
@@ -356,6 +358,7 @@ void BlockEngineTest::aCloneHasTypePathsCaptionAndSlotButNoKeyNoLinksNoConnector
     QCOMPARE(copy->text(), block->text());
     QCOMPARE(copy->ownid, 404);
     QCOMPARE(copy->moduleKey, 0);
+    QCOMPARE(copy->registryKey(), 0);
     QVERIFY(!copy->next() && !copy->parentModule());
     QVERIFY(!copy->hasNextConnector());
 }
@@ -385,7 +388,7 @@ void BlockEngineTest::aDeepCopyHasTheSameBlocksInTheSamePlacesButNoKeys()
     loop->setNumberKey(Qt::Key_7);
     supermodule* inBody = createModuleFromId(Forward);
     canvas.view.scene()->addItem(inBody);
-    registerModule(inBody);
+    ModuleRegistry::add(inBody);
     inBody->ownid = 404;
     loop->setLeftModule(inBody);
     supermodule* last = canvas.dropBehind(loop, Speed);
@@ -398,7 +401,7 @@ void BlockEngineTest::aDeepCopyHasTheSameBlocksInTheSamePlacesButNoKeys()
     QVERIFY(copy->cCode().startsWith(QStringLiteral("for(int i = 0;i < 107;")));
     for (const supermodule* each : {copy, copy->left(), copy->next()}) {
         QCOMPARE(each->scene(), canvas.view.scene());
-        QCOMPARE(each->registryKey, 0);
+        QCOMPARE(each->registryKey(), 0);
         QCOMPARE(each->moduleKey, 0);
         QCOMPARE(each->ownid, 0);
         QVERIFY(each->hasNextConnector());
@@ -485,7 +488,7 @@ void BlockEngineTest::aDyingBlockLeavesEveryListOfTheDocument()
 {
     const RootsKept kept;
     auto* block = new plainBlock;
-    const int key = registerModule(block);
+    const int key = ModuleRegistry::add(block);
     rootModules.append(block);
     taskModules.append(block);
     focusModule = block;
@@ -505,22 +508,22 @@ void BlockEngineTest::aDyingBlockLeavesEveryListOfTheDocument()
 
 void BlockEngineTest::aBlockHasOneRegistryKey()
 {
-    resetRegistry();
+    ModuleRegistry::clear();
     QCOMPARE(nextModuleKey, 1);
     plainBlock first;
     plainBlock second;
-    QCOMPARE(registerModule(&first), 1);
-    QCOMPARE(registerModule(&second), 2);
-    registerModuleAs(9, &first);
+    QCOMPARE(ModuleRegistry::add(&first), 1);
+    QCOMPARE(ModuleRegistry::add(&second), 2);
+    ModuleRegistry::addAs(9, &first);
     QCOMPARE(moduleMap.size(), 2);
     QCOMPARE(moduleMap.value(9), static_cast<supermodule*>(&first));
-    registerModuleAs(9, &second);
+    ModuleRegistry::addAs(9, &second);
     QCOMPARE(moduleMap.size(), 1);
-    QCOMPARE(first.registryKey, 0);
-    QCOMPARE(second.registryKey, 9);
+    QCOMPARE(first.registryKey(), 0);
+    QCOMPARE(second.registryKey(), 9);
     QCOMPARE(nextModuleKey, 3);
-    resetRegistry();
-    QCOMPARE(second.registryKey, 0);
+    ModuleRegistry::clear();
+    QCOMPARE(second.registryKey(), 0);
     QVERIFY(moduleMap.isEmpty());
     QCOMPARE(nextModuleKey, 1);
 }
@@ -845,6 +848,48 @@ void BlockEngineTest::insertingPutsTheOldFollowerBehindTheNewChain()
         // The layout has no rule for right branches.
         QCOMPARE(old->pos(), head->pos() + QPointF(240, 0));
     }
+}
+
+void BlockEngineTest::aLinkIsAskedAndFoundByItsType()
+{
+    Trees trees;
+    supermodule* loop = trees.root(Counted, {100, 200});
+    for (const LinkType type : {NextLink, LeftLink, RightLink}) {
+        QCOMPARE(loop->child(type), nullptr);
+        supermodule* module = createModuleFromId(Speed);
+        loop->insert(type, module);
+        QCOMPARE(loop->child(type), module);
+        QCOMPARE(loop->linkOf(module), type);
+        QCOMPARE(module->parentModule(), loop);
+    }
+    QCOMPARE(loop->child(NextLink), loop->next());
+    QCOMPARE(loop->child(LeftLink), loop->left());
+    QCOMPARE(loop->child(RightLink), loop->right());
+    QCOMPARE(loop->child(NoLink), nullptr);
+    QCOMPARE(loop->linkOf(loop), NoLink);
+    QCOMPARE(loop->linkOf(nullptr), NoLink);
+    const std::unique_ptr<supermodule> stranger(createModuleFromId(Stop));
+    loop->insert(NoLink, stranger.get());
+    QCOMPARE(stranger->parentModule(), nullptr);
+    QCOMPARE(loop->linkOf(stranger.get()), NoLink);
+}
+
+void BlockEngineTest::aBlockEntersASceneWithItsConnectorsMovableAndSelectable()
+{
+    QGraphicsScene scene;
+    auto* bare = new plainBlock;
+    bare->enterScene(&scene);
+    QCOMPARE(bare->scene(), &scene);
+    QVERIFY(bare->hasNextConnector());
+    QCOMPARE(bare->flags(), QGraphicsItem::ItemIsMovable | QGraphicsItem::ItemIsSelectable);
+    // What the factory has made already is kept.
+    supermodule* endless = createModuleFromId(Endless);
+    const collisionItem* body = endless->connector(LeftLink);
+    endless->enterScene(&scene);
+    QCOMPARE(endless->connector(LeftLink), body);
+    plainBlock nowhere;
+    nowhere.enterScene(nullptr);
+    QVERIFY(nowhere.hasNextConnector() && !nowhere.scene());
 }
 
 void BlockEngineTest::nothingFollowsAnEndlessLoopAlsoInABody()

@@ -36,12 +36,12 @@ QString withKey(int p_type, int p_key) { return QStringLiteral("%1#%2").arg(p_ty
 QString told(const supermodule* p_module, Telling p_telling)
 {
     if (p_telling == Telling::Keys) {
-        return withKey(p_module->id, p_module->registryKey);
+        return withKey(p_module->id, p_module->registryKey());
     }
     if (p_telling == Telling::Parameters) {
         return QString::number(p_module->id) + inBraces(ownAttributes(p_module));
     }
-    return withKey(p_module->id, p_module->registryKey) + inBraces(ownAttributes(p_module)) +
+    return withKey(p_module->id, p_module->registryKey()) + inBraces(ownAttributes(p_module)) +
            QStringLiteral("(%1 %2 key %3 slot %4 opacity %5 seen %6)")
                .arg(p_module->scenePos().x())
                .arg(p_module->scenePos().y())

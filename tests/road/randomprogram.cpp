@@ -1,6 +1,6 @@
 #include "randomprogram.h"
 
-#include "actions/editactionwindow.h"
+#include "actions/model/actionimage.h"
 #include "base/recentfiles.h"
 #include "modules/catalogue/blocktables.h"
 #include "modules/catalogue/modulefactory.h"
@@ -60,12 +60,12 @@ RandomProgram::RandomProgram(quint32 p_seed, const QString& p_folder)
     documentModified = false;
     m_window.toolBar()->setProgramName(QStringLiteral("P%1").arg(p_seed % 100000));
     // Poses of servos ride behind the program: any there may be.
-    auto& actions = const_cast<ActionBlock&>(m_window.actionWindow()->actionBlock());
-    for (ActionPage& page : actions.pages) {
-        page.repeat = static_cast<quint8>(below(256));
-        page.steps[below(actionStepCount)].runTime = static_cast<qint16>(below(30000));
+    ActionImage& actions = m_window.document().actions();
+    for (int page = 0; page < actionPageCount; ++page) {
+        actions.page(page)->repeat = static_cast<quint8>(below(256));
+        actions.step(page, below(actionStepCount))->runTime = static_cast<qint16>(below(30000));
     }
-    m_model.add(0, m_view.mainBlock()->registryKey);
+    m_model.add(0, m_view.mainBlock()->registryKey());
 }
 
 RandomProgram::~RandomProgram() { documentModified = false; }
@@ -80,7 +80,7 @@ QList<supermodule*> RandomProgram::blocks() const
     QList<supermodule*> list = canvasBlocks(m_view);
     // The scene's own order may hang on addresses.
     std::sort(list.begin(), list.end(), [](const supermodule* p_a, const supermodule* p_b) {
-        return p_a->registryKey < p_b->registryKey;
+        return p_a->registryKey() < p_b->registryKey();
     });
     return list;
 }
@@ -147,7 +147,7 @@ QVector<RandomProgram::Place> RandomProgram::placesFor(int p_type)
     for (const supermodule* block : all) {
         for (const LinkType link : {NextLink, LeftLink}) {
             const Place place{block, link};
-            const int depth = m_model.depth(block->registryKey) + (link == LeftLink ? 1 : 0);
+            const int depth = m_model.depth(block->registryKey()) + (link == LeftLink ? 1 : 0);
             const bool fits = depth < s_deepestLoop || !ProgramModel::isLoop(p_type);
             if (!block->connector(link) || !fits || !standsAlone(place)) {
                 continue;
@@ -249,22 +249,22 @@ QStringList RandomProgram::putBlock()
         aim = QStringLiteral("an empty place");
         block = drop(type, [&] { return handFor(place); });
         ++m_tally[QStringLiteral("loose drops")];
-        m_model.add(type, block->registryKey);
+        m_model.add(type, block->registryKey());
     } else {
         const Place place = places.at(below(places.size()));
-        const int owner = place.owner->registryKey;
+        const int owner = place.owner->registryKey();
         aim = QStringLiteral("link %1 of %2").arg(place.link).arg(owner);
         showPoint(connectorAt(place.owner, place.link));
         const bool occupied = place.link == NextLink ? place.owner->next() : place.owner->left();
         block = drop(type,
                      [&] { return handFor(originAt(connectorAt(place.owner, place.link), size)); });
-        m_model.add(type, block->registryKey);
-        m_model.link(block->registryKey, owner, place.link);
+        m_model.add(type, block->registryKey());
+        m_model.link(block->registryKey(), owner, place.link);
         m_tally[QStringLiteral("drops into a chain")] += occupied ? 1 : 0;
         m_tally[QStringLiteral("drops that cut a chain")] +=
             occupied && !block->hasNextConnector() ? 1 : 0;
-        m_deepest = qMax(m_deepest,
-                         m_model.depth(block->registryKey) + (ProgramModel::isLoop(type) ? 1 : 0));
+        m_deepest = qMax(m_deepest, m_model.depth(block->registryKey()) +
+                                        (ProgramModel::isLoop(type) ? 1 : 0));
     }
     const QStringList expected = m_model.outline();
     const QStringList found = documentOutline(m_view, Telling::Keys);

@@ -137,7 +137,7 @@ QList<supermodule*> RandomUser::blocks() const
     QList<supermodule*> list = canvasBlocks(m_view);
     // The scene's own order may hang on addresses.
     std::sort(list.begin(), list.end(), [](const supermodule* p_a, const supermodule* p_b) {
-        return p_a->registryKey < p_b->registryKey;
+        return p_a->registryKey() < p_b->registryKey();
     });
     return list;
 }
@@ -201,11 +201,11 @@ QStringList RandomUser::brokenRoundTrip(bool p_reopen)
         return {QStringLiteral("the project can't be saved")};
     }
     const QByteArray first = read(path);
-    QDomDocument document;
-    if (readProject(path, document) != ProjectOpened) {
+    ProjectContent project;
+    if (readProject(path, project) != ProjectOpened) {
         return {QStringLiteral("the saved project can't be read")};
     }
-    if (document.elementsByTagName(QStringLiteral("module")).size() != count) {
+    if (project.document.elementsByTagName(QStringLiteral("module")).size() != count) {
         return {QStringLiteral("the saved project has other blocks")};
     }
     if (!p_reopen) {

@@ -28,7 +28,7 @@ QString place(const QPoint& p_at) { return QStringLiteral("(%1, %2)").arg(p_at.x
 
 QString nameOf(const supermodule* p_block)
 {
-    return QStringLiteral("block %1 key %2").arg(p_block->id).arg(p_block->registryKey);
+    return QStringLiteral("block %1 key %2").arg(p_block->id).arg(p_block->registryKey());
 }
 } // namespace
 

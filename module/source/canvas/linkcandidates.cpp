@@ -32,17 +32,5 @@ LinkCandidate bestLinkCandidate(const QList<LinkCandidate>& p_list)
 
 void linkAt(supermodule* p_target, int p_type, supermodule* p_module)
 {
-    switch (p_type) {
-    case LeftLink:
-        p_target->setLeftModule(p_module);
-        break;
-    case RightLink:
-        p_target->setRightModule(p_module);
-        break;
-    case NextLink:
-        p_target->insertModule(p_module);
-        break;
-    default:
-        break;
-    }
+    p_target->insert(static_cast<LinkType>(p_type), p_module);
 }

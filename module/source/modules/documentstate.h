@@ -17,7 +17,8 @@ constexpr int LastSubProgramId = 433;
 /** The key under which graphics items carry their name: "module", or the link of a connector. */
 constexpr int ItemNameKey = 256;
 
-// The process-wide state of the one document. Interface thread only.
+// The process-wide state of the one document; keys and live blocks are kept by ModuleRegistry.
+// Interface thread only.
 
 /** The root of each program slot, in slot order; the first is the main program's. */
 extern QList<supermodule*> rootModules;
@@ -31,24 +32,11 @@ extern int nextModuleKey;
 extern QPointer<supermodule> focusModule;
 /** The block of the last left press. */
 extern QPointer<supermodule> pressedModule;
-/** True when the document differs from its file. */
+/** True when the document differs from its file. To be set by setDocumentModified() alone. */
 extern bool documentModified;
-/** All blocks there are, in a scene or not, in no order of use. Kept by the blocks themselves. */
+void setDocumentModified(bool p_modified);
+/** All blocks there are, in a scene or not, in no order of use. */
 extern QVector<supermodule*> liveModules;
 
 /** The first entry of rootModules in sight, at or behind an index; null if there is none. */
 supermodule* firstVisibleRoot(int p_from = 0);
-
-/** Registers a block under the next free key and returns that key. */
-int registerModule(supermodule* p_module);
-/**
- * Registers a block under a given key, in place of what stood there. A block has one key: an
- * earlier one is given up. nextModuleKey stays as it is.
- */
-void registerModuleAs(int p_key, supermodule* p_module);
-/** Empties the registry and starts again with key 1. */
-void resetRegistry();
-/** Puts a new block into liveModules. */
-void rememberModule(supermodule* p_module);
-/** Takes a dying block out of everything above. */
-void forgetModule(supermodule* p_module);

@@ -52,25 +52,41 @@ collisionItem* supermodule::connector(LinkType p_type) const
     return nullptr;
 }
 
-supermodule* supermodule::linkedTo(LinkType p_type) const
+supermodule* supermodule::*supermodule::linkMember(LinkType p_type)
 {
     switch (p_type) {
     case NextLink:
-        return m_next;
+        return &supermodule::m_next;
     case LeftLink:
-        return m_left;
+        return &supermodule::m_left;
     case RightLink:
-        return m_right;
+        return &supermodule::m_right;
     case NoLink:
         break;
     }
     return nullptr;
 }
 
-void supermodule::setLink(LinkType p_type, supermodule* p_module)
+supermodule* supermodule::child(LinkType p_type) const
 {
-    (p_type == NextLink ? m_next : p_type == LeftLink ? m_left : m_right) = p_module;
-    if (p_module) {
+    supermodule* supermodule::*const link = linkMember(p_type);
+    return link ? this->*link : nullptr;
+}
+
+LinkType supermodule::linkOf(const supermodule* p_child) const
+{
+    for (const LinkType type : {NextLink, LeftLink, RightLink}) {
+        if (p_child && child(type) == p_child) {
+            return type;
+        }
+    }
+    return NoLink;
+}
+
+void supermodule::hangModule(LinkType p_type, supermodule* p_module)
+{
+    if (supermodule* supermodule::*const link = linkMember(p_type)) {
+        this->*link = p_module;
         p_module->m_parent = this;
     }
 }
@@ -80,24 +96,20 @@ void supermodule::appendModule(supermodule* p_module)
     supermodule* last = lastOf();
     qCDebug(tilerLog) << " supermodule::appendModule "
                       << "p_module " << p_module << "last " << last;
-    last->setLink(NextLink, p_module);
+    last->hangModule(NextLink, p_module);
 }
 
-void supermodule::insertModule(supermodule* p_module)
+void supermodule::insert(LinkType p_type, supermodule* p_module)
 {
-    qCDebug(tilerLog) << " supermodule::insertModule "
-                      << "p_module " << p_module << "this " << this;
-    insertAt(NextLink, p_module);
-}
-
-void supermodule::setLeftModule(supermodule* p_module) { insertAt(LeftLink, p_module); }
-
-void supermodule::setRightModule(supermodule* p_module) { insertAt(RightLink, p_module); }
-
-void supermodule::insertAt(LinkType p_type, supermodule* p_module)
-{
-    supermodule* old = linkedTo(p_type);
-    setLink(p_type, p_module);
+    if (p_type == NextLink) {
+        qCDebug(tilerLog) << " supermodule::insertModule "
+                          << "p_module " << p_module << "this " << this;
+    }
+    if (!linkMember(p_type)) {
+        return;
+    }
+    supermodule* old = child(p_type);
+    hangModule(p_type, p_module);
     if (old) {
         old->m_parent = nullptr;
         supermodule* tail = p_module->lastOf();
@@ -111,8 +123,6 @@ void supermodule::insertAt(LinkType p_type, supermodule* p_module)
     }
     updateTree();
 }
-
-void supermodule::hangModule(LinkType p_type, supermodule* p_module) { setLink(p_type, p_module); }
 
 void supermodule::removeChild(supermodule* p_child)
 {
@@ -180,8 +190,8 @@ QList<collisionItem*> supermodule::touchedConnectors() const
     }
     std::stable_sort(connectors.begin(), connectors.end(),
                      [](const collisionItem* p_a, const collisionItem* p_b) {
-                         return fromItem(p_a->parentItem())->registryKey >
-                                fromItem(p_b->parentItem())->registryKey;
+                         return fromItem(p_a->parentItem())->registryKey() >
+                                fromItem(p_b->parentItem())->registryKey();
                      });
     return connectors;
 }
@@ -195,7 +205,7 @@ bool supermodule::CollisionDetection(supermodule*& p_target, int& p_type)
             continue;
         }
         const LinkType type = connector->linkType();
-        const bool free = type != NoLink && !owner->linkedTo(type);
+        const bool free = type != NoLink && !owner->child(type);
         const bool branch = type == LeftLink || type == RightLink;
         if (!(branch && free) && m_parent == owner) {
             return true;
@@ -208,7 +218,7 @@ bool supermodule::CollisionDetection(supermodule*& p_target, int& p_type)
                               << "spuer " << owner << "this " << this;
         }
         detachFromParent();
-        owner->setLink(type, this);
+        owner->hangModule(type, this);
         p_target = owner;
         p_type = type;
         return true;

@@ -26,7 +26,7 @@ int supermodule::depth() const
 {
     int depth = 0;
     for (const supermodule* module = this; module->m_parent; module = module->m_parent) {
-        if (module->m_parent->m_next != module) {
+        if (module->m_parent->linkOf(module) != NextLink) {
             ++depth;
         }
     }
@@ -120,7 +120,7 @@ void supermodule::stackAboveLoops()
     supermodule* inner = nullptr;
     for (supermodule* each = this; scene() && each->m_parent; each = each->m_parent) {
         supermodule* loop = each->m_parent;
-        if (loop->m_next == each) {
+        if (loop->linkOf(each) == NextLink) {
             continue;
         }
         if (inner) {
@@ -129,7 +129,7 @@ void supermodule::stackAboveLoops()
             // The eldest block is likely to lie lowest: then the loop moves but once.
             supermodule* eldest = this;
             forEachModule(this, [&eldest](supermodule* p_each) {
-                if (p_each->registryKey < eldest->registryKey) {
+                if (p_each->registryKey() < eldest->registryKey()) {
                     eldest = p_each;
                 }
             });
@@ -152,12 +152,8 @@ supermodule* supermodule::deepClone(const supermodule* p_module)
         if (!copy) {
             break;
         }
-        copy->createCollisions();
-        copy->setFlags(ItemIsMovable | ItemIsSelectable);
+        copy->enterScene(each->scene());
         copy->ownid = slot ? slot->id : each->ownid;
-        if (each->scene()) {
-            each->scene()->addItem(copy);
-        }
         if (last) {
             last->hangModule(NextLink, copy);
         } else {
@@ -165,7 +161,7 @@ supermodule* supermodule::deepClone(const supermodule* p_module)
         }
         last = copy;
         for (const LinkType type : {LeftLink, RightLink}) {
-            if (supermodule* body = deepClone(each->linkedTo(type))) {
+            if (supermodule* body = deepClone(each->child(type))) {
                 copy->hangModule(type, body);
             }
         }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "modules/documentstate.h"
 #include "modules/supermodule.h"
 
 #include <QVarLengthArray>
@@ -33,26 +32,3 @@ constexpr int MaximalNesting = 498;
 
 /** How deep bodies stand in one another in a chain and under it; 0 without any body. */
 int nestingDepth(const supermodule* p_root);
-
-/** The registry keys of a block and of all under it, in the order of forEachModule(). */
-inline QVector<int> registryKeysUnder(supermodule* p_module)
-{
-    QVector<int> keys;
-    forEachModule(p_module, [&keys](supermodule* p_each) { keys.append(p_each->registryKey); });
-    return keys;
-}
-
-/**
- * Registers a block and all under it, rebuilt in the shape that they had, under their old keys. A
- * key under which a block still lives stays that block's: it may have been moved elsewhere since.
- */
-inline void restoreRegistryKeys(supermodule* p_module, const QVector<int>& p_keys)
-{
-    int i = 0;
-    forEachModule(p_module, [&](supermodule* p_each) {
-        if (i < p_keys.size() && p_keys.at(i) != 0 && !moduleMap.contains(p_keys.at(i))) {
-            registerModuleAs(p_keys.at(i), p_each);
-        }
-        ++i;
-    });
-}

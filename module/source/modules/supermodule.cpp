@@ -3,6 +3,7 @@
 #include "modules/documentstate.h"
 #include "modules/graphicsitem_param.h"
 #include "modules/modulehost.h"
+#include "modules/moduleregistry.h"
 #include "proj/controls/picturecache.h"
 
 #include <QAbstractButton>
@@ -38,7 +39,7 @@ supermodule::supermodule(const supermodule& p_other)
     m_selectItem.setPixmap(p_other.m_selectItem.pixmap());
 }
 
-supermodule::~supermodule() { forgetModule(this); }
+supermodule::~supermodule() { ModuleRegistry::forget(this); }
 
 void supermodule::initialise()
 {
@@ -55,7 +56,7 @@ void supermodule::initialise()
     m_selectItem.setPos(0, 0);
     m_selectItem.hide();
     setToolTip(m_text);
-    rememberModule(this);
+    ModuleRegistry::remember(this);
 }
 
 supermodule* supermodule::fromItem(QGraphicsItem* p_item)
@@ -77,6 +78,17 @@ void supermodule::setText(const QString& p_text)
 void supermodule::setSelectPicture(const QString& p_path)
 {
     m_selectItem.setPixmap(picture(p_path));
+}
+
+void supermodule::enterScene(QGraphicsScene* p_scene)
+{
+    if (!m_nextCollision && !m_leftCollision && !m_rightCollision) {
+        createCollisions();
+    }
+    setFlags(ItemIsMovable | ItemIsSelectable);
+    if (p_scene) {
+        p_scene->addItem(this);
+    }
 }
 
 QRectF supermodule::boundingRect() const { return QRectF(0, 0, 120, 140); }
@@ -137,6 +149,8 @@ QDomElement supermodule::paramsElement() const
     writeAttributes(element);
     return element.attributes().isEmpty() ? QDomElement() : element;
 }
+
+const Chooser* supermodule::popUpChooser(int) const { return nullptr; }
 
 void supermodule::setParamIndex(int) {}
 

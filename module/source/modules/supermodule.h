@@ -17,6 +17,8 @@
 class graphicsItem_Param;
 class QAbstractButton;
 class QGraphicsProxyWidget;
+class QGraphicsScene;
+struct Chooser;
 
 /**
  * Base of all blocks: a graphics item of the canvas, a node of the program graph, a unit of the
@@ -53,17 +55,16 @@ public:
     const int id;
     /** Instance key as it stands in the file; 0 until given. */
     int moduleKey = 0;
-    /**
-     * The key under which moduleMap knows the block; 0 for none. It may differ from moduleKey:
-     * a load and a paste register blocks anew. Set by the registry alone.
-     */
-    int registryKey = 0;
-    /** The block's place in liveModules; set there alone. */
-    int liveIndex = -1;
     /** id of the root of the program slot that holds the block; 0 is the main program. */
     int ownid = 0;
     /** True while the block is dragged. */
     bool m_moved = false;
+
+    /**
+     * The key under which moduleMap knows the block; 0 for none. It may differ from moduleKey:
+     * a load and a paste register blocks anew.
+     */
+    int registryKey() const { return m_registryKey; }
 
     /** Palette picture of the block, as a resource path. */
     QString imagePath() const { return m_imagePath; }
@@ -104,6 +105,8 @@ public:
     virtual QDomElement paramsElement() const;
 
     // Values that come back from choosers; what the value means is the block's own matter.
+    /** What the pop-up offers in a mode; null, as here, where there is no such mode. */
+    virtual const Chooser* popUpChooser(int p_mode) const;
     /** Receives the index of the button chosen in the pop-up. */
     virtual void setParamIndex(int p_index);
     /** Receives a key code of the number keyboard, or the 0-based index of an icon or text panel.
@@ -114,24 +117,43 @@ public:
     /** Hook that no class uses. */
     virtual void updateParams() {}
 
+    /** True for a block that only shows where another one would go: it is no part of a program. */
+    virtual bool isPreview() const { return false; }
+
+    /**
+     * Puts a block that has just been built into a scene: with its connectors, which are made
+     * unless they are there, movable and selectable. Without a scene only what it is to have
+     * there is made. Its key is the registry's matter.
+     */
+    void enterScene(QGraphicsScene* p_scene);
+
     // Links (modulelinks.cpp).
     supermodule* parentModule() const { return m_parent; }
+    /** What hangs on a link; null where nothing does, and for NoLink. */
+    supermodule* child(LinkType p_type) const;
+    /** The link on which a block hangs directly; NoLink for any other block and for null. */
+    LinkType linkOf(const supermodule* p_child) const;
+    /**
+     * Links p_module here; what stood there goes on behind p_module's chain, or stays as a loose
+     * chain where nothing can follow that. Lays the program out anew. Does nothing for NoLink.
+     */
+    void insert(LinkType p_type, supermodule* p_module);
     supermodule* next() const { return m_next; }
     supermodule* left() const { return m_left; }
     supermodule* right() const { return m_right; }
-    /** Makes the block's connectors. Called once by whoever builds the block. */
+    /** Makes the block's connectors. Called once, by whoever builds the block or enterScene(). */
     virtual void createCollisions();
     bool hasNextConnector() const { return m_nextCollision != nullptr; }
     /** The connector of a link, or null. */
     collisionItem* connector(LinkType p_type) const;
     /** Links p_module behind the last block of this chain. Lays nothing out. */
     void appendModule(supermodule* p_module);
-    /** Links p_module as this block's next; what stood there goes on behind p_module's chain. */
-    void insertModule(supermodule* p_module);
-    /** The same as insertModule() for the body. */
-    void setLeftModule(supermodule* p_module);
-    /** The same as insertModule() for the right branch. */
-    void setRightModule(supermodule* p_module);
+    /** insert() as this block's next. */
+    void insertModule(supermodule* p_module) { insert(NextLink, p_module); }
+    /** insert() into the body. */
+    void setLeftModule(supermodule* p_module) { insert(LeftLink, p_module); }
+    /** insert() into the right branch. */
+    void setRightModule(supermodule* p_module) { insert(RightLink, p_module); }
     /** Hangs a chain on a free link. Lays nothing out: for whoever builds a tree. */
     void hangModule(LinkType p_type, supermodule* p_module);
     /** Unlinks a direct child and lays the rest of the program out anew; ignores any other block.
@@ -258,13 +280,14 @@ protected:
     QRectF m_rect;
 
 private:
+    friend class ModuleRegistry;
+
     /** Puts the loops around the block below it: presses and tool tips go to what lies on top. */
     void stackAboveLoops();
     void saveWith(const supermodule& p_parameters, QDomElement& p_parent,
                   QDomDocument& p_document) const;
-    supermodule* linkedTo(LinkType p_type) const;
-    void setLink(LinkType p_type, supermodule* p_module);
-    void insertAt(LinkType p_type, supermodule* p_module);
+    /** The member that holds a link; null for NoLink. */
+    static supermodule* supermodule::*linkMember(LinkType p_type);
     void initialise();
 
     QGraphicsPathItem m_pathItem;
@@ -281,6 +304,9 @@ private:
     QString m_imagePath;
     QString m_pressedPath;
     QString m_text;
+    int m_registryKey = 0;
+    /** The block's place in liveModules. */
+    int m_liveIndex = -1;
     bool m_buttonsMade = false;
     struct ModuleButton {
         QGraphicsProxyWidget* proxy;

@@ -3,6 +3,7 @@
 #include "base/programversion.h"
 #include "modules/catalogue/modulefactory.h"
 #include "modules/documentstate.h"
+#include "modules/moduleregistry.h"
 #include "modules/moduletree.h"
 #include "modules/supermodule.h"
 #include "project/checktag.h"
@@ -24,28 +25,19 @@ static_assert(3 + 2 * MaximalNesting <= MaximalProjectDepth, "what is stored mus
 /** One block from its element, with its bodies; null for an unknown type. */
 supermodule* buildModule(const QDomElement& p_element, QGraphicsScene* p_scene)
 {
-    supermodule* module = createKnownModule(p_element.attribute(QStringLiteral("id")).toInt());
+    supermodule* module = buildBlock(p_element, p_scene);
     if (!module) {
         return nullptr;
     }
-    module->setFlags(QGraphicsItem::ItemIsMovable | QGraphicsItem::ItemIsSelectable);
-    p_scene->addItem(module);
-    module->loadXml(p_element);
-    if (module->id == TaskRootId) {
-        taskModules.append(module);
-    }
-    registerModule(module);
-    const auto body = [&](const QString& p_name) {
-        return buildChain(
-            p_element.firstChildElement(p_name).firstChildElement(QStringLiteral("module")),
-            p_scene);
+    const auto readBody = [&](LinkType p_link, const QString& p_name) {
+        if (supermodule* body = buildChain(
+                p_element.firstChildElement(p_name).firstChildElement(QStringLiteral("module")),
+                p_scene)) {
+            module->hangModule(p_link, body);
+        }
     };
-    if (supermodule* left = body(QStringLiteral("left"))) {
-        module->hangModule(LeftLink, left);
-    }
-    if (supermodule* right = body(QStringLiteral("right"))) {
-        module->hangModule(RightLink, right);
-    }
+    readBody(LeftLink, QStringLiteral("left"));
+    readBody(RightLink, QStringLiteral("right"));
     return module;
 }
 
@@ -129,6 +121,21 @@ void writeChain(QDomElement& p_parent, QDomDocument& p_document, const supermodu
         body(QStringLiteral("left"), module->left());
         body(QStringLiteral("right"), module->right());
     }
+}
+
+supermodule* buildBlock(const QDomElement& p_element, QGraphicsScene* p_scene)
+{
+    supermodule* module = createKnownModule(p_element.attribute(QStringLiteral("id")).toInt());
+    if (!module) {
+        return nullptr;
+    }
+    module->enterScene(p_scene);
+    module->loadXml(p_element);
+    if (module->id == TaskRootId) {
+        taskModules.append(module);
+    }
+    ModuleRegistry::add(module);
+    return module;
 }
 
 supermodule* buildChain(const QDomElement& p_first, QGraphicsScene* p_scene)

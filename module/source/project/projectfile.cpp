@@ -4,7 +4,6 @@
 #include "project/projectdocument.h"
 #include "project/projectreader.h"
 
-#include <QDomDocument>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
@@ -66,7 +65,7 @@ bool overwrite(const QString& p_path, const QByteArray& p_content)
 }
 } // namespace
 
-int readProject(const QString& p_path, QDomDocument& p_document)
+int readProject(const QString& p_path, ProjectContent& p_content)
 {
     const QFileInfo info(p_path);
     if (!info.exists()) {
@@ -79,15 +78,16 @@ int readProject(const QString& p_path, QDomDocument& p_document)
     }
     // Not to its end: what the system makes up as it is read may have none.
     const QByteArray content = file.read(info.size());
+    QDomDocument parsed;
     const bool hasTail = content.size() > ProjectTailSize;
-    const bool parsed =
-        (hasTail && parseProject(content.left(content.size() - ProjectTailSize), p_document)) ||
-        parseProject(content, p_document);
-    if (!parsed) {
+    if (!(hasTail && parseProject(content.left(content.size() - ProjectTailSize), parsed)) &&
+        !parseProject(content, parsed)) {
         return ProjectUnreadable;
     }
-    p_document = canonicalDocument(p_document);
-    return tagFits(p_document) ? ProjectOpened : ProjectWrongTag;
+    p_content.document = canonicalDocument(parsed);
+    // Also where all of it is text: the image's own format marks tell.
+    p_content.actions = content.right(ProjectTailSize);
+    return tagFits(p_content.document) ? ProjectOpened : ProjectWrongTag;
 }
 
 bool writeProject(const QString& p_path, const QByteArray& p_text, const QByteArray& p_tail)

@@ -1,8 +1,8 @@
 #include "support/canvas/documentinvariants.h"
 
-#include "canvas/programslots.h"
-#include "canvas/tzprogramscene.h"
 #include "canvas/tzprogramview.h"
+#include "document/programslots.h"
+#include "document/tzprogramscene.h"
 #include "modules/documentstate.h"
 #include "modules/feedbackmodule.h"
 #include "modules/graphicsitem_param.h"
@@ -100,7 +100,7 @@ public:
     {
         inspectDrag();
         for (supermodule* block : qAsConst(m_blocks)) {
-            m_name = QStringLiteral("block %1 key %2").arg(block->id).arg(block->registryKey);
+            m_name = QStringLiteral("block %1 key %2").arg(block->id).arg(block->registryKey());
             inspectLinks(block);
         }
         // With broken links no walk ends for sure.
@@ -108,7 +108,7 @@ public:
             return m_broken;
         }
         for (supermodule* block : qAsConst(m_blocks)) {
-            m_name = QStringLiteral("block %1 key %2").arg(block->id).arg(block->registryKey);
+            m_name = QStringLiteral("block %1 key %2").arg(block->id).arg(block->registryKey());
             inspectState(block);
             if (block != m_incoming && !isOutsideTheLayout(block)) {
                 inspectPlace(block);
@@ -233,14 +233,14 @@ private:
         for (auto it = moduleMap.constBegin(); it != moduleMap.constEnd(); ++it) {
             m_name = QStringLiteral("key %1").arg(it.key());
             tell(m_known.contains(it.value()), "leads to a dead block");
-            tell(!m_known.contains(it.value()) || it.value()->registryKey == it.key(),
+            tell(!m_known.contains(it.value()) || it.value()->registryKey() == it.key(),
                  "leads to a block with another key");
             tell(it.key() < nextModuleKey, "was never given");
         }
         for (const supermodule* block : qAsConst(m_blocks)) {
-            m_name = QStringLiteral("block %1 key %2").arg(block->id).arg(block->registryKey);
+            m_name = QStringLiteral("block %1 key %2").arg(block->id).arg(block->registryKey());
             // A reset document leaves the main block out.
-            tell(block == m_view.mainBlock() || moduleMap.value(block->registryKey) == block,
+            tell(block == m_view.mainBlock() || moduleMap.value(block->registryKey()) == block,
                  "isn't registered");
         }
         for (const QList<supermodule*>* roots : {&rootModules, &taskModules}) {

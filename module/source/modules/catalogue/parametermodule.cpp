@@ -1,5 +1,6 @@
 #include "modules/catalogue/parametermodule.h"
 
+#include "modules/catalogue/choosers.h"
 #include "modules/documentstate.h"
 #include "proj/controls/modulestyles.h"
 #include "proj/controls/picturecache.h"
@@ -29,6 +30,11 @@ void dress(QPushButton& p_button, const ButtonLook& p_look)
     p_button.setFont(font);
 }
 } // namespace
+
+const Chooser* parameterModule::popUpChooser(int p_mode) const
+{
+    return findChooser(ChooserKind::PopUp, p_mode);
+}
 
 QPushButton* parameterModule::addChooser(const ButtonLook& p_look, const QRect& p_geometry,
                                          std::function<void()> p_press)
@@ -83,7 +89,7 @@ void parameterModule::showOnButton(int p_index, const QString& p_text)
 
 void parameterModule::parameterChanged()
 {
-    documentModified = true;
+    setDocumentModified(true);
     update();
 }
 

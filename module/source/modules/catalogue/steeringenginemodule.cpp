@@ -1,5 +1,6 @@
 #include "modules/catalogue/steeringenginemodule.h"
 
+#include "modules/catalogue/choosers.h"
 #include "proj/controls/selectablebutton.h"
 
 #include <QApplication>
@@ -15,6 +16,9 @@ const ButtonLook s_angleField = {":/single_time_nol_60x40.png", ":/single_time_p
 const ButtonLook s_servoChooser = {":/single_motor_nol_60x40.png", ":/single_motor_pre_60x40.png",
                                    true, false, 0};
 const int s_limit = 150;
+/** The parameter that the panel of servos is for. */
+const int s_servoIdParam = 1;
+const int s_firstServo = 1;
 /** The speed that every servo call carries. */
 const int s_servoSpeed = 716;
 /** 888 counts across 300 degrees, 512 in the middle; positions fall as angles grow. */
@@ -58,8 +62,8 @@ void steeringenginemodule::setParamIndex(int p_servoId)
 
 void steeringenginemodule::setPanelValue(int p_paramId, int p_value)
 {
-    if (p_paramId == 1) {
-        setParamIndex(p_value + 1);
+    if (p_paramId == s_servoIdParam) {
+        setParamIndex(p_value + s_firstServo);
     }
 }
 
@@ -102,7 +106,8 @@ void steeringenginemodule::createButtons()
     SelectableButton* field = addNumberField(s_angleField, QRect(0, 100, 60, 40), s_angleKeys);
     field->setToolTip(QStringLiteral("-150 ~ 150"));
     field->installEventFilter(this);
-    addChooser(s_servoChooser, QRect(60, 100, 60, 40), [this] { onSetPanel(2, 1); });
+    addChooser(s_servoChooser, QRect(60, 100, 60, 40),
+               [this] { onSetPanel(ServoIdsPanel, s_servoIdParam); });
     refresh();
 }
 
@@ -114,5 +119,6 @@ void steeringenginemodule::paint(QPainter* p_painter, const QStyleOptionGraphics
     font.setWeight(QFont::Bold);
     p_painter->setFont(font);
     p_painter->setPen(Qt::white);
-    p_painter->drawText(70, 20, QStringLiteral("ID-%1").arg(servoId, 2, 10, QLatin1Char('0')));
+    p_painter->drawText(
+        70, 20, chooserOf(ServoIdsPanel).entry(static_cast<qint64>(servoId) - s_firstServo));
 }

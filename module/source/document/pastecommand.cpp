@@ -1,7 +1,8 @@
-#include "canvas/pastecommand.h"
+#include "document/pastecommand.h"
 
-#include "canvas/tzprogramview.h"
+#include "document/document.h"
 #include "modules/documentstate.h"
+#include "modules/moduleregistry.h"
 #include "modules/moduletree.h"
 #include "modules/supermodule.h"
 #include "project/projectdocument.h"
@@ -18,8 +19,8 @@ void letGoOfOthers(supermodule* p_head, const QVector<int>& p_pasted)
     QVector<supermodule*> others;
     forEachModule(p_head, [&](supermodule* p_each) {
         const supermodule* parent = p_each->parentModule();
-        if (p_each != p_head && !pasted.contains(p_each->registryKey) &&
-            pasted.contains(parent->registryKey)) {
+        if (p_each != p_head && !pasted.contains(p_each->registryKey()) &&
+            pasted.contains(parent->registryKey())) {
             others.append(p_each);
         }
     });
@@ -32,14 +33,14 @@ void letGoOfOthers(supermodule* p_head, const QVector<int>& p_pasted)
 
 namespace moduleUndoCommand
 {
-pasteCommand::pasteCommand(TzProgramView* p_view, const QString& p_text, int p_x, int p_y)
-    : m_view(p_view), m_text(p_text), m_x(p_x), m_y(p_y)
+pasteCommand::pasteCommand(Document& p_document, const QString& p_text, int p_x, int p_y)
+    : m_document(p_document), m_text(p_text), m_x(p_x), m_y(p_y)
 {
 }
 
 void pasteCommand::redo()
 {
-    documentModified = true;
+    m_document.setModified(true);
     QVector<QVector<int>> keysBefore;
     keysBefore.swap(m_keys);
     QDomDocument document;
@@ -50,15 +51,15 @@ void pasteCommand::redo()
     for (QDomElement base = document.documentElement().firstChildElement(baseNode); !base.isNull();
          base = base.nextSiblingElement(baseNode)) {
         supermodule* head =
-            buildChain(base.firstChildElement(QStringLiteral("module")), m_view->scene());
+            buildChain(base.firstChildElement(QStringLiteral("module")), &m_document.scene());
         if (!head) {
             continue;
         }
         // A second redo gives the blocks the keys back that later commands know them by.
         if (!keysBefore.isEmpty()) {
-            restoreRegistryKeys(head, keysBefore.takeFirst());
+            ModuleRegistry::restoreKeys(head, keysBefore.takeFirst());
         }
-        m_keys.append(registryKeysUnder(head));
+        m_keys.append(ModuleRegistry::keysUnder(head));
         head->setPos(m_x, m_y);
         head->updateLayout();
         head->refreshOpacity();
@@ -67,11 +68,11 @@ void pasteCommand::redo()
 
 void pasteCommand::undo()
 {
-    documentModified = true;
+    m_document.setModified(true);
     for (const QVector<int>& keys : qAsConst(m_keys)) {
         supermodule* head = moduleMap.value(keys.first());
         letGoOfOthers(head, keys);
-        m_view->removeModule(head);
+        m_document.removeModule(head);
     }
 }
 } // namespace moduleUndoCommand

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QVector>
+
+class supermodule;
+
+/**
+ * The keeper of moduleMap, nextModuleKey and liveModules: it alone gives a block its registry key
+ * and its place among the live ones. Interface thread only.
+ */
+class ModuleRegistry
+{
+public:
+    ModuleRegistry() = delete;
+
+    /** Registers a block under the next free key and returns that key. */
+    static int add(supermodule* p_module);
+    /**
+     * Registers a block under a given key, in place of what stood there. A block has one key: an
+     * earlier one is given up. nextModuleKey stays as it is.
+     */
+    static void addAs(int p_key, supermodule* p_module);
+    /** Empties the registry and starts again with key 1. */
+    static void clear();
+    /** The keys of a block and of all under it, in the order of forEachModule(). */
+    static QVector<int> keysUnder(supermodule* p_module);
+    /**
+     * Registers a block and all under it, rebuilt in the shape that they had, under their old
+     * keys. A key under which a block still lives stays that block's: it may have been moved
+     * elsewhere since.
+     */
+    static void restoreKeys(supermodule* p_module, const QVector<int>& p_keys);
+
+private:
+    friend class supermodule;
+
+    /** Puts a new block into liveModules. */
+    static void remember(supermodule* p_module);
+    /** Takes a dying block out of the registry, out of liveModules and out of the lists of roots.
+     */
+    static void forget(supermodule* p_module);
+};
