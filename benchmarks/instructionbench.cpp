@@ -12,15 +12,6 @@
 
 namespace
 {
-/** Has callgrind count what some work takes, and dump it under a name. */
-template <class Work> void count(const char* p_name, Work p_work)
-{
-    CALLGRIND_START_INSTRUMENTATION;
-    p_work();
-    CALLGRIND_DUMP_STATS_AT(p_name);
-    CALLGRIND_STOP_INSTRUMENTATION;
-}
-
 /** A gesture of the table of operations, and what it starts from. */
 struct Path {
     const char* name;
@@ -54,40 +45,59 @@ const Operation& operation(const char* p_name)
     }
     qFatal("There is no operation \"%s\".", p_name);
 }
+
+const Path& pathOf(const char* p_name)
+{
+    for (const Path& path : s_paths) {
+        if (qstrcmp(path.name, p_name) == 0) {
+            return path;
+        }
+    }
+    qFatal("There is no path \"%s\".", p_name);
+}
 } // namespace
 
 /**
- * A fixed scenario for callgrind, which dumps the counts of each of its paths; benchmarks/
- * instructions.py runs it and compares them. It prints what they depend on besides the program.
+ * Fixed scenarios for callgrind: the path that the argument names, or, without one, a list of the
+ * paths and before it what their counts depend on besides the program. One path a process:
+ * callgrind's counts go wrong when counting begins for a second time. benchmarks/instructions.py
+ * runs them all and compares them.
  */
 int main(int argc, char** argv)
 {
+    if (argc < 2) {
+        std::printf("Qt %s, compiler %s, build %s\n", qVersion(), __VERSION__, TILER_BUILD_TYPE);
+        for (const Path& path : s_paths) {
+            std::puts(path.name);
+        }
+        return 0;
+    }
     QStandardPaths::setTestModeEnabled(true);
     QApplication application(argc, argv);
     QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
-    std::printf("Qt %s, compiler %s, build %s\n", qVersion(), __VERSION__, TILER_BUILD_TYPE);
     if (!RUNNING_ON_VALGRIND) {
         std::fputs("This is to be run by valgrind --tool=callgrind.\n", stderr);
         return 1;
     }
 
+    const Path& path = pathOf(argv[1]);
     Bench bench;
     const QString pattern = QStringLiteral("100 103 101 106 104 102 118 105");
-    const QString chain = bench.write({QStringLiteral("chain"), pattern, false}, 200);
-    const QString rows = bench.write({QStringLiteral("full"), pattern, true}, 200);
-    for (const Path& path : s_paths) {
-        const QString& program = path.rows ? rows : chain;
-        const Operation& row = operation(path.operation);
-        // The first time, pictures are loaded and drawn at their size.
-        for (const bool counted : {false, true}) {
-            Figures figures;
-            bench.open(program);
-            bench.zoomTo(path.zoom);
-            if (counted) {
-                count(path.name, [&] { row.run(bench, program, path.runs, figures); });
-            } else {
-                row.run(bench, program, qMin(path.runs, 2), figures);
-            }
+    const QString program = bench.write(
+        {path.rows ? QStringLiteral("full") : QStringLiteral("chain"), pattern, path.rows}, 200);
+    const Operation& row = operation(path.operation);
+    // The first time, pictures are loaded and drawn at their size.
+    for (const bool counted : {false, true}) {
+        Figures figures;
+        bench.open(program);
+        bench.zoomTo(path.zoom);
+        if (counted) {
+            CALLGRIND_START_INSTRUMENTATION;
+        }
+        row.run(bench, program, counted ? path.runs : qMin(path.runs, 2), figures);
+        if (counted) {
+            CALLGRIND_DUMP_STATS_AT(path.name);
+            CALLGRIND_STOP_INSTRUMENTATION;
         }
     }
     return 0;

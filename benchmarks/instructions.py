@@ -11,7 +11,9 @@ own instructions for vectors are left out, hashes have one seed, and the environ
 everywhere. With another Qt, compiler or kind of build the comparison is left out (exit code 77).
 """
 import argparse
+import concurrent.futures
 import json
+import os
 import pathlib
 import re
 import subprocess
@@ -38,23 +40,30 @@ def environment(home):
     }
 
 
-def count(program):
-    """What the counts depend on, and the instructions of each path."""
+def count_path(program, path):
+    """The instructions of one path, counted in a process of its own."""
     with tempfile.TemporaryDirectory(prefix="count") as home:
         run = subprocess.run(
             ["valgrind", "--tool=callgrind", "--instr-atstart=no", "--combine-dumps=no",
-             "--callgrind-out-file=" + home + "/counts", program],
+             "--callgrind-out-file=" + home + "/counts", program, path],
             env=environment(home), capture_output=True, text=True, check=False)
         if run.returncode != 0:
-            sys.exit(f"The scenario ended with {run.returncode}:\n{run.stdout}{run.stderr}")
-        counts = {}
+            sys.exit(f"{path} ended with {run.returncode}:\n{run.stdout}{run.stderr}")
         for dump in pathlib.Path(home).glob("counts.*"):
             text = dump.read_text()
-            name = re.search(r"^desc: Trigger: Client Request: (.*)$", text, re.MULTILINE)
             total = re.search(r"^(?:totals|summary): (\d+)$", text, re.MULTILINE)
-            if name and total:
-                counts[name.group(1)] = int(total.group(1))
-        return run.stdout.strip(), dict(sorted(counts.items()))
+            if f"Client Request: {path}\n" in text and total:
+                return int(total.group(1))
+        sys.exit(f"{path} was not counted")
+
+
+def count(program):
+    """What the counts depend on, and the instructions of each path."""
+    listed = subprocess.run([program], capture_output=True, text=True, check=True)
+    circumstances, *paths = listed.stdout.strip().splitlines()
+    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+        counts = pool.map(lambda path: count_path(program, path), paths)
+        return circumstances, dict(sorted(zip(paths, counts)))
 
 
 def spread(program, runs):
