@@ -1,6 +1,6 @@
 #include "canvasbench.h"
 
-#include "canvas/tzprogramscene.h"
+#include "document/tzprogramscene.h"
 #include "modules/documentstate.h"
 #include "modules/mainmodule.h"
 #include "project/projectfile.h"

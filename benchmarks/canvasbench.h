@@ -58,7 +58,8 @@ private:
     QTemporaryDir m_folder;
     QString m_path;
     int m_blocks = 0;
-    TzProgramView m_view;
+    Document m_document;
+    TzProgramView m_view{m_document};
     Stage m_stage;
     std::unique_ptr<QMimeData> m_payload;
 };

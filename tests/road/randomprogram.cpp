@@ -60,7 +60,7 @@ RandomProgram::RandomProgram(quint32 p_seed, const QString& p_folder)
     documentModified = false;
     m_window.toolBar()->setProgramName(QStringLiteral("P%1").arg(p_seed % 100000));
     // Poses of servos ride behind the program: any there may be.
-    ActionImage& actions = m_window.actionImage();
+    ActionImage& actions = m_window.document().actions();
     for (int page = 0; page < actionPageCount; ++page) {
         actions.page(page)->repeat = static_cast<quint8>(below(256));
         actions.step(page, below(actionStepCount))->runTime = static_cast<qint16>(below(30000));

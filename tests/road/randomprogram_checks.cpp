@@ -70,7 +70,7 @@ QStringList RandomProgram::brokenTrip()
 {
     const QStringList chains = documentOutline(m_view, Telling::Parameters);
     const QString code = text();
-    const QByteArray actions = m_window.actionImage().bytes();
+    const QByteArray actions = m_window.document().actions().bytes();
     QStringList broken;
     QList<QByteArray> files;
     for (int round = 0; round < 3 && broken.isEmpty(); ++round) {

@@ -154,8 +154,9 @@ void BadFilesTest::open(Way p_way, const QString& p_path)
 
 QStringList BadFilesTest::everything()
 {
-    return documentPicture(*view()) << m_window->fileName() << m_window->toolBar()->programName()
-                                    << QString::fromLatin1(m_window->actionImage().bytes().toHex());
+    return documentPicture(*view())
+           << m_window->fileName() << m_window->toolBar()->programName()
+           << QString::fromLatin1(m_window->document().actions().bytes().toHex());
 }
 
 void BadFilesTest::aBadFileIsToldAndTheDocumentStays_data()
@@ -368,7 +369,7 @@ void BadFilesTest::aFailedSaveSaysNothingAndKeepsEverything()
     m_window->show();
     m_window->openPath(file);
     QCOMPARE(CanvasFixture::ids(view()->mainBlock()), (QList<int>{0, 103, 101, 104}));
-    QCOMPARE(int(m_window->actionImage().page(3)->nextPage), 7);
+    QCOMPARE(int(m_window->document().actions().page(3)->nextPage), 7);
 }
 
 void BadFilesTest::saveAsThatFailsKeepsTheOldName()
@@ -387,10 +388,10 @@ void BadFilesTest::aProjectThatIsMadeOnTheCanvasComesBackWithItsActions()
     QCOMPARE(m_window->OnSaveFile(), 0);
     QVERIFY(!documentModified);
     m_window->OnNewFile();
-    QCOMPARE(int(m_window->actionImage().page(3)->nextPage), 0);
+    QCOMPARE(int(m_window->document().actions().page(3)->nextPage), 0);
     m_window->openPath(path("mine.tlrx"));
     QCOMPARE(CanvasFixture::ids(view()->mainBlock()), (QList<int>{0, 103, 101}));
-    QCOMPARE(int(m_window->actionImage().page(3)->nextPage), 7);
+    QCOMPARE(int(m_window->document().actions().page(3)->nextPage), 7);
 }
 
 QTEST_MAIN(BadFilesTest)

@@ -344,7 +344,7 @@ void MainWindowTest::openingLoadsProgramAndActionData()
     QCOMPARE(program(*m_window), QList<int>{0});
     m_window->openPath(path());
     QCOMPARE(program(*m_window), (QList<int>{0, 104}));
-    QCOMPARE(int(m_window->actionImage().page(3)->nextPage), 7);
+    QCOMPARE(int(m_window->document().actions().page(3)->nextPage), 7);
     QCOMPARE(m_window->fileName(), path());
     QVERIFY(!documentModified);
 }
@@ -382,19 +382,19 @@ void MainWindowTest::theLastBytesOfAFileAreItsActionData()
     QVERIFY(out.open(QIODevice::WriteOnly));
     out.write(file);
     out.close();
-    m_window->actionImage().page(3)->nextPage = 7;
-    m_window->actionImage().setModified(true);
+    m_window->document().actions().page(3)->nextPage = 7;
+    m_window->document().actions().setModified(true);
     m_window->openPath(path());
     QCOMPARE(m_window->fileName(), path());
-    QCOMPARE(int(m_window->actionImage().page(3)->nextPage), nextPage);
-    QCOMPARE(int(m_window->actionImage().step(0, 0)->runTime), runTime);
-    QCOMPARE(m_window->actionImage().isModified(), modified);
+    QCOMPARE(int(m_window->document().actions().page(3)->nextPage), nextPage);
+    QCOMPARE(int(m_window->document().actions().step(0, 0)->runTime), runTime);
+    QCOMPARE(m_window->document().actions().isModified(), modified);
 }
 
 void MainWindowTest::aFileThatIsRefusedLeavesTheActionData()
 {
-    m_window->actionImage().page(3)->nextPage = 7;
-    m_window->actionImage().setModified(true);
+    m_window->document().actions().page(3)->nextPage = 7;
+    m_window->document().actions().setModified(true);
     for (const char* text : {"no project", "<vantrel><tagCheck value=\"1\"/></vantrel>"}) {
         QFile out(path());
         QVERIFY(out.open(QIODevice::WriteOnly));
@@ -403,8 +403,8 @@ void MainWindowTest::aFileThatIsRefusedLeavesTheActionData()
         Answers answers({0});
         m_window->openPath(path());
         QVERIFY(answers.allUsed());
-        QCOMPARE(int(m_window->actionImage().page(3)->nextPage), 7);
-        QVERIFY(m_window->actionImage().isModified());
+        QCOMPARE(int(m_window->document().actions().page(3)->nextPage), 7);
+        QVERIFY(m_window->document().actions().isModified());
     }
 }
 
@@ -493,8 +493,8 @@ void MainWindowTest::newResetsOnlyActionDataThatWasNeeded()
         use(name);
     }
     m_window->OnNewFile();
-    QCOMPARE(int(m_window->actionImage().step(0, 0)->runTime), runTime);
-    QCOMPARE(int(m_window->actionImage().step(127, 7)->runTime), runTime);
+    QCOMPARE(int(m_window->document().actions().step(0, 0)->runTime), runTime);
+    QCOMPARE(int(m_window->document().actions().step(127, 7)->runTime), runTime);
 }
 
 void MainWindowTest::onlyTheActionEditorsButtonMakesItsWindow()
@@ -513,16 +513,16 @@ void MainWindowTest::onlyTheActionEditorsButtonMakesItsWindow()
         use(QLatin1String(name));
         QVERIFY2(editors().isEmpty(), name);
     }
-    m_window->actionImage().page(3)->nextPage = 7;
+    m_window->document().actions().page(3)->nextPage = 7;
     use(QStringLiteral("edit actions"));
     QCOMPARE(editors().size(), 1);
     QVERIFY(editors().first()->isMaximized());
     QVERIFY(editors().first()->isVisible());
     QVERIFY(!m_window->isVisible());
     // It shows the document's own image: no other one is made, and it is shown again.
-    QCOMPARE(int(m_window->actionImage().page(3)->nextPage), 7);
+    QCOMPARE(int(m_window->document().actions().page(3)->nextPage), 7);
     static_cast<editActionWindow*>(editors().first())->resetActionBlock();
-    QCOMPARE(int(m_window->actionImage().page(3)->nextPage), 0);
+    QCOMPARE(int(m_window->document().actions().page(3)->nextPage), 0);
     use(QStringLiteral("edit actions"));
     QCOMPARE(editors().size(), 1);
 }

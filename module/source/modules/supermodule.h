@@ -117,6 +117,9 @@ public:
     /** Hook that no class uses. */
     virtual void updateParams() {}
 
+    /** True for a block that only shows where another one would go: it is no part of a program. */
+    virtual bool isPreview() const { return false; }
+
     /**
      * Puts a block that has just been built into a scene: with its connectors, which are made
      * unless they are there, movable and selectable. Without a scene only what it is to have

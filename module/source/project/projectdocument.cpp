@@ -25,16 +25,10 @@ static_assert(3 + 2 * MaximalNesting <= MaximalProjectDepth, "what is stored mus
 /** One block from its element, with its bodies; null for an unknown type. */
 supermodule* buildModule(const QDomElement& p_element, QGraphicsScene* p_scene)
 {
-    supermodule* module = createKnownModule(p_element.attribute(QStringLiteral("id")).toInt());
+    supermodule* module = buildBlock(p_element, p_scene);
     if (!module) {
         return nullptr;
     }
-    module->enterScene(p_scene);
-    module->loadXml(p_element);
-    if (module->id == TaskRootId) {
-        taskModules.append(module);
-    }
-    ModuleRegistry::add(module);
     const auto readBody = [&](LinkType p_link, const QString& p_name) {
         if (supermodule* body = buildChain(
                 p_element.firstChildElement(p_name).firstChildElement(QStringLiteral("module")),
@@ -127,6 +121,21 @@ void writeChain(QDomElement& p_parent, QDomDocument& p_document, const supermodu
         body(QStringLiteral("left"), module->left());
         body(QStringLiteral("right"), module->right());
     }
+}
+
+supermodule* buildBlock(const QDomElement& p_element, QGraphicsScene* p_scene)
+{
+    supermodule* module = createKnownModule(p_element.attribute(QStringLiteral("id")).toInt());
+    if (!module) {
+        return nullptr;
+    }
+    module->enterScene(p_scene);
+    module->loadXml(p_element);
+    if (module->id == TaskRootId) {
+        taskModules.append(module);
+    }
+    ModuleRegistry::add(module);
+    return module;
 }
 
 supermodule* buildChain(const QDomElement& p_first, QGraphicsScene* p_scene)

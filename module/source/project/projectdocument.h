@@ -34,6 +34,12 @@ void writeChain(QDomElement& p_parent, QDomDocument& p_document, const supermodu
                 SaveModule p_save = &supermodule::saveXml);
 
 /**
+ * Builds one block from its `module` element, without what hangs under it: with its connectors and
+ * flags, in p_scene, loaded and registered under a new key. Null for an unknown type.
+ */
+supermodule* buildBlock(const QDomElement& p_element, QGraphicsScene* p_scene);
+
+/**
  * Builds the chain of a `module` element and its siblings: each block with its connectors and
  * flags, in p_scene, loaded and registered under a new key, and its bodies. Nothing is laid out.
  * Elements of unknown type are left out with what hangs under them. Null for a null element and for

@@ -5,7 +5,6 @@
 #include "base/programversion.h"
 #include "build/builddialog.h"
 #include "generator/codegenerator.h"
-#include "modules/documentstate.h"
 #include "proj/tzblockwidget.h"
 #include "project/projectfile.h"
 #include "shell/tztoolbar.h"
@@ -30,12 +29,14 @@ const int s_paletteMinimum = 100;
 const int s_paletteMaximum = 236;
 const char s_filter[] = "(*.tlrx)";
 const char s_untitled[] = "untitled";
-
-/** The answers to the question about unsaved changes, by the button's place. */
-enum UnsavedAnswer : int { AnswerSave = 0, AnswerDiscard = 1, AnswerCancel = 2 };
+// The answers to the question about unsaved changes, by the button's place.
+const int s_answerSave = 0;
+const int s_answerDiscard = 1;
+const int s_answerCancel = 2;
 } // namespace
 
-MainWindow::MainWindow(QWidget* p_parent) : QMainWindow(p_parent), m_codeType(NoCode)
+MainWindow::MainWindow(QWidget* p_parent)
+    : QMainWindow(p_parent), m_programView(m_document), m_codeType(NoCode)
 {
     buildWindow();
     connectParts();
@@ -44,8 +45,8 @@ MainWindow::MainWindow(QWidget* p_parent) : QMainWindow(p_parent), m_codeType(No
 
 MainWindow::~MainWindow()
 {
-    // The view is a member, so it goes before the widgets that hold it.
-    m_programView.setProgramNameHolder(nullptr);
+    // The document and the view are members, so they go before the widgets that hold it.
+    m_document.setProgramNameHolder(nullptr);
     m_programView.setParent(nullptr);
 }
 
@@ -99,7 +100,7 @@ void MainWindow::buildWindow()
 void MainWindow::connectParts()
 {
     TzProgramView* view = &m_programView;
-    view->setProgramNameHolder(m_toolBar);
+    m_document.setProgramNameHolder(m_toolBar);
     view->setBuildRunner([this](const QString& p_name, int p_tasks) { runBuild(p_name, p_tasks); });
 
     connect(m_toolBar, &TzToolBar::zoomSceneSignal, view, &TzProgramView::zoomView);
@@ -152,35 +153,26 @@ void MainWindow::setFileTitle(const QString& name)
                    QStringLiteral("[*]"));
 }
 
-ActionImage& MainWindow::actionImage()
-{
-    m_actionsNeeded = true;
-    return m_actionImage;
-}
-
 bool MainWindow::mayLoseDocument()
 {
-    if (!documentModified) {
+    if (!m_document.isModified()) {
         return true;
     }
     const int answer = QMessageBox::question(this, tr("保存"), tr("文件已修改，是否保存"), tr("是"),
-                                             tr("否"), tr("取消"), AnswerSave, AnswerCancel);
-    return answer == AnswerDiscard || (answer == AnswerSave && OnSaveFile() == 0);
+                                             tr("否"), tr("取消"), s_answerSave, s_answerCancel);
+    return answer == s_answerDiscard || (answer == s_answerSave && OnSaveFile() == 0);
 }
 
 bool MainWindow::saveTo(const QString& p_path)
 {
-    // Program and action data go into the file in one piece, so that a save is never half there.
-    if (!m_programView.saveFile(p_path, m_actionImage.bytes())) {
+    if (!m_document.save(p_path)) {
         return false;
     }
-    actionImage().setModified(false);
-    documentModified = false;
     if (m_fileName != p_path) {
         m_fileName = p_path;
         setFileTitle(m_fileName);
     }
-    setWindowModified(documentModified);
+    setWindowModified(m_document.isModified());
     return true;
 }
 
@@ -226,8 +218,7 @@ void MainWindow::OnSaveAsFile()
 
 void MainWindow::openProject(const QString& p_path)
 {
-    QByteArray actions;
-    switch (m_programView.openFile(p_path, &actions)) {
+    switch (m_programView.openFile(p_path)) {
     case ProjectUnreadable:
         QMessageBox::information(this, tr("打开文件"), tr("文件打开失败"), QMessageBox::Ok);
         break;
@@ -236,14 +227,12 @@ void MainWindow::openProject(const QString& p_path)
         break;
     case ProjectOpened:
         m_fileName = p_path;
-        documentModified = false;
-        actionImage().setBytes(actions);
         setFileTitle(m_fileName);
         break;
     default:
         break;
     }
-    setWindowModified(documentModified);
+    setWindowModified(m_document.isModified());
 }
 
 void MainWindow::OnOpenFile()
@@ -254,7 +243,7 @@ void MainWindow::OnOpenFile()
     const QString path =
         QFileDialog::getOpenFileName(this, tr("打开文件"), QString(), QLatin1String(s_filter));
     if (path.isEmpty()) {
-        setWindowModified(documentModified);
+        setWindowModified(m_document.isModified());
         return;
     }
     openProject(path);
@@ -278,16 +267,10 @@ void MainWindow::OnNewFile()
     if (!mayLoseDocument()) {
         return;
     }
-    m_programView.newProgram();
-    documentModified = false;
+    m_document.startAnew();
     m_fileName.clear();
-    m_programView.resetDocument();
-    // Steps of a reset image have other run times than those of one that nobody has needed yet.
-    if (m_actionsNeeded) {
-        m_actionImage.reset();
-    }
     setFileTitle(QLatin1String(s_untitled));
-    setWindowModified(documentModified);
+    setWindowModified(m_document.isModified());
 }
 
 void MainWindow::closeEvent(QCloseEvent* p_event)
@@ -320,7 +303,7 @@ void MainWindow::OnUpdateCode()
 void MainWindow::OnEditActions()
 {
     if (!m_actionWindow) {
-        m_actionWindow = std::make_unique<editActionWindow>(actionImage());
+        m_actionWindow = std::make_unique<editActionWindow>(m_document.actions());
     }
     m_actionWindow->showMaximized();
     hide();
@@ -329,7 +312,7 @@ void MainWindow::OnEditActions()
 void MainWindow::onDownLoad(const QString&)
 {
     // The image counts as needed, whatever becomes of the build: that is meant.
-    actionImage();
+    m_document.actions();
     m_programView.OnDownload(m_toolBar->programName());
 }
 
@@ -342,12 +325,13 @@ void MainWindow::runBuild(const QString& p_name, int p_tasks)
 
 void MainWindow::appendCompiledData(const QString& path)
 {
-    actionImage().appendTo(path, ActionTail::ImageAndTrailer);
+    m_document.actions().appendTo(path, ActionTail::ImageAndTrailer);
 }
 
 void MainWindow::onAppUpgrade() {}
 
 void MainWindow::OnAutoSaveFile()
 {
-    m_programView.saveTempFile(installPath(QStringLiteral("\\temp.tlrx")), actionImage().bytes());
+    m_programView.saveTempFile(installPath(QStringLiteral("\\temp.tlrx")),
+                               m_document.actions().bytes());
 }

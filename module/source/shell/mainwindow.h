@@ -1,6 +1,5 @@
 #pragma once
 
-#include "actions/model/actionimage.h"
 #include "canvas/tzprogramview.h"
 
 #include <QMainWindow>
@@ -28,12 +27,11 @@ public:
 
     TzToolBar* toolBar() const { return m_toolBar; }
     TzBlockWidget* blockWidget() const { return m_blockWidget; }
+    Document& document() { return m_document; }
     TzProgramView* view() { return &m_programView; }
     QTextBrowser* codeBrowser() const { return m_codeBrowser; }
     /** The path of the open document; empty when it is new. */
     QString fileName() const { return m_fileName; }
-    /** The action data of the open document. From the first call on a new project resets it. */
-    ActionImage& actionImage();
 
     /**
      * Opens a project by its path, after the question about unsaved changes. A path with another
@@ -79,18 +77,16 @@ private:
 
     TzToolBar* m_toolBar = nullptr;
     TzBlockWidget* m_blockWidget = nullptr;
+    Document m_document;
     TzProgramView m_programView;
     QTextBrowser* m_codeBrowser = nullptr;
-    ActionImage m_actionImage;
-    /** False as long as the image is as built: a new project keeps such a one as it is. */
-    bool m_actionsNeeded = false;
     /** The action editor, made when it is first shown. Shows the image, so it goes before that. */
     std::unique_ptr<editActionWindow> m_actionWindow;
     QSplitter* m_splitter = nullptr;
     QString m_fileName;
     int m_codeType;
     /** Connected and never started: there is no period defined for it. */
-    QTimer m_autoSaveTimer;
+    QTimer m_autoSaveTimer{this};
 };
 
 /** The one main window; null while there is none. */

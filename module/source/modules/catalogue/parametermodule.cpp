@@ -89,7 +89,7 @@ void parameterModule::showOnButton(int p_index, const QString& p_text)
 
 void parameterModule::parameterChanged()
 {
-    documentModified = true;
+    setDocumentModified(true);
     update();
 }
 

@@ -1,18 +1,14 @@
-#include "canvas/deletecommand.h"
+#include "document/deletecommand.h"
 
-#include "canvas/tzprogramview.h"
+#include "document/document.h"
 #include "modules/documentstate.h"
 #include "modules/mainmodule.h"
-#include "modules/moduleregistry.h"
-#include "modules/moduletree.h"
-#include "modules/supermodule.h"
-#include "project/projectdocument.h"
 
 namespace moduleUndoCommand
 {
-deleteCommand::deleteCommand(TzProgramView* p_view, supermodule* p_module,
+deleteCommand::deleteCommand(Document& p_document, supermodule* p_module,
                              const ModulePlace& p_place)
-    : m_view(p_view), m_key(p_module->registryKey()), m_place(p_place)
+    : m_document(p_document), m_key(p_module->registryKey()), m_place(p_place)
 {
 }
 
@@ -22,24 +18,21 @@ void deleteCommand::redo()
     if (!module) {
         return;
     }
-    if (!m_keys.isEmpty()) {
+    if (m_done) {
         m_place = ModulePlace::of(module);
     }
+    m_done = true;
     // Written down anew each time: drops and moves since the last undo aren't commands. The chain
     // and the bodies go with the block, so all of them are.
-    m_keys = ModuleRegistry::keysUnder(module);
-    m_document = QDomDocument();
-    QDomElement node = m_document.createElement(QStringLiteral("node"));
-    m_document.appendChild(node);
-    writeChain(node, m_document, module);
-    m_view->removeModule(module);
-    documentModified = true;
+    m_record = TreeRecord(module);
+    m_document.removeModule(module);
+    m_document.setModified(true);
 }
 
 bool deleteCommand::hangAgain(supermodule* p_module) const
 {
     supermodule* parent =
-        m_place.parentKey == 0 ? m_view->mainBlock() : moduleMap.value(m_place.parentKey);
+        m_place.parentKey == 0 ? m_document.mainBlock() : moduleMap.value(m_place.parentKey);
     if (!parent) {
         return false;
     }
@@ -58,12 +51,10 @@ void deleteCommand::undo()
     if (moduleMap.contains(m_key)) {
         return;
     }
-    supermodule* module = buildChain(
-        m_document.documentElement().firstChildElement(QStringLiteral("module")), m_view->scene());
+    supermodule* module = m_record.rebuild(&m_document.scene());
     if (!module) {
         return;
     }
-    ModuleRegistry::restoreKeys(module, m_keys);
     module->setPos(m_place.position);
     // Behind a loop a block touches the end of the loop's body as well, and a loose one may lie on
     // a connector.
@@ -73,7 +64,7 @@ void deleteCommand::undo()
         module->CollisionDetection(target, type);
     }
     module->updateTreeAndOpacity();
-    documentModified = true;
-    emit m_view->moduleUpdateSignal();
+    m_document.setModified(true);
+    m_document.noteContent();
 }
 } // namespace moduleUndoCommand

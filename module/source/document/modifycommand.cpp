@@ -1,4 +1,4 @@
-#include "canvas/modifycommand.h"
+#include "document/modifycommand.h"
 
 #include "modules/documentstate.h"
 #include "modules/supermodule.h"

@@ -1,4 +1,4 @@
-#include "canvas/clipboard.h"
+#include "document/clipboard.h"
 
 #include <QClipboard>
 #include <QGuiApplication>

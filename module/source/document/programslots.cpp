@@ -1,4 +1,4 @@
-#include "canvas/programslots.h"
+#include "document/programslots.h"
 
 #include "modules/documentstate.h"
 #include "modules/supermodule.h"
@@ -58,14 +58,12 @@ modulesId slotOf(const supermodule* p_module)
 QList<supermodule*> rootBlocks(const QGraphicsScene& p_scene)
 {
     QList<supermodule*> roots;
-    const QList<QGraphicsItem*> items = p_scene.items();
-    for (QGraphicsItem* item : items) {
-        supermodule* module = supermodule::fromItem(item);
-        if (module && !module->parentModule()) {
+    for (supermodule* module : qAsConst(liveModules)) {
+        if (module->scene() == &p_scene && !module->parentModule() && !module->isPreview()) {
             roots.append(module);
         }
     }
-    // Without an index the scene's own order depends on addresses.
+    // As they are stacked; of equals the newest first. The scene's own order depends on addresses.
     std::stable_sort(
         roots.begin(), roots.end(), [](const supermodule* p_a, const supermodule* p_b) {
             return p_a->zValue() != p_b->zValue() ? p_a->zValue() > p_b->zValue()
@@ -74,14 +72,12 @@ QList<supermodule*> rootBlocks(const QGraphicsScene& p_scene)
     return roots;
 }
 
-void showProgramSlot(const QGraphicsScene& p_scene, const supermodule* p_preview, modulesId p_id)
+void showProgramSlot(const QGraphicsScene& p_scene, modulesId p_id)
 {
     // A chain belongs to one slot, so asking its root is enough.
     const QList<supermodule*> roots = rootBlocks(p_scene);
     for (supermodule* root : roots) {
-        if (root != p_preview) {
-            root->setVisibleTree(slotOf(root) == p_id);
-        }
+        root->setVisibleTree(slotOf(root) == p_id);
     }
     for (supermodule* root : qAsConst(taskModules)) {
         root->setVisibleTree(p_id == 0);

@@ -1,6 +1,6 @@
-#include "canvas/pastecommand.h"
+#include "document/pastecommand.h"
 
-#include "canvas/tzprogramview.h"
+#include "document/document.h"
 #include "modules/documentstate.h"
 #include "modules/moduleregistry.h"
 #include "modules/moduletree.h"
@@ -33,14 +33,14 @@ void letGoOfOthers(supermodule* p_head, const QVector<int>& p_pasted)
 
 namespace moduleUndoCommand
 {
-pasteCommand::pasteCommand(TzProgramView* p_view, const QString& p_text, int p_x, int p_y)
-    : m_view(p_view), m_text(p_text), m_x(p_x), m_y(p_y)
+pasteCommand::pasteCommand(Document& p_document, const QString& p_text, int p_x, int p_y)
+    : m_document(p_document), m_text(p_text), m_x(p_x), m_y(p_y)
 {
 }
 
 void pasteCommand::redo()
 {
-    documentModified = true;
+    m_document.setModified(true);
     QVector<QVector<int>> keysBefore;
     keysBefore.swap(m_keys);
     QDomDocument document;
@@ -51,7 +51,7 @@ void pasteCommand::redo()
     for (QDomElement base = document.documentElement().firstChildElement(baseNode); !base.isNull();
          base = base.nextSiblingElement(baseNode)) {
         supermodule* head =
-            buildChain(base.firstChildElement(QStringLiteral("module")), m_view->scene());
+            buildChain(base.firstChildElement(QStringLiteral("module")), &m_document.scene());
         if (!head) {
             continue;
         }
@@ -68,11 +68,11 @@ void pasteCommand::redo()
 
 void pasteCommand::undo()
 {
-    documentModified = true;
+    m_document.setModified(true);
     for (const QVector<int>& keys : qAsConst(m_keys)) {
         supermodule* head = moduleMap.value(keys.first());
         letGoOfOthers(head, keys);
-        m_view->removeModule(head);
+        m_document.removeModule(head);
     }
 }
 } // namespace moduleUndoCommand

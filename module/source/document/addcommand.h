@@ -2,7 +2,7 @@
 
 #include <QUndoCommand>
 
-class QGraphicsScene;
+class Document;
 
 namespace moduleUndoCommand
 {
@@ -11,13 +11,13 @@ namespace moduleUndoCommand
 class addCommand : public QUndoCommand
 {
 public:
-    addCommand(QGraphicsScene* p_scene, int p_x, int p_y, int p_id, int p_key);
+    addCommand(Document& p_document, int p_x, int p_y, int p_id, int p_key);
 
     void redo() override;
     void undo() override;
 
 private:
-    QGraphicsScene* m_scene;
+    Document& m_document;
     int m_x;
     int m_y;
     int m_id;

@@ -1,13 +1,12 @@
 #pragma once
 
-#include "canvas/moduleplace.h"
+#include "document/moduleplace.h"
+#include "document/treerecord.h"
 
-#include <QDomDocument>
 #include <QUndoCommand>
-#include <QVector>
 
+class Document;
 class supermodule;
-class TzProgramView;
 
 namespace moduleUndoCommand
 {
@@ -20,7 +19,7 @@ class deleteCommand : public QUndoCommand
 {
 public:
     /** p_place: the one that the block comes back to. */
-    deleteCommand(TzProgramView* p_view, supermodule* p_module, const ModulePlace& p_place);
+    deleteCommand(Document& p_document, supermodule* p_module, const ModulePlace& p_place);
 
     void redo() override;
     void undo() override;
@@ -28,11 +27,10 @@ public:
 private:
     bool hangAgain(supermodule* p_module) const;
 
-    TzProgramView* m_view;
+    Document& m_document;
     int m_key;
-    /** Of the block and of all under it: other commands know them by these. */
-    QVector<int> m_keys;
     ModulePlace m_place;
-    QDomDocument m_document;
+    TreeRecord m_record;
+    bool m_done = false;
 };
 } // namespace moduleUndoCommand

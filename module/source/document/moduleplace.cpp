@@ -1,4 +1,4 @@
-#include "canvas/moduleplace.h"
+#include "document/moduleplace.h"
 
 #include "modules/supermodule.h"
 

@@ -1,17 +1,15 @@
-#include "canvas/addcommand.h"
+#include "document/addcommand.h"
 
-#include "canvas/programslots.h"
+#include "document/document.h"
 #include "modules/catalogue/modulefactory.h"
 #include "modules/documentstate.h"
 #include "modules/moduleregistry.h"
 #include "modules/supermodule.h"
 
-#include <QGraphicsScene>
-
 namespace moduleUndoCommand
 {
-addCommand::addCommand(QGraphicsScene* p_scene, int p_x, int p_y, int p_id, int p_key)
-    : m_scene(p_scene), m_x(p_x), m_y(p_y), m_id(p_id), m_key(p_key)
+addCommand::addCommand(Document& p_document, int p_x, int p_y, int p_id, int p_key)
+    : m_document(p_document), m_x(p_x), m_y(p_y), m_id(p_id), m_key(p_key)
 {
 }
 
@@ -21,7 +19,7 @@ void addCommand::redo()
     if (!module) {
         return;
     }
-    module->enterScene(m_scene);
+    module->enterScene(&m_document.scene());
     module->setPos(m_x - module->boundingRect().width() / 2, m_y);
     supermodule* target = nullptr;
     int type = NoLink;
@@ -46,7 +44,7 @@ void addCommand::undo()
                 child->refreshOpacity();
             }
         }
-        m_scene->removeItem(module);
+        m_document.scene().removeItem(module);
         delete module;
     }
 }

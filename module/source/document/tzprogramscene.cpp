@@ -1,4 +1,4 @@
-#include "canvas/tzprogramscene.h"
+#include "document/tzprogramscene.h"
 
 #include "modules/catalogue/dragpayload.h"
 #include "modules/documentstate.h"
@@ -23,7 +23,7 @@ void tzprogramscene::clearItems(const QList<const QGraphicsItem*>& p_kept)
     const QVector<supermodule*> blocks = liveModules;
     for (supermodule* block : blocks) {
         // By identity, not by type: a file may hold a second block of the main block's type.
-        if (block->scene() == this && !p_kept.contains(block)) {
+        if (block->scene() == this && !block->isPreview() && !p_kept.contains(block)) {
             removeItem(block);
             delete block;
         }

@@ -4,7 +4,7 @@
 #include <QUndoCommand>
 #include <QVector>
 
-class TzProgramView;
+class Document;
 
 namespace moduleUndoCommand
 {
@@ -12,13 +12,13 @@ namespace moduleUndoCommand
 class pasteCommand : public QUndoCommand
 {
 public:
-    pasteCommand(TzProgramView* p_view, const QString& p_text, int p_x, int p_y);
+    pasteCommand(Document& p_document, const QString& p_text, int p_x, int p_y);
 
     void redo() override;
     void undo() override;
 
 private:
-    TzProgramView* m_view;
+    Document& m_document;
     QString m_text;
     int m_x;
     int m_y;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "canvas/modulesid.h"
+#include "document/modulesid.h"
 
 #include <QGraphicsScene>
 #include <QPair>
@@ -22,8 +22,8 @@ QString defaultSubProgramName(modulesId p_id);
 /** The slot that a block belongs to: its own type if it is a slot's root, else its ownid. */
 modulesId slotOf(const supermodule* p_module);
 
-/** The blocks of a scene without parent, in descending stacking order. */
+/** The program's blocks without parent in a scene, in descending stacking order. */
 QList<supermodule*> rootBlocks(const QGraphicsScene& p_scene);
 
 /** Shows the blocks of one slot, hides the others; tasks go with the main program. */
-void showProgramSlot(const QGraphicsScene& p_scene, const supermodule* p_preview, modulesId p_id);
+void showProgramSlot(const QGraphicsScene& p_scene, modulesId p_id);

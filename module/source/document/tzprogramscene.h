@@ -12,7 +12,7 @@ public:
     explicit tzprogramscene(QObject* p_parent = nullptr);
 
     QGraphicsPixmapItem& logo() { return m_logo; }
-    /** Deletes every block but those that the view keeps. Links to them must be gone. */
+    /** Deletes every block of the program but those to keep. Links to them must be gone. */
     void clearItems(const QList<const QGraphicsItem*>& p_kept);
 
 signals:

@@ -1,4 +1,4 @@
-#include "canvas/movecommand.h"
+#include "document/movecommand.h"
 
 #include "modules/documentstate.h"
 #include "modules/supermodule.h"
