@@ -11,7 +11,6 @@
 #include "modules/graphicsitem_param.h"
 #include "modules/mainmodule.h"
 #include "proj/controls/selectablebutton.h"
-#include "proj/controls/stylesheets.h"
 #include "project/projectfile.h"
 
 #include <QApplication>
