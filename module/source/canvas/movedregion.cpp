@@ -10,8 +10,12 @@
 
 namespace
 {
-/** How far what belongs to a block is painted beyond its rectangle: tabs, feet, frames. */
-const qreal s_margin = 45;
+/** How far what belongs to a block is painted beyond its rectangle: tabs, feet, drawers, frames. */
+const qreal s_margin = 80;
+/** How far a block paints its tab to the right of its rectangle. */
+const qreal s_tab = 25;
+/** What of a block's rectangle is painted along with its tab. */
+const qreal s_edge = 4;
 } // namespace
 
 MovedRegion::MovedRegion(QGraphicsView& p_view)
@@ -46,7 +50,37 @@ MovedRegion::~MovedRegion()
             add(place);
         }
     }
+    addEdgesOfTabs(region);
     m_view.viewport()->repaint(region);
+}
+
+void MovedRegion::addEdgesOfTabs(QRegion& p_region) const
+{
+    // The view leaves out an item whose rectangle lies outside the region, also if its tab doesn't.
+    const auto mapped = [this](const QRectF& p_rect) {
+        return m_view.mapFromScene(p_rect).boundingRect();
+    };
+    QVector<QRectF> places;
+    for (const supermodule* module : qAsConst(liveModules)) {
+        const QRectF place = placeInSight(module);
+        // Well inside: at the very edge the view rounds another way.
+        const QRectF inside = place.adjusted(s_edge, s_edge, -s_edge, -s_edge);
+        if (!place.isNull() && !p_region.intersects(mapped(inside))) {
+            places.append(place);
+        }
+    }
+    for (bool grown = true; grown;) {
+        grown = false;
+        for (QRectF& place : places) {
+            const QRectF tab(place.right(), place.top(), s_tab, place.height());
+            if (!place.isNull() && p_region.intersects(mapped(tab))) {
+                p_region += mapped(
+                    QRectF(place.right() - 2 * s_edge, place.top(), 2 * s_edge, place.height()));
+                place = QRectF();
+                grown = true;
+            }
+        }
+    }
 }
 
 QRectF MovedRegion::placeInSight(const supermodule* p_module) const

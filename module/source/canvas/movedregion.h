@@ -4,6 +4,7 @@
 #include <QVector>
 
 class QGraphicsView;
+class QRegion;
 class supermodule;
 
 /**
@@ -22,6 +23,7 @@ public:
 
 private:
     QRectF placeInSight(const supermodule* p_module) const;
+    void addEdgesOfTabs(QRegion& p_region) const;
 
     QGraphicsView& m_view;
     QRectF m_sight;
