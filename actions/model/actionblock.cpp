@@ -1,6 +1,6 @@
 #include "actions/model/actionblock.h"
 
-#include <QFile>
+#include "actions/model/servoangle.h"
 
 #include <algorithm>
 #include <cstring>
@@ -18,7 +18,7 @@ ActionStep clearedStep(qint16 p_runTime)
 {
     ActionStep step = {};
     step.runTime = p_runTime;
-    fillWith<quint16>(step.position, 512);
+    fillWith<quint16>(step.position, ServoCentre);
     fillWith<quint8>(step.servoMask, 0xFF);
     fillWith<quint8>(step.reserved, 0xFF);
     return step;
@@ -74,16 +74,6 @@ ActionTrailer buildActionTrailer()
     return trailer;
 }
 
-void appendActionTrailer(const QString& p_path)
-{
-    QFile file(p_path);
-    if (!file.open(QIODevice::Append)) {
-        return;
-    }
-    const ActionTrailer trailer = buildActionTrailer();
-    file.write(reinterpret_cast<const char*>(&trailer), sizeof trailer);
-}
-
 QByteArray actionPageName(const ActionBlock& p_block, int p_page)
 {
     Q_ASSERT(p_page >= 0 && p_page < actionPageCount);
@@ -93,14 +83,4 @@ QByteArray actionPageName(const ActionBlock& p_block, int p_page)
                         offsetof(ActionPage, name);
     const char* end = std::find(begin, image + sizeof p_block, '\0');
     return QByteArray(begin, static_cast<int>(end - begin));
-}
-
-int servoPositionToAngle(int p_position)
-{
-    return static_cast<int>((Q_INT64_C(512) - p_position) * 30000 / 888);
-}
-
-int angleToServoPosition(int p_angle)
-{
-    return static_cast<int>(p_angle * Q_INT64_C(-888) / 30000 + 512);
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QByteArray>
-#include <QString>
 #include <QtGlobal>
 
 #include <cstddef>
@@ -126,17 +125,8 @@ void resetActionBlock(ActionBlock& p_block);
 /** The trailer of a compiled program, always the same. */
 ActionTrailer buildActionTrailer();
 
-/** Appends the trailer to a file, creating it if need be. If it can't be opened nothing is done. */
-void appendActionTrailer(const QString& p_path);
-
 /**
  * The bytes of a page's name: from the name field up to the first zero byte. When the field is
  * full they run on into the next page, but never beyond the image. Page: 0 to 127.
  */
 QByteArray actionPageName(const ActionBlock& p_block, int p_page);
-
-/** A servo count as an angle in hundredths of a degree. Not clamped to -15000 to 15000. */
-int servoPositionToAngle(int p_position);
-
-/** An angle in hundredths of a degree as a servo count, 512 at the centre. Not clamped. */
-int angleToServoPosition(int p_angle);

@@ -1,10 +1,10 @@
 #include "proj/tzblockwidget.h"
 
 #include "modules/catalogue/blocktables.h"
-#include "modules/mousestate.h"
+#include "modules/catalogue/mousestate.h"
+#include "modules/chooser.h"
 #include "proj/binoverlay.h"
 #include "proj/blockpanel.h"
-#include "proj/controls/modulestyles.h"
 #include "proj/iconspanel.h"
 #include "proj/numberspanel.h"
 #include "proj/scale.h"
@@ -22,9 +22,6 @@
 
 namespace
 {
-// The word choosers that a block can ask for.
-enum PanelType : int { NotesPanel = 1, ServoIdsPanel = 2 };
-
 // The room that the scroll area's horizontal bar takes.
 const int s_scrollBarHeight = 16;
 
@@ -33,64 +30,15 @@ TabGeometry currentTabGeometry()
     return tabGeometryFor(QGuiApplication::primaryScreen()->availableSize());
 }
 
-QString expressionStyle()
+QMap<int, QStringList> entriesOf(ChooserKind p_kind)
 {
-    return twoPictureStyle(QStringLiteral(":/expression/expression_bg_nol_60x60.png"),
-                           QStringLiteral(":/expression/expression_bg_pre_60x60.png"), 0);
-}
-
-QString voiceStyle()
-{
-    // The blank in the names is meant.
-    return twoPictureStyle(QStringLiteral(":/voice/voice_bg_nol_60x60 .png"),
-                           QStringLiteral(":/voice/voice_bg_pre_60x60 .png"), 0);
-}
-
-QString servoIdStyle()
-{
-    return twoPictureStyle(QStringLiteral(":/move/servo_id_nol_60x60.png"),
-                           QStringLiteral(":/move/servo_id_pre_60x60.png"), 0);
-}
-
-QStringList noteNames()
-{
-    return {QStringLiteral("do (1)"), QStringLiteral("re (2)"), QStringLiteral("mi (3)"),
-            QStringLiteral("fa (4)"), QStringLiteral("so (5)"), QStringLiteral("la (6)"),
-            QStringLiteral("si (7)")};
-}
-
-QStringList servoIdNames()
-{
-    QStringList names;
-    for (int id = 1; id <= 18; ++id) {
-        names.append(QStringLiteral("ID-%1").arg(QString::asprintf("%02d", id)));
+    QMap<int, QStringList> entries;
+    const QMap<int, const Chooser*> choosers = allChoosers(p_kind);
+    for (auto it = choosers.cbegin(); it != choosers.cend(); ++it) {
+        entries.insert(it.key(), it.value()->allEntries());
     }
-    return names;
+    return entries;
 }
-
-/** A run of numbered pictures. */
-struct PictureRun {
-    int key;
-    int first;
-    int last;
-};
-
-QMap<int, QStringList> pictureMap(const QString& p_pattern, const QVector<PictureRun>& p_runs)
-{
-    QMap<int, QStringList> pictures;
-    for (const PictureRun& run : p_runs) {
-        for (int i = run.first; i <= run.last; ++i) {
-            pictures[run.key].append(p_pattern.arg(run.key).arg(i));
-        }
-    }
-    return pictures;
-}
-
-const QMap<int, QStringList> s_voicePictures =
-    pictureMap(QStringLiteral(":/voice/%1/%2.png"), {{1, 1, 5}, {2, 1, 6}, {3, 1, 2}, {4, 1, 4}});
-const QMap<int, QStringList> s_expressionPictures =
-    pictureMap(QStringLiteral(":/expression/%1/%2.png"),
-               {{1, 0, 12}, {2, 0, 4}, {3, 0, 9}, {4, 0, 25}, {5, 0, 11}});
 } // namespace
 
 TabGeometry tabGeometryFor(const QSize& p_available)
@@ -147,9 +95,17 @@ TzBlockWidget::~TzBlockWidget()
     }
 }
 
-const QMap<int, QStringList>& TzBlockWidget::voicePictures() { return s_voicePictures; }
+const QMap<int, QStringList>& TzBlockWidget::voicePictures()
+{
+    static const QMap<int, QStringList> s_pictures = entriesOf(ChooserKind::Sounds);
+    return s_pictures;
+}
 
-const QMap<int, QStringList>& TzBlockWidget::expressionPictures() { return s_expressionPictures; }
+const QMap<int, QStringList>& TzBlockWidget::expressionPictures()
+{
+    static const QMap<int, QStringList> s_pictures = entriesOf(ChooserKind::Symbols);
+    return s_pictures;
+}
 
 void TzBlockWidget::createFolders()
 {
@@ -237,27 +193,25 @@ void TzBlockWidget::OnShowNumKeyboardSignal(uint32_t p_numberOption)
     showChooser(new NumbersPanel(p_numberOption, m_scrollArea), &TzBlockWidget::SelectNumberSignal);
 }
 
-void TzBlockWidget::OnShowVoiceSignal(int n)
+void TzBlockWidget::showIcons(ChooserKind p_kind, int p_number)
 {
-    showChooser(new IconsPanel(s_voicePictures.value(n), voiceStyle(), m_scrollArea),
+    const Chooser* chooser = findChooser(p_kind, p_number);
+    showChooser(chooser ? new IconsPanel(chooser->allEntries(), chooser->styleSheet(), m_scrollArea)
+                        : new IconsPanel({}, QString(), m_scrollArea),
                 &TzBlockWidget::SelectNumberSignal);
 }
 
-void TzBlockWidget::OnShowExpressionSignal(int n)
-{
-    showChooser(new IconsPanel(s_expressionPictures.value(n), expressionStyle(), m_scrollArea),
-                &TzBlockWidget::SelectNumberSignal);
-}
+void TzBlockWidget::OnShowVoiceSignal(int n) { showIcons(ChooserKind::Sounds, n); }
+
+void TzBlockWidget::OnShowExpressionSignal(int n) { showIcons(ChooserKind::Symbols, n); }
 
 void TzBlockWidget::onShowPanelSignal(int p_panelType, int p_paramId)
 {
     m_panelParamId = p_paramId;
-    if (p_panelType == NotesPanel) {
-        showChooser(new TextsPanel(noteNames(), expressionStyle(), m_scrollArea),
-                    &TzBlockWidget::SelectNumberSignal);
-    } else if (p_panelType == ServoIdsPanel) {
-        showChooser(new TextsPanel(servoIdNames(), servoIdStyle(), m_scrollArea),
-                    &TzBlockWidget::onServoIdParamEdited);
+    if (const Chooser* chooser = findChooser(ChooserKind::Panel, p_panelType)) {
+        showChooser(new TextsPanel(chooser->allEntries(), chooser->styleSheet(), m_scrollArea),
+                    chooser->byParameter ? &TzBlockWidget::onServoIdParamEdited
+                                         : &TzBlockWidget::SelectNumberSignal);
     } else {
         showChooser(nullptr, nullptr);
     }

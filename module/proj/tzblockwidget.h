@@ -1,5 +1,6 @@
 #pragma once
 
+#include "modules/catalogue/choosers.h"
 #include "proj/tzlabel.h"
 
 #include <QList>
@@ -75,14 +76,14 @@ public slots:
     void OnProgramMouse(int p_type);
     /** Shows the number keyboard; the option's bits are those of KeyboardOption. */
     void OnShowNumKeyboardSignal(uint32_t p_numberOption);
-    /** Shows a voice chooser; an unknown key gives an empty one. */
+    /** Shows the chooser of a SoundSet; an unknown one gives an empty one. */
     void OnShowVoiceSignal(int n);
-    /** Shows an expression chooser; an unknown key gives an empty one. */
+    /** Shows the chooser of a SymbolSet; an unknown one gives an empty one. */
     void OnShowExpressionSignal(int n);
     void onFolderRelease();
     /**
-     * Shows the notes (1) or the servo ids (2). Any other type leaves the strip empty. A servo id
-     * comes back through editParamSignal() with p_paramId.
+     * Shows the panel of a PanelType: notes or servo ids. Any other type leaves the strip empty. A
+     * servo id comes back through editParamSignal() with p_paramId.
      */
     void onShowPanelSignal(int p_panelType, int p_paramId);
     void onServoIdParamEdited(int p_Index);
@@ -101,6 +102,8 @@ private:
     void colourBar(int p_category);
     void showBlocks();
     void removePanel();
+    /** Puts a chooser of pictures in the strip. */
+    void showIcons(ChooserKind p_kind, int p_number);
     /** Puts a chooser, or nothing, in the strip and sends its choices to p_receiver. */
     void showChooser(RowPanel* p_panel, void (TzBlockWidget::*p_receiver)(int));
     void endDrag(int p_dragIntoBin);

@@ -1,7 +1,7 @@
 #include "base/config.h"
 #include "base/programversion.h"
 #include "base/systemlanguage.h"
-#include "canvas/modulesid.h"
+#include "document/modulesid.h"
 #include "logging/logsetup.h"
 #include "shell/commandline.h"
 #include "shell/interfacelanguage.h"

@@ -1,7 +1,5 @@
 #include "actions/model/actionblock.h"
 
-#include <QFile>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <cstring>
@@ -137,36 +135,6 @@ private slots:
         QCOMPARE(actionPageName(guarded->block, 0), QByteArray(57472 - 40 - 422, 'n'));
     }
 
-    void anglesAndPositionsFollowTheRule_data()
-    {
-        QTest::addColumn<int>("angle");
-        QTest::addColumn<int>("position");
-        QTest::addColumn<int>("back");
-        QTest::newRow("150 degrees") << 15000 << 68 << 15000;
-        QTest::newRow("1 degree") << 100 << 510 << 67;
-        QTest::newRow("centre") << 0 << 512 << 0;
-        QTest::newRow("-1 degree") << -100 << 514 << -67;
-        QTest::newRow("-150 degrees") << -15000 << 956 << -15000;
-        QTest::newRow("under one count") << 33 << 512 << 0;
-        QTest::newRow("under one count below") << -33 << 512 << 0;
-    }
-
-    void anglesAndPositionsFollowTheRule()
-    {
-        QFETCH(int, angle);
-        QFETCH(int, position);
-        QFETCH(int, back);
-        QCOMPARE(angleToServoPosition(angle), position);
-        QCOMPARE(servoPositionToAngle(position), back);
-    }
-
-    void aPositionOutOfTheEditorsRangeIsNotClamped()
-    {
-        QCOMPARE(servoPositionToAngle(1000), -16486);
-        QCOMPARE(servoPositionToAngle(0), 17297);
-        QCOMPARE(servoPositionToAngle(65535), -2196722);
-    }
-
     void theTrailerIsAsToldByteByByte()
     {
         const ActionTrailer trailer = buildActionTrailer();
@@ -175,28 +143,6 @@ private slots:
                                     QByteArray(30, '\xFF');
         QCOMPARE(expected.size(), 64);
         QCOMPARE(QByteArray(reinterpret_cast<const char*>(&trailer), sizeof trailer), expected);
-    }
-
-    void theTrailerIsAppendedToAFile()
-    {
-        QTemporaryDir dir;
-        const QString path = dir.filePath("car.bin");
-        for (int times = 1; times <= 2; ++times) {
-            appendActionTrailer(path);
-            QFile file(path);
-            QVERIFY(file.open(QIODevice::ReadOnly));
-            const QByteArray content = file.readAll();
-            QCOMPARE(content.size(), 64 * times);
-            QVERIFY(content.right(64).startsWith("\x55\xAA\x5A\x5A"));
-        }
-    }
-
-    void aTrailerForAFileThatCannotBeOpenedIsSkipped()
-    {
-        QTemporaryDir dir;
-        appendActionTrailer(dir.filePath("none/car.bin"));
-        appendActionTrailer(dir.path());
-        QVERIFY(QDir(dir.path()).isEmpty());
     }
 };
 

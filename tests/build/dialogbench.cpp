@@ -101,8 +101,7 @@ std::unique_ptr<buildDialog> DialogBench::makeDialog()
     dialog->setPause(0);
     dialog->setFinishProgramFile([this](const QString& p_path) {
         m_finishedFiles.append(p_path);
-        m_actionWindow.appendActionBlock(p_path);
-        appendActionTrailer(p_path);
+        m_actions.appendTo(p_path, ActionTail::ImageAndTrailer);
     });
     return dialog;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "actions/editactionwindow.h"
+#include "actions/model/actionimage.h"
 #include "build/builddialog.h"
 #include "fakevolumes.h"
 
@@ -85,7 +85,7 @@ private:
     QTemporaryDir m_controller;
     QTemporaryDir m_second;
     std::shared_ptr<FakeVolumes> m_volumes;
-    editActionWindow m_actionWindow;
+    ActionImage m_actions;
     QStringList m_finishedFiles;
 };
 

@@ -1,4 +1,4 @@
-#include "canvas/clipboard.h"
+#include "document/clipboard.h"
 #include "modules/documentstate.h"
 #include "modules/mainmodule.h"
 #include "support/canvas/canvasfixture.h"

@@ -1,5 +1,6 @@
 #include "modules/catalogue/dragpayload.h"
 #include "modules/catalogue/modulefactory.h"
+#include "modules/catalogue/mousestate.h"
 #include "modules/documentstate.h"
 #include "modules/feedbackmodule.h"
 #include "modules/mainmodule.h"

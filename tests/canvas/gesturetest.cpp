@@ -1,4 +1,5 @@
-#include "canvas/tzprogramscene.h"
+#include "document/tzprogramscene.h"
+#include "modules/catalogue/mousestate.h"
 #include "modules/documentstate.h"
 #include "modules/feedbackmodule.h"
 #include "modules/graphicsitem_param.h"

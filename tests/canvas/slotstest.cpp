@@ -1,4 +1,4 @@
-#include "canvas/programslots.h"
+#include "document/programslots.h"
 #include "modules/documentstate.h"
 #include "modules/mainmodule.h"
 #include "support/canvas/canvasfixture.h"

@@ -1,5 +1,5 @@
-#include "canvas/modifycommand.h"
-#include "canvas/movecommand.h"
+#include "document/modifycommand.h"
+#include "document/movecommand.h"
 #include "modules/documentstate.h"
 #include "modules/mainmodule.h"
 #include "support/canvas/canvasfixture.h"

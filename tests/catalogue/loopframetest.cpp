@@ -1,4 +1,4 @@
-#include "canvas/tzprogramscene.h"
+#include "document/tzprogramscene.h"
 #include "modules/mainmodule.h"
 #include "modules/supermodule.h"
 #include "project/projectfile.h"

@@ -43,8 +43,6 @@ private slots:
     void aFileThatHoldsAnArrayReadsAsAnEmptyObject();
     void writingReplacesALongerFile();
     void elementsOfAnArrayThatAreNoTextsGiveEmptyTexts();
-    void theButtonStyleIsThreeRules();
-    void aPercentSignInAPictureStaysAsItIs();
     void aTextIsWrittenAsLatin1AndReplacesALongerFile();
     void whatCannotBeWrittenIsLostSilently();
     void randomNumbersCountFromTheLowest();
@@ -112,24 +110,6 @@ void CommonHelperTest::elementsOfAnArrayThatAreNoTextsGiveEmptyTexts()
 {
     const QJsonArray array{QStringLiteral("1.1.3"), 5, true};
     QCOMPARE(toStringList(array), QStringList({QStringLiteral("1.1.3"), QString(), QString()}));
-}
-
-void CommonHelperTest::theButtonStyleIsThreeRules()
-{
-    QCOMPARE(buttonStyleSheet(QStringLiteral(":/a.png"), QStringLiteral(":/b.png"),
-                              QStringLiteral(":/c.png"), QStringLiteral("white")),
-             QStringLiteral("QPushButton {color:white;border-image:url(:/a.png);}"
-                            "QPushButton:hover {border-image:url(:/b.png);}"
-                            "QPushButton:pressed {border-image:url(:/c.png);}"));
-}
-
-void CommonHelperTest::aPercentSignInAPictureStaysAsItIs()
-{
-    QCOMPARE(buttonStyleSheet(QStringLiteral("%2"), QStringLiteral("%1"), QStringLiteral("%3"),
-                              QStringLiteral("%1")),
-             QStringLiteral("QPushButton {color:%1;border-image:url(%2);}"
-                            "QPushButton:hover {border-image:url(%1);}"
-                            "QPushButton:pressed {border-image:url(%3);}"));
 }
 
 void CommonHelperTest::aTextIsWrittenAsLatin1AndReplacesALongerFile()

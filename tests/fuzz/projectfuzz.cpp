@@ -35,10 +35,10 @@ private:
 const QByteArray s_tail(ProjectTailSize, '\xa5');
 
 struct Bench {
-    Bench() : view(new TzProgramView)
+    Bench() : document(new Document), view(new TzProgramView(*document))
     {
         fuzzCheck(folder.isValid(), "there is no folder to work in");
-        view->setProgramNameHolder(&name);
+        document->setProgramNameHolder(&name);
         view->newProgram();
         view->resetDocument();
     }
@@ -46,7 +46,8 @@ struct Bench {
 
     QTemporaryDir folder;
     NameHolder name;
-    // Never deleted: it would outlive the application object. A pointer to it stays.
+    // Never deleted: they would outlive the application object. Pointers to them stay.
+    Document* document;
     TzProgramView* view;
 };
 

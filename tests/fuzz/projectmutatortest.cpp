@@ -37,8 +37,8 @@ int ProjectMutatorTest::open(const QByteArray& p_text) const
         return -1;
     }
     file.close();
-    QDomDocument document;
-    return readProject(file.fileName(), document);
+    ProjectContent project;
+    return readProject(file.fileName(), project);
 }
 
 void ProjectMutatorTest::theTagOfAChangedTextIsPutRight()

@@ -41,16 +41,16 @@ private:
 };
 
 /** A document put together by hand, with a main block of its own; all is put back at the end. */
-class Document
+class HandMade
 {
 public:
-    Document()
+    HandMade()
     {
         root = createModuleFromId(0);
         rootModules = {root};
         taskModules = {root};
     }
-    ~Document()
+    ~HandMade()
     {
         for (supermodule* each : qAsConst(m_owned)) {
             supermodule::deleteTree(each);
@@ -154,7 +154,7 @@ void GeneratorTest::initTestCase()
 
 void GeneratorTest::anEmptyProjectIsJustItsFrame()
 {
-    const Document document;
+    const HandMade document;
     const QString expected = joined({s_include, s_main, s_open, s_speeds, s_close});
     QCOMPARE(generateProjectCode(CCode), expected);
     QCOMPARE(generateVisibleCode(CCode), expected);
@@ -162,16 +162,16 @@ void GeneratorTest::anEmptyProjectIsJustItsFrame()
 
 void GeneratorTest::theWorkedExampleComesOutLineByLine()
 {
-    Document document;
-    Document::add(document.root, 100)->setParamIndex(0);
-    supermodule* endless = Document::add(document.root, 303);
+    HandMade document;
+    HandMade::add(document.root, 100)->setParamIndex(0);
+    supermodule* endless = HandMade::add(document.root, 303);
     endless->setLeftModule(createModuleFromId(103));
     // It uses the variable and says nothing.
     auto* user = new writingBlock(QString());
     user->names = {{0x1, 0}};
     endless->left()->appendModule(user);
     supermodule* task = document.chain();
-    Document::add(task, 101);
+    HandMade::add(task, 101);
     taskModules.insert(1, task);
     const QString expected = joined({s_include,
                                      {0, "int gi_1 = 0;"},
@@ -196,37 +196,37 @@ void GeneratorTest::theWorkedExampleComesOutLineByLine()
 
 void GeneratorTest::everyFragmentFollowsTheOneBeforeWithoutASeparator()
 {
-    Document document;
-    Document::add(document.root, new writingBlock(QStringLiteral("a;")));
-    Document::add(document.root, new writingBlock(QStringLiteral("b;\n")));
-    Document::add(document.root, new writingBlock(QStringLiteral("\nc;")));
-    Document::add(document.root, new writingBlock(QStringLiteral("d;")));
+    HandMade document;
+    HandMade::add(document.root, new writingBlock(QStringLiteral("a;")));
+    HandMade::add(document.root, new writingBlock(QStringLiteral("b;\n")));
+    HandMade::add(document.root, new writingBlock(QStringLiteral("\nc;")));
+    HandMade::add(document.root, new writingBlock(QStringLiteral("d;")));
     QCOMPARE(generateProjectCode(CCode),
              joined({s_include, s_main, s_open, s_speeds, {6, "a;b;"}, {6, "c;d;"}, s_close}));
 }
 
 void GeneratorTest::looseChainsAreNotInTheText()
 {
-    Document document;
+    HandMade document;
     supermodule* loose = document.chain(createModuleFromId(103));
-    Document::add(loose, 105);
+    HandMade::add(loose, 105);
     QCOMPARE(generateProjectCode(CCode), joined({s_include, s_main, s_open, s_speeds, s_close}));
 }
 
 void GeneratorTest::withNoVariableThereIsNoDeclaration()
 {
-    Document document;
-    Document::add(document.root, 103);
+    HandMade document;
+    HandMade::add(document.root, 103);
     QVERIFY(generateProjectCode(CCode).startsWith(
         QStringLiteral("#include \"vantrel.h\"\nvoid user_main()\n")));
 }
 
 void GeneratorTest::aVariableCountedTwiceIsDeclaredOnce()
 {
-    Document document;
+    HandMade document;
     auto* user = new writingBlock(QStringLiteral("a;\n"));
     user->names = {{0x1, 2}, {0x1, 2}};
-    Document::add(document.root, user);
+    HandMade::add(document.root, user);
     QCOMPARE(
         generateProjectCode(CCode),
         joined({s_include, {0, "int gi_3 = 0;"}, s_main, s_open, s_speeds, {6, "a;"}, s_close}));
@@ -234,11 +234,11 @@ void GeneratorTest::aVariableCountedTwiceIsDeclaredOnce()
 
 void GeneratorTest::aVariableOfATaskAloneIsDeclared()
 {
-    Document document;
+    HandMade document;
     supermodule* task = document.chain();
     auto* user = new writingBlock(QStringLiteral("t;\n"));
     user->names = {{0x2, 9}};
-    Document::add(task, user);
+    HandMade::add(task, user);
     taskModules.append(task);
     const QString expected = joined({s_include,
                                      {0, "float gf_10 = 0;"},
@@ -256,10 +256,10 @@ void GeneratorTest::aVariableOfATaskAloneIsDeclared()
 
 void GeneratorTest::declarationsOfAllKindsStandBetweenHeadAndProgram()
 {
-    Document document;
+    HandMade document;
     auto* user = new writingBlock(QStringLiteral("a;\n"));
     user->names = {{0x20000, 0}, {0x20, 1}, {0x2000000, 0}, {0x2000, 0}, {0x20, 0}};
-    Document::add(document.root, user);
+    HandMade::add(document.root, user);
     QCOMPARE(generateProjectCode(CCode), joined({s_include,
                                                  {0, "int button_1 = 0;"},
                                                  {0, "int button_2 = 0;"},
@@ -274,10 +274,10 @@ void GeneratorTest::declarationsOfAllKindsStandBetweenHeadAndProgram()
 
 void GeneratorTest::eachTextCountsItsVariablesAnew()
 {
-    Document document;
+    HandMade document;
     auto* user = new writingBlock(QStringLiteral("a;\n"));
     user->names = {{0x1, 0}};
-    Document::add(document.root, user);
+    HandMade::add(document.root, user);
     variableName(0x4, 5);
     QVERIFY(generateProjectCode(CCode).contains(QStringLiteral("int gi_1 = 0;")));
     QCOMPARE(variableUse.value(0x4).at(5), 0);
@@ -289,15 +289,15 @@ void GeneratorTest::eachTextCountsItsVariablesAnew()
 
 void GeneratorTest::tasksAreNumberedByTheirPlaceInTheList()
 {
-    Document document;
+    HandMade document;
     supermodule* older = document.chain();
-    Document::add(older, new writingBlock(QStringLiteral("older;\n")));
+    HandMade::add(older, new writingBlock(QStringLiteral("older;\n")));
     taskModules.insert(1, older);
     QVERIFY(generateProjectCode(CCode).contains(
         QStringLiteral("void user_task1()\n{\n      older;\n}\n")));
     // A new task comes in front of the older ones, which then have other numbers.
     supermodule* newer = document.chain();
-    Document::add(newer, new writingBlock(QStringLiteral("newer;\n")));
+    HandMade::add(newer, new writingBlock(QStringLiteral("newer;\n")));
     taskModules.insert(1, newer);
     QCOMPARE(generateProjectCode(CCode), joined({s_include,
                                                  s_main,
@@ -316,7 +316,7 @@ void GeneratorTest::tasksAreNumberedByTheirPlaceInTheList()
 
 void GeneratorTest::aTaskWithoutBlocksIsAnEmptyFrame()
 {
-    Document document;
+    HandMade document;
     taskModules.append(document.chain());
     QCOMPARE(generateProjectCode(CCode), joined({s_include,
                                                  s_main,
@@ -330,7 +330,7 @@ void GeneratorTest::aTaskWithoutBlocksIsAnEmptyFrame()
 
 void GeneratorTest::theTextOfATasksRootIsNotUsed()
 {
-    Document document;
+    HandMade document;
     auto* root = new writingBlock(QStringLiteral("never;\n"));
     root->names = {{0x1, 0}};
     taskModules.append(document.chain(root));
@@ -341,10 +341,10 @@ void GeneratorTest::theTextOfATasksRootIsNotUsed()
 
 void GeneratorTest::aBraceInAStringChangesTheDepthOfAllLinesAfterIt()
 {
-    Document document;
-    Document::add(document.root, new writingBlock(QStringLiteral("Printf(\"{\");\na;\n")));
+    HandMade document;
+    HandMade::add(document.root, new writingBlock(QStringLiteral("Printf(\"{\");\na;\n")));
     supermodule* task = document.chain();
-    Document::add(task, new writingBlock(QStringLiteral("t;\n")));
+    HandMade::add(task, new writingBlock(QStringLiteral("t;\n")));
     taskModules.append(task);
     QCOMPARE(generateProjectCode(CCode), joined({s_include,
                                                  s_main,
@@ -361,12 +361,12 @@ void GeneratorTest::aBraceInAStringChangesTheDepthOfAllLinesAfterIt()
 
 void GeneratorTest::subProgramsStandBeforeTheMainProgramWithTheirBrace()
 {
-    Document document;
+    HandMade document;
     supermodule* first = document.chain(new writingBlock(QStringLiteral("void first()\n{\n")));
-    Document::add(first, 101);
+    HandMade::add(first, 101);
     supermodule* second = document.chain(new writingBlock(QStringLiteral("void second()\n{\n")));
     rootModules = {document.root, first, second};
-    Document::add(document.root, 117);
+    HandMade::add(document.root, 117);
     QCOMPARE(generateProjectCode(CCode), joined({s_include,
                                                  {0, "void first()"},
                                                  {0, "{"},
@@ -384,9 +384,9 @@ void GeneratorTest::subProgramsStandBeforeTheMainProgramWithTheirBrace()
 
 void GeneratorTest::theVisibleTextHoldsTheShownSlotAndAllTasks()
 {
-    Document document;
+    HandMade document;
     supermodule* sub = document.chain(new writingBlock(QStringLiteral("void sub()\n{\n")));
-    Document::add(sub, 101);
+    HandMade::add(sub, 101);
     rootModules = {document.root, sub};
     supermodule* task = document.chain();
     taskModules.append(task);
@@ -407,13 +407,13 @@ void GeneratorTest::theVisibleTextHoldsTheShownSlotAndAllTasks()
 
 void GeneratorTest::theVisibleTextWithoutAVisibleRootIsHeadBraceAndTasks()
 {
-    Document document;
+    HandMade document;
     document.root->setVisible(false);
     QCOMPARE(generateVisibleCode(CCode), joined({s_include, {0, "}"}}));
     supermodule* task = document.chain();
     auto* user = new writingBlock(QStringLiteral("t;\n"));
     user->names = {{0x1, 0}};
-    Document::add(task, user);
+    HandMade::add(task, user);
     taskModules.append(task);
     // The lone brace takes the depth below zero, so that the task isn't indented.
     QCOMPARE(generateVisibleCode(CCode), joined({s_include,
@@ -427,13 +427,13 @@ void GeneratorTest::theVisibleTextWithoutAVisibleRootIsHeadBraceAndTasks()
 
 void GeneratorTest::closingBracesShareTheirLinesAsTheBlocksLeaveThem()
 {
-    Document document;
-    supermodule* counted = Document::add(document.root, 301);
+    HandMade document;
+    supermodule* counted = HandMade::add(document.root, 301);
     counted->setLeftModule(createModuleFromId(109));
-    Document::add(document.root, 106);
-    supermodule* until = Document::add(document.root, 307);
+    HandMade::add(document.root, 106);
+    supermodule* until = HandMade::add(document.root, 307);
     until->setLeftModule(createModuleFromId(109));
-    Document::add(document.root, 106);
+    HandMade::add(document.root, 106);
     QCOMPARE(generateProjectCode(CCode),
              joined({s_include,
                      s_main,
@@ -462,30 +462,30 @@ void GeneratorTest::anotherLanguageGivesAnEmptyText_data()
 void GeneratorTest::anotherLanguageGivesAnEmptyText()
 {
     QFETCH(int, language);
-    Document document;
-    Document::add(document.root, 103);
+    HandMade document;
+    HandMade::add(document.root, 103);
     QCOMPARE(generateProjectCode(language), QString());
     QCOMPARE(generateVisibleCode(language), QString());
 }
 
 void GeneratorTest::pythonOfAnyProjectIsItsHead()
 {
-    Document document;
+    HandMade document;
     QCOMPARE(generateProjectCode(PythonCode), QStringLiteral("import Vantrel\n"));
     for (const int id : {100, 104, 107, 301, 307, 309, 800, 900}) {
-        Document::add(document.root, id);
+        HandMade::add(document.root, id);
     }
-    Document::add(document.root, 303)->setLeftModule(createModuleFromId(103));
+    HandMade::add(document.root, 303)->setLeftModule(createModuleFromId(103));
     QCOMPARE(generateProjectCode(PythonCode), QStringLiteral("import Vantrel\n"));
     QCOMPARE(generateVisibleCode(PythonCode), QStringLiteral("import Vantrel\n"));
 }
 
 void GeneratorTest::pythonOfTheVisibleProgramAndOfTheProjectIsTheSame()
 {
-    Document document;
+    HandMade document;
     supermodule* sub = document.chain(createModuleFromId(104));
     rootModules = {document.root, sub};
-    Document::add(document.root, 103);
+    HandMade::add(document.root, 103);
     document.root->setVisible(false);
     QCOMPARE(generateVisibleCode(PythonCode), generateProjectCode(PythonCode));
     QCOMPARE(generateVisibleCode(PythonCode), QStringLiteral("import Vantrel\n"));
@@ -493,10 +493,10 @@ void GeneratorTest::pythonOfTheVisibleProgramAndOfTheProjectIsTheSame()
 
 void GeneratorTest::pythonOfAFragmentIsLaidOutWithoutBraces()
 {
-    Document document;
-    Document::add(document.root,
+    HandMade document;
+    HandMade::add(document.root,
                   new writingBlock(QString(), QStringLiteral("while x:\n{\nrun()\n}\n")));
-    Document::add(document.root, new writingBlock(QString(), QStringLiteral("stop()\n")));
+    HandMade::add(document.root, new writingBlock(QString(), QStringLiteral("stop()\n")));
     const QString expected = QStringLiteral("import Vantrel\nwhile x:\n      run()\nstop()\n");
     QCOMPARE(generateProjectCode(PythonCode), expected);
     QCOMPARE(generateVisibleCode(PythonCode), expected);
@@ -504,12 +504,12 @@ void GeneratorTest::pythonOfAFragmentIsLaidOutWithoutBraces()
 
 void GeneratorTest::pythonLeavesOutTasksAndDeclarations()
 {
-    Document document;
+    HandMade document;
     auto* user = new writingBlock(QStringLiteral("c;"), QStringLiteral("p()\n"));
     user->names = {{0x1, 0}};
-    Document::add(document.root, user);
+    HandMade::add(document.root, user);
     supermodule* task = document.chain();
-    Document::add(task, new writingBlock(QStringLiteral("t;"), QStringLiteral("t()\n")));
+    HandMade::add(task, new writingBlock(QStringLiteral("t;"), QStringLiteral("t()\n")));
     taskModules.append(task);
     variableName(0x1, 3);
     QCOMPARE(generateProjectCode(PythonCode), QStringLiteral("import Vantrel\np()\n"));
@@ -519,11 +519,11 @@ void GeneratorTest::pythonLeavesOutTasksAndDeclarations()
 
 void GeneratorTest::pythonPutsSubProgramsBeforeTheMainProgram()
 {
-    Document document;
+    HandMade document;
     supermodule* sub = document.chain(new writingBlock(QString(), QStringLiteral("def s():\n{\n")));
-    Document::add(sub, new writingBlock(QString(), QStringLiteral("a()\n}\n")));
+    HandMade::add(sub, new writingBlock(QString(), QStringLiteral("a()\n}\n")));
     rootModules = {document.root, sub};
-    Document::add(document.root, new writingBlock(QString(), QStringLiteral("s()\n")));
+    HandMade::add(document.root, new writingBlock(QString(), QStringLiteral("s()\n")));
     QCOMPARE(generateProjectCode(PythonCode),
              QStringLiteral("import Vantrel\ndef s():\n      a()\ns()\n"));
     QCOMPARE(generateVisibleCode(PythonCode), QStringLiteral("import Vantrel\ns()\n"));
@@ -534,9 +534,9 @@ void GeneratorTest::pythonPutsSubProgramsBeforeTheMainProgram()
 
 void GeneratorTest::pythonDropsLinesThatAreLeftBlank()
 {
-    Document document;
+    HandMade document;
     // A brace inside a line splits it, and what is left behind the inner one is blank.
-    Document::add(document.root,
+    HandMade::add(document.root,
                   new writingBlock(QString(), QStringLiteral("if a:\n{\nif b:\n{\nc()\n}   \n}\n"
                                                              "x{y\n")));
     QCOMPARE(generateProjectCode(PythonCode),

@@ -5,7 +5,7 @@ How this was made: what stands here was worked out by hand from what each block 
 speed that a position of a block means, the wheels that a drive turns, the sound behind a picture,
 the dots of a sign - and written down as tables of block and value on one side and the effect on
 the controller on the other. Nothing of it comes from Tiler: neither its tables nor its text is
-read here, and of the controller's own tables only that of the faces. A few lines of Python count
+read here, nor any of the controller's. A few lines of Python count
 on what effects leave behind: the four speeds and what a sensor said last.
 
     everyblock.py project FILE        writes the program as a project file
@@ -27,9 +27,9 @@ from xml.sax.saxutils import quoteattr
 from everyblocktables import *
 from tracecheck import Again, Comparison, Difference, Told, heard, show
 
-# Faces are the controller's own; their table lies beside its runtime.
+# Written down apart from the table that the pictures and the runtime are made from.
 FACES = {face["n"]: face for face in json.loads(
-    (pathlib.Path(__file__).resolve().parents[2] / "toolchain" / "faces.json")
+    (pathlib.Path(__file__).resolve().parents[1] / "toolchain" / "faces.json")
     .read_text("utf-8"))["faces"]}
 # The choices of the face block; the last ones only a file can hold.
 FACE_CHOICES = list(range(1, 13)) + [0, 13]

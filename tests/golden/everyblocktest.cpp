@@ -1,4 +1,4 @@
-#include "canvas/tzprogramscene.h"
+#include "document/tzprogramscene.h"
 #include "modules/catalogue/blocktables.h"
 #include "modules/catalogue/modulefactory.h"
 #include "modules/graphicsitem_param.h"
@@ -126,6 +126,8 @@ void EveryBlockTest::theProgramHasEveryChoiceOfThePopUps()
     QStringList missing;
     for (const auto& each : choosers) {
         graphicsItem_Param* popUp = graphicsItem_Param::shared(canvas.view.scene());
+        const std::unique_ptr<supermodule> owner(createModuleFromId(each.ids.first()));
+        popUp->setModule(owner.get());
         popUp->setMode(each.mode);
         QVERIFY(popUp->buttons().size() > 1);
         for (const int id : each.ids) {

@@ -1,3 +1,4 @@
+#include "modules/catalogue/parametermodule.h"
 #include "modules/documentstate.h"
 #include "parameterbench.h"
 #include "proj/controls/selectablebutton.h"
@@ -13,10 +14,10 @@
 namespace
 {
 /** Remembers the choices of the pop-up. */
-class recordingBlock : public supermodule
+class recordingBlock : public parameterModule
 {
 public:
-    recordingBlock() : supermodule(1000, QString(), QString(), QString()) {}
+    recordingBlock() : parameterModule(1000, QString(), QString(), QString()) {}
     QString cCode() const override { return QString(); }
     supermodule* clone() const override { return new recordingBlock; }
     void setParamIndex(int p_index) override { chosen.append(p_index); }
@@ -343,6 +344,8 @@ void BlockButtonsTest::aModeOfThePopUpShowsItsEntries()
     const ModeRow& row = modeRows().at(mode);
     QGraphicsScene scene;
     auto* popUp = new graphicsItem_Param(&scene, nullptr);
+    recordingBlock block;
+    popUp->setModule(&block);
     popUp->setVisible(false);
     popUp->setMode(mode);
     QVERIFY(popUp->isVisible());
@@ -423,6 +426,8 @@ void BlockButtonsTest::anUnknownModeShowsTheOldBackgroundWithoutEntries()
 {
     QGraphicsScene scene;
     auto* popUp = new graphicsItem_Param(&scene, nullptr);
+    recordingBlock block;
+    popUp->setModule(&block);
     popUp->setMode(1);
     const QRectF rect = popUp->boundingRect();
     QVERIFY(!rect.isEmpty());

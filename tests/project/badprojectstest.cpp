@@ -1,4 +1,4 @@
-#include "actions/model/actionblock.h"
+#include "actions/model/actionimage.h"
 #include "base/recentfiles.h"
 #include "modules/documentstate.h"
 #include "modules/mainmodule.h"
@@ -22,11 +22,7 @@ namespace
 {
 const quint32 s_seed = 20201217;
 
-QByteArray actionData()
-{
-    const ActionBlock image = builtActionBlock();
-    return QByteArray(reinterpret_cast<const char*>(&image), sizeof(image));
-}
+QByteArray actionData() { return ActionImage().bytes(); }
 
 QByteArray inProject(const QByteArray& p_content)
 {

@@ -1,4 +1,4 @@
-#include "canvas/tzprogramscene.h"
+#include "document/tzprogramscene.h"
 #include "modules/catalogue/blocktables.h"
 #include "modules/catalogue/modulefactory.h"
 #include "modules/documentstate.h"

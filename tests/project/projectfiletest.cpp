@@ -144,7 +144,7 @@ void ProjectFileTest::theFileIsTheTextThatTheTagCovers()
 {
     CanvasFixture canvas;
     NameHolder name;
-    canvas.view.setProgramNameHolder(&name);
+    canvas.document.setProgramNameHolder(&name);
     canvas.dropBehind(canvas.main(), 103);
     QVERIFY(canvas.view.saveFile(path()));
     QByteArray text = read(path());
@@ -161,7 +161,7 @@ void ProjectFileTest::theFileIsTheTextThatTheTagCovers()
     QDomDocument document;
     QVERIFY(document.setContent(text));
     QCOMPARE(checkTag(document.toByteArray(4)), tag.toUInt(nullptr, 16));
-    canvas.view.setProgramNameHolder(nullptr);
+    canvas.document.setProgramNameHolder(nullptr);
 }
 
 void ProjectFileTest::attributesStandInTheSameOrderInEveryRun()
@@ -383,7 +383,7 @@ void ProjectFileTest::theProgramsNameIsBroughtInWhateverItIs()
 {
     CanvasFixture canvas;
     NameHolder name;
-    canvas.view.setProgramNameHolder(&name);
+    canvas.document.setProgramNameHolder(&name);
     name.name = QString::fromUtf8("小车 <\"&> long name");
     QVERIFY(canvas.view.saveFile(path(), s_tail));
     name.name = QStringLiteral("other");
@@ -391,14 +391,14 @@ void ProjectFileTest::theProgramsNameIsBroughtInWhateverItIs()
     QCOMPARE(name.name, QString::fromUtf8("小车 <\"&> long name"));
     QCOMPARE(openText(canvas, QByteArray()), 0);
     QCOMPARE(name.name, QString());
-    canvas.view.setProgramNameHolder(nullptr);
+    canvas.document.setProgramNameHolder(nullptr);
 }
 
 void ProjectFileTest::aNameThatNoFileCanHoldDoesNotSpoilTheFile()
 {
     CanvasFixture canvas;
     NameHolder name;
-    canvas.view.setProgramNameHolder(&name);
+    canvas.document.setProgramNameHolder(&name);
     // A project can bring such codes in: as references they are read.
     write(path(),
           "<vantrel downname=\"a&#65535;&#65534;b&#55296;c&#56320;\xf0\x9f\x98\x80&#1;\"/>");
@@ -407,7 +407,7 @@ void ProjectFileTest::aNameThatNoFileCanHoldDoesNotSpoilTheFile()
     QVERIFY(canvas.view.saveFile(path("b.tlrx"), s_tail));
     QCOMPARE(canvas.view.openFile(path("b.tlrx")), 0);
     QCOMPARE(name.name, QString::fromUtf8("abc\xf0\x9f\x98\x80\x01"));
-    canvas.view.setProgramNameHolder(nullptr);
+    canvas.document.setProgramNameHolder(nullptr);
 }
 
 void ProjectFileTest::aMissingFileAsksWhetherItLeavesTheList()

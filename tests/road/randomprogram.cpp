@@ -1,6 +1,6 @@
 #include "randomprogram.h"
 
-#include "actions/editactionwindow.h"
+#include "actions/model/actionimage.h"
 #include "base/recentfiles.h"
 #include "modules/catalogue/blocktables.h"
 #include "modules/catalogue/modulefactory.h"
@@ -59,10 +59,10 @@ RandomProgram::RandomProgram(quint32 p_seed, const QString& p_folder)
     documentModified = false;
     m_window.toolBar()->setProgramName(QStringLiteral("P%1").arg(p_seed % 100000));
     // Poses of servos ride behind the program: any there may be.
-    auto& actions = const_cast<ActionBlock&>(m_window.actionWindow()->actionBlock());
-    for (ActionPage& page : actions.pages) {
-        page.repeat = static_cast<quint8>(below(256));
-        page.steps[below(actionStepCount)].runTime = static_cast<qint16>(below(30000));
+    ActionImage& actions = m_window.document().actions();
+    for (int page = 0; page < actionPageCount; ++page) {
+        actions.page(page)->repeat = static_cast<quint8>(below(256));
+        actions.step(page, below(actionStepCount))->runTime = static_cast<qint16>(below(30000));
     }
     m_model.add(0, m_view.mainBlock()->registryKey());
 }

@@ -1,4 +1,4 @@
-#include "actions/editactionwindow.h"
+#include "actions/model/actionimage.h"
 #include "modules/catalogue/modulefactory.h"
 #include "modules/documentstate.h"
 #include "modules/mainmodule.h"
@@ -70,8 +70,7 @@ QStringList RandomProgram::brokenTrip()
 {
     const QStringList chains = documentOutline(m_view, Telling::Parameters);
     const QString code = text();
-    const QByteArray actions(reinterpret_cast<const char*>(&m_window.actionWindow()->actionBlock()),
-                             ProjectTailSize);
+    const QByteArray actions = m_window.document().actions().bytes();
     QStringList broken;
     QList<QByteArray> files;
     for (int round = 0; round < 3 && broken.isEmpty(); ++round) {

@@ -11,6 +11,7 @@
 #include "support/system/paintwatch.h"
 #include "windowbench.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QLabel>
@@ -20,6 +21,8 @@
 #include <QTextBrowser>
 #include <QTimer>
 #include <QUrl>
+
+#include <algorithm>
 
 namespace
 {
@@ -235,8 +238,11 @@ const Wire s_wires[] = {
      [](WindowBench& b) {
          emit b.bar().chgToEditActionsSignal();
          QVERIFY(!b.window.isVisible());
-         QVERIFY(b.window.actionWindow()->isVisible());
-         QVERIFY(b.window.actionWindow()->isMaximized());
+         const QWidgetList windows = QApplication::topLevelWidgets();
+         const auto editor = std::find_if(windows.cbegin(), windows.cend(), [](QWidget* p_each) {
+             return qobject_cast<editActionWindow*>(p_each);
+         });
+         QVERIFY(editor != windows.cend() && (*editor)->isVisible() && (*editor)->isMaximized());
      }},
     {Bar, "appUpgradeSignal()", "More, Software Update, to a slot without effect",
      [](WindowBench& b) {

@@ -1,5 +1,4 @@
-#include "actions/editactionwindow.h"
-#include "actions/model/actionblock.h"
+#include "actions/model/actionimage.h"
 #include "base/recentfiles.h"
 #include "modules/documentstate.h"
 #include "modules/mainmodule.h"
@@ -94,10 +93,9 @@ void BadFilesTest::init()
     recentFiles.clear();
     // A saved project, and changes since then.
     addBlock(103);
-    ActionBlock image = builtActionBlock();
-    image.pages[3].nextPage = 7;
-    QVERIFY(view()->saveFile(path("mine.tlrx"),
-                             QByteArray(reinterpret_cast<const char*>(&image), sizeof(image))));
+    ActionImage image;
+    image.page(3)->nextPage = 7;
+    QVERIFY(view()->saveFile(path("mine.tlrx"), image.bytes()));
     documentModified = false;
     m_window->openPath(path("mine.tlrx"));
     addBlock(101);
@@ -156,11 +154,9 @@ void BadFilesTest::open(Way p_way, const QString& p_path)
 
 QStringList BadFilesTest::everything()
 {
-    const ActionBlock& image = m_window->actionWindow()->actionBlock();
     return documentPicture(*view())
            << m_window->fileName() << m_window->toolBar()->programName()
-           << QString::fromLatin1(
-                  QByteArray(reinterpret_cast<const char*>(&image), sizeof(image)).toHex());
+           << QString::fromLatin1(m_window->document().actions().bytes().toHex());
 }
 
 void BadFilesTest::aBadFileIsToldAndTheDocumentStays_data()
@@ -373,7 +369,7 @@ void BadFilesTest::aFailedSaveSaysNothingAndKeepsEverything()
     m_window->show();
     m_window->openPath(file);
     QCOMPARE(CanvasFixture::ids(view()->mainBlock()), (QList<int>{0, 103, 101, 104}));
-    QCOMPARE(int(m_window->actionWindow()->actionBlock().pages[3].nextPage), 7);
+    QCOMPARE(int(m_window->document().actions().page(3)->nextPage), 7);
 }
 
 void BadFilesTest::saveAsThatFailsKeepsTheOldName()
@@ -392,10 +388,10 @@ void BadFilesTest::aProjectThatIsMadeOnTheCanvasComesBackWithItsActions()
     QCOMPARE(m_window->OnSaveFile(), 0);
     QVERIFY(!documentModified);
     m_window->OnNewFile();
-    QCOMPARE(int(m_window->actionWindow()->actionBlock().pages[3].nextPage), 0);
+    QCOMPARE(int(m_window->document().actions().page(3)->nextPage), 0);
     m_window->openPath(path("mine.tlrx"));
     QCOMPARE(CanvasFixture::ids(view()->mainBlock()), (QList<int>{0, 103, 101}));
-    QCOMPARE(int(m_window->actionWindow()->actionBlock().pages[3].nextPage), 7);
+    QCOMPARE(int(m_window->document().actions().page(3)->nextPage), 7);
 }
 
 QTEST_MAIN(BadFilesTest)

@@ -1,6 +1,6 @@
 #include "shell/mainwindow.h"
 #include "actions/editactionwindow.h"
-#include "actions/model/actionblock.h"
+#include "actions/model/actionimage.h"
 #include "base/recentfiles.h"
 #include "modules/documentstate.h"
 #include "modules/mainmodule.h"
@@ -63,15 +63,23 @@ private slots:
     void savingAsksForANameOnceAndThenNoMore();
     void aNameTypedWithoutTheEndingGetsIt();
     void saveAsTakesTheNewName();
+    void saveTakesTheWindowsMarkAwayAndSaveAsLeavesIt();
     void aSavedProjectEndsInTheActionDataAndResavingReplacesIt();
     void openingTellsWhatWentWrong();
     void openingLoadsProgramAndActionData();
+    void theLastBytesOfAFileAreItsActionData_data();
+    void theLastBytesOfAFileAreItsActionData();
+    void aFileThatIsRefusedLeavesTheActionData();
     void openingAsksAboutUnsavedChangesFirst();
     void aSuffixInCapitalsIsNotOpened();
     void codeFilesAreNotOpened();
     void aDroppedProjectIsOpenedAfterTheQuestion();
     void newWithNoChangesKeepsNoNameAndShowsUntitled();
-    void newResetsTheActionData();
+    void newResetsOnlyActionDataThatWasNeeded_data();
+    void newResetsOnlyActionDataThatWasNeeded();
+    void writtenOrNewActionDataCountsAsUnmodified_data();
+    void writtenOrNewActionDataCountsAsUnmodified();
+    void onlyTheActionEditorsButtonMakesItsWindow();
     void pressingShowCodeTwiceHidesThePane();
     void pressingCThenPythonKeepsThePaneWithTheOtherText();
     void thePaneFollowsADrop();
@@ -87,9 +95,66 @@ private:
     {
         return m_dir->filePath(QLatin1String(p_name));
     }
+    void use(const QString& p_name);
+
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<MainWindow> m_window;
 };
+
+/** One of the uses that the window has for the action data, or close by. */
+void MainWindowTest::use(const QString& p_name)
+{
+    const QString temporary = QCoreApplication::applicationDirPath() + QStringLiteral("/temp.tlrx");
+    const QHash<QString, std::function<void()>> uses{
+        {"new", [this] { m_window->OnNewFile(); }},
+        {"save",
+         [this] {
+             Answers answers(m_window->fileName().isEmpty() ? QVariantList{path("use.tlrx")}
+                                                            : QVariantList());
+             QCOMPARE(m_window->OnSaveFile(), 0);
+         }},
+        {"save as",
+         [this] {
+             Answers answers({path("as.tlrx")});
+             m_window->OnSaveAsFile();
+             QVERIFY(QFileInfo::exists(path("as.tlrx")));
+         }},
+        {"a failed save",
+         [this] {
+             Answers answers({path("none/use.tlrx")});
+             QCOMPARE(m_window->OnSaveFile(), 1);
+         }},
+        {"open",
+         [this] {
+             QVERIFY(m_window->view()->saveFile(path("other.tlrx"), ActionImage().bytes()));
+             m_window->openPath(path("other.tlrx"));
+             QCOMPARE(m_window->fileName(), path("other.tlrx"));
+         }},
+        {"open a bad file",
+         [this] {
+             QFile bad(path("bad.tlrx"));
+             QVERIFY(bad.open(QIODevice::WriteOnly));
+             Answers answers({0});
+             m_window->openPath(path("bad.tlrx"));
+             QVERIFY(answers.allUsed());
+         }},
+        {"download",
+         [this] {
+             // Nothing is built: only what the window does before that counts.
+             m_window->view()->setBuildRunner([](const QString&, int) {});
+             m_window->onDownLoad(QString());
+         }},
+        {"compile", [this] { m_window->appendCompiledData(path("use.bin")); }},
+        {"save the temporary file",
+         [this, temporary] {
+             m_window->OnAutoSaveFile();
+             QVERIFY(QFile::remove(temporary));
+         }},
+        {"edit actions", [this] { m_window->OnEditActions(); }},
+    };
+    QVERIFY2(uses.contains(p_name), qPrintable(p_name));
+    uses.value(p_name)();
+}
 
 void MainWindowTest::init()
 {
@@ -225,9 +290,23 @@ void MainWindowTest::saveAsTakesTheNewName()
     m_window->OnSaveAsFile();
     QCOMPARE(Answers::said(), QStringList{QStringLiteral("Save File")});
     QCOMPARE(m_window->fileName(), path("b.tlrx"));
+    QVERIFY(m_window->windowTitle().endsWith(path("b.tlrx") + QStringLiteral("[*]")));
     QVERIFY(!documentModified);
     m_window->OnSaveAsFile();
     QCOMPARE(m_window->fileName(), path("b.tlrx"));
+}
+
+void MainWindowTest::saveTakesTheWindowsMarkAwayAndSaveAsLeavesIt()
+{
+    addBlock(*m_window, 103);
+    QVERIFY(m_window->isWindowModified());
+    use(QStringLiteral("a failed save"));
+    QVERIFY(m_window->isWindowModified());
+    use(QStringLiteral("save as"));
+    QVERIFY(!documentModified);
+    QVERIFY(m_window->isWindowModified());
+    use(QStringLiteral("save"));
+    QVERIFY(!m_window->isWindowModified());
 }
 
 void MainWindowTest::aSavedProjectEndsInTheActionDataAndResavingReplacesIt()
@@ -241,8 +320,7 @@ void MainWindowTest::aSavedProjectEndsInTheActionDataAndResavingReplacesIt()
     QFile file(path());
     QVERIFY(file.open(QIODevice::ReadOnly));
     file.seek(size - ProjectTailSize);
-    const ActionBlock built = builtActionBlock();
-    QCOMPARE(file.readAll(), QByteArray(reinterpret_cast<const char*>(&built), sizeof(built)));
+    QCOMPARE(file.readAll(), ActionImage().bytes());
 }
 
 void MainWindowTest::openingTellsWhatWentWrong()
@@ -275,18 +353,76 @@ void MainWindowTest::openingTellsWhatWentWrong()
 void MainWindowTest::openingLoadsProgramAndActionData()
 {
     addBlock(*m_window, 104);
-    ActionBlock image = builtActionBlock();
-    image.pages[3].nextPage = 7;
-    QVERIFY(m_window->view()->saveFile(
-        path(), QByteArray(reinterpret_cast<const char*>(&image), sizeof(image))));
+    ActionImage image;
+    image.page(3)->nextPage = 7;
+    QVERIFY(m_window->view()->saveFile(path(), image.bytes()));
     documentModified = false;
     m_window->OnNewFile();
     QCOMPARE(program(*m_window), QList<int>{0});
     m_window->openPath(path());
     QCOMPARE(program(*m_window), (QList<int>{0, 104}));
-    QCOMPARE(int(m_window->actionWindow()->actionBlock().pages[3].nextPage), 7);
+    QCOMPARE(int(m_window->document().actions().page(3)->nextPage), 7);
     QCOMPARE(m_window->fileName(), path());
     QVERIFY(!documentModified);
+}
+
+void MainWindowTest::theLastBytesOfAFileAreItsActionData_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<int>("nextPage");
+    QTest::addColumn<int>("runTime");
+    QTest::addColumn<bool>("modified");
+    const QByteArray text = "<vantrel/>\n";
+    const QByteArray longText = "<vantrel><!--" + QByteArray(57472, 'x') + "--></vantrel>\n";
+    ActionImage image;
+    image.page(3)->nextPage = 9;
+    const QByteArray actions = image.bytes();
+    QByteArray marked = actions;
+    marked[5] = 1;
+    QTest::newRow("behind the text") << text + actions << 9 << 50 << false;
+    QTest::newRow("behind a long text") << longText + actions << 9 << 50 << false;
+    QTest::newRow("with a format mark") << text + marked << 0 << 100 << false;
+    QTest::newRow("none, and the file is smaller") << text << 7 << 50 << true;
+    const QByteArray asLarge = text + QByteArray(57472 - text.size(), ' ');
+    QTest::newRow("none, one byte too few") << asLarge.left(57471) << 7 << 50 << true;
+    QTest::newRow("none, and the text is as large") << asLarge << 0 << 100 << false;
+    QTest::newRow("none, and the text is larger") << longText << 0 << 100 << false;
+}
+
+void MainWindowTest::theLastBytesOfAFileAreItsActionData()
+{
+    QFETCH(QByteArray, file);
+    QFETCH(int, nextPage);
+    QFETCH(int, runTime);
+    QFETCH(bool, modified);
+    QFile out(path());
+    QVERIFY(out.open(QIODevice::WriteOnly));
+    out.write(file);
+    out.close();
+    m_window->document().actions().page(3)->nextPage = 7;
+    m_window->document().actions().setModified(true);
+    m_window->openPath(path());
+    QCOMPARE(m_window->fileName(), path());
+    QCOMPARE(int(m_window->document().actions().page(3)->nextPage), nextPage);
+    QCOMPARE(int(m_window->document().actions().step(0, 0)->runTime), runTime);
+    QCOMPARE(m_window->document().actions().isModified(), modified);
+}
+
+void MainWindowTest::aFileThatIsRefusedLeavesTheActionData()
+{
+    m_window->document().actions().page(3)->nextPage = 7;
+    m_window->document().actions().setModified(true);
+    for (const char* text : {"no project", "<vantrel><tagCheck value=\"1\"/></vantrel>"}) {
+        QFile out(path());
+        QVERIFY(out.open(QIODevice::WriteOnly));
+        out.write(text + ActionImage().bytes());
+        out.close();
+        Answers answers({0});
+        m_window->openPath(path());
+        QVERIFY(answers.allUsed());
+        QCOMPARE(int(m_window->document().actions().page(3)->nextPage), 7);
+        QVERIFY(m_window->document().actions().isModified());
+    }
 }
 
 void MainWindowTest::openingAsksAboutUnsavedChangesFirst()
@@ -351,11 +487,81 @@ void MainWindowTest::newWithNoChangesKeepsNoNameAndShowsUntitled()
     QCOMPARE(nextModuleKey, 1);
 }
 
-void MainWindowTest::newResetsTheActionData()
+void MainWindowTest::newResetsOnlyActionDataThatWasNeeded_data()
 {
-    QCOMPARE(int(m_window->actionWindow()->actionBlock().pages[0].steps[0].runTime), 50);
+    QTest::addColumn<QStringList>("uses");
+    QTest::addColumn<int>("runTime");
+    QTest::newRow("none") << QStringList() << 50;
+    QTest::newRow("twice new") << QStringList{"new"} << 50;
+    QTest::newRow("a refused file") << QStringList{"open a bad file"} << 50;
+    QTest::newRow("a failed save") << QStringList{"a failed save"} << 50;
+    for (const char* use : {"save", "save as", "open", "download", "compile",
+                            "save the temporary file", "edit actions"}) {
+        QTest::newRow(use) << QStringList{use} << 100;
+    }
+    QTest::newRow("new, save") << QStringList{"new", "save"} << 100;
+}
+
+void MainWindowTest::newResetsOnlyActionDataThatWasNeeded()
+{
+    QFETCH(QStringList, uses);
+    QFETCH(int, runTime);
+    for (const QString& name : uses) {
+        use(name);
+    }
     m_window->OnNewFile();
-    QCOMPARE(int(m_window->actionWindow()->actionBlock().pages[0].steps[0].runTime), 100);
+    QCOMPARE(int(m_window->document().actions().step(0, 0)->runTime), runTime);
+    QCOMPARE(int(m_window->document().actions().step(127, 7)->runTime), runTime);
+}
+
+void MainWindowTest::writtenOrNewActionDataCountsAsUnmodified_data()
+{
+    QTest::addColumn<bool>("modified");
+    for (const char* use :
+         {"save", "save as", "open", "compile", "save the temporary file", "new"}) {
+        QTest::newRow(use) << false;
+    }
+    for (const char* use : {"a failed save", "open a bad file", "download", "edit actions"}) {
+        QTest::newRow(use) << true;
+    }
+}
+
+void MainWindowTest::writtenOrNewActionDataCountsAsUnmodified()
+{
+    QFETCH(bool, modified);
+    m_window->document().actions().setModified(true);
+    use(QString::fromUtf8(QTest::currentDataTag()));
+    QCOMPARE(m_window->document().actions().isModified(), modified);
+}
+
+void MainWindowTest::onlyTheActionEditorsButtonMakesItsWindow()
+{
+    const auto editors = [] {
+        QList<QWidget*> found;
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            if (qobject_cast<editActionWindow*>(widget)) {
+                found << widget;
+            }
+        }
+        return found;
+    };
+    for (const char* name : {"a failed save", "save", "save as", "open", "open a bad file",
+                             "download", "compile", "save the temporary file", "new"}) {
+        use(QLatin1String(name));
+        QVERIFY2(editors().isEmpty(), name);
+    }
+    m_window->document().actions().page(3)->nextPage = 7;
+    use(QStringLiteral("edit actions"));
+    QCOMPARE(editors().size(), 1);
+    QVERIFY(editors().first()->isMaximized());
+    QVERIFY(editors().first()->isVisible());
+    QVERIFY(!m_window->isVisible());
+    // It shows the document's own image: no other one is made, and it is shown again.
+    QCOMPARE(int(m_window->document().actions().page(3)->nextPage), 7);
+    static_cast<editActionWindow*>(editors().first())->resetActionBlock();
+    QCOMPARE(int(m_window->document().actions().page(3)->nextPage), 0);
+    use(QStringLiteral("edit actions"));
+    QCOMPARE(editors().size(), 1);
 }
 
 void MainWindowTest::pressingShowCodeTwiceHidesThePane()

@@ -201,11 +201,11 @@ QStringList RandomUser::brokenRoundTrip(bool p_reopen)
         return {QStringLiteral("the project can't be saved")};
     }
     const QByteArray first = read(path);
-    QDomDocument document;
-    if (readProject(path, document) != ProjectOpened) {
+    ProjectContent project;
+    if (readProject(path, project) != ProjectOpened) {
         return {QStringLiteral("the saved project can't be read")};
     }
-    if (document.elementsByTagName(QStringLiteral("module")).size() != count) {
+    if (project.document.elementsByTagName(QStringLiteral("module")).size() != count) {
         return {QStringLiteral("the saved project has other blocks")};
     }
     if (!p_reopen) {

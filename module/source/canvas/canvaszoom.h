@@ -6,5 +6,20 @@
  */
 double screenScale(int p_width);
 
-/** A zoom factor held to exact tenths: sums of 0.1 in binary drift away from them. */
-double zoomTenths(double p_factor);
+/** The user's zoom: 0.5 to 2.0 in exact tenths, on top of what the screen asks for. */
+class CanvasZoom
+{
+public:
+    /** The user's factor, 1.0 at first. */
+    double factor() const { return m_factor; }
+    /** Goes back to 1.0. */
+    void reset() { m_factor = 1.0; }
+    /**
+     * Goes |p_scale| tenths up or down. False at a limit: the factor is stored then, but the
+     * picture is to stay as it was.
+     */
+    bool step(int p_scale);
+
+private:
+    double m_factor = 1.0;
+};

@@ -1,23 +1,27 @@
 #include "canvas/tzprogramview.h"
 
-#include "base/commonhelper.h"
 #include "base/recentfiles.h"
-#include "canvas/addcommand.h"
-#include "canvas/canvaszoom.h"
-#include "canvas/deletecommand.h"
-#include "canvas/programslots.h"
-#include "canvas/tzprogramscene.h"
+#include "base/tilerlog.h"
 #include "generator/codegenerator.h"
 #include "generator/usermainfile.h"
+#include "modules/catalogue/dragpayload.h"
+#include "modules/catalogue/mousestate.h"
 #include "modules/documentstate.h"
 #include "modules/feedbackmodule.h"
+#include "modules/graphicsitem_param.h"
 #include "modules/mainmodule.h"
-#include "modules/moduleregistry.h"
+#include "proj/controls/selectablebutton.h"
+#include "project/projectfile.h"
 
 #include <QApplication>
+#include <QDebug>
+#include <QDragEnterEvent>
+#include <QKeyEvent>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QScreen>
 #include <QScrollBar>
+#include <QUrl>
 #include <QWheelEvent>
 
 QPointer<TzProgramView> programView;
@@ -28,12 +32,21 @@ const QRectF s_sceneRect(0, 0, 10000, 10000);
 /** Height of the strip at the lower edge where the wheel scrolls sideways, and of its free end. */
 const int s_wheelStrip = 100;
 const int s_wheelStripMilliseconds = 1000;
+/** A block whose left edge lies this far left of the press, or further, isn't meant by it. */
+const qreal s_reach = 400;
+const qreal s_sameCoordinate = 1e-12;
 
 double s_zoomBase = 0.0;
 } // namespace
 
-TzProgramView::TzProgramView(QWidget* p_parent)
-    : QGraphicsView(p_parent), m_backgroundPicture(QStringLiteral(":/bg 1186x674.png"))
+TzProgramView::TzProgramView(Document& p_document, QWidget* p_parent)
+    : QGraphicsView(p_parent),
+      m_document(p_document),
+      m_preview(p_document.scene(), p_document.mainBlock()),
+      m_drag(p_document, m_preview),
+      m_paletteDrag(p_document.scene(), m_preview),
+      m_clipboard(p_document),
+      m_backgroundPicture(QStringLiteral(":/bg 1186x674.png"))
 {
     setAcceptDrops(true);
     setDragMode(ScrollHandDrag);
@@ -46,73 +59,78 @@ TzProgramView::TzProgramView(QWidget* p_parent)
     setUpScene();
     s_zoomBase = screenScale(QGuiApplication::primaryScreen()->availableSize().width()) - 1.0;
     zoomView(0);
-    setUpMenu();
-
+    addAction(undoStack().createUndoAction(this, QString()));
+    addAction(undoStack().createRedoAction(this, QString()));
     programView = this;
     setModuleHost(this);
-    m_feedback = new FeedbackModule;
-    m_feedback->createCollisions();
-    m_feedback->hide();
-    m_scene->addItem(m_feedback);
-
-    connect(QGuiApplication::clipboard(), &QClipboard::changed, this,
-            &TzProgramView::OnClipboardChanged);
     readRecentFiles(recentFilesPath());
-
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_wheelReactArea = new QWidget(this);
-    m_wheelReactArea->setStyleSheet(QStringLiteral(
-        "QWidget {border: none; background: rgba(0,0,0, 10%); border-radius: 10px;}"));
-    m_wheelReactArea->setAttribute(Qt::WA_TransparentForMouseEvents);
-    m_wheelReactArea->hide();
-    m_wheelReactTimer = new QTimer(this);
-    m_wheelReactTimer->setSingleShot(true);
-    connect(m_wheelReactTimer, &QTimer::timeout, this, &TzProgramView::onWheelReactAreaHide);
+    setUpWheelStrip();
+    connect(&m_document, &Document::changed, this, &TzProgramView::onDocumentChanged);
 }
 
 TzProgramView::~TzProgramView()
 {
     writeRecentFiles(recentFilesPath());
-    m_undoStack.clear();
     setModuleHost(nullptr);
-    // The blocks die here, while all that they take leave of is still there.
-    m_scene->clearItems({});
-    ModuleRegistry::clear();
 }
 
 void TzProgramView::setUpScene()
 {
-    m_scene = new tzprogramscene(this);
-    m_scene->setSceneRect(s_sceneRect);
-    setScene(m_scene);
-    connect(m_scene, &tzprogramscene::addModuleSignal, this, &TzProgramView::addModule);
+    m_document.scene().setSceneRect(s_sceneRect);
+    setScene(&m_document.scene());
+    connect(&m_document.scene(), &tzprogramscene::addModuleSignal, this, &TzProgramView::addModule);
+    // A block's knob stands out of the frame that is painted when the block comes or goes.
+    connect(&undoStack(), &QUndoStack::indexChanged, scene(), [this] { scene()->update(); });
     centreLogo();
-
-    const QString path = QStringLiteral(":/main.png");
-    m_mainModule = new mainModule(0, path, path, QCoreApplication::translate("QObject", "主程序"));
-    m_mainModule->enterScene(m_scene);
-    const int blockHeight = static_cast<int>(m_mainModule->boundingRect().height());
-    m_mainModule->setPos(mapToScene(50, viewport()->height() / 2 - blockHeight / 2).toPoint());
-    rootModules.append(m_mainModule);
-    taskModules.append(m_mainModule);
-    m_mainModule->moduleKey = ModuleRegistry::add(m_mainModule);
+    const int blockHeight = static_cast<int>(mainBlock()->boundingRect().height());
+    mainBlock()->setPos(mapToScene(50, viewport()->height() / 2 - blockHeight / 2).toPoint());
 }
 
-void TzProgramView::setUpMenu()
+void TzProgramView::setUpWheelStrip()
 {
-    m_actCopy = m_menu.addAction(tr("复制"), this, &TzProgramView::OnCopy, QKeySequence::Copy);
-    m_actPaste = m_menu.addAction(tr("黏贴"), this, &TzProgramView::OnPaste, QKeySequence::Paste);
-    m_actCopyAndPaste = m_menu.addAction(tr("复制并黏贴"), this, &TzProgramView::OnCopyAndPaste);
-    m_actUndoCopy = m_menu.addAction(tr("取消复制"), this, &TzProgramView::OnUndoCopy);
-    m_actDelete = m_menu.addAction(tr("删除"), this, &TzProgramView::OnDelItem);
-    m_actUndo = m_undoStack.createUndoAction(this, QString());
-    m_actRedo = m_undoStack.createRedoAction(this, QString());
-    // A block's knob stands out of the frame that is painted when the block comes or goes.
-    connect(&m_undoStack, &QUndoStack::indexChanged, m_scene, [this] { m_scene->update(); });
-    addAction(m_actUndo);
-    addAction(m_actRedo);
-    m_menu.setStyleSheet(menuStyleSheet());
+    m_wheelReactArea = new QWidget(this);
+    m_wheelReactArea->setStyleSheet(QStringLiteral(
+        "QWidget {border: none; background: rgba(0,0,0, 10%); border-radius: 10px;}"));
+    m_wheelReactArea->setAttribute(Qt::WA_TransparentForMouseEvents);
+    m_wheelReactArea->hide();
+    m_wheelReactTimer.setSingleShot(true);
+    connect(&m_wheelReactTimer, &QTimer::timeout, this, &TzProgramView::onWheelReactAreaHide);
+}
+
+void TzProgramView::onDocumentChanged(const DocumentChange& p_change)
+{
+    switch (p_change.kind) {
+    case DocumentChange::Preparing:
+        finishDrag();
+        break;
+    case DocumentChange::Removing:
+        m_preview.hide();
+        m_drag.forget();
+        m_current.clear();
+        if (p_change.module) {
+            m_clipboard.removing(p_change.module);
+        } else {
+            m_clipboard.forget();
+            if (graphicsItem_Param* popUp = graphicsItem_Param::existing()) {
+                popUp->setVisible(false);
+            }
+        }
+        break;
+    case DocumentChange::SlotShown:
+        if (const supermodule* root = firstVisibleRoot()) {
+            centerOn(root);
+        }
+        emit moduleUpdateSignal();
+        break;
+    case DocumentChange::Content:
+        emit moduleUpdateSignal();
+        break;
+    case DocumentChange::RecentFiles:
+        emit updateRecentMenuSignal();
+        break;
+    }
 }
 
 double TzProgramView::zoomBase() { return s_zoomBase; }
@@ -127,14 +145,14 @@ void TzProgramView::scaleBackground(Qt::AspectRatioMode p_mode)
 
 void TzProgramView::centreLogo()
 {
-    QGraphicsPixmapItem& logo = m_scene->logo();
+    QGraphicsPixmapItem& logo = m_document.scene().logo();
     logo.setPos(mapToScene(viewport()->rect().center()) - logo.boundingRect().center());
 }
 
 bool TzProgramView::viewportEvent(QEvent* p_event)
 {
     const bool result = QGraphicsView::viewportEvent(p_event);
-    if (m_scene) {
+    if (scene()) {
         centreLogo();
     }
     return result;
@@ -150,29 +168,20 @@ void TzProgramView::resizeEvent(QResizeEvent* p_event)
 void TzProgramView::zoomView(int scale)
 {
     if (scale == 0) {
-        applyZoom(1.0);
-        centerOn(m_mainModule);
-        return;
+        m_zoom.reset();
+        applyZoom();
+        centerOn(mainBlock());
+    } else if (m_zoom.step(scale)) {
+        applyZoom();
     }
-    applyZoom(m_zoom + qAbs(scale) * 0.1 * (scale > 0 ? 1 : -1));
 }
 
-void TzProgramView::applyZoom(double p_factor)
+void TzProgramView::applyZoom()
 {
-    m_zoom = zoomTenths(p_factor);
-    // At a limit the factor is stored but the picture stays as it was.
-    if (m_zoom >= 2.0) {
-        m_zoom = 2.0;
-        return;
-    }
-    if (m_zoom <= 0.5) {
-        m_zoom = 0.5;
-        return;
-    }
     const QMatrix before = matrix();
     resetMatrix();
     translate(before.dx(), before.dy());
-    scale(m_zoom + s_zoomBase, m_zoom + s_zoomBase);
+    scale(m_zoom.factor() + s_zoomBase, m_zoom.factor() + s_zoomBase);
 }
 
 void TzProgramView::wheelEvent(QWheelEvent* p_event)
@@ -188,11 +197,9 @@ void TzProgramView::wheelEvent(QWheelEvent* p_event)
     horizontalScrollBar()->setValue(horizontalScrollBar()->value() + static_cast<int>(delta * 0.4));
     m_wheelReactArea->setGeometry(strip);
     m_wheelReactArea->show();
-    m_wheelReactTimer->start(s_wheelStripMilliseconds);
+    m_wheelReactTimer.start(s_wheelStripMilliseconds);
     p_event->accept();
 }
-
-void TzProgramView::onWheelReactAreaHide() { m_wheelReactArea->hide(); }
 
 QString TzProgramView::generateVisibleCode(int type) const { return ::generateVisibleCode(type); }
 
@@ -207,102 +214,72 @@ void TzProgramView::OnDownload(const QString& name)
     }
 }
 
-void TzProgramView::OnSwitchProgram(modulesId id)
+int TzProgramView::openFile(const QString& p_path)
 {
-    showProgramSlot(*m_scene, m_feedback, id);
-    if (const supermodule* root = firstVisibleRoot()) {
-        centerOn(root);
+    const int result = m_document.open(p_path);
+    if (result == ProjectMissing &&
+        QMessageBox::question(this, tr("提示"), tr("文件不存在，是否在列表中删除？"), tr("是"),
+                              tr("否")) == 0) {
+        m_document.forgetRecentFile(p_path);
     }
-    emit moduleUpdateSignal();
+    return result;
 }
 
 void TzProgramView::OnDelSub()
 {
-    if (m_mainModule->isVisible()) {
+    if (mainBlock()->isVisible()) {
         QMessageBox::information(this, tr("提示"), tr("主程序不能删除"));
         return;
     }
-    hideFeedback();
-    if (supermodule* root = firstVisibleRoot(1)) {
-        const int id = root->id;
-        for (auto& entry : subProgramNames()) {
-            if (entry.first == id) {
-                entry.second = defaultSubProgramName(id);
-            }
-        }
-        rootModules.removeOne(root);
-        supermodule::deleteTree(root);
-        const QList<supermodule*> roots = rootBlocks(*m_scene);
-        for (supermodule* loose : roots) {
-            if (loose->ownid == id && loose != m_feedback && loose != m_mainModule) {
-                supermodule::deleteTree(loose);
-            }
-        }
-    }
-    OnSwitchProgram(m_mainModule->id);
-}
-
-void TzProgramView::updateSubProgramName(int id, const QString& name)
-{
-    for (auto& entry : subProgramNames()) {
-        if (entry.first == id) {
-            entry.second = name;
-            const QList<QGraphicsItem*> items = m_scene->items();
-            for (QGraphicsItem* item : items) {
-                supermodule* module = supermodule::fromItem(item);
-                if (module && module->id == id) {
-                    module->setText(name);
-                }
-            }
-            break;
-        }
-    }
-    m_scene->update();
+    m_document.deleteSubProgram();
 }
 
 void TzProgramView::addModule(int x, int y, int id)
 {
-    m_undoStack.push(new moduleUndoCommand::addCommand(m_scene, x, y, id, nextModuleKey++));
-    emit moduleUpdateSignal();
-    if (m_copied) {
-        m_copied->setSelectTree(true);
-    }
+    m_document.addModule(x, y, id);
+    m_clipboard.showFrame();
     emit mouseSignal(MouseDropped);
 }
 
 void TzProgramView::deleteModule(supermodule* p_module)
 {
-    if (!p_module || p_module == m_mainModule) {
+    if (!p_module || p_module == mainBlock()) {
         return;
     }
-    hideFeedback();
-    // A block that is dragged out comes back to where it was pressed, any other to where it is.
-    const ModulePlace place = p_module->m_moved ? m_pressPlace : ModulePlace::of(p_module);
-    m_undoStack.push(new moduleUndoCommand::deleteCommand(this, p_module, place));
-    focusModule.clear();
-    m_scene->update();
+    m_preview.hide();
+    const ModulePlace place = m_drag.placeForUndo(p_module);
+    m_drag.forget();
+    m_document.deleteModule(p_module, place);
 }
 
-void TzProgramView::OnDelItem() { deleteModule(m_current); }
-
-void TzProgramView::removeModule(supermodule* p_module)
+bool TzProgramView::moduleDrop(supermodule* p_module, supermodule* p_target, int p_type)
 {
-    if (!p_module) {
-        return;
+    const LinkCandidate place =
+        p_target ? LinkCandidate{p_target, p_type, 0} : LinkCandidate(m_preview.place());
+    if (!place.m_target) {
+        return false;
     }
-    hideFeedback();
-    if (supermodule* parent = p_module->parentModule()) {
-        parent->removeChild(p_module);
-        parent->updateTreeAndOpacity();
-    }
-    if (p_module == m_copied) {
-        m_copied.clear();
-        QGuiApplication::clipboard()->setText(QString());
-    }
-    supermodule::deleteTree(p_module);
-    m_pressed = false;
+    linkAt(place.m_target, place.m_type, p_module);
+    return true;
+}
+
+void TzProgramView::OnCopy()
+{
+    finishDrag();
+    m_clipboard.copy(m_current);
     m_current.clear();
-    emit moduleUpdateSignal();
+}
+
+void TzProgramView::OnPaste()
+{
+    // From the widget's own place, not the cursor's: that is meant.
+    m_clipboard.paste(mapToScene(mapFromGlobal(pos())).toPoint());
+}
+
+void TzProgramView::OnCopyAndPaste()
+{
+    OnCopy();
+    m_clipboard.pasteBesideSource();
 }
 
 void TzProgramView::OnSelectNumberSignal(int n)
@@ -331,4 +308,207 @@ void TzProgramView::raiseExpression(int p_map) { emit showExpressionSignal(p_map
 void TzProgramView::raisePanel(int p_panelType, int p_paramId)
 {
     emit showPanelSignal(p_panelType, p_paramId);
+}
+
+supermodule* TzProgramView::moduleAt(const QList<QGraphicsItem*>& p_items, qreal p_sceneX) const
+{
+    // Of nested blocks the innermost starts furthest right.
+    supermodule* found = nullptr;
+    qreal nearest = s_reach;
+    for (QGraphicsItem* item : p_items) {
+        supermodule* module = supermodule::seenAs(item);
+        if (module && !module->isPreview() && p_sceneX - module->scenePos().x() < nearest) {
+            nearest = p_sceneX - module->scenePos().x();
+            found = module;
+        }
+    }
+    return found;
+}
+
+void TzProgramView::finishDrag()
+{
+    if (m_drag.cancel() == BlockDrag::End::Settled) {
+        emit moduleUpdateSignal();
+    }
+}
+
+void TzProgramView::mousePressEvent(QMouseEvent* p_event)
+{
+    // A second button in the middle of a drag ends it.
+    finishDrag();
+    if (SelectableButton* marked = SelectableButton::current()) {
+        marked->setSelected(false);
+    }
+    QGraphicsView::mousePressEvent(p_event);
+
+    const QPointF scenePos = mapToScene(p_event->pos());
+    m_pressPos = p_event->localPos();
+    QList<QGraphicsItem*> items =
+        scene()->items(scenePos, Qt::IntersectsItemShape, Qt::DescendingOrder, viewportTransform());
+    // The logo is part of the ground.
+    items.removeOne(&m_document.scene().logo());
+    m_current = moduleAt(items, scenePos.x());
+    if (items.isEmpty()) {
+        emit mouseSignal(MousePressedEmpty);
+        focusModule.clear();
+    } else {
+        emit mouseSignal(MousePressedItem);
+    }
+
+    if (p_event->button() == Qt::LeftButton) {
+        // A press on the root of a sub-program keeps the copy.
+        if (!m_current || m_current->id < FirstSubProgramId || m_current->id > LastSubProgramId) {
+            OnUndoCopy();
+        }
+        if (m_current) {
+            pressedModule = m_current;
+        }
+    }
+    m_drag.press(m_current, scenePos);
+    graphicsItem_Param* popUp = graphicsItem_Param::existing();
+    if (popUp && !items.contains(popUp)) {
+        popUp->setVisible(false);
+    }
+    if (p_event->button() == Qt::RightButton) {
+        emit mouseSignal(MouseDone);
+        showContextMenu(p_event->globalPos());
+    }
+}
+
+void TzProgramView::showContextMenu(const QPoint& p_globalPos)
+{
+    const bool onBlock = m_current && m_current != mainBlock();
+    const bool canPaste = BlockClipboard::hasBlocks();
+    qCDebug(tilerLog) << "canPaste " << canPaste;
+    m_menu.offer(onBlock, canPaste);
+    // The release goes to the menu, so that nothing would end a drag that began here.
+    m_drag.forget();
+    m_menu.popup(p_globalPos);
+}
+
+bool TzProgramView::lowerEdgeIsOut(const supermodule* p_module) const
+{
+    return mapFromScene(p_module->sceneBoundingRect().bottomLeft()).y() > viewport()->height();
+}
+
+void TzProgramView::mouseMoveEvent(QMouseEvent* p_event)
+{
+    if (!m_drag.isHeld()) {
+        QGraphicsView::mouseMoveEvent(p_event);
+    } else if (m_drag.move(mapToScene(p_event->pos())) && m_current != mainBlock()) {
+        emit mouseSignal(lowerEdgeIsOut(m_current) ? MouseDragsOut : MouseDragsInside);
+    }
+}
+
+void TzProgramView::mouseReleaseEvent(QMouseEvent* p_event)
+{
+    const QPointF way = p_event->localPos() - m_pressPos;
+    const bool away = qAbs(way.x()) > s_sameCoordinate || qAbs(way.y()) > s_sameCoordinate;
+    switch (m_drag.release(m_current && lowerEdgeIsOut(m_current), away)) {
+    case BlockDrag::End::Outside:
+        OnDelItem();
+        break;
+    case BlockDrag::End::Settled:
+        emit moduleUpdateSignal();
+        break;
+    case BlockDrag::End::Nothing:
+        break;
+    }
+    QGraphicsView::mouseReleaseEvent(p_event);
+    emit mouseSignal(MouseDone);
+    m_clipboard.showFrame();
+    scene()->update();
+}
+
+void TzProgramView::keyPressEvent(QKeyEvent* p_event)
+{
+    QGraphicsView::keyPressEvent(p_event);
+    if (p_event->key() == Qt::Key_Delete) {
+        OnDelItem();
+    } else if (p_event->modifiers() & Qt::ControlModifier) {
+        finishDrag();
+        switch (p_event->key()) {
+        case Qt::Key_V:
+            m_clipboard.paste(mapToScene(viewport()->mapFromGlobal(QCursor::pos())).toPoint());
+            break;
+        case Qt::Key_C:
+            OnCopy();
+            break;
+        case Qt::Key_Y:
+            undoStack().redo();
+            break;
+        case Qt::Key_Z:
+            undoStack().undo();
+            break;
+        default:
+            break;
+        }
+    }
+}
+
+void TzProgramView::dragEnterEvent(QDragEnterEvent* p_event)
+{
+    QGraphicsView::dragEnterEvent(p_event);
+    finishDrag();
+    m_paletteDrag.leave();
+    int id = 0;
+    if (readBlockDrag(p_event->mimeData(), id)) {
+        m_current = m_paletteDrag.enter(id);
+        p_event->acceptProposedAction();
+    } else {
+        m_current.clear();
+        p_event->setAccepted(p_event->mimeData()->hasUrls());
+    }
+}
+
+void TzProgramView::dragMoveEvent(QDragMoveEvent* p_event)
+{
+    QGraphicsView::dragMoveEvent(p_event);
+    if (p_event->mimeData()->hasFormat(QLatin1String(blockMimeType()))) {
+        p_event->acceptProposedAction();
+    } else {
+        p_event->setAccepted(p_event->mimeData()->hasUrls());
+        return;
+    }
+    if (const supermodule* incoming = m_paletteDrag.module()) {
+        // The cursor holds the middle of the block's top edge.
+        const int width = static_cast<int>(incoming->boundingRect().width());
+        m_paletteDrag.move(
+            mapToScene(p_event->pos().x() - width / 2, p_event->pos().y()).toPoint());
+    }
+}
+
+void TzProgramView::dragLeaveEvent(QDragLeaveEvent* p_event)
+{
+    QGraphicsView::dragLeaveEvent(p_event);
+    qCDebug(tilerLog) << "dragLeaveEvent" << p_event;
+    m_paletteDrag.leave();
+}
+
+void TzProgramView::dropEvent(QDropEvent* p_event)
+{
+    if (!p_event->mimeData()->hasFormat(QLatin1String(blockMimeType()))) {
+        openDropped(p_event->mimeData());
+        return;
+    }
+    m_paletteDrag.drop();
+    emit moduleUpdateSignal();
+    m_clipboard.showFrame();
+    emit mouseSignal(MouseDropped);
+    m_document.setModified(true);
+    window()->setWindowModified(true);
+    // Delete and undo are meant for the canvas now.
+    setFocus();
+    p_event->acceptProposedAction();
+}
+
+void TzProgramView::openDropped(const QMimeData* p_data)
+{
+    const QList<QUrl> urls = p_data->urls();
+    for (const QUrl& url : urls) {
+        if (url.fileName().right(5) != QLatin1String(".tlrx")) {
+            break;
+        }
+        emit openPathSignal(url.toLocalFile());
+    }
 }

@@ -1,30 +1,23 @@
 #pragma once
 
-#include "canvas/linkcandidates.h"
-#include "canvas/moduleplace.h"
-#include "canvas/modulesid.h"
+#include "canvas/blockclipboard.h"
+#include "canvas/blockdrag.h"
+#include "canvas/canvasmenu.h"
+#include "canvas/canvaszoom.h"
+#include "canvas/linkpreview.h"
+#include "canvas/palettedrag.h"
+#include "document/document.h"
 #include "modules/modulehost.h"
-#include "modules/mousestate.h"
 
-#include <QClipboard>
 #include <QGraphicsView>
-#include <QMenu>
 #include <QPixmap>
-#include <QPointer>
 #include <QTimer>
-#include <QUndoStack>
 
 #include <functional>
 
-class FeedbackModule;
-class mainModule;
-class ProgramNameHolder;
-class supermodule;
-class tzprogramscene;
-
 /**
- * The flow-chart canvas: shows the blocks of one program slot and handles mouse, keys, drops,
- * undo, clipboard and project files. It owns the document's blocks and publishes itself as
+ * The flow-chart canvas: shows the blocks of one program slot of a document, and takes the events
+ * of mouse, keys and wheel. What they mean is told by the gestures. Publishes itself as
  * programView, and as the blocks' ModuleHost, for as long as it lives.
  */
 class TzProgramView : public QGraphicsView, public ModuleHost
@@ -32,13 +25,12 @@ class TzProgramView : public QGraphicsView, public ModuleHost
     Q_OBJECT
 
 public:
-    explicit TzProgramView(QWidget* p_parent = nullptr);
+    /** The document must outlive the view. */
+    explicit TzProgramView(Document& p_document, QWidget* p_parent = nullptr);
     ~TzProgramView() override;
     Q_DISABLE_COPY(TzProgramView)
 
-    // Wiring.
-    /** Where the program's name of a project file stands; null: files carry none. Not owned. */
-    void setProgramNameHolder(ProgramNameHolder* p_holder) { m_nameHolder = p_holder; }
+    Document& document() const { return m_document; }
     /** What runs the build once the source is written: gets the name and the number of tasks. */
     void setBuildRunner(std::function<void(const QString&, int)> p_runner)
     {
@@ -47,47 +39,49 @@ public:
     /** The menu of a right press. */
     QMenu& contextMenu() { return m_menu; }
 
-    // Text.
     /** The text for the code pane: 1 C, 2 Python; empty for any other language. */
     QString generateVisibleCode(int type) const;
     QString generateProjectCode(int type) const;
 
-    // Document.
+    // The document's own operations under their names on the canvas.
+    bool saveFile(const QString& p_path, const QByteArray& p_tail = QByteArray())
+    {
+        return m_document.save(p_path, p_tail);
+    }
+    bool saveTempFile(const QString& p_path, const QByteArray& p_tail = QByteArray())
+    {
+        return m_document.saveTemporary(p_path, p_tail);
+    }
     /**
-     * Saves the project with p_tail behind its XML, and puts it first in the recent list. False
-     * if it couldn't be written; the old file is then as writeProject() leaves it.
-     */
-    bool saveFile(const QString& p_path, const QByteArray& p_tail = QByteArray());
-    /** The save of temp.tlrx: blocks without parent alone, and no entry in the recent list. */
-    bool saveTempFile(const QString& p_path, const QByteArray& p_tail = QByteArray());
-    /**
-     * Opens a project: a ProjectResult. With any result but 0 the canvas holds what it held. A
-     * missing file raises the question whether it leaves the recent list.
+     * Opens a project: a ProjectResult. A missing file raises the question whether it leaves the
+     * recent list.
      */
     int openFile(const QString& p_path);
-    /** Deletes all blocks but the main block, and what follows that. */
-    void newProgram();
-    /** Forgets undo history, keys and roots; the main block is the one root again. */
-    void resetDocument();
+    void newProgram() { m_document.newProgram(); }
+    void resetDocument() { m_document.reset(); }
+    void removeModule(supermodule* p_module) { m_document.removeModule(p_module); }
+    void updateSubProgramName(int id, const QString& name)
+    {
+        m_document.setSubProgramName(id, name);
+    }
+    QUndoStack& undoStack() { return m_document.undoStack(); }
+    mainModule* mainBlock() const { return m_document.mainBlock(); }
 
-    // Operations that commands carry out.
-    /** Deletes a block and all under it, for good; null is ignored. */
-    void removeModule(supermodule* p_module);
-    /** Deletes a block through the undo stack; null and the main block are ignored. */
+    /**
+     * Deletes a block through the undo stack; null and the main block are ignored. A block that is
+     * being dragged comes back to where it was pressed, any other to where it is.
+     */
     void deleteModule(supermodule* p_module);
     /** Adds a block of a type through the undo stack, its top edge's middle at a scene point. */
     void addModule(int x, int y, int id);
-    /** Links a block at a place, or at the best candidate for a null target. */
+    /** Links a block at a place, or where the preview is for a null target; false for no place. */
     bool moduleDrop(supermodule* p_module, supermodule* p_target, int p_type);
-    /** Shows a name as that of a sub-program, in the list of names and on its blocks. */
-    void updateSubProgramName(int id, const QString& name);
 
     /** User's zoom factor, 0.5 to 2.0 in exact tenths; drawn is this plus zoomBase(). */
-    double zoomFactor() const { return m_zoom; }
+    double zoomFactor() const { return m_zoom.factor(); }
     static double zoomBase();
-    QUndoStack& undoStack() { return m_undoStack; }
-    mainModule* mainBlock() const { return m_mainModule; }
-    FeedbackModule* preview() const { return m_feedback; }
+    FeedbackModule* preview() const { return m_preview.block(); }
+    /** The block of the last press, or the one that is on its way from the palette. */
     supermodule* currentModule() const { return m_current; }
 
     void raiseNumKeyboard(uint32_t p_numberOption) override;
@@ -111,19 +105,19 @@ public slots:
     /** Deliberately without effect, like OnNewTask(). */
     void OnNewSub() {}
     void OnDelSub();
-    void OnSwitchProgram(modulesId id);
+    void OnSwitchProgram(modulesId id) { m_document.showSlot(id); }
     void OnNewTask() {}
     /** Writes the C text of the project and runs the build under a name. */
     void OnDownload(const QString& name);
     void OnCopy();
     void OnPaste();
     void OnCopyAndPaste();
-    void OnUndoCopy();
-    void OnClipboardChanged(QClipboard::Mode p_mode);
-    void OnDelItem();
+    void OnUndoCopy() { m_clipboard.undoCopy(); }
+    void OnClipboardChanged(QClipboard::Mode p_mode) { m_clipboard.OnClipboardChanged(p_mode); }
+    void OnDelItem() { deleteModule(m_current); }
     void OnSelectNumberSignal(int n);
     void onEditParamSignal(int p_paramId, int p_value);
-    void onWheelReactAreaHide();
+    void onWheelReactAreaHide() { m_wheelReactArea->hide(); }
     /** 0 resets the zoom and centres the main block; else |scale| tenths up or down. */
     void zoomView(int scale);
 
@@ -140,62 +134,35 @@ protected:
     void dragLeaveEvent(QDragLeaveEvent* p_event) override;
     void dropEvent(QDropEvent* p_event) override;
 
+private slots:
+    void onDocumentChanged(const DocumentChange& p_change);
+
 private:
     void setUpScene();
-    void setUpMenu();
+    void setUpWheelStrip();
     void scaleBackground(Qt::AspectRatioMode p_mode);
     void centreLogo();
-    void applyZoom(double p_factor);
-    QList<supermodule*> storedRoots() const;
+    void applyZoom();
 
-    // Gestures.
     supermodule* moduleAt(const QList<QGraphicsItem*>& p_items, qreal p_sceneX) const;
     void showContextMenu(const QPoint& p_globalPos);
     bool lowerEdgeIsOut(const supermodule* p_module) const;
-    void previewBestCandidate(supermodule* p_module);
-    void showFeedback(supermodule* p_target, int p_type);
-    void hideFeedback();
-    void settle(supermodule* p_module);
     void finishDrag();
-    void dropUnfinished();
-    void dropUrls(const QMimeData* p_data);
+    void openDropped(const QMimeData* p_data);
 
-    void pasteAt(int x, int y);
-    bool hasClipboardBlocks() const;
-    void askForMissing(const QString& p_path);
-
-    tzprogramscene* m_scene = nullptr;
-    mainModule* m_mainModule = nullptr;
-    bool m_pressed = false;
+    Document& m_document;
+    LinkPreview m_preview;
+    BlockDrag m_drag;
+    PaletteDrag m_paletteDrag;
+    BlockClipboard m_clipboard;
+    CanvasZoom m_zoom;
     QPointer<supermodule> m_current;
-    QPointer<supermodule> m_copied;
-    /** The hidden block of a drag from the palette, until it is dropped. */
-    QPointer<supermodule> m_incoming;
-    QMenu m_menu;
-    QPointF m_lastScenePos;
+    /** Where the press was, in view coordinates. */
     QPointF m_pressPos;
-    /** Where the block of the press was then. */
-    ModulePlace m_pressPlace;
-    QAction* m_actCopy = nullptr;
-    QAction* m_actPaste = nullptr;
-    QAction* m_actCopyAndPaste = nullptr;
-    QAction* m_actUndoCopy = nullptr;
-    QAction* m_actDelete = nullptr;
-    QAction* m_actUndo = nullptr;
-    QAction* m_actRedo = nullptr;
-    bool m_ownClipboardChange = false;
+    CanvasMenu m_menu{*this};
     QWidget* m_wheelReactArea = nullptr;
-    QTimer* m_wheelReactTimer = nullptr;
-    QUndoStack m_undoStack;
-    QList<LinkCandidate> m_linkCandidates;
-    FeedbackModule* m_feedback = nullptr;
-    QPointer<supermodule> m_target;
-    int m_type = NoLink;
-    int m_distance = 10000; /**< of the candidate that the preview shows */
-    double m_zoom = 1.0;
-
+    QTimer m_wheelReactTimer{this};
     QPixmap m_backgroundPicture;
-    ProgramNameHolder* m_nameHolder = nullptr;
     std::function<void(const QString&, int)> m_buildRunner;
 };
 

@@ -1,8 +1,8 @@
 #include "modules/buttonspec.h"
 
-#include "proj/controls/modulestyles.h"
 #include "proj/controls/picturecache.h"
 #include "proj/controls/selectablebutton.h"
+#include "proj/controls/stylesheets.h"
 
 namespace
 {

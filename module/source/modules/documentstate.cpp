@@ -11,6 +11,8 @@ QPointer<supermodule> pressedModule;
 bool documentModified = false;
 QVector<supermodule*> liveModules;
 
+void setDocumentModified(bool p_modified) { documentModified = p_modified; }
+
 supermodule* firstVisibleRoot(int p_from)
 {
     for (int i = p_from; i < rootModules.size(); ++i) {

@@ -32,8 +32,9 @@ extern int nextModuleKey;
 extern QPointer<supermodule> focusModule;
 /** The block of the last left press. */
 extern QPointer<supermodule> pressedModule;
-/** True when the document differs from its file. */
+/** True when the document differs from its file. To be set by setDocumentModified() alone. */
 extern bool documentModified;
+void setDocumentModified(bool p_modified);
 /** All blocks there are, in a scene or not, in no order of use. */
 extern QVector<supermodule*> liveModules;
 

@@ -15,4 +15,5 @@ public:
 
     QString cCode() const override { return QString(); }
     supermodule* clone() const override;
+    bool isPreview() const override { return true; }
 };

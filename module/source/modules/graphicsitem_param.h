@@ -11,6 +11,7 @@
 class QGraphicsScene;
 class QPushButton;
 class supermodule;
+struct Chooser;
 
 /**
  * The pop-up under a block from which a speed, a port or a condition is chosen. One instance
@@ -35,8 +36,8 @@ public:
     void setModule(supermodule* p_module);
     supermodule* module() const { return m_module; }
     /**
-     * Builds the buttons of a mode, 0 to 6, and shows the pop-up. Any other mode shows it
-     * without buttons on the background that it had.
+     * Builds the buttons of the block's chooser for a mode, 0 to 6, and shows the pop-up. Any other
+     * mode shows it without buttons on the background that it had.
      */
     void setMode(int p_mode);
     const QVector<QPushButton*>& buttons() const { return m_buttons; }
@@ -49,12 +50,13 @@ public:
 private slots:
     /** Hands the pressed button's index to the block. */
     void OnSelectParam();
-    /** Hands over the index plus 5, which tells a condition from a port. */
+    /** Hands over the index plus ConditionOffset, which tells a condition from a port. */
     void OnSelectParam1();
     /** Deliberately without effect. */
     void OnSelectParam2() {}
 
 private:
+    void build(const Chooser& p_chooser);
     void choose(int p_offset);
 
     QPointer<supermodule> m_module;

@@ -154,6 +154,8 @@ QDomElement supermodule::paramsElement() const
     return element.attributes().isEmpty() ? QDomElement() : element;
 }
 
+const Chooser* supermodule::popUpChooser(int) const { return nullptr; }
+
 void supermodule::setParamIndex(int) {}
 
 void supermodule::setNumberKey(int) {}

@@ -20,6 +20,7 @@ class QAbstractButton;
 class QGraphicsScene;
 class QPushButton;
 struct ButtonSpec;
+struct Chooser;
 
 /**
  * Base of all blocks: a graphics item of the canvas, a node of the program graph, a unit of the
@@ -106,6 +107,8 @@ public:
     virtual QDomElement paramsElement() const;
 
     // Values that come back from choosers; what the value means is the block's own matter.
+    /** What the pop-up offers in a mode; null, as here, where there is no such mode. */
+    virtual const Chooser* popUpChooser(int p_mode) const;
     /** Receives the index of the button chosen in the pop-up. */
     virtual void setParamIndex(int p_index);
     /** Receives a key code of the number keyboard, or the 0-based index of an icon or text panel.
@@ -115,6 +118,9 @@ public:
     virtual void setPanelValue(int p_paramId, int p_value);
     /** Hook that no class uses. */
     virtual void updateParams() {}
+
+    /** True for a block that only shows where another one would go: it is no part of a program. */
+    virtual bool isPreview() const { return false; }
 
     /**
      * Puts a block that has just been built into a scene: with its connectors, which are made

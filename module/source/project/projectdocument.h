@@ -34,6 +34,12 @@ void writeChain(QDomElement& p_parent, QDomDocument& p_document, const supermodu
                 SaveModule p_save = &supermodule::saveXml);
 
 /**
+ * Builds one block from its `module` element, without what hangs under it: with its connectors and
+ * flags, in p_scene, loaded and registered under a new key. Null for an unknown type.
+ */
+supermodule* buildBlock(const QDomElement& p_element, QGraphicsScene* p_scene);
+
+/**
  * Builds the chain of a `module` element and its siblings: each block with its connectors and
  * flags, in p_scene, loaded and registered under a new key, and its bodies. Nothing is laid out.
  * Elements of unknown type are left out with what hangs under them. Null for a null element and for
@@ -58,6 +64,12 @@ QByteArray temporaryProjectText(const QList<supermodule*>& p_roots,
  * element; no declaration and nothing else around it. The root moves out of p_parsed.
  */
 QDomDocument canonicalDocument(const QDomDocument& p_parsed);
+
+/**
+ * Whether the check tag of a canonical document fits its text, also where there is none. Leaves the
+ * tag's value at "0".
+ */
+bool tagFits(QDomDocument& p_document);
 
 /** A document's text as it stands in a file and as a check tag covers it. */
 QByteArray documentText(const QDomDocument& p_document);

@@ -1,10 +1,8 @@
 #include "project/projectfile.h"
 
-#include "project/checktag.h"
 #include "project/projectdocument.h"
 #include "project/projectreader.h"
 
-#include <QDomDocument>
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
@@ -19,19 +17,6 @@ QByteArray platformText(const QByteArray& p_text)
 #else
     return p_text;
 #endif
-}
-
-bool tagFits(QDomDocument& p_document)
-{
-    const QDomNodeList tags = p_document.elementsByTagName(QStringLiteral("tagCheck"));
-    if (tags.isEmpty()) {
-        // A file without a tag is accepted unchecked.
-        return true;
-    }
-    QDomElement tag = tags.at(0).toElement();
-    const quint32 stored = tag.attribute(QStringLiteral("value")).toUInt(nullptr, 16);
-    tag.setAttribute(QStringLiteral("value"), QStringLiteral("0"));
-    return checkTag(documentText(p_document)) == stored;
 }
 
 /**
@@ -66,7 +51,7 @@ bool overwrite(const QString& p_path, const QByteArray& p_content)
 }
 } // namespace
 
-int readProject(const QString& p_path, QDomDocument& p_document)
+int readProject(const QString& p_path, ProjectContent& p_content)
 {
     const QFileInfo info(p_path);
     if (!info.exists()) {
@@ -79,15 +64,16 @@ int readProject(const QString& p_path, QDomDocument& p_document)
     }
     // Not to its end: what the system makes up as it is read may have none.
     const QByteArray content = file.read(info.size());
+    QDomDocument parsed;
     const bool hasTail = content.size() > ProjectTailSize;
-    const bool parsed =
-        (hasTail && parseProject(content.left(content.size() - ProjectTailSize), p_document)) ||
-        parseProject(content, p_document);
-    if (!parsed) {
+    if (!(hasTail && parseProject(content.left(content.size() - ProjectTailSize), parsed)) &&
+        !parseProject(content, parsed)) {
         return ProjectUnreadable;
     }
-    p_document = canonicalDocument(p_document);
-    return tagFits(p_document) ? ProjectOpened : ProjectWrongTag;
+    p_content.document = canonicalDocument(parsed);
+    // Also where all of it is text: the image's own format marks tell.
+    p_content.actions = content.right(ProjectTailSize);
+    return tagFits(p_content.document) ? ProjectOpened : ProjectWrongTag;
 }
 
 bool writeProject(const QString& p_path, const QByteArray& p_text, const QByteArray& p_tail)

@@ -1,9 +1,10 @@
 #pragma once
 
-#include <QByteArray>
-#include <QString>
+#include "actions/model/actionimage.h"
 
-class QDomDocument;
+#include <QByteArray>
+#include <QDomDocument>
+#include <QString>
 
 /** What opening a project can give. */
 enum ProjectResult : int {
@@ -14,7 +15,7 @@ enum ProjectResult : int {
 };
 
 /** The action data at the end of a project file, in bytes. */
-constexpr qint64 ProjectTailSize = 57472;
+constexpr qint64 ProjectTailSize = ActionImage::Size;
 
 /**
  * The largest project file in bytes, action data included. A hundred thousand blocks need some 10
@@ -22,12 +23,23 @@ constexpr qint64 ProjectTailSize = 57472;
  */
 constexpr qint64 MaximalProjectSize = qint64(32) * 1024 * 1024;
 
+/** What a project file holds. */
+struct ProjectContent {
+    QDomDocument document;
+    /**
+     * The last ProjectTailSize bytes of the file, for ActionImage::setBytes(): of a file without
+     * action data the end of its text, and fewer of a smaller file.
+     */
+    QByteArray actions;
+};
+
 /**
- * Reads a project's document, with the check tag verified: one of ProjectResult. The last
- * ProjectTailSize bytes are taken as action data unless the XML is broken without them. Only a
- * regular file of at most MaximalProjectSize is read.
+ * Reads a project in one opening of its file, with the check tag verified: one of ProjectResult.
+ * The XML ends before the last ProjectTailSize bytes unless it is broken without them. Only a
+ * regular file of at most MaximalProjectSize is read. p_content is of use after ProjectOpened
+ * alone.
  */
-int readProject(const QString& p_path, QDomDocument& p_document);
+int readProject(const QString& p_path, ProjectContent& p_content);
 
 /**
  * Writes a project, the text first and the tail behind it. False if that failed, and for what

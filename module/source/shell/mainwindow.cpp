@@ -1,12 +1,10 @@
 #include "shell/mainwindow.h"
 
 #include "actions/editactionwindow.h"
-#include "actions/model/actionblock.h"
 #include "base/installpath.h"
 #include "base/programversion.h"
 #include "build/builddialog.h"
 #include "generator/codegenerator.h"
-#include "modules/documentstate.h"
 #include "proj/tzblockwidget.h"
 #include "project/projectfile.h"
 #include "shell/tztoolbar.h"
@@ -31,18 +29,14 @@ const int s_paletteMinimum = 100;
 const int s_paletteMaximum = 236;
 const char s_filter[] = "(*.tlrx)";
 const char s_untitled[] = "untitled";
-
-/** The answers to the question about unsaved changes, by the button's place. */
-enum UnsavedAnswer : int { AnswerSave = 0, AnswerDiscard = 1, AnswerCancel = 2 };
-
-/** The action data as it rides behind a project: the image as it stands in memory. */
-QByteArray imageBytes(const ActionBlock& p_image)
-{
-    return QByteArray(reinterpret_cast<const char*>(&p_image), sizeof(p_image));
-}
+// The answers to the question about unsaved changes, by the button's place.
+const int s_answerSave = 0;
+const int s_answerDiscard = 1;
+const int s_answerCancel = 2;
 } // namespace
 
-MainWindow::MainWindow(QWidget* p_parent) : QMainWindow(p_parent), m_codeType(NoCode)
+MainWindow::MainWindow(QWidget* p_parent)
+    : QMainWindow(p_parent), m_programView(m_document), m_codeType(NoCode)
 {
     buildWindow();
     connectParts();
@@ -51,8 +45,8 @@ MainWindow::MainWindow(QWidget* p_parent) : QMainWindow(p_parent), m_codeType(No
 
 MainWindow::~MainWindow()
 {
-    // The view is a member, so it goes before the widgets that hold it.
-    m_programView.setProgramNameHolder(nullptr);
+    // The document and the view are members, so they go before the widgets that hold it.
+    m_document.setProgramNameHolder(nullptr);
     m_programView.setParent(nullptr);
 }
 
@@ -106,7 +100,7 @@ void MainWindow::buildWindow()
 void MainWindow::connectParts()
 {
     TzProgramView* view = &m_programView;
-    view->setProgramNameHolder(m_toolBar);
+    m_document.setProgramNameHolder(m_toolBar);
     view->setBuildRunner([this](const QString& p_name, int p_tasks) { runBuild(p_name, p_tasks); });
 
     connect(m_toolBar, &TzToolBar::zoomSceneSignal, view, &TzProgramView::zoomView);
@@ -159,37 +153,25 @@ void MainWindow::setFileTitle(const QString& name)
                    QStringLiteral("[*]"));
 }
 
-editActionWindow* MainWindow::actionWindow()
-{
-    if (!m_actionWindow) {
-        m_actionWindow = std::make_unique<editActionWindow>();
-    }
-    return m_actionWindow.get();
-}
-
 bool MainWindow::mayLoseDocument()
 {
-    if (!documentModified) {
+    if (!m_document.isModified()) {
         return true;
     }
     const int answer = QMessageBox::question(this, tr("保存"), tr("文件已修改，是否保存"), tr("是"),
-                                             tr("否"), tr("取消"), AnswerSave, AnswerCancel);
-    return answer == AnswerDiscard || (answer == AnswerSave && OnSaveFile() == 0);
+                                             tr("否"), tr("取消"), s_answerSave, s_answerCancel);
+    return answer == s_answerDiscard || (answer == s_answerSave && OnSaveFile() == 0);
 }
 
 bool MainWindow::saveTo(const QString& p_path)
 {
-    // Program and action data go into the file in one piece, so that a save is never half there.
-    if (!m_programView.saveFile(p_path, imageBytes(actionWindow()->actionBlock()))) {
+    if (!m_document.save(p_path)) {
         return false;
     }
-    actionWindow()->setModified(false);
-    documentModified = false;
     if (m_fileName != p_path) {
         m_fileName = p_path;
         setFileTitle(m_fileName);
     }
-    setWindowModified(documentModified);
     return true;
 }
 
@@ -221,7 +203,11 @@ int MainWindow::OnSaveFile()
     if (path.isEmpty()) {
         path = askSavePath(tr("保存文件"));
     }
-    return !path.isEmpty() && saveTo(path) ? 0 : 1;
+    if (path.isEmpty() || !saveTo(path)) {
+        return 1;
+    }
+    setWindowModified(m_document.isModified());
+    return 0;
 }
 
 void MainWindow::OnSaveAsFile()
@@ -229,6 +215,7 @@ void MainWindow::OnSaveAsFile()
     // This title is not translated.
     const QString path = askSavePath(QStringLiteral("Save File"));
     if (!path.isEmpty()) {
+        // The window's own mark stays as it was until the next save, open or new: that is meant.
         saveTo(path);
     }
 }
@@ -244,14 +231,12 @@ void MainWindow::openProject(const QString& p_path)
         break;
     case ProjectOpened:
         m_fileName = p_path;
-        documentModified = false;
-        actionWindow()->loadActionBlock(m_fileName);
         setFileTitle(m_fileName);
         break;
     default:
         break;
     }
-    setWindowModified(documentModified);
+    setWindowModified(m_document.isModified());
 }
 
 void MainWindow::OnOpenFile()
@@ -262,7 +247,7 @@ void MainWindow::OnOpenFile()
     const QString path =
         QFileDialog::getOpenFileName(this, tr("打开文件"), QString(), QLatin1String(s_filter));
     if (path.isEmpty()) {
-        setWindowModified(documentModified);
+        setWindowModified(m_document.isModified());
         return;
     }
     openProject(path);
@@ -286,15 +271,10 @@ void MainWindow::OnNewFile()
     if (!mayLoseDocument()) {
         return;
     }
-    m_programView.newProgram();
-    documentModified = false;
+    m_document.startAnew();
     m_fileName.clear();
-    m_programView.resetDocument();
-    if (m_actionWindow) {
-        m_actionWindow->resetActionBlock();
-    }
     setFileTitle(QLatin1String(s_untitled));
-    setWindowModified(documentModified);
+    setWindowModified(m_document.isModified());
 }
 
 void MainWindow::closeEvent(QCloseEvent* p_event)
@@ -326,13 +306,17 @@ void MainWindow::OnUpdateCode()
 
 void MainWindow::OnEditActions()
 {
-    actionWindow()->showMaximized();
+    if (!m_actionWindow) {
+        m_actionWindow = std::make_unique<editActionWindow>(m_document.actions());
+    }
+    m_actionWindow->showMaximized();
     hide();
 }
 
 void MainWindow::onDownLoad(const QString&)
 {
-    actionWindow();
+    // The image counts as needed, whatever becomes of the build: that is meant.
+    m_document.actions();
     m_programView.OnDownload(m_toolBar->programName());
 }
 
@@ -345,14 +329,16 @@ void MainWindow::runBuild(const QString& p_name, int p_tasks)
 
 void MainWindow::appendCompiledData(const QString& path)
 {
-    actionWindow()->appendActionBlock(path);
-    appendActionTrailer(path);
+    m_document.actions().appendTo(path, ActionTail::ImageAndTrailer);
 }
 
 void MainWindow::onAppUpgrade() {}
 
 void MainWindow::OnAutoSaveFile()
 {
-    m_programView.saveTempFile(installPath(QStringLiteral("\\temp.tlrx")),
-                               imageBytes(actionWindow()->actionBlock()));
+    if (m_programView.saveTempFile(installPath(QStringLiteral("\\temp.tlrx")),
+                                   m_document.actions().bytes())) {
+        // As after any append of the image: that is meant.
+        m_document.actions().setModified(false);
+    }
 }

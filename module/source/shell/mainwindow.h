@@ -27,12 +27,11 @@ public:
 
     TzToolBar* toolBar() const { return m_toolBar; }
     TzBlockWidget* blockWidget() const { return m_blockWidget; }
+    Document& document() { return m_document; }
     TzProgramView* view() { return &m_programView; }
     QTextBrowser* codeBrowser() const { return m_codeBrowser; }
     /** The path of the open document; empty when it is new. */
     QString fileName() const { return m_fileName; }
-    /** The action editor, made at first need, hidden. */
-    editActionWindow* actionWindow();
 
     /**
      * Opens a project by its path, after the question about unsaved changes. A path with another
@@ -78,8 +77,10 @@ private:
 
     TzToolBar* m_toolBar = nullptr;
     TzBlockWidget* m_blockWidget = nullptr;
+    Document m_document;
     TzProgramView m_programView;
     QTextBrowser* m_codeBrowser = nullptr;
+    /** The action editor, made when it is first shown. Shows the image, so it goes before that. */
     std::unique_ptr<editActionWindow> m_actionWindow;
     QSplitter* m_splitter = nullptr;
     QString m_fileName;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "canvas/modulesid.h"
+#include "document/modulesid.h"
 #include "project/programnameholder.h"
 
 #include <QLabel>

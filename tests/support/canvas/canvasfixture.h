@@ -10,7 +10,8 @@ public:
     ~CanvasFixture();
     Q_DISABLE_COPY(CanvasFixture)
 
-    TzProgramView view;
+    Document document;
+    TzProgramView view{document};
 
     /** All blocks of the scene but the preview. */
     QList<supermodule*> blocks() const;

@@ -1,8 +1,8 @@
 #include "support/canvas/documentinvariants.h"
 
-#include "canvas/programslots.h"
-#include "canvas/tzprogramscene.h"
 #include "canvas/tzprogramview.h"
+#include "document/programslots.h"
+#include "document/tzprogramscene.h"
 #include "modules/documentstate.h"
 #include "modules/feedbackmodule.h"
 #include "modules/graphicsitem_param.h"

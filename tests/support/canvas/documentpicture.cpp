@@ -1,8 +1,8 @@
 #include "support/canvas/documentpicture.h"
 
 #include "base/recentfiles.h"
-#include "canvas/programslots.h"
 #include "canvas/tzprogramview.h"
+#include "document/programslots.h"
 #include "modules/documentstate.h"
 #include "modules/feedbackmodule.h"
 #include "modules/mainmodule.h"

@@ -14,10 +14,6 @@ const ButtonLook s_faceChooser = {":/expression/expression_down_nol_80x40.png",
 const ButtonLook s_closePort = {":/expression/expression_down_nol_80x40.png",
                                 ":/expression/expression_down_pre_80x40.png", false, true};
 const QRect s_oneButton(20, 100, 80, 40);
-/** The pop-up's first entry is port 2. */
-const int s_firstPort = 2;
-/** The pop-up's mode for the port. */
-const int s_displayPortMode = 6;
 
 const char s_dark[] = "disp_custom(%1,(LedMaritx){{0x0,0x0,0x0,0x0,0x0,0x0,0x0,0x0}});";
 } // namespace
@@ -55,7 +51,7 @@ void displayModule::writeAttributes(QDomElement& p_element) const
 
 void displayModule::setParamIndex(int p_index)
 {
-    port = p_index + s_firstPort;
+    port = p_index + chooserOf(DisplayPortMode).entries.first;
     showOnButton(m_portButton, QString::number(port));
     parameterChanged();
 }
@@ -65,7 +61,7 @@ void displayModule::addPortButton(int p_index, const ButtonLook& p_look, const Q
     m_portButton = p_index;
     addChooser(
         p_look, p_geometry,
-        [this] { OnSetParamByPos(s_displayPortMode, buttonCentre(m_portButton)); },
+        [this] { OnSetParamByPos(DisplayPortMode, buttonCentre(m_portButton)); },
         QString::number(port));
 }
 
@@ -96,29 +92,28 @@ void symbolModule::setNumberKey(int p_index)
 
 void symbolModule::createButtons()
 {
-    addChooser(s_symbolChooser, QRect(0, 100, 60, 40),
-               [this] { OnSetExpression(look().expressionMap); });
+    addChooser(s_symbolChooser, QRect(0, 100, 60, 40), [this] { OnSetExpression(look().symbols); });
     addPortButton(1, s_portChooser, QRect(60, 100, 60, 40));
 }
 
 void symbolModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
 {
     drawPicture(p_painter, s_body);
-    drawCentred(p_painter, picture(QString::fromLatin1(look().choicePicture).arg(symbol)));
+    drawCentred(p_painter, picture(chooserOf(look().symbols).entry(symbol)));
 }
 
 QString expressionTwoModule::cCode() const { return QStringLiteral("disp_emoji(2,3,%1);").arg(n); }
 
 void expressionTwoModule::createButtons()
 {
-    addChooser(s_faceChooser, s_oneButton, [this] { OnSetExpression(5); });
+    addChooser(s_faceChooser, s_oneButton, [this] { OnSetExpression(FaceSymbols); });
 }
 
 void expressionTwoModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
 {
     drawPicture(p_painter, s_body);
     drawCentred(p_painter,
-                picture(QStringLiteral(":/expression/5/%1.png").arg(static_cast<qint64>(n) - 1)));
+                picture(chooserOf(FaceSymbols).entry(static_cast<qint64>(n) - s_firstChoice)));
 }
 
 QString closeOneModule::cCode() const { return QString::fromLatin1(s_dark).arg(displayPort()); }

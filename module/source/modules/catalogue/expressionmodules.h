@@ -1,5 +1,6 @@
 #pragma once
 
+#include "modules/catalogue/choosers.h"
 #include "modules/catalogue/concretemodule.h"
 #include "modules/catalogue/parametermodule.h"
 
@@ -30,10 +31,9 @@ private:
 
 /** What a block for one display differs in. */
 struct SymbolLook {
-    const char* choicePicture; /**< resource path with %1 for the symbol's place in its panel */
-    int expressionMap;         /**< key of the panel's pictures */
-    int (*number)(int);        /**< from the place in the panel to the symbol's number */
-    const char* fragment;      /**< C text: %1 the port, %2 the symbol's number */
+    SymbolSet symbols;    /**< the panel and the pictures */
+    int (*number)(int);   /**< from the place in the panel to the symbol's number */
+    const char* fragment; /**< C text: %1 the port, %2 the symbol's number */
 };
 
 // No text of these blocks ends in a line feed, and "symble" and "LedMaritx" are the controller's
@@ -76,15 +76,14 @@ class fuhaoModule final : public concreteModule<fuhaoModule, symbolModule>
 {
 public:
     using concreteModule::concreteModule;
-    static constexpr Look s_look = {":/expression/1/%1.png", 1, symbolNumbers::sign,
-                                    "disp_symble(%1, %2);"};
+    static constexpr Look s_look = {SignSymbols, symbolNumbers::sign, "disp_symble(%1, %2);"};
 };
 
 class yunsuanModule final : public concreteModule<yunsuanModule, symbolModule>
 {
 public:
     using concreteModule::concreteModule;
-    static constexpr Look s_look = {":/expression/2/%1.png", 2, symbolNumbers::arithmetic,
+    static constexpr Look s_look = {ArithmeticSymbols, symbolNumbers::arithmetic,
                                     "disp_symble(%1, %2);"};
 };
 
@@ -93,16 +92,14 @@ class shuziModule final : public concreteModule<shuziModule, symbolModule>
 public:
     using concreteModule::concreteModule;
     // Without the blank that its sisters have: that is meant.
-    static constexpr Look s_look = {":/expression/3/%1.png", 3, symbolNumbers::digit,
-                                    "disp_symble(%1,%2);"};
+    static constexpr Look s_look = {DigitSymbols, symbolNumbers::digit, "disp_symble(%1,%2);"};
 };
 
 class zimuModule final : public concreteModule<zimuModule, symbolModule>
 {
 public:
     using concreteModule::concreteModule;
-    static constexpr Look s_look = {":/expression/4/%1.png", 4, symbolNumbers::letter,
-                                    "disp_symble(%1, %2);"};
+    static constexpr Look s_look = {LetterSymbols, symbolNumbers::letter, "disp_symble(%1, %2);"};
 };
 
 /** Shows a face on both displays. A copy shows the first one again: that is meant. */

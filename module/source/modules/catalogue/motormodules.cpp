@@ -1,5 +1,6 @@
 #include "modules/catalogue/motormodules.h"
 
+#include "modules/catalogue/choosers.h"
 #include "modules/catalogue/timemodules.h"
 
 namespace
@@ -15,12 +16,6 @@ const ButtonLook s_timeField = {":/single_time_nol_60x40.png", ":/single_time_pr
                                 false};
 const ButtonLook s_timedPort = {":/single_motor_nol_60x40.png", ":/single_motor_pre_60x40.png",
                                 false, true};
-
-/** The letter of a port; empty for what is none. */
-QString portLetter(int p_index)
-{
-    return 0 <= p_index && p_index <= 3 ? QString(QChar('A' + p_index)) : QString();
-}
 } // namespace
 
 QString motorModule::cCode() const
@@ -69,12 +64,12 @@ void motorModule::refresh()
     if (look().timed) {
         showOnButton(0, QString::number(static_cast<double>(time), 'g', 6));
     }
-    showOnButton(portButton(), portLetter(n));
+    showOnButton(portButton(), chooserOf(MotorPortMode).entry(n));
 }
 
 void motorModule::createButtons()
 {
-    const auto choosePort = [this] { OnSetParam(1); };
+    const auto choosePort = [this] { OnSetParam(MotorPortMode); };
     if (look().timed) {
         addNumberField(s_timeField, QRect(0, 100, 60, 40), TimeKeys, QString());
         addChooser(s_timedPort, QRect(60, 100, 60, 40), choosePort);

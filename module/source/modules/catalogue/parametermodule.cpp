@@ -1,9 +1,15 @@
 #include "modules/catalogue/parametermodule.h"
 
+#include "modules/catalogue/choosers.h"
 #include "modules/documentstate.h"
 #include "proj/controls/picturecache.h"
 
 #include <QPainter>
+
+const Chooser* parameterModule::popUpChooser(int p_mode) const
+{
+    return findChooser(ChooserKind::PopUp, p_mode);
+}
 
 void parameterModule::addChooser(const ButtonLook& p_look, const QRect& p_geometry,
                                  std::function<void()> p_press, const QString& p_text)
@@ -43,7 +49,7 @@ void parameterModule::typeInField(int p_key)
 
 void parameterModule::parameterChanged()
 {
-    documentModified = true;
+    setDocumentModified(true);
     update();
 }
 

@@ -20,6 +20,9 @@ class parameterModule : public supermodule
 public:
     using supermodule::supermodule;
 
+    /** From the table of choosers. */
+    const Chooser* popUpChooser(int p_mode) const override;
+
 protected:
     /** Puts a button on the block; a press runs p_press. */
     void addChooser(const ButtonLook& p_look, const QRect& p_geometry,

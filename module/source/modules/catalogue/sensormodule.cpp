@@ -6,9 +6,8 @@ const ButtonLook s_conditionChooser = {":/control_left_nol_60x40.png",
                                        ":/control_left_pre_60x40.png", true, false};
 const ButtonLook s_portChooser = {":/control_right_nol_60x40.png", ":/control_right_pre_60x40.png",
                                   false, true};
-const int s_sensorPortMode = 3;
-const int s_chooseTrue = 5;
-const int s_chooseFalse = 6;
+const int s_chooseTrue = ConditionOffset;
+const int s_chooseFalse = ConditionOffset + 1;
 } // namespace
 
 QString sensorModule::whileText() const
@@ -19,7 +18,7 @@ QString sensorModule::whileText() const
 
 const char* sensorModule::conditionPicture() const
 {
-    return bInfread ? look().truePicture : look().falsePicture;
+    return chooserOf(look().condition).entries.texts.begin()[bInfread ? 0 : 1];
 }
 
 void sensorModule::loadXml(const QDomElement& p_element)
@@ -44,7 +43,7 @@ void sensorModule::setParamIndex(int p_index)
     if (p_index == s_chooseTrue || p_index == s_chooseFalse) {
         bInfread = p_index == s_chooseTrue;
     } else {
-        port = p_index + 1;
+        port = p_index + chooserOf(SensorPortMode).entries.first;
         showOnButton(1, QString::number(sensorPort()));
     }
     parameterChanged();
@@ -53,10 +52,10 @@ void sensorModule::setParamIndex(int p_index)
 void sensorModule::addSensorButtons(int p_x)
 {
     addChooser(s_conditionChooser, QRect(p_x, 100, 60, 40),
-               [this] { OnSetParamByPos(look().conditionMode, buttonCentre(0)); });
+               [this] { OnSetParamByPos(look().condition, buttonCentre(0)); });
     addChooser(
         s_portChooser, QRect(p_x + 60, 100, 60, 40),
-        [this] { OnSetParamByPos(s_sensorPortMode, buttonCentre(1)); },
+        [this] { OnSetParamByPos(SensorPortMode, buttonCentre(1)); },
         QString::number(sensorPort()));
 }
 

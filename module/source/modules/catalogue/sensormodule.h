@@ -1,5 +1,6 @@
 #pragma once
 
+#include "modules/catalogue/choosers.h"
 #include "modules/catalogue/concretemodule.h"
 #include "modules/catalogue/parametermodule.h"
 
@@ -10,10 +11,8 @@ struct SensorLook {
     const char* whileText; /**< C text: %1 the port, %2 the comparison */
     const char* whenTrue;  /**< %2 for the first condition */
     const char* whenFalse;
-    const char* truePicture;
-    const char* falsePicture;
     const char* overlay;
-    int conditionMode; /**< the pop-up's mode for the condition */
+    PopUpMode condition; /**< the chooser of the condition, and its two pictures */
     int defaultPort;
 };
 
@@ -22,13 +21,11 @@ namespace sensorLooks
 {
 constexpr SensorLook infrared(const char* p_overlay)
 {
-    return {"while(TZ_AI(%1) %2 500)\n{\n", ">",       "<", ":/infread_body.png",
-            ":/infread_nobody.png",         p_overlay, 2,   4};
+    return {"while(TZ_AI(%1) %2 500)\n{\n", ">", "<", p_overlay, InfraredMode, 4};
 }
 constexpr SensorLook touch(const char* p_overlay)
 {
-    return {"while(switch_state(%1) %2 0)\n{\n", "==",      "!=", ":/until_touch_down_icon.png",
-            ":/until_touch_up_icon.png",         p_overlay, 4,    5};
+    return {"while(switch_state(%1) %2 0)\n{\n", "==", "!=", p_overlay, TouchMode, 5};
 }
 } // namespace sensorLooks
 

@@ -1,5 +1,7 @@
 #include "modules/catalogue/steeringenginemodule.h"
 
+#include "actions/model/servoangle.h"
+#include "modules/catalogue/choosers.h"
 #include "proj/controls/selectablebutton.h"
 
 #include <QApplication>
@@ -15,10 +17,11 @@ const ButtonLook s_angleField = {":/single_time_nol_60x40.png", ":/single_time_p
 const ButtonLook s_servoChooser = {":/single_motor_nol_60x40.png", ":/single_motor_pre_60x40.png",
                                    true, false, 0};
 const int s_limit = 150;
+/** The parameter that the panel of servos is for. */
+const int s_servoIdParam = 1;
+const int s_firstServo = 1;
 /** The speed that every servo call carries. */
 const int s_servoSpeed = 716;
-/** 888 counts across 300 degrees, 512 in the middle; positions fall as angles grow. */
-int servoPosition(int p_angle) { return static_cast<int>(p_angle * qint64(-888) / 300 + 512); }
 const QChar s_degree(0xb0);
 } // namespace
 
@@ -26,7 +29,7 @@ QString steeringenginemodule::cCode() const
 {
     return QStringLiteral("servo_ctrl(%1, %2, %3, 0);\n")
         .arg(QString::number(servoId), QString::number(s_servoSpeed),
-             QString::number(servoPosition(angle)));
+             QString::number(angleToServoPosition(qint64(angle) * 100)));
 }
 
 void steeringenginemodule::loadXml(const QDomElement& p_element)
@@ -58,8 +61,8 @@ void steeringenginemodule::setParamIndex(int p_servoId)
 
 void steeringenginemodule::setPanelValue(int p_paramId, int p_value)
 {
-    if (p_paramId == 1) {
-        setParamIndex(p_value + 1);
+    if (p_paramId == s_servoIdParam) {
+        setParamIndex(p_value + s_firstServo);
     }
 }
 
@@ -99,7 +102,8 @@ bool steeringenginemodule::eventFilter(QObject* p_watched, QEvent* p_event)
 void steeringenginemodule::createButtons()
 {
     addNumberField(s_angleField, QRect(0, 100, 60, 40), s_angleKeys, QString(), "-150 ~ 150");
-    addChooser(s_servoChooser, QRect(60, 100, 60, 40), [this] { onSetPanel(2, 1); });
+    addChooser(s_servoChooser, QRect(60, 100, 60, 40),
+               [this] { onSetPanel(ServoIdsPanel, s_servoIdParam); });
     refresh();
 }
 
@@ -119,5 +123,6 @@ void steeringenginemodule::paint(QPainter* p_painter, const QStyleOptionGraphics
     font.setWeight(QFont::Bold);
     p_painter->setFont(font);
     p_painter->setPen(Qt::white);
-    p_painter->drawText(70, 20, QStringLiteral("ID-%1").arg(servoId, 2, 10, QLatin1Char('0')));
+    p_painter->drawText(
+        70, 20, chooserOf(ServoIdsPanel).entry(static_cast<qint64>(servoId) - s_firstServo));
 }

@@ -39,10 +39,10 @@ QString voiceModule::cCode() const
 void voiceModule::createButtons()
 {
     addChooser(s_chooser, QRect(20, 100, 80, 40), [this] {
-        if (look().voiceMap != 0) {
-            OnSetVoice(look().voiceMap);
+        if (look().sounds) {
+            OnSetVoice(*look().sounds);
         } else {
-            onSetPanel(1, 0);
+            onSetPanel(NotesPanel);
         }
     });
 }
@@ -50,8 +50,9 @@ void voiceModule::createButtons()
 void voiceModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
 {
     drawPicture(p_painter, ":/voice/voiceModule_bg_nol.png");
-    if (look().choicePicture) {
-        drawCentred(p_painter, picture(QString::fromLatin1(look().choicePicture).arg(n)));
+    if (look().sounds) {
+        const qint64 place = static_cast<qint64>(n) - s_firstChoice;
+        drawCentred(p_painter, picture(chooserOf(*look().sounds).entry(place)));
         drawPicture(p_painter, ":/voice/play_icon_28x26.png", 80, 10);
     } else {
         drawPicture(p_painter, ":/voice/piano_icon.png");

@@ -1,14 +1,16 @@
 #pragma once
 
+#include "modules/catalogue/choosers.h"
 #include "modules/catalogue/concretemodule.h"
 #include "modules/catalogue/parametermodule.h"
 
+#include <optional>
+
 /** What a sound block differs in. */
 struct VoiceLook {
-    const char* choicePicture; /**< resource path with %1 for the choice; null: its number */
-    int voiceMap;              /**< key of the panel's pictures; 0: the panel of the notes */
-    int (*sound)(int);         /**< from the 1-based choice to the controller's sound number */
-    const char* fragment;      /**< C text */
+    std::optional<SoundSet> sounds; /**< the panel and the pictures; without it, the notes */
+    int (*sound)(int);              /**< from the 1-based choice to the controller's sound number */
+    const char* fragment;           /**< C text */
 };
 
 /** Plays one of the controller's stored sounds; the choice is counted from 1. */
@@ -47,7 +49,7 @@ class pianoModule final : public concreteModule<pianoModule, voiceModule>
 {
 public:
     using concreteModule::concreteModule;
-    static constexpr Look s_look = {nullptr, 0, voiceSounds::piano, "PlaySpeech(%1);\n"};
+    static constexpr Look s_look = {std::nullopt, voiceSounds::piano, "PlaySpeech(%1);\n"};
     /** Of the sound blocks the piano alone takes a choice this way, too: that is meant. */
     void setParamIndex(int p_index) override { setNumberKey(p_index); }
 };
@@ -56,28 +58,26 @@ class animalModule final : public concreteModule<animalModule, voiceModule>
 {
 public:
     using concreteModule::concreteModule;
-    static constexpr Look s_look = {":/voice/2/%1.png", 2, voiceSounds::animal,
-                                    "PlaySpeech(%1);\n"};
+    static constexpr Look s_look = {AnimalSounds, voiceSounds::animal, "PlaySpeech(%1);\n"};
 };
 
 class biaoqingModule final : public concreteModule<biaoqingModule, voiceModule>
 {
 public:
     using concreteModule::concreteModule;
-    static constexpr Look s_look = {":/voice/4/%1.png", 4, voiceSounds::mood, "PlaySpeech(%1);"};
+    static constexpr Look s_look = {MoodSounds, voiceSounds::mood, "PlaySpeech(%1);"};
 };
 
 class helloModule final : public concreteModule<helloModule, voiceModule>
 {
 public:
     using concreteModule::concreteModule;
-    static constexpr Look s_look = {":/voice/1/%1.png", 1, voiceSounds::hello, "PlaySpeech(%1);"};
+    static constexpr Look s_look = {GreetingSounds, voiceSounds::hello, "PlaySpeech(%1);"};
 };
 
 class trafficModule final : public concreteModule<trafficModule, voiceModule>
 {
 public:
     using concreteModule::concreteModule;
-    static constexpr Look s_look = {":/voice/3/%1.png", 3, voiceSounds::traffic,
-                                    "PlaySpeech(%1);\n"};
+    static constexpr Look s_look = {TrafficSounds, voiceSounds::traffic, "PlaySpeech(%1);\n"};
 };

@@ -1,0 +1,94 @@
+#include "canvas/blockdrag.h"
+
+#include "canvas/linkpreview.h"
+#include "document/document.h"
+#include "modules/mainmodule.h"
+
+namespace
+{
+const int s_draggedZ = 10;
+} // namespace
+
+BlockDrag::BlockDrag(Document& p_document, LinkPreview& p_preview)
+    : m_document(p_document), m_preview(p_preview)
+{
+}
+
+void BlockDrag::press(supermodule* p_module, const QPointF& p_at)
+{
+    m_module = p_module;
+    m_lastAt = p_at;
+    if (p_module) {
+        // A drag may have ended without a release, by a new document or a dialog.
+        p_module->m_moved = false;
+        m_pressPlace = ModulePlace::of(p_module);
+    }
+}
+
+bool BlockDrag::move(const QPointF& p_at)
+{
+    if (!m_module || p_at == m_lastAt) {
+        return false;
+    }
+    // Said before anything moves: then no block has to tell its own place.
+    m_document.scene().update();
+    // In whole scene units all the way: a layout that comes within the last bits of a fraction of
+    // where a block stands doesn't move it, and the fraction would stay. What rounding leaves over
+    // counts at the next move.
+    const QPointF to = (p_at + m_module->scenePos() - m_lastAt).toPoint();
+    m_lastAt += to - m_module->scenePos();
+    m_module->setPos(to);
+    m_module->updateLayout();
+    if (!m_module->m_moved) {
+        // What hangs under the block stays the same for as long as it is dragged.
+        m_module->setTreeZValue(s_draggedZ);
+    }
+    m_module->detachFromParent();
+    m_preview.follow(m_module);
+    m_document.setModified(true);
+    m_module->m_moved = true;
+    return true;
+}
+
+BlockDrag::End BlockDrag::release(bool p_outside, bool p_away)
+{
+    if (!m_module) {
+        return End::Nothing;
+    }
+    supermodule* module = m_module;
+    if (module->m_moved && p_outside && module != m_document.mainBlock()) {
+        return End::Outside;
+    }
+    m_module.clear();
+    // A block that was moved and brought back has lost its link on the way.
+    const bool settles = module->m_moved || p_away;
+    if (settles) {
+        putDown(module);
+    }
+    module->setTreeZValue(0);
+    return settles ? End::Settled : End::Nothing;
+}
+
+BlockDrag::End BlockDrag::cancel()
+{
+    const QPointer<supermodule> module = m_module;
+    m_module.clear();
+    if (!module || !module->m_moved) {
+        m_preview.hide();
+        return End::Nothing;
+    }
+    putDown(module);
+    module->setTreeZValue(0);
+    return End::Settled;
+}
+
+void BlockDrag::putDown(supermodule* p_module)
+{
+    p_module->m_moved = false;
+    m_preview.settle(p_module);
+}
+
+ModulePlace BlockDrag::placeForUndo(const supermodule* p_module) const
+{
+    return p_module == m_module && p_module->m_moved ? m_pressPlace : ModulePlace::of(p_module);
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QMenu>
+
+class TzProgramView;
+
+/** The menu of a right press on the canvas. */
+class CanvasMenu : public QMenu
+{
+public:
+    /** Its entries run the view's slots. The view must outlive the menu. */
+    explicit CanvasMenu(TzProgramView& p_view);
+
+    /** Offers what can be done: with a block under the press, and with blocks on the clipboard. */
+    void offer(bool p_onBlock, bool p_canPaste);
+
+private:
+    QAction* m_actCopy;
+    QAction* m_actPaste;
+    QAction* m_actCopyAndPaste;
+    QAction* m_actUndoCopy;
+    QAction* m_actDelete;
+};

@@ -1,0 +1,51 @@
+#include "document/addcommand.h"
+
+#include "document/document.h"
+#include "modules/catalogue/modulefactory.h"
+#include "modules/documentstate.h"
+#include "modules/moduleregistry.h"
+#include "modules/supermodule.h"
+
+namespace moduleUndoCommand
+{
+addCommand::addCommand(Document& p_document, int p_x, int p_y, int p_id, int p_key)
+    : m_document(p_document), m_x(p_x), m_y(p_y), m_id(p_id), m_key(p_key)
+{
+}
+
+void addCommand::redo()
+{
+    supermodule* module = createModuleFromId(m_id);
+    if (!module) {
+        return;
+    }
+    module->enterScene(&m_document.scene());
+    module->setPos(m_x - module->boundingRect().width() / 2, m_y);
+    supermodule* target = nullptr;
+    int type = NoLink;
+    module->CollisionDetection(target, type);
+    module->updateTreeAndOpacity();
+    if (const supermodule* root = firstVisibleRoot()) {
+        module->ownid = root->id;
+    }
+    module->refreshOpacity();
+    module->moduleKey = m_key;
+    ModuleRegistry::addAs(m_key, module);
+}
+
+void addCommand::undo()
+{
+    if (supermodule* module = moduleMap.value(m_key)) {
+        module->detachFromParent();
+        // What was linked behind it since then stays, as a loose chain.
+        for (supermodule* child : {module->next(), module->left(), module->right()}) {
+            if (child) {
+                module->removeChild(child);
+                child->refreshOpacity();
+            }
+        }
+        m_document.scene().removeItem(module);
+        delete module;
+    }
+}
+} // namespace moduleUndoCommand

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QUndoCommand>
+
+class Document;
+
+namespace moduleUndoCommand
+{
+/** Puts a new block on the canvas, its top edge's middle at a point, linked if it touches a place.
+ */
+class addCommand : public QUndoCommand
+{
+public:
+    addCommand(Document& p_document, int p_x, int p_y, int p_id, int p_key);
+
+    void redo() override;
+    void undo() override;
+
+private:
+    Document& m_document;
+    int m_x;
+    int m_y;
+    int m_id;
+    int m_key;
+};
+} // namespace moduleUndoCommand
