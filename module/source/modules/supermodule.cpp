@@ -39,7 +39,11 @@ supermodule::supermodule(const supermodule& p_other)
     m_selectItem.setPixmap(p_other.m_selectItem.pixmap());
 }
 
-supermodule::~supermodule() { ModuleRegistry::forget(this); }
+supermodule::~supermodule()
+{
+    s_bodies -= (m_left ? 1 : 0) + (m_right ? 1 : 0);
+    ModuleRegistry::forget(this);
+}
 
 void supermodule::initialise()
 {

@@ -228,6 +228,8 @@ public:
     static supermodule* deepClone(const supermodule* p_module);
     /** Deletes a block and all under it; null is ignored. Its parent must have let go of it. */
     static void deleteTree(supermodule* p_module);
+    /** Deletes blocks, all in one scene or in none, that nothing is linked to any longer. */
+    static void deleteModules(QVector<supermodule*> p_modules);
 
     // Parameter buttons. They paint themselves; see ModuleButton for when they have widgets.
     int buttonCount();
@@ -319,9 +321,16 @@ private:
     QString m_imagePath;
     QString m_pressedPath;
     QString m_text;
+    static bool isWorthTurning(const QVector<supermodule*>& p_byAge);
+
+    /** Grows from block to block, as they are made. */
+    qint64 m_age = 0;
     int m_registryKey = 0;
     /** The block's place in liveModules. */
     int m_liveIndex = -1;
+    /** How many bodies and branches hang on all blocks that there are. */
+    static int s_bodies;
+
     bool m_buttonsTold = false;
     /** Children of the block, which deletes them. */
     QVector<ModuleButton*> m_buttons;
