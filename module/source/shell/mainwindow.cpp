@@ -5,6 +5,7 @@
 #include "base/programversion.h"
 #include "build/builddialog.h"
 #include "generator/codegenerator.h"
+#include "proj/controls/textchange.h"
 #include "proj/tzblockwidget.h"
 #include "project/projectfile.h"
 #include "shell/tztoolbar.h"
@@ -288,7 +289,7 @@ void MainWindow::closeEvent(QCloseEvent* p_event)
 
 void MainWindow::OnShowCode(int type)
 {
-    m_codeBrowser->setPlainText(m_programView.generateVisibleCode(type));
+    showCode(type);
     const bool shows = m_codeType != type;
     if (shows && !m_codeBrowser->isVisible()) {
         m_splitter->setSizes({width() - s_codePaneWidth, s_codePaneWidth});
@@ -300,8 +301,15 @@ void MainWindow::OnShowCode(int type)
 void MainWindow::OnUpdateCode()
 {
     if (m_codeBrowser->isVisible()) {
-        m_codeBrowser->setPlainText(m_programView.generateVisibleCode(m_codeType));
+        showCode(m_codeType);
     }
+}
+
+void MainWindow::showCode(int p_type)
+{
+    const QString text = m_programView.generateVisibleCode(p_type);
+    changeText(*m_codeBrowser->document(), m_codeText, text);
+    m_codeText = text;
 }
 
 void MainWindow::OnEditActions()

@@ -73,6 +73,7 @@ private:
     QString askSavePath(const QString& p_title);
     bool saveTo(const QString& p_path);
     void openProject(const QString& p_path);
+    void showCode(int p_type);
     void runBuild(const QString& p_name, int p_tasks);
 
     TzToolBar* m_toolBar = nullptr;
@@ -80,6 +81,8 @@ private:
     Document m_document;
     TzProgramView m_programView;
     QTextBrowser* m_codeBrowser = nullptr;
+    /** What the code pane holds. */
+    QString m_codeText;
     /** The action editor, made when it is first shown. Shows the image, so it goes before that. */
     std::unique_ptr<editActionWindow> m_actionWindow;
     QSplitter* m_splitter = nullptr;
