@@ -19,7 +19,7 @@ tzprogramscene::tzprogramscene(QObject* p_parent) : QGraphicsScene(p_parent)
 
 void tzprogramscene::clearItems(const QList<const QGraphicsItem*>& p_kept)
 {
-    // Mostly eldest first, which is where the scene begins to look for what it is to remove.
+    // Mostly oldest first: removeItem() searches the scene's list of items from the front.
     const QVector<supermodule*> blocks = liveModules;
     for (supermodule* block : blocks) {
         // By identity, not by type: a file may hold a second block of the main block's type.

@@ -115,8 +115,8 @@ void supermodule::updateTreeAndOpacity()
 
 void supermodule::stackAboveLoops()
 {
-    // Loops go down rather than blocks up, since the scene can put an item only below another. A
-    // loop that goes down takes those around it along.
+    // stackBefore() can only move an item below another. So the loops are moved below the block,
+    // and each takes those around it along.
     supermodule* inner = nullptr;
     for (supermodule* each = this; scene() && each->m_parent; each = each->m_parent) {
         supermodule* loop = each->m_parent;
@@ -126,7 +126,7 @@ void supermodule::stackAboveLoops()
         if (inner) {
             loop->stackBefore(inner);
         } else {
-            // The eldest block is likely to lie lowest: then the loop moves but once.
+            // The oldest block is likely to be the lowest: then the loop moves but once.
             supermodule* eldest = this;
             forEachModule(this, [&eldest](supermodule* p_each) {
                 if (p_each->registryKey() < eldest->registryKey()) {
@@ -173,8 +173,8 @@ void supermodule::deleteTree(supermodule* p_module)
 {
     QVector<supermodule*> modules;
     forEachModule(p_module, [&modules](supermodule* p_each) { modules.append(p_each); });
-    // Mostly eldest first, which is where the scene begins to look for what it is to remove:
-    // a long chain takes a third of the time that it would take the other way round.
+    // Mostly oldest first: QGraphicsScene::removeItem() searches its list of items from the front,
+    // and a long chain takes a third of the time of the reverse order.
     for (supermodule* module : qAsConst(modules)) {
         if (module->scene()) {
             module->scene()->removeItem(module);
