@@ -22,9 +22,9 @@ template <class Appenders> void writeTo(const Appenders& p_appenders, const LogM
 }
 
 /**
- * Lets go of all appenders when the process ends: a text stream points to a codec, and Qt deletes
+ * Unregisters all appenders when the process ends: a text stream points to a codec, and Qt deletes
  * those. The first use of a codec, in the constructor, makes Qt's data older than this object, so
- * that it is taken down later.
+ * that it is destroyed later.
  */
 class Ending
 {

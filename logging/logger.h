@@ -13,20 +13,20 @@
  * Where all messages come together and go on to the appenders. Every function may be called from
  * any thread, and from the first to the last moment of the process.
  *
- * The appenders don't last that long: they go when main() has returned, behind the static objects
- * that are younger than the first one's registration, and what is still said then goes to the error
- * stream. No other thread should be within write() at that moment.
+ * The appenders don't last that long: they are destroyed when main() has returned, behind the
+ * static objects that are younger than the first one's registration, and later messages go to the
+ * error stream. No other thread should be within write() at that moment.
  */
 class Logger
 {
 public:
-    /** Never destroyed, so that what is logged at the very end finds it alive. */
+    /** Never destroyed, so that static destructors can log. */
     static Logger& globalInstance();
 
     /** Gives an appender the messages of one category, or with an empty one those of all. */
     void registerAppender(std::shared_ptr<AbstractAppender> p_appender,
                           const QString& p_category = QString());
-    /** Lets go of all appenders. One that is just writing ends with that. */
+    /** Unregisters all appenders. One that is just writing ends with that. */
     void removeAppenders();
 
     /**

@@ -119,14 +119,18 @@ ActionStep builtActionStep();
 /** A new image. Its steps have the run time 50. */
 ActionBlock builtActionBlock();
 
-/** Clears an image. Its steps then have the run time 100, unlike those of a new one. */
+/**
+ * Clears an image. Meant: its steps then have the run time 100, unlike those of a new one; stored
+ * images hold both.
+ */
 void resetActionBlock(ActionBlock& p_block);
 
 /** The trailer of a compiled program, always the same. */
 ActionTrailer buildActionTrailer();
 
 /**
- * The bytes of a page's name: from the name field up to the first zero byte. When the field is
- * full they run on into the next page, but never beyond the image. Page: 0 to 127.
+ * The bytes of a page's name: from the name field up to the first zero byte. Page: 0 to 127. Meant:
+ * when the field is full they run on into the next page, but never beyond the image; stored images
+ * hold such names.
  */
 QByteArray actionPageName(const ActionBlock& p_block, int p_page);

@@ -41,7 +41,7 @@ bool ActionImage::appendTo(const QString& p_path, ActionTail p_tail)
         const ActionTrailer trailer = buildActionTrailer();
         tail.append(reinterpret_cast<const char*>(&trailer), sizeof trailer);
     }
-    // What the write gives is not looked at: that is meant.
+    // Meant: the result of the write isn't looked at; the design reports no failure here.
     file.write(tail);
     m_modified = false;
     return true;

@@ -17,7 +17,7 @@ public:
     virtual void setPanelHeight(int p_height) = 0;
 
 signals:
-    /** The canvas should be painted anew. */
+    /** Asks for a repaint of the canvas. */
     void updateViewSignal();
 
 protected:

@@ -7,7 +7,7 @@ RowPanel::RowPanel(QWidget* p_parent) : PanelBase(p_parent) {}
 QPushButton* RowPanel::addButton(const QString& p_style)
 {
     auto* button = new QPushButton(this);
-    // The focus stays with the block's field: its keys and these can take turns.
+    // No keyboard focus: the block's field keeps it, so that both keyboards can be used in turn.
     button->setFocusPolicy(Qt::NoFocus);
     button->setAttribute(Qt::WA_DeleteOnClose);
     button->setStyleSheet(p_style);

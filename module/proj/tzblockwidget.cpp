@@ -73,7 +73,7 @@ TzBlockWidget::TzBlockWidget(QWidget* p_central, QWidget* p_parent)
     colourBar(m_currentCategory);
 
     m_scrollArea->setFrameShape(QFrame::NoFrame);
-    // Nothing in the strip takes the keys away from the canvas.
+    // No keyboard focus for the strip: keys stay with the canvas.
     m_scrollArea->setFocusPolicy(Qt::NoFocus);
     m_scrollArea->installEventFilter(this);
     m_scrollArea->setStyleSheet(QStringLiteral(
@@ -154,7 +154,7 @@ void TzBlockWidget::colourBar(int p_category)
 
 void TzBlockWidget::removePanel()
 {
-    // One of the panel's own buttons may be what asks for the change, so it can't be deleted yet.
+    // One of the panel's own buttons may have sent the signal in hand, so it can't be deleted yet.
     if (QWidget* old = m_scrollArea->takeWidget()) {
         old->hide();
         old->setParent(this);

@@ -62,17 +62,18 @@ public:
     static const QMap<int, QStringList>& expressionPictures();
 
 signals:
+    /** Meant: never raised, like NewTaskSignal(): the palette has no control for it. */
     void NewProgramSignal();
     void NewTaskSignal();
     /** A chooser's button was pressed: a Qt::Key code, or the button's place, from 0. */
     void SelectNumberSignal(int n);
     /** A value was chosen for the parameter that the chooser was opened for. */
     void editParamSignal(int p_paramId, int p_value);
-    /** The canvas should be painted anew. */
+    /** Asks for a repaint of the canvas. */
     void updateViewSignal();
 
 public slots:
-    /** Takes the canvas's mouse state. The same state a second time is ignored. */
+    /** Takes a MouseState of the canvas. The same state a second time is ignored. */
     void OnProgramMouse(int p_type);
     /** Shows the number keyboard; the option's bits are those of KeyboardOption. */
     void OnShowNumKeyboardSignal(uint32_t p_numberOption);

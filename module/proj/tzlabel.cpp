@@ -7,7 +7,7 @@
 tzlabel::tzlabel(const QString& p_caption, QWidget* p_parent, Qt::WindowFlags)
     : QPushButton(p_caption, p_parent)
 {
-    // A change of the tab leaves the keys with the canvas.
+    // No keyboard focus: keys stay with the canvas.
     setFocusPolicy(Qt::NoFocus);
 }
 

@@ -11,7 +11,7 @@ struct VariablePictures {
 };
 
 /**
- * The pictures of a kind by its key, a bit mask with one bit set. For who shows variables; nothing
- * does at present.
+ * The pictures of a kind by its key, a bit mask with one bit set. Meant: without a caller; for
+ * controls of variables, which the present catalogue has no blocks for.
  */
 VariablePictures variablePictures(uint32_t p_key);

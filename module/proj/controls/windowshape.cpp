@@ -9,6 +9,6 @@ void shapeWindowLikePicture(QWidget& p_window, const QPixmap& p_picture)
     if (p_picture.size() != p_window.size()) {
         return;
     }
-    // Half-open pixels stay, which make the edge smooth where windows can be seen through.
+    // Translucent pixels stay: they smooth the edge where the desktop composites windows.
     p_window.setMask(p_picture.createMaskFromColor(Qt::transparent));
 }

@@ -18,6 +18,7 @@ public:
     static CommonHelper* instance();
 
 signals:
+    /** Meant: never raised; a signal of the design. */
     void controllerTypeChanged(int p_type);
 
 private:
@@ -53,7 +54,7 @@ QStringList toStringList(const QJsonArray& p_array);
 /**
  * Compares versions such as "1.1.2" number by number: 1 if p_a is newer, -1 if p_b is, 0 only for
  * equal texts. What is no number counts as 0. If one begins with the numbers of the other the
- * longer one is newer, and of as many numbers p_a is: "1.02" and "1.2" are each newer than the
- * other.
+ * longer one is newer. Meant: of as many numbers p_a is newer, so that "1.02" and "1.2" are each
+ * newer than the other; the design has this order.
  */
 int compareVersions(const QString& p_a, const QString& p_b);

@@ -55,5 +55,5 @@ QStringList getStringList(const QString& p_key);
 void setString(const QString& p_key, const QString& p_value);
 /** Puts a list under a key, in memory. Lost at exit without save(). */
 void setStringList(const QString& p_key, const QStringList& p_value);
-/** Writes all settings to the file. What can't be written is lost without a word. */
+/** Writes all settings to the file. A failure is not reported. */
 void save();

@@ -18,8 +18,8 @@ QString recentFilesPath();
 void readRecentFiles(const QString& p_path);
 
 /**
- * Writes recentFiles to a list file, a line each, as UTF-8. A path with other than ASCII
- * characters is therefore garbled by the next read: that is the format as it stands.
+ * Writes recentFiles to a list file, a line each, as UTF-8. Meant: the next read, as Latin-1,
+ * garbles a path with other than ASCII characters; lists that are on disk are in this format.
  */
 void writeRecentFiles(const QString& p_path);
 

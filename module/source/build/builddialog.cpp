@@ -111,16 +111,16 @@ void buildDialog::OnBuildEnd(int p_exitCode, QProcess::ExitStatus /*p_exitStatus
         if (m_finishProgramFile) {
             m_finishProgramFile(m_sourcePath);
         }
-        // The status stays at compiling until the thread says what it is at.
+        // The status stays at compiling until the thread emits stateChanged().
         m_thread.start();
         m_errorText = tr("编译成功！");
         repaint();
         qCDebug(tilerLog).noquote() << QString::fromUtf8(standardError);
         return;
     }
-    // The English entry of this text says success. That is meant to stay as it is.
+    // Meant: the English entry of this text says success; the translations are kept word for word.
     ui->status->setText(tr("编译失败！"));
-    // As a text that a zero byte ends.
+    // As a C string: up to the first NUL.
     m_errorText = QString::fromUtf8(standardError.constData());
     qCDebug(tilerLog).noquote() << m_errorText;
 }
@@ -136,13 +136,13 @@ void buildDialog::OnStateChanged(const QString& p_state)
 
 void buildDialog::OnThreadFinished()
 {
-    // The signal may have been on its way already when the dialog was closed.
+    // finished() may have been queued already when the dialog was closed.
     if (m_workEnded) {
         return;
     }
     logFirmwareFields();
-    // This takes the place of the thread's own word of a failure, which only the icon then tells.
-    // That is meant.
+    // Meant: overwrites the thread's own text of a failure, which only the icon then tells; the
+    // design has this order.
     ui->status->setText(tr("连接控制器...."));
     if (m_thread.connected()) {
         m_drive = m_thread.drive();
@@ -225,7 +225,7 @@ void buildDialog::setUpForm()
         "#e5e5e5,stop:1 #ff9668);}"));
 }
 
-// The slots may already be on their way, hence the flag besides the disconnections.
+// Queued calls of the slots may be pending, hence the flag besides the disconnections.
 void buildDialog::endWork()
 {
     if (m_workEnded) {

@@ -58,6 +58,7 @@ public:
 
 public slots:
     void OnBuildEnd(int p_exitCode, QProcess::ExitStatus p_exitStatus);
+    /** Meant: without effect and connected to nothing; a slot of the design. */
     void OnReadOutput();
     void OnStateChanged(const QString& p_state);
     void OnThreadFinished();

@@ -40,11 +40,11 @@ public:
     QString drive() const;
     /** Whether the wait has ended in a controller found. */
     bool connected() const;
-    /** A name for the thread's task. Nothing reads it. */
+    /** A name for the thread's task. Meant: nothing sets or reads it; a setter of the design. */
     void setTargetName(const QString& p_name) { m_targetName = p_name; }
 
 signals:
-    /** What the thread is at, as a text for the user. */
+    /** The thread's progress, as a text for the user. */
     void stateChanged(const QString& p_state);
 
 protected:

@@ -9,7 +9,9 @@
 namespace
 {
 const char s_format[] = "korvane/tiler/modules";
-/** The place of a paste that has none; it ends up as a scene position as it is. */
+/**
+ * Meant: the place of a paste that has none, used as a scene position as it is; the design says so.
+ */
 const int s_noPlace = -99999;
 /** How far from its source a copy stands that is pasted at once. */
 const int s_copyOffset = 160;
@@ -83,7 +85,7 @@ void BlockClipboard::OnClipboardChanged(QClipboard::Mode p_mode)
     if (p_mode != QClipboard::Clipboard) {
         return;
     }
-    // Someone else took the clipboard.
+    // Another program, or another part of this one, owns the clipboard now.
     if (!m_ownClipboardChange && m_copied) {
         m_copied->setSelectTree(false);
     }

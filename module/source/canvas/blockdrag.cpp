@@ -30,17 +30,16 @@ bool BlockDrag::move(const QPointF& p_at)
     if (!m_module || p_at == m_lastAt) {
         return false;
     }
-    // Said before anything moves: then no block has to tell its own place.
+    // Mark the whole scene dirty once: setPos() then skips its own dirty-rect bookkeeping.
     m_document.scene().update();
-    // In whole scene units all the way: a layout that comes within the last bits of a fraction of
-    // where a block stands doesn't move it, and the fraction would stay. What rounding leaves over
-    // counts at the next move.
+    // Whole scene units: setPos() ignores a change within rounding error, so that a layout would
+    // leave a fraction where it is. The remainder is carried over to the next move.
     const QPointF to = (p_at + m_module->scenePos() - m_lastAt).toPoint();
     m_lastAt += to - m_module->scenePos();
     m_module->setPos(to);
     m_module->updateLayout();
     if (!m_module->m_moved) {
-        // What hangs under the block stays the same for as long as it is dragged.
+        // Once a drag: nothing is linked or unlinked under the block meanwhile.
         m_module->setTreeZValue(s_draggedZ);
     }
     m_module->detachFromParent();
@@ -60,7 +59,7 @@ BlockDrag::End BlockDrag::release(bool p_outside, bool p_away)
         return End::Outside;
     }
     m_module.clear();
-    // A block that was moved and brought back has lost its link on the way.
+    // The first move has unlinked the block, so it is settled even where it was pressed.
     const bool settles = module->m_moved || p_away;
     if (settles) {
         putDown(module);

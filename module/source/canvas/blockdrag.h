@@ -18,27 +18,27 @@ class BlockDrag
 public:
     /** How a drag has ended. */
     enum class End {
-        Nothing, /**< there was none, or the block is where and as it was */
-        Settled, /**< the block has been put down: linked, or loose */
-        Outside  /**< the block was let go outside, and waits to be deleted */
+        Nothing, /**< there was none, or the block has not been moved */
+        Settled, /**< the block has been linked, or left loose */
+        Outside  /**< released outside; the caller deletes the block */
     };
 
     BlockDrag(Document& p_document, LinkPreview& p_preview);
 
-    /** A press at a place, on a block or, for null, on none. */
+    /** Handles a press at a place, on a block or, for null, on none. */
     void press(supermodule* p_module, const QPointF& p_at);
-    /** True while a block is held, moved or not. */
+    /** True from a press on a block to its release, whether or not the block was moved. */
     bool isHeld() const { return m_module; }
-    /** The mouse is at a place now. True if the block has come along. */
+    /** Handles a mouse move to a place. True if the block was moved. */
     bool move(const QPointF& p_at);
     /**
-     * The button is let go. p_outside: where a block that was dragged is deleted. p_away: not where
-     * the press was, so that the block is put down even if it hasn't come along.
+     * Handles the release. p_outside: where a block that was dragged is deleted. p_away: not where
+     * the press was, so that the block is settled even if it wasn't moved.
      */
     End release(bool p_outside, bool p_away);
-    /** Ends a drag that gets no release: a block in the air is put down where it is. */
+    /** Ends a drag that gets no release event: a block that was moved is settled where it is. */
     End cancel();
-    /** Lets go of the block and leaves it as it is. */
+    /** Ends a drag without settling the block. */
     void forget() { m_module.clear(); }
     /** Where a block goes back to when its deletion is undone: from a drag, to the press's place.
      */
@@ -50,7 +50,7 @@ private:
     Document& m_document;
     LinkPreview& m_preview;
     QPointer<supermodule> m_module;
-    /** Where the mouse was, less what rounding has left over. */
+    /** The last place of the mouse, less the rounding remainder. */
     QPointF m_lastAt;
     ModulePlace m_pressPlace;
 };

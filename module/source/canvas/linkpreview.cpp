@@ -7,7 +7,7 @@
 LinkPreview::LinkPreview(QGraphicsScene& p_scene, const supermodule* p_main)
     : m_block(std::make_unique<FeedbackModule>()), m_main(p_main)
 {
-    // Without the flags of a block that can be taken hold of.
+    // Neither movable nor selectable, unlike a block of the program.
     m_block->createCollisions();
     m_block->hide();
     p_scene.addItem(m_block.get());
@@ -61,7 +61,7 @@ void LinkPreview::settle(supermodule* p_module)
         linkAt(place.m_target, place.m_type, p_module);
     }
     if (!p_module->parentModule()) {
-        // Whole scene units: a file gives no others back.
+        // Whole scene units: a project file reads back no others.
         p_module->setPos(p_module->pos().toPoint());
     }
     p_module->updateTreeAndOpacity();

@@ -6,9 +6,9 @@ class FeedbackModule;
 class QGraphicsScene;
 
 /**
- * The preview of a link: looks for the best place for a block on its way, opens a gap there with a
- * block of its own in it, and links the block there when it is dropped. Owns the preview block,
- * which stands in the scene, hidden as long as there is no place.
+ * The preview of a link: finds the best place for a dragged block, opens a gap there with a preview
+ * block in it, and links the dragged block there when it is dropped. Owns the preview block, which
+ * is in the scene, hidden as long as there is no place.
  */
 class LinkPreview
 {
@@ -27,8 +27,8 @@ public:
     /** Closes the gap. */
     void hide();
     /**
-     * Ends a block's way: closes the gap and links the block at its place, or leaves it loose where
-     * it is, in whole scene units.
+     * Ends the drag of a block: closes the gap and links the block at its place, or leaves it loose
+     * where it is, in whole scene units.
      */
     void settle(supermodule* p_module);
 

@@ -24,7 +24,7 @@ MovedRegion::MovedRegion(QGraphicsView& p_view)
                   .boundingRect()
                   .adjusted(-s_margin, -s_margin, s_margin, s_margin))
 {
-    // Updates that wait in the scene's queue go to the viewport now: they would be called off, too.
+    // Deliver the scene's queued updates first: they would be discarded with the full update.
     QCoreApplication::sendPostedEvents(p_view.scene(), QEvent::MetaCall);
     m_before.reserve(liveModules.size());
     for (const supermodule* module : qAsConst(liveModules)) {

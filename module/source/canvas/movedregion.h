@@ -8,11 +8,12 @@ class QRegion;
 class supermodule;
 
 /**
- * Paints what blocks leave and take while it lives, and nothing else of the view. For code that
- * calls QGraphicsScene::update() before it moves blocks, so that no item reports its own change:
- * the region is painted at once, which also calls off the update of the whole view.
+ * Repaints, when it is destroyed, the region that blocks covered before and cover after the moves
+ * made in its lifetime, and nothing else of the view. For code that calls QGraphicsScene::update()
+ * before it moves blocks, so that no item adds a dirty rect of its own: the repaint takes place at
+ * once, which also discards the pending update of the whole view.
  *
- * Blocks neither come nor go meanwhile, and only their places, sizes and visibility change.
+ * Blocks must not be created or deleted meanwhile; only position, size and visibility may change.
  */
 class MovedRegion
 {
@@ -27,6 +28,6 @@ private:
 
     QGraphicsView& m_view;
     QRectF m_sight;
-    /** Where each of the live blocks was, in scene units; null for those out of sight. */
+    /** The scene rectangle of each live block before the move; null for those out of sight. */
     QVector<QRectF> m_before;
 };

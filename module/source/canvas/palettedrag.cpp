@@ -28,7 +28,7 @@ supermodule* PaletteDrag::enter(int p_id)
 void PaletteDrag::move(const QPointF& p_corner)
 {
     if (m_module) {
-        // It is hidden, so that its own moves are of no matter to the scene.
+        // Cheap: the scene takes no dirty rect of a hidden item.
         m_module->setPos(p_corner);
         m_preview.follow(m_module);
     }

@@ -8,8 +8,8 @@ class QGraphicsScene;
 class supermodule;
 
 /**
- * The drag of a new block from the palette over the canvas. The block exists from the moment it
- * comes in, hidden, so that the preview can tell where it would go; it dies if it leaves again.
+ * The drag of a new block from the palette over the canvas. The block is built, hidden, when the
+ * drag enters, so that the preview can find its place, and deleted if the drag leaves again.
  */
 class PaletteDrag
 {
@@ -18,15 +18,15 @@ public:
     ~PaletteDrag();
     Q_DISABLE_COPY(PaletteDrag)
 
-    /** A block of a type comes in. Null if the type can't be built. */
+    /** Builds the block of a drag that enters. Null if the type can't be built. */
     supermodule* enter(int p_id);
-    /** The block on its way; null while there is none. */
+    /** The block of the drag; null while there is none. */
     supermodule* module() const { return m_module; }
-    /** The block's upper left corner is at a scene point. */
+    /** Moves the block's upper left corner to a scene point. */
     void move(const QPointF& p_corner);
-    /** The block stays: linked where the gap is open, or loose. Null if there is none. */
+    /** Drops the block: linked where the gap is open, or loose. Null if there is none. */
     supermodule* drop();
-    /** The block goes out again, and the gap for it closes. */
+    /** Deletes the block and closes the gap for it. */
     void leave();
 
 private:

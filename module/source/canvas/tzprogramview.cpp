@@ -33,7 +33,7 @@ const QRectF s_sceneRect(0, 0, 10000, 10000);
 /** Height of the strip at the lower edge where the wheel scrolls sideways, and of its free end. */
 const int s_wheelStrip = 100;
 const int s_wheelStripMilliseconds = 1000;
-/** A block whose left edge lies this far left of the press, or further, isn't meant by it. */
+/** How far right of a block's left edge a press on it may be, exclusive. */
 const qreal s_reach = 400;
 const qreal s_sameCoordinate = 1e-12;
 
@@ -82,7 +82,8 @@ void TzProgramView::setUpScene()
     m_document.scene().setSceneRect(s_sceneRect);
     setScene(&m_document.scene());
     connect(&m_document.scene(), &tzprogramscene::addModuleSignal, this, &TzProgramView::addModule);
-    // A block's knob stands out of the frame that is painted when the block comes or goes.
+    // A block's tab is painted outside of its bounding rectangle, the only part that adding and
+    // removing an item marks dirty.
     connect(&undoStack(), &QUndoStack::indexChanged, scene(), [this] { scene()->update(); });
     centreLogo();
     const int blockHeight = static_cast<int>(mainBlock()->boundingRect().height());
@@ -162,7 +163,7 @@ bool TzProgramView::viewportEvent(QEvent* p_event)
 void TzProgramView::resizeEvent(QResizeEvent* p_event)
 {
     QGraphicsView::resizeEvent(p_event);
-    // Unlike at the start, where the picture fills the whole view: that is meant.
+    // Meant: unlike at the start, where the picture fills the whole view; the design says so.
     scaleBackground(Qt::KeepAspectRatio);
 }
 
@@ -273,7 +274,7 @@ void TzProgramView::OnCopy()
 
 void TzProgramView::OnPaste()
 {
-    // From the widget's own place, not the cursor's: that is meant.
+    // Meant: from the widget's own place, not the cursor's; the design says so.
     m_clipboard.paste(mapToScene(mapFromGlobal(pos())).toPoint());
 }
 
@@ -346,7 +347,7 @@ void TzProgramView::mousePressEvent(QMouseEvent* p_event)
     m_pressPos = p_event->localPos();
     QList<QGraphicsItem*> items =
         scene()->items(scenePos, Qt::IntersectsItemShape, Qt::DescendingOrder, viewportTransform());
-    // The logo is part of the ground.
+    // The logo is part of the background.
     items.removeOne(&m_document.scene().logo());
     m_current = moduleAt(items, scenePos.x());
     if (items.isEmpty()) {
@@ -382,7 +383,7 @@ void TzProgramView::showContextMenu(const QPoint& p_globalPos)
     const bool canPaste = BlockClipboard::hasBlocks();
     qCDebug(tilerLog) << "canPaste " << canPaste;
     m_menu.offer(onBlock, canPaste);
-    // The release goes to the menu, so that nothing would end a drag that began here.
+    // The menu's event loop takes the release event, so a drag that began here would never end.
     m_drag.forget();
     m_menu.popup(p_globalPos);
 }
@@ -502,7 +503,7 @@ void TzProgramView::dropEvent(QDropEvent* p_event)
     emit mouseSignal(MouseDropped);
     m_document.setModified(true);
     window()->setWindowModified(true);
-    // Delete and undo are meant for the canvas now.
+    // Keyboard focus to the canvas, so that Delete and Undo go there.
     setFocus();
     p_event->acceptProposedAction();
 }

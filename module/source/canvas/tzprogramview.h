@@ -16,9 +16,9 @@
 #include <functional>
 
 /**
- * The flow-chart canvas: shows the blocks of one program slot of a document, and takes the events
- * of mouse, keys and wheel. What they mean is told by the gestures. Publishes itself as
- * programView, and as the blocks' ModuleHost, for as long as it lives.
+ * The flow-chart canvas: shows the blocks of one program slot of a document, receives the events of
+ * mouse, keys and wheel, and passes them to the gestures. Publishes itself as programView, and as
+ * the blocks' ModuleHost, for as long as it lives.
  */
 class TzProgramView : public QGraphicsView, public ModuleHost
 {
@@ -81,7 +81,7 @@ public:
     double zoomFactor() const { return m_zoom.factor(); }
     static double zoomBase();
     FeedbackModule* preview() const { return m_preview.block(); }
-    /** The block of the last press, or the one that is on its way from the palette. */
+    /** The block of the last press, or that of a drag from the palette. */
     supermodule* currentModule() const { return m_current; }
 
     void raiseNumKeyboard(uint32_t p_numberOption) override;
@@ -102,7 +102,7 @@ signals:
     void openPathSignal(const QString& p_path);
 
 public slots:
-    /** Deliberately without effect, like OnNewTask(). */
+    /** Meant: without effect, like OnNewTask(); the design has no way to add programs. */
     void OnNewSub() {}
     void OnDelSub();
     void OnSwitchProgram(modulesId id) { m_document.showSlot(id); }

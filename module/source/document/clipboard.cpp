@@ -6,7 +6,7 @@
 
 void ClipBoard::setData(const QString& p_format, const QString& p_text)
 {
-    // The clipboard takes the data over.
+    // QClipboard takes ownership.
     auto* data = new QMimeData;
     data->setData(p_format, p_text.toUtf8());
     QGuiApplication::clipboard()->setMimeData(data, QClipboard::Clipboard);

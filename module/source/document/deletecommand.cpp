@@ -22,8 +22,8 @@ void deleteCommand::redo()
         m_place = ModulePlace::of(module);
     }
     m_done = true;
-    // Written down anew each time: drops and moves since the last undo aren't commands. The chain
-    // and the bodies go with the block, so all of them are.
+    // Recorded at each redo: drops and moves in between aren't on the undo stack. The chain and the
+    // bodies are deleted with the block, so all of them are recorded.
     m_record = TreeRecord(module);
     m_document.removeModule(module);
     m_document.setModified(true);

@@ -11,9 +11,9 @@ class supermodule;
 namespace moduleUndoCommand
 {
 /**
- * Deletes a block with all that hangs under it at that moment. Undo builds it anew from what was
- * written down and puts it where it was: loose if it was loose, else linked to its former parent,
- * or to what it touches if that has gone or is taken.
+ * Deletes a block with all that hangs under it at that moment. Undo builds it anew from its record
+ * and puts it where it was: loose if it was loose, else linked to its former parent, or to what it
+ * touches if that has gone or is taken.
  */
 class deleteCommand : public QUndoCommand
 {

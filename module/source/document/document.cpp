@@ -28,7 +28,7 @@ Document::Document(QObject* p_parent) : QObject(p_parent)
 Document::~Document()
 {
     m_undoStack.clear();
-    // The blocks die here, while all that they take leave of is still there.
+    // Delete the blocks here, while the members that their destructors use still exist.
     m_scene.clearItems({});
     ModuleRegistry::clear();
 }
@@ -102,7 +102,7 @@ void Document::takeIn(const QDomElement& p_project)
             continue;
         }
         if (head->id == m_mainModule->id) {
-            // The stored main block: what it says goes to the real one.
+            // A stored main block: the document's own one takes over its position and chain.
             m_mainModule->setPos(head->pos());
             if (supermodule* behind = head->next()) {
                 head->removeChild(behind);
@@ -127,7 +127,8 @@ void Document::startAnew()
     newProgram();
     reset();
     setModified(false);
-    // Steps of a reset image have other run times than those of one that nobody has needed yet.
+    // Meant: an image that nobody has asked for is left as built, with the run time 50; a reset one
+    // has 100, and saved files show which it was.
     if (m_actionsNeeded) {
         m_actions.reset();
         m_actions.setModified(false);
@@ -137,7 +138,7 @@ void Document::startAnew()
 void Document::newProgram()
 {
     emit changed({DocumentChange::Removing});
-    // The chain of the main block lets go of it first: its blocks die in the next line.
+    // Unlink the main block's chain first: its blocks are deleted in the next line.
     if (supermodule* behind = m_mainModule->next()) {
         m_mainModule->removeChild(behind);
     }
@@ -172,7 +173,7 @@ void Document::deleteModule(supermodule* p_module, const ModulePlace& p_place)
 
 void Document::paste(const QString& p_text, int p_x, int p_y)
 {
-    // As with a file: what is larger than any project isn't read, nor kept in the undo history.
+    // As with a file: a text larger than any project is neither read nor kept on the undo stack.
     m_undoStack.push(new moduleUndoCommand::pasteCommand(
         *this, p_text.size() > MaximalProjectSize ? QString() : p_text, p_x, p_y));
 }

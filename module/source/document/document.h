@@ -16,8 +16,8 @@ struct ModulePlace;
 
 /**
  * The document: what a program is. Owns the scene with its blocks, the main block, which lives as
- * long as the document, and the undo history; opens and stores itself. There is one at a time,
- * since the lists of roots and the key registry are process-wide. Interface thread only.
+ * long as the document, the undo stack and the action image; opens and saves itself. There is one
+ * at a time, since the lists of roots and the key registry are process-wide. Interface thread only.
  */
 class Document : public QObject
 {
@@ -39,7 +39,7 @@ public:
     /** Where the program's name of a project file stands; null: files carry none. Not owned. */
     void setProgramNameHolder(ProgramNameHolder* p_holder) { m_nameHolder = p_holder; }
 
-    /** The robot actions. From the first call on a new project clears them. */
+    /** The robot actions. From the first call on a new project resets them. */
     ActionImage& actions();
 
     // Files.
@@ -77,9 +77,9 @@ public:
     // What commands are made of.
     /** Deletes a block and all under it, for good; null is ignored. */
     void removeModule(supermodule* p_module);
-    /** Says that the text of the program may have changed. */
+    /** Notifies that the text of the program may have changed. */
     void noteContent() { emit changed({DocumentChange::Content}); }
-    /** Says that blocks or links are about to change. */
+    /** Notifies that blocks or links are about to change. */
     void prepareChange() { emit changed({DocumentChange::Preparing}); }
 
     // Clipboard.
@@ -89,7 +89,7 @@ public:
     // Program slots.
     /** Shows the blocks of a slot and hides all others. */
     void showSlot(modulesId p_id);
-    /** Deletes the sub-program in sight, if any, and shows the main program. */
+    /** Deletes the sub-program that is shown, if any, and shows the main program. */
     void deleteSubProgram();
     /** Stores a sub-program's name, also as the caption of its blocks; unknown ids are ignored. */
     void setSubProgramName(int p_id, const QString& p_name);
@@ -105,7 +105,7 @@ private:
     mainModule* m_mainModule;
     QUndoStack m_undoStack;
     ActionImage m_actions;
-    /** False as long as the image is as built: a new project keeps such a one as it is. */
+    /** True once the image was asked for: only then does a new project reset it. */
     bool m_actionsNeeded = false;
     ProgramNameHolder* m_nameHolder = nullptr;
 };

@@ -6,8 +6,8 @@
 namespace moduleUndoCommand
 {
 /**
- * Changes a block's parameters to those of an element and back. Nothing pushes one: parameter
- * changes take effect at once and aren't undoable.
+ * Changes a block's parameters to those of an element and back. Meant: nothing pushes one;
+ * parameter changes take effect at once and aren't undoable in this design.
  */
 class modifyCommand : public QUndoCommand
 {

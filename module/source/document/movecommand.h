@@ -5,7 +5,10 @@
 
 namespace moduleUndoCommand
 {
-/** Moves a block, linking it where it then stands. Nothing pushes one: moves aren't undoable. */
+/**
+ * Moves a block, linking it where it then stands. Meant: nothing pushes one; moves aren't undoable
+ * in this design.
+ */
 class moveCommand : public QUndoCommand
 {
 public:

@@ -12,7 +12,7 @@
 
 namespace
 {
-/** Cuts off what hangs under pasted blocks without being pasted itself: it stays, loose. */
+/** Unlinks blocks that were linked under pasted ones since: they stay on the canvas, loose. */
 void letGoOfOthers(supermodule* p_head, const QVector<int>& p_pasted)
 {
     const QSet<int> pasted(p_pasted.cbegin(), p_pasted.cend());
@@ -55,7 +55,7 @@ void pasteCommand::redo()
         if (!head) {
             continue;
         }
-        // A second redo gives the blocks the keys back that later commands know them by.
+        // A second redo restores the keys: later commands on the stack refer to them.
         if (!keysBefore.isEmpty()) {
             ModuleRegistry::restoreKeys(head, keysBefore.takeFirst());
         }

@@ -6,14 +6,14 @@ class QGraphicsScene;
 class supermodule;
 
 /**
- * A block and all under it, written down so that they can be built again: their values, their
+ * A record of a block and all under it, from which they can be built again: their values, their
  * links to one another and their keys. Some 150 bytes a block.
  */
 class TreeRecord
 {
 public:
     TreeRecord() = default;
-    /** Writes down a block and all under it, as they are now. */
+    /** Records a block and all under it, as they are now. */
     explicit TreeRecord(const supermodule* p_root);
 
     /**

@@ -16,11 +16,12 @@ public:
     void clearItems(const QList<const QGraphicsItem*>& p_kept);
 
 signals:
-    /** Never raised. */
+    /** Meant: never raised; a signal of the design. */
     void dragSignal(int n);
     /**
-     * A block of a type was dropped on the scene itself. The view takes drops before they come
-     * here, so that this isn't raised while it does.
+     * A block of a type was dropped on the scene itself. Meant: the view takes drops before they
+     * reach the scene, so this isn't raised while it does; a scene without this view can be dropped
+     * on.
      */
     void addModuleSignal(int x, int y, int id);
 

@@ -4,7 +4,10 @@
 
 class supermodule;
 
-/** Language codes of the generators. */
+/**
+ * Language codes of the generators. Meant: no control asks for Python; its text is for the code
+ * pane alone.
+ */
 enum CodeLanguage : int { NoCode = -1, CCode = 1, PythonCode = 2 };
 
 /**

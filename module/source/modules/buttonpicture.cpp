@@ -17,12 +17,14 @@
 
 namespace
 {
-/** Bytes of pictures that are kept. */
+/** Limit of the picture cache in bytes. */
 const int s_cacheBytes = 8 * 1024 * 1024;
-/** A picture is painted for a place in quarters of a pixel: nearer nobody sees. */
+/**
+ * Pictures are rendered at subpixel offsets of a quarter; finer ones make no visible difference.
+ */
 const int s_phases = 4;
 
-/** What of a spec its picture shows, but for the text. */
+/** The part of a spec that its picture depends on, without the text. */
 struct Face {
     const char* normalPicture;
     const char* property;
@@ -50,7 +52,7 @@ struct Face {
 
 uint qHash(const Face& p_face, uint p_seed = 0)
 {
-    // Pictures and sizes tell nearly all of them apart.
+    // Few faces share both, so collisions are rare.
     return ::qHash(p_face.normalPicture, p_seed) + static_cast<uint>(p_face.size.width());
 }
 
@@ -75,8 +77,8 @@ uint qHash(const PictureKey& p_key, uint p_seed = 0)
 }
 
 /**
- * True if a picture looks on any ground as the widget does that it was taken from. What a widget
- * paints over its own soft edges is rounded once more in a picture.
+ * True if drawing the picture gives the same pixels as rendering its widget, on any background.
+ * Where a widget paints over its own translucent edges, the way through a pixmap rounds once more.
  */
 bool isTrueTo(const QPixmap& p_picture, QPushButton& p_widget)
 {
@@ -96,13 +98,13 @@ bool isTrueTo(const QPixmap& p_picture, QPushButton& p_widget)
     return std::all_of(std::begin(grounds), std::end(grounds), same);
 }
 
-/** The pictures, and a widget for each face that they are taken from. */
+/** The cache of button pictures, with a widget for each face to render them from. */
 class ButtonPictures
 {
 public:
     ButtonPictures() : m_pictures(s_cacheBytes) {}
 
-    /** Null where only the widget itself comes out right. */
+    /** Null where no pixmap can stand for the widget, which is rendered directly then. */
     QPixmap picture(const ButtonSpec& p_spec, const PictureKey& p_key)
     {
         if (const QPixmap* kept = m_pictures.object(p_key)) {
@@ -111,7 +113,7 @@ public:
         QPushButton& shown = widget(p_spec);
         QPixmap made = paint(shown, p_key);
         const int bytes = made.width() * made.height() * 4;
-        // At any other scale nobody could tell.
+        // At any other scale the difference isn't visible.
         if (p_key.scale == 1 && !isTrueTo(made, shown)) {
             made = QPixmap();
         }
@@ -119,7 +121,7 @@ public:
         return made;
     }
 
-    /** A widget that looks as the spec says. */
+    /** The widget of a spec's face, showing the spec's text. */
     QPushButton& widget(const ButtonSpec& p_spec)
     {
         std::shared_ptr<QPushButton>& kept = m_widgets[Face(p_spec)];
@@ -130,7 +132,7 @@ public:
         return *kept;
     }
 
-    /** Forgets all where fonts, colours or style have become others. */
+    /** Empties the cache when the application's font, palette or style has changed. */
     void keepUp()
     {
         const QFont font = QApplication::font();
@@ -210,7 +212,7 @@ void paintButton(QPainter* p_painter, const ButtonSpec& p_spec)
         pictures().widget(p_spec).render(p_painter);
         return;
     }
-    // In pixels of the device: there it fits as it is.
+    // The pixmap is rendered at the device's scale: draw it in device pixels, without scaling.
     const qreal pixel = 1 / p_painter->device()->devicePixelRatioF();
     const QTransform before = p_painter->worldTransform();
     p_painter->setWorldTransform(QTransform::fromScale(pixel, pixel));

@@ -6,7 +6,7 @@
 
 namespace
 {
-/** Figures on a block are to be read at half their size, too. */
+/** Large enough for digits to be legible at a zoom of 0.5. */
 const int s_fontPixels = 20;
 } // namespace
 

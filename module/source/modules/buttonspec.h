@@ -19,7 +19,7 @@ struct ButtonLook {
     const char* property = "border-image";
 };
 
-/** What a button on a block is: its picture is painted, and its widget made, from this alone. */
+/** All that a button on a block is painted from, and its widget made from. */
 struct ButtonSpec {
     ButtonLook look;
     /** In block coordinates. */
@@ -35,5 +35,5 @@ struct ButtonSpec {
     const char* toolTip = nullptr;
 };
 
-/** The widget of a button, dressed and of its size, without anything that a press does. */
+/** The widget of a button with its style sheet, text and size, without connections. */
 std::unique_ptr<QPushButton> makeButton(const ButtonSpec& p_spec);

@@ -37,7 +37,7 @@ struct PopUpForm {
     int firstResult; /**< what the block gets for the first button: 0 or ConditionOffset */
 };
 
-/** Tells the choice of a condition from that of a port. */
+/** Added to the choice of a condition, so that it differs from any choice of a port. */
 constexpr int ConditionOffset = 5;
 
 /** One of the ways in which a block gets a value: what the pop-up or the palette shows for it. */

@@ -27,6 +27,7 @@ public:
 
     int kind() const { return m_kind; }
     void setKind(int p_kind);
+    /** Meant: nothing sets or asks it; a flag of the design. */
     bool isActive() const { return m_active; }
     void setActive(bool p_active) { m_active = p_active; }
     QString linkName() const;

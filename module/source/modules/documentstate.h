@@ -38,5 +38,5 @@ void setDocumentModified(bool p_modified);
 /** All blocks there are, in a scene or not, in no order of use. */
 extern QVector<supermodule*> liveModules;
 
-/** The first entry of rootModules in sight, at or behind an index; null if there is none. */
+/** The first visible entry of rootModules, at or behind an index; null if there is none. */
 supermodule* firstVisibleRoot(int p_from = 0);

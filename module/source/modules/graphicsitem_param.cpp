@@ -11,7 +11,7 @@
 
 namespace
 {
-/** Letters and figures on the buttons are to be read at half their size, too. */
+/** Large enough for letters and digits to be legible at a zoom of 0.5. */
 const int s_fontPixels = 24;
 
 // Owned by the scene that it was made in.

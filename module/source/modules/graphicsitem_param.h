@@ -50,9 +50,9 @@ public:
 private slots:
     /** Hands the pressed button's index to the block. */
     void OnSelectParam();
-    /** Hands over the index plus ConditionOffset, which tells a condition from a port. */
+    /** Hands over the index plus ConditionOffset, for a choice of a condition. */
     void OnSelectParam1();
-    /** Deliberately without effect. */
+    /** Meant: without effect; a slot of the design that no button is connected to. */
     void OnSelectParam2() {}
 
 private:

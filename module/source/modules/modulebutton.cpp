@@ -11,7 +11,7 @@
 #include <QPointer>
 #include <QPushButton>
 
-/** The widget of a button in the scene. It knows what holds it there. */
+/** The proxy of a button's widget. Tracks whether focus or a running handler still needs it. */
 class LiveButton final : public QGraphicsProxyWidget
 {
 public:
@@ -50,7 +50,7 @@ protected:
         default:
             break;
         }
-        // The button's signals are raised in here.
+        // Handlers of the button's signals run in here and may delete this.
         const QPointer<LiveButton> alive(this);
         ++m_calls;
         const bool taken = QGraphicsProxyWidget::sceneEvent(p_event);
@@ -132,7 +132,8 @@ QPushButton* ModuleButton::wake()
 
 void ModuleButton::hoverEnterEvent(QGraphicsSceneHoverEvent*)
 {
-    // A press is announced by this, too. The widget would come too late for it and yet be there.
+    // Queued: a hover event also comes ahead of a press. A widget made here would be too late for
+    // that, and mousePressEvent() would take it for one that has ignored the event.
     m_hovered = true;
     reviewLater();
 }
@@ -146,11 +147,12 @@ void ModuleButton::hoverLeaveEvent(QGraphicsSceneHoverEvent*)
 void ModuleButton::mousePressEvent(QGraphicsSceneMouseEvent* p_event)
 {
     if (m_live) {
-        // The widget lies above and didn't want it.
+        // The widget lies above this item and has ignored the event.
         p_event->ignore();
         return;
     }
-    // The scene has found this item before the widget was there: it is to look again.
+    // The scene picked this item before the widget existed: send the event again, to be picked
+    // anew.
     wake();
     ungrabMouse();
     QCoreApplication::sendEvent(scene(), p_event);

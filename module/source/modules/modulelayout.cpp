@@ -6,7 +6,7 @@
 void supermodule::updateLayout()
 {
     if (scene()) {
-        // Said first, this spares each block that moves the telling of its own place.
+        // Mark the whole scene dirty once: setPos() then skips its own dirty-rect bookkeeping.
         scene()->update();
     }
     // A loop, not a recursion: a chain may hold a hundred thousand blocks.

@@ -119,7 +119,8 @@ void supermodule::insert(LinkType p_type, supermodule* p_module)
         if (tail->hasNextConnector()) {
             tail->appendModule(old);
         } else {
-            // Nothing can follow an endless loop: what stood here stays as a loose chain below.
+            // Nothing can follow an endless loop: what was linked here stays as a loose chain
+            // below.
             old->setPos(old->mapToScene(s_looseOffset + QPointF(0, old->boundingRect().height())));
             old->updateTreeAndOpacity();
         }
@@ -155,7 +156,7 @@ int supermodule::distanceTo(const collisionItem& p_connector) const
 
 QList<collisionItem*> supermodule::touchedConnectors() const
 {
-    // Asked of the blocks themselves: the scene would look at every item that it shows.
+    // Over the blocks: QGraphicsItem::collidingItems() would test every item of the scene.
     QList<collisionItem*> connectors;
     if (!scene()) {
         return connectors;

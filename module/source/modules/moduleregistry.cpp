@@ -63,7 +63,7 @@ void ModuleRegistry::forget(supermodule* p_module)
     }
     rootModules.removeAll(p_module);
     taskModules.removeAll(p_module);
-    // The last one takes its place.
+    // The last one moves into the gap: removal in constant time.
     supermodule* last = liveModules.takeLast();
     if (last != p_module) {
         liveModules[p_module->m_liveIndex] = last;

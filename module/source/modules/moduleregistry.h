@@ -17,7 +17,7 @@ public:
     static int add(supermodule* p_module);
     /**
      * Registers a block under a given key, in place of what stood there. A block has one key: an
-     * earlier one is given up. nextModuleKey stays as it is.
+     * earlier one is released. nextModuleKey stays as it is.
      */
     static void addAs(int p_key, supermodule* p_module);
     /** Empties the registry and starts again with key 1. */
@@ -36,7 +36,9 @@ private:
 
     /** Puts a new block into liveModules. */
     static void remember(supermodule* p_module);
-    /** Takes a dying block out of the registry, out of liveModules and out of the lists of roots.
+    /**
+     * Removes a block that is being destroyed from the registry, liveModules and the lists of
+     * roots.
      */
     static void forget(supermodule* p_module);
 };

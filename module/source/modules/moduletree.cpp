@@ -123,8 +123,8 @@ void supermodule::updateTreeAndOpacity()
 
 void supermodule::stackAboveLoops()
 {
-    // Loops go down rather than blocks up, since the scene can put an item only below another. A
-    // loop that goes down takes those around it along.
+    // stackBefore() can only move an item below another. So the loops are moved below the block,
+    // and each takes those around it along.
     supermodule* inner = nullptr;
     for (supermodule* each = this; scene() && each->m_parent; each = each->m_parent) {
         supermodule* loop = each->m_parent;
@@ -134,7 +134,7 @@ void supermodule::stackAboveLoops()
         if (inner) {
             loop->stackBefore(inner);
         } else {
-            // The eldest block is likely to lie lowest: then the loop moves but once.
+            // The oldest block is likely to be the lowest: then the loop moves but once.
             supermodule* eldest = this;
             forEachModule(this, [&eldest](supermodule* p_each) {
                 if (p_each->registryKey() < eldest->registryKey()) {

@@ -15,7 +15,10 @@
 
 namespace
 {
-/** No stored block stands further out: the layout reckons in integers, and a chain is long. */
+/**
+ * Limit of a stored coordinate: the layout adds up a long chain in integers, which must not
+ * overflow.
+ */
 const int s_farthest = 1000000000;
 } // namespace
 
@@ -49,13 +52,13 @@ void supermodule::initialise()
 {
     m_pathItem.setParentItem(this);
     m_pathItem.setZValue(-10);
-    // As long as it has no path; without this every repaint would visit it.
+    // Set while it has no path; without this every repaint would visit it.
     m_pathItem.setFlag(ItemHasNoContents);
     static const QString s_name = QStringLiteral("module");
     setData(ItemNameKey, s_name);
     m_selectItem.setParentItem(this);
     m_pixmap = picture(m_pressedPath);
-    // By its rectangle: the shape of its picture would be worked out for each block anew.
+    // MaskShape, the default, would be worked out from the picture for each block.
     m_selectItem.setShapeMode(QGraphicsPixmapItem::BoundingRectShape);
     m_selectItem.setPos(0, 0);
     m_selectItem.hide();
@@ -124,7 +127,7 @@ void supermodule::saveWith(const supermodule& p_parameters, QDomElement& p_paren
                            QDomDocument& p_document) const
 {
     QDomElement element = p_document.createElement(QStringLiteral("module"));
-    // Written as reals and read as integers: a fixed trait of the format.
+    // Meant: written as reals and read as integers; stored files are like that.
     element.setAttribute(QStringLiteral("x"), scenePos().x());
     element.setAttribute(QStringLiteral("y"), scenePos().y());
     element.setAttribute(QStringLiteral("id"), id);

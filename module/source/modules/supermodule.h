@@ -31,9 +31,9 @@ struct Chooser;
  * shape that no block of the present catalogue has, but that every walk honours. The root of a
  * chain is the block without a parent. Links change through the operations here alone.
  *
- * Blocks are heap objects that the document owns: they die by deleteTree(), with a new document
- * or with the view. All coordinates are scene units; blocks are top-level items, so pos() is the
- * scene position. Interface thread only.
+ * Blocks are heap objects that the document owns: they are deleted by deleteTree(), or with the
+ * program or the document. All coordinates are scene units; blocks are top-level items, so pos() is
+ * the scene position. Interface thread only.
  */
 class supermodule : public QObject, public QGraphicsItem
 {
@@ -96,8 +96,8 @@ public:
     /** Sets the block from its `module` element. A missing attribute reads as 0. */
     virtual void loadXml(const QDomElement& p_element);
     /**
-     * A copy without links, connectors and key; null where a block can't be copied. Some blocks
-     * forget a parameter here: that is meant, and copy and paste show it.
+     * A copy without links, connectors and key; null where a block can't be copied. Meant: some
+     * blocks forget a parameter here, and copy and paste show it; the design says so.
      */
     virtual supermodule* clone() const = 0;
     /**
@@ -116,7 +116,7 @@ public:
     virtual void setNumberKey(int p_key);
     /** Receives the value of a panel that was opened with a parameter id. */
     virtual void setPanelValue(int p_paramId, int p_value);
-    /** Hook that no class uses. */
+    /** Meant: a hook of the design that no class overrides and nothing calls. */
     virtual void updateParams() {}
 
     /** True for a block that only shows where another one would go: it is no part of a program. */
@@ -164,7 +164,7 @@ public:
     /** Unlinks this block from its parent, if it has one, and lays out what stays. */
     void detachFromParent();
     /**
-     * The connectors of other blocks in sight that the block touches where it stands, those of
+     * The connectors of other visible blocks that the block touches where it stands, those of
      * newer blocks first. Left out is where bodies would stand deeper in one another than
      * MaximalNesting.
      */
@@ -215,18 +215,20 @@ public:
     bool isInProgram();
     /** Full opacity for a chain of a program, 0.5 for a loose one. */
     void refreshOpacity();
-    /** What is due when the block has come to its place: layout, opacity, stacking. */
+    /** Updates layout, opacity and stacking once the block is linked or placed. */
     void updateTreeAndOpacity();
     /** True when the root is a slot's root other than the main program's. */
     bool isSubProgramBlock();
     /**
      * Copies a block and all under it into the block's scene, linked alike, with connectors and
-     * flags but without keys and layout; null for null. For code that wants blocks without going
-     * through the clipboard's text; there is none at present. Where a block can't be copied, its
-     * chain ends there.
+     * flags but without keys and layout; null for null. Where a block can't be copied, its chain
+     * ends there. Meant: without a caller; for code that wants blocks without the clipboard's text.
      */
     static supermodule* deepClone(const supermodule* p_module);
-    /** Deletes a block and all under it; null is ignored. Its parent must have let go of it. */
+    /**
+     * Deletes a block and all under it; null is ignored. It must have been unlinked from its
+     * parent.
+     */
     static void deleteTree(supermodule* p_module);
     /** Deletes blocks, all in one scene or in none, that nothing is linked to any longer. */
     static void deleteModules(QVector<supermodule*> p_modules);
@@ -258,27 +260,27 @@ protected:
     supermodule(const supermodule& p_other);
 
     void mousePressEvent(QGraphicsSceneMouseEvent* p_event) override;
-    /** Swallowed: the view moves blocks, with all that hangs under them. */
+    /** Accepted and ignored: the view moves blocks, with all that hangs under them. */
     void mouseMoveEvent(QGraphicsSceneMouseEvent* p_event) override;
     void mouseReleaseEvent(QGraphicsSceneMouseEvent* p_event) override;
-    /** A double click on a block is swallowed. */
+    /** Accepted and ignored. */
     void mouseDoubleClickEvent(QGraphicsSceneMouseEvent* p_event) override;
 
-    /** Writes the block's own attributes; the common ones are there already. */
+    /** Writes the block's own attributes; the common ones have been written already. */
     virtual void writeAttributes(QDomElement& p_element) const;
     QVariant itemChange(GraphicsItemChange p_change, const QVariant& p_value) override;
 
-    /** Tells the buttons with addButton(). */
+    /** Describes the buttons, by addButton(). */
     virtual void createButtons() {}
-    /** A button has got its widget: whatever its spec doesn't say is to be done now. */
+    /** Called when a button's widget has been made, for set-up beyond its spec. */
     virtual void buttonMade(int p_index, QPushButton& p_button);
-    /** Puts a button on the block. */
+    /** Adds a button to the block. */
     void addButton(ButtonSpec p_spec);
-    /** The widget of a button for a short while: it may go when control is in the event loop. */
+    /** The widget of a button, valid until control returns to the event loop. */
     QPushButton* wakeButton(int p_index);
-    /** Shows a text on a button; nothing while the buttons haven't been told. */
+    /** Shows a text on a button; without effect before createButtons(). */
     void showOnButton(int p_index, const QString& p_text);
-    /** Puts a button at an x; nothing while the buttons haven't been told. */
+    /** Moves a button to an x; without effect before createButtons(). */
     void moveButton(int p_index, int p_x);
     /** The scene x of a button's middle, where OnSetParamByPos() wants the pop-up. */
     int buttonCentre(int p_index) const;
@@ -316,7 +318,10 @@ private:
     supermodule* m_left = nullptr;
     supermodule* m_right = nullptr;
     std::unique_ptr<collisionItem> m_nextCollision;
-    /** A pop-up of the block's own. No block has one at present: the one pop-up is shared. */
+    /**
+     * Meant: a pop-up of the block's own, always null, as all blocks share one pop-up; a member of
+     * the design.
+     */
     std::unique_ptr<graphicsItem_Param> m_paramItem;
     QString m_imagePath;
     QString m_pressedPath;

@@ -62,7 +62,7 @@ int readProject(const QString& p_path, ProjectContent& p_content)
     if (!info.isFile() || info.size() > MaximalProjectSize || !file.open(QIODevice::ReadOnly)) {
         return ProjectUnreadable;
     }
-    // Not to its end: what the system makes up as it is read may have none.
+    // Not to the end: what the system generates while it is read may have none.
     const QByteArray content = file.read(info.size());
     QDomDocument parsed;
     const bool hasTail = content.size() > ProjectTailSize;
@@ -71,7 +71,7 @@ int readProject(const QString& p_path, ProjectContent& p_content)
         return ProjectUnreadable;
     }
     p_content.document = canonicalDocument(parsed);
-    // Also where all of it is text: the image's own format marks tell.
+    // Also where all of it is text: setBytes() tells by the image's format marks.
     p_content.actions = content.right(ProjectTailSize);
     return tagFits(p_content.document) ? ProjectOpened : ProjectWrongTag;
 }

@@ -96,9 +96,9 @@ void endOnFatal(QtMsgType p_type, const QMessageLogContext& p_context, const QSt
         s_usualHandler(p_type, p_context, p_text);
         return;
     }
-    // Qt's own last words, which advise to install the program anew, stay unsaid.
+    // In place of Qt's own message, which advises to reinstall the program.
     std::fputs("vantrel: No window can be opened. Is there a display?\n", stderr);
-    // The application object is half made: nothing can be taken down in order.
+    // The application object is half constructed: no destructors, no exit handlers.
     std::_Exit(1);
 }
 } // namespace

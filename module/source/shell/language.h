@@ -11,10 +11,12 @@ class QMenu;
 class QTranslator;
 
 /**
- * The user's own choice of language, with a menu for it. Its codes are those of LanguageCode.
- * Nothing in the program makes this object as yet: the language is the system's
- * (interfacelanguage.h). Its translations aren't among the resources either, and its slots have no
- * effect. Main thread only.
+ * The user's own choice of language, with a menu for it. Its codes are those of LanguageCode. Main
+ * thread only.
+ *
+ * Meant: nothing makes this object, its slots have no effect and its translations aren't among the
+ * resources; the language is the system's (interfacelanguage.h), and the class is the place for a
+ * choice.
  */
 class Language : public QObject
 {

@@ -213,10 +213,11 @@ int MainWindow::OnSaveFile()
 
 void MainWindow::OnSaveAsFile()
 {
-    // This title is not translated.
+    // Meant: this title is not translated; the translations have no entry for it.
     const QString path = askSavePath(QStringLiteral("Save File"));
     if (!path.isEmpty()) {
-        // The window's own mark stays as it was until the next save, open or new: that is meant.
+        // Meant: the window's modified mark stays as it was until the next save, open or new; the
+        // design says so.
         saveTo(path);
     }
 }
@@ -323,7 +324,8 @@ void MainWindow::OnEditActions()
 
 void MainWindow::onDownLoad(const QString&)
 {
-    // The image counts as needed, whatever becomes of the build: that is meant.
+    // Meant: the image counts as needed from here on, whatever becomes of the build; see
+    // startAnew().
     m_document.actions();
     m_programView.OnDownload(m_toolBar->programName());
 }
@@ -346,7 +348,7 @@ void MainWindow::OnAutoSaveFile()
 {
     if (m_programView.saveTempFile(installPath(QStringLiteral("\\temp.tlrx")),
                                    m_document.actions().bytes())) {
-        // As after any append of the image: that is meant.
+        // Meant: not modified, as after any append of the image; the design says so.
         m_document.actions().setModified(false);
     }
 }

@@ -52,12 +52,12 @@ public slots:
     /** Shows the code pane with the text of a language, or hides it when it shows that already. */
     void OnShowCode(int type);
     void OnUpdateCode();
-    /** Without effect: this window has no code editor. Neither has OnEditPython(). */
+    /** Meant: without effect, since this window has no code editor. Neither has OnEditPython(). */
     void OnEditCode() {}
     void OnEditPython() {}
     void OnEditActions();
     void onDownLoad(const QString& name);
-    /** Without effect as long as there is no update dialog. */
+    /** Meant: without effect as long as there is no update dialog. */
     void onAppUpgrade();
     void OnOpenRecentFileSignal(const QString& name) { openPath(name); }
     void OnAutoSaveFile();
@@ -83,12 +83,14 @@ private:
     QTextBrowser* m_codeBrowser = nullptr;
     /** What the code pane holds. */
     QString m_codeText;
-    /** The action editor, made when it is first shown. Shows the image, so it goes before that. */
+    /**
+     * The action editor, made when it is first shown. Destroyed before the document with its image.
+     */
     std::unique_ptr<editActionWindow> m_actionWindow;
     QSplitter* m_splitter = nullptr;
     QString m_fileName;
     int m_codeType;
-    /** Connected and never started: there is no period defined for it. */
+    /** Meant: connected and never started; the design has no period for it. */
     QTimer m_autoSaveTimer{this};
 };
 

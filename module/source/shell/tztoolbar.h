@@ -26,7 +26,7 @@ public:
     QString programName() const override;
     void setProgramName(const QString& p_name) override;
 
-    /** The recent projects. No button opens this menu. */
+    /** The recent projects. Meant: no button opens this menu, which is kept up to date for one. */
     QMenu& recentMenu() { return m_recentMenu; }
 
     /** Appends a notice with a button that starts the controller's firmware update. */
@@ -52,12 +52,14 @@ signals:
     void showCodeSignal(int type);
     void chgToCodeSignal();
     void chgToPyhtonSignal();
+    /** Meant: no control raises it; the window opens the action editor by it. */
     void chgToEditActionsSignal();
     /** The full path of a recent project. */
     void openRecentFileSignal(QString name);
     void appUpgradeSignal();
 
 public slots:
+    // Meant: some of these have no control; docs/kept-without-a-caller.md lists them.
     void OnNew();
     void OnOpen();
     void OnSave();
@@ -73,9 +75,9 @@ public slots:
     void OnEditCode();
     void OnShowPythonCode();
     void OnEditPython();
-    /** Asks for a smaller scene: the name runs against the button. */
+    /** Asks for a smaller scene. Meant: the name runs against the button; see OnZoomOut(). */
     void OnZoomIn();
-    /** Asks for a larger scene: the name runs against the button. */
+    /** Asks for a larger scene. Meant: the name runs against the button; connections go by it. */
     void OnZoomOut();
     void OnZoomNormal();
     void OnDownload();

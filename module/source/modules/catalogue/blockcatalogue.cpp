@@ -24,10 +24,11 @@ supermodule* make(int p_id, const QString& p_imagePath, const QString& p_pressed
     return new Block(p_id, p_imagePath, p_pressedPath, p_text);
 }
 
-// One row a block type, in the order of the palette. The main block's row never shows: its
-// caption is not translated and its picture not seen. Of the four timed drives only the first has
-// a copy frame, of the loops those that ask no sensor, and no sound or expression has one: that is
-// meant.
+// One row a block type, in the order of the palette. The main block's row never shows: its caption
+// is not translated and its picture not seen.
+//
+// Meant: of the four timed drives only the first has a copy frame, of the loops those that ask no
+// sensor, and no sound or expression has one. The design gives frames to these types alone.
 const CatalogueRow s_rows[] = {
     {HiddenCategory, 0, "main", ":/move/moveForward_time.png", make<mainModule>, nullptr},
     {ActionCategory, 104, QT_TRANSLATE_NOOP("QObject", "前进时间"), ":/move/moveForward_time.png",

@@ -7,8 +7,8 @@
 class supermodule;
 
 /**
- * Pictures of the frame around a block that is copied. Two are for shapes that no block of the
- * present catalogue has: roots of slots (types 401 to 433) and values (types 200 to 215).
+ * Pictures of the frame around a block that is copied. Meant: no row names two of them; they are
+ * for roots of slots (types 401 to 433) and values (types 200 to 215), types that files may hold.
  */
 namespace copyFrames
 {

@@ -12,10 +12,11 @@ constexpr char s_white[] = "color:white;";
 constexpr ChooserEntries::Kind s_words = ChooserEntries::Words;
 constexpr ChooserEntries::Kind s_pictures = ChooserEntries::Pictures;
 
-// The condition choosers look pressed as they look at rest: that is meant.
+// Meant: the condition choosers look pressed as they look at rest; the design has no picture for
+// it.
 constexpr ChooserStyle s_conditionStyle = {":/port_nol_60x60.png", ":/port_nol_60x60.png", 32,
                                            s_white};
-// The blank in the names is meant.
+// Meant: the blank in the names, which is the resources' own spelling.
 constexpr ChooserStyle s_soundStyle = {":/voice/voice_bg_nol_60x60 .png",
                                        ":/voice/voice_bg_pre_60x60 .png", 0, ""};
 constexpr ChooserStyle s_symbolStyle = {":/expression/expression_bg_nol_60x60.png",
@@ -26,7 +27,7 @@ constexpr PopUpForm s_motorPortForm = {":/param_item_bg_290x92.png", 0, 4, 70, 2
 constexpr PopUpForm s_conditionForm = {":/bg_150x92.png", 32, 2, 70, 20, 0, 0, ConditionOffset};
 constexpr PopUpForm s_sensorPortForm = {":/bg_220x162.png", 0, 3, 70, 20, 70, 0, 0};
 constexpr PopUpForm s_sevenForm = {":/voice/voice_bg_290x22.png", 0, 4, 70, 20, 70, 0, 0};
-// The second button stands one unit lower than the first: that is meant.
+// Meant: the second button stands one unit lower than the first; the design says so.
 constexpr PopUpForm s_displayPortForm = {
     ":/expression/expression_bg_140x80.png", 0, 2, 70, 15, 0, 1, 0};
 

@@ -11,7 +11,7 @@ enum PopUpMode : int {
     InfraredMode = 2,
     SensorPortMode = 3,
     TouchMode = 4,
-    SevenNumbersMode = 5, /**< no block opens it */
+    SevenNumbersMode = 5, /**< Meant: no block opens it; modes keep their numbers */
     DisplayPortMode = 6
 };
 

@@ -3,9 +3,9 @@
 #include "modules/supermodule.h"
 
 /**
- * What every concrete block has in common: it belongs to a family and says in a constant
- * `s_look` in what it differs from its sisters. Gives the family the constant, and the block its
- * clone(), which copies what the family's copy constructor copies.
+ * What every concrete block has in common: it belongs to a family and says in a constant `s_look`
+ * in what it differs from the other blocks of that. Gives the family the constant, and the block
+ * its clone(), which copies what the family's copy constructor copies.
  */
 template <class Block, class Family> class concreteModule : public Family
 {

@@ -5,7 +5,7 @@
 class QMimeData;
 struct BlockRecord;
 
-/** The MIME type of a block on its way from the palette. */
+/** The MIME type of a drag from the palette. */
 const char* blockMimeType();
 
 /** A block type's data for a drag. */

@@ -24,7 +24,8 @@ protected:
     virtual const Look& look() const = 0;
 };
 
-// The odd line feeds of the texts, the signs and the four motors of the stop are meant.
+// Meant: the odd line feeds of the texts, the signs, and the four motors of the stop. Generated
+// text stays byte for byte the same.
 
 class forwardModule final : public concreteModule<forwardModule, driveModule>
 {

@@ -127,7 +127,7 @@ void closeOneModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*,
 
 QString closeAllModule::cCode() const
 {
-    // The row of blanks is meant.
+    // Meant: the row of blanks. Generated text stays byte for byte the same.
     const QString dark = QString::fromLatin1(s_dark);
     return dark.arg(2) + QString(12, QLatin1Char(' ')) + dark.arg(3);
 }

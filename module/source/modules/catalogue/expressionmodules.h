@@ -11,17 +11,17 @@ public:
     using parameterModule::parameterModule;
 
     void loadXml(const QDomElement& p_element) override;
-    /** The port alone, also where the block has a symbol: that is meant. */
+    /** Meant: the port alone, also where the block has a symbol; the design says so. */
     QDomElement paramsElement() const override { return portAlone(port); }
     void setParamIndex(int p_index) override;
 
-    /** Whatever a file holds. */
+    /** Not range-checked on load. */
     int displayPort() const { return port; }
 
 protected:
     displayModule(const displayModule& p_other) = default;
     void writeAttributes(QDomElement& p_element) const override;
-    /** Puts the button for the port on the block, as the button at p_index. */
+    /** Adds the button for the port as the button at p_index. */
     void addPortButton(int p_index, const ButtonLook& p_look, const QRect& p_geometry);
 
 private:
@@ -36,8 +36,8 @@ struct SymbolLook {
     const char* fragment; /**< C text: %1 the port, %2 the symbol's number */
 };
 
-// No text of these blocks ends in a line feed, and "symble" and "LedMaritx" are the controller's
-// own spelling: both are meant.
+// Meant: no text of these blocks ends in a line feed, since generated text stays byte for byte the
+// same, and "symble" and "LedMaritx" are the controller's own spelling.
 
 /** Symbol numbers by place in the panel. */
 namespace symbolNumbers
@@ -48,7 +48,10 @@ int digit(int p_symbol);
 int letter(int p_symbol);
 } // namespace symbolNumbers
 
-/** Shows a symbol on one of the two displays. A copy forgets the symbol: that is meant. */
+/**
+ * Shows a symbol on one of the two displays. Meant: a copy starts with the first symbol again, as
+ * copies of these blocks do in the design.
+ */
 class symbolModule : public displayModule
 {
 public:
@@ -68,7 +71,7 @@ protected:
     void createButtons() override;
 
 private:
-    /** Place in the panel, counted from 0; whatever a file holds. */
+    /** Place in the panel, counted from 0; not range-checked on load. */
     int symbol = 0;
 };
 
@@ -91,7 +94,8 @@ class shuziModule final : public concreteModule<shuziModule, symbolModule>
 {
 public:
     using concreteModule::concreteModule;
-    // Without the blank that its sisters have: that is meant.
+    // Meant: no blank behind the comma, unlike its neighbours. Generated text stays byte for byte
+    // the same.
     static constexpr Look s_look = {DigitSymbols, symbolNumbers::digit, "disp_symble(%1,%2);"};
 };
 
@@ -102,7 +106,10 @@ public:
     static constexpr Look s_look = {LetterSymbols, symbolNumbers::letter, "disp_symble(%1, %2);"};
 };
 
-/** Shows a face on both displays. A copy shows the first one again: that is meant. */
+/**
+ * Shows a face on both displays. Meant: a copy starts with the first face again, as copies of these
+ * blocks do in the design.
+ */
 class expressionTwoModule final : public choiceModule
 {
 public:

@@ -7,7 +7,8 @@ namespace
 const uint32_t s_countKeys = KeyboardDigits | KeyboardDelete;
 const LoopForm s_counted = {120, 100, true, 140, ":/formodule.png"};
 const LoopForm s_endless = {120, 100, false, 140, ":/forevermodule.png"};
-// Without a body a conditional loop's rectangle ends above its feet: that is meant.
+// Meant: without a body a conditional loop's rectangle ends above its feet. The design gives it
+// that height.
 const LoopForm s_conditional = {40, 40, true, 100, ":/loopuntil.png"};
 /** The pictures of a conditional loop's sensor, drawn for a block, stand this far left of its end.
  */
@@ -106,8 +107,8 @@ void repeatModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, Q
 
 QString forModule::cCode() const
 {
-    // No line feed around the closing brace, and the same counter in every loop, so that an inner
-    // one hides the outer one's: both are meant.
+    // Meant: no line feed around the closing brace, and the same counter in every loop, so that an
+    // inner one hides the outer one's. Generated text stays byte for byte the same.
     return loopText(QStringLiteral("for(int i = 0;i < %1; ++i)\n{\n").arg(n), this, "}");
 }
 
@@ -129,7 +130,7 @@ const LoopForm& forModule::form() const { return s_counted; }
 
 QString foreverModule::cCode() const
 {
-    // No line feed around the closing brace: that is meant.
+    // Meant: no line feed around the closing brace, as in forModule.
     return loopText(QStringLiteral("while(1)\n{\n"), this, "}");
 }
 
@@ -142,7 +143,7 @@ const LoopForm& loopUntilModule::form() const { return s_conditional; }
 void loopUntilModule::createCollisions()
 {
     loopShape::createCollisions();
-    // Its parent deletes it.
+    // Owned by this item, its parent.
     new LoopFeet(*this);
 }
 

@@ -37,7 +37,7 @@ protected:
     void takeNumber(const QString& p_text) override { n = p_text.toInt(); }
 
 private:
-    /** Number of rounds; 0 when the field is empty; whatever a file holds. */
+    /** Number of rounds; 0 when the field is empty; not range-checked on load. */
     int n = 10;
 };
 

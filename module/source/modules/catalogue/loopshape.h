@@ -91,7 +91,7 @@ protected:
         return rect.right();
     }
 
-    /** What the body gives, its loops passed in one step each if they are laid out. */
+    /** The body's rule; loops in it contribute their stored rule if they are laid out. */
     BoundsRule walkedRule(bool p_laidOut) const
     {
         if (!Base::left()) {

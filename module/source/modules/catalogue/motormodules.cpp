@@ -5,7 +5,7 @@
 
 namespace
 {
-// A background here where other blocks have a border: that is meant.
+// Meant: a background here where other blocks have a border image; the design says so.
 const ButtonLook s_plainPort = {":/item_pulldown_nol_40x80.png",
                                 ":/item_pulldown__pre_40x80.png",
                                 false,
@@ -74,7 +74,7 @@ void motorModule::createButtons()
         addNumberField(s_timeField, QRect(0, 100, 60, 40), TimeKeys, QString());
         addChooser(s_timedPort, QRect(60, 100, 60, 40), choosePort);
     } else {
-        // As wide as the button of a wait, not as those of the drives: that is meant.
+        // Meant: as wide as the button of a wait, not as those of the drives; the design says so.
         addChooser(s_plainPort, QRect(20, 100, 83, 40), choosePort);
     }
     refresh();

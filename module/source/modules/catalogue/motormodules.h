@@ -32,7 +32,7 @@ protected:
     void refresh();
 
     static constexpr int s_defaultPort = 2;
-    /** Port index, 0 for "A"; whatever a file holds. */
+    /** Port index, 0 for "A"; not range-checked on load. */
     int n = s_defaultPort;
 
 private:
@@ -42,7 +42,8 @@ private:
     float time = 1.0f;
 };
 
-// A turn leaves its sign in the port's speed, and what reads that later has it: that is meant.
+// Meant: a turn leaves its sign in the port's speed, where later statements find it. Generated text
+// stays byte for byte the same.
 
 class motorClockwiseModule final : public concreteModule<motorClockwiseModule, motorModule>
 {
@@ -85,8 +86,8 @@ public:
     using concreteModule::concreteModule;
     static constexpr Look s_look = {":/single_motor_stop_icon.png", false, "set_motor(%1, 0);\n"};
 
-    /** The copy stands on port "C" whatever its source had: that is meant. */
+    /** Meant: the copy stands on port "C" whatever its source had, as the design says. */
     supermodule* clone() const override;
-    /** Null, though the block has a port: that is meant, too. */
+    /** Meant: null, though the block has a port; the design has no parameter here. */
     QDomElement paramsElement() const override { return QDomElement(); }
 };

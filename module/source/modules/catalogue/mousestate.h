@@ -1,6 +1,6 @@
 #pragma once
 
-/** What the canvas tells the palette about the mouse. */
+/** Mouse states that the canvas signals to the palette. */
 enum MouseState : int {
     MouseUnknown = -1,
     MousePressedItem = 0,

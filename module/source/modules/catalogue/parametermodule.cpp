@@ -79,7 +79,7 @@ void parameterModule::drawOn(QPainter* p_painter, const char* p_body, const char
 
 void parameterModule::drawMotion(QPainter* p_painter, const char* p_overlay, bool p_timed)
 {
-    // The name says 160, the picture is 140 wide: that is meant.
+    // Meant: the name says 160, the picture is 140 wide; it is the resource's own name.
     drawOn(p_painter, ":/move_icon_160x120.png", p_overlay);
     if (p_timed) {
         drawPicture(p_painter, ":/time_icon_24x24.png", 78, 56);

@@ -24,13 +24,12 @@ public:
     const Chooser* popUpChooser(int p_mode) const override;
 
 protected:
-    /** Puts a button on the block; a press runs p_press. */
+    /** Adds a button to the block; a press runs p_press. */
     void addChooser(const ButtonLook& p_look, const QRect& p_geometry,
                     std::function<void()> p_press, const QString& p_text = QString());
     /**
-     * Puts a number field on the block, as its first button, that opens the keyboard with its own
-     * keys. What is typed in it on the computer's keyboard comes to takeNumber(). p_toolTip is a
-     * literal.
+     * Adds a number field as the block's first button, which opens the keyboard with its own keys.
+     * What is typed in it on the computer's keyboard comes to takeNumber(). p_toolTip is a literal.
      */
     void addNumberField(const ButtonLook& p_look, const QRect& p_geometry, uint32_t p_keys,
                         const QString& p_text, const char* p_toolTip = nullptr);
@@ -40,11 +39,11 @@ protected:
     SelectableButton& numberField();
     /** Edits the number field by a key of the palette's keyboard, which comes to takeNumber(). */
     void typeInField(int p_key);
-    /** The text of the number field has become another one. */
+    /** Called when the text of the number field has changed. */
     virtual void takeNumber(const QString&) {}
     /**
-     * Marks the document as changed and the block as to be painted. The undo history isn't told:
-     * that is meant.
+     * Marks the document as modified and updates the block. Meant: nothing is pushed on the undo
+     * stack; parameter changes aren't undoable in this design.
      */
     void parameterChanged();
     /** A whole number out of a file: as it stands there, 0 for what is none. */
@@ -76,6 +75,6 @@ protected:
     void choose(int p_choice);
 
     static constexpr int s_firstChoice = 1;
-    /** The choice; whatever a file holds. */
+    /** The choice; not range-checked on load. */
     int n = s_firstChoice;
 };

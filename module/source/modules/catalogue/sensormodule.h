@@ -30,8 +30,8 @@ constexpr SensorLook touch(const char* p_overlay)
 } // namespace sensorLooks
 
 /**
- * A block that looks at a sensor: its port and its condition. The name of the condition's
- * attribute speaks of infrared, also where the sensor is for touch.
+ * A block that looks at a sensor: its port and its condition. Meant: the name of the condition's
+ * attribute speaks of infrared, also where the sensor is for touch; stored files have it so.
  */
 class sensorModule : public parameterModule
 {
@@ -40,16 +40,16 @@ public:
     using parameterModule::parameterModule;
 
     void loadXml(const QDomElement& p_element) override;
-    /** The port alone, without the condition: that is meant. */
+    /** Meant: the port alone, without the condition; the design says so. */
     QDomElement paramsElement() const override;
     /** 5 and 6 choose the condition, any other number is the port's index. */
     void setParamIndex(int p_index) override;
 
-    /** 1 to 5; whatever a file holds. */
+    /** 1 to 5; not range-checked on load. */
     int sensorPort() const { return port.value_or(look().defaultPort); }
 
 protected:
-    /** The copy always has the first condition: that is meant. */
+    /** Meant: the copy starts with the first condition, as the design says. */
     sensorModule(const sensorModule& p_other) : parameterModule(p_other), port(p_other.port) {}
 
     virtual const Look& look() const = 0;

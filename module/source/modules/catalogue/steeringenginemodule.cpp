@@ -11,7 +11,7 @@
 namespace
 {
 const uint32_t s_angleKeys = KeyboardDigits | KeyboardMinus | KeyboardDelete;
-// No blanks between the rules of these two: that is meant.
+// Meant: no blanks between the rules of these two, unlike other buttons; the design says so.
 const ButtonLook s_angleField = {":/single_time_nol_60x40.png", ":/single_time_pre_60x40.png",
                                  false, false, 0};
 const ButtonLook s_servoChooser = {":/single_motor_nol_60x40.png", ":/single_motor_pre_60x40.png",
@@ -72,7 +72,7 @@ void steeringenginemodule::setNumberKey(int p_key)
     if (!field->acceptsKey(p_key)) {
         return;
     }
-    // The degree sign stays out of the way of the editing rules.
+    // Without the degree sign, which the editing rules of the field don't know.
     const QString before = field->text();
     field->setText(before.chopped(qMin(1, before.size())));
     field->applyKey(p_key);

@@ -33,6 +33,6 @@ private:
     void refresh();
 
     int servoId = 1;
-    /** Degrees; whatever a file holds. */
+    /** Degrees; not range-checked on load. */
     int angle = 0;
 };

@@ -45,11 +45,12 @@ class moveWaitModule final : public concreteModule<moveWaitModule, timeModule>
 {
 public:
     using concreteModule::concreteModule;
-    // Three units wider than its sisters' button: that is meant.
+    // Meant: three units wider than the button of the timed drives, as the design says.
     static constexpr Look s_look = {":/move_wait.png", false, 83, "wait(%1);\n"};
 };
 
-// They stop the two wheels that they turned and no other motor: that is meant.
+// Meant: they stop the two wheels that they turned and no other motor. Generated text stays byte
+// for byte the same.
 
 class moveForwardTimeModule final : public concreteModule<moveForwardTimeModule, timeModule>
 {

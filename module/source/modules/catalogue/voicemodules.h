@@ -31,8 +31,8 @@ protected:
 };
 
 /**
- * Sound numbers by choice; a choice outside a table is its own number. Neither the moods nor the
- * greetings follow the order of their panels: that is meant.
+ * Sound numbers by choice; a choice outside a table is its own number. Meant: neither the moods nor
+ * the greetings follow the order of their panels; the numbers are those of the controller's store.
  */
 namespace voiceSounds
 {
@@ -43,14 +43,16 @@ int hello(int p_choice);
 int traffic(int p_choice);
 } // namespace voiceSounds
 
-// Two of the texts end without a line feed: that is meant.
+// Meant: two of the texts end without a line feed. Generated text stays byte for byte the same.
 
 class pianoModule final : public concreteModule<pianoModule, voiceModule>
 {
 public:
     using concreteModule::concreteModule;
     static constexpr Look s_look = {std::nullopt, voiceSounds::piano, "PlaySpeech(%1);\n"};
-    /** Of the sound blocks the piano alone takes a choice this way, too: that is meant. */
+    /**
+     * Meant: of the sound blocks the piano alone takes a choice this way, too, as the design says.
+     */
     void setParamIndex(int p_index) override { setNumberKey(p_index); }
 };
 
