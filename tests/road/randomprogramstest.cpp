@@ -39,10 +39,98 @@ class RandomProgramsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void aProgramComesThroughAll_data();
-    void aProgramComesThroughAll();
-    void everythingOccurs();
+    void initTestCase()
+    {
+        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+        QApplication::setQuitOnLastWindowClosed(false);
+        QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
+        qSetGlobalQHashSeed(0);
+        QVERIFY2(m_kit.isValid(), "TILER_KIT doesn't name the folder of a kit");
+        m_first = setting("RANDOM_PROGRAMS_SEED", m_first);
+        m_runs = setting("RANDOM_PROGRAMS_RUNS", m_runs);
+    }
+
+    void aProgramComesThroughAll_data()
+    {
+        QTest::addColumn<int>("seed");
+        for (int seed = m_first; seed < m_first + m_runs; ++seed) {
+            QTest::newRow(qPrintable(QStringLiteral("seed %1").arg(seed))) << seed;
+        }
+    }
+
+    void aProgramComesThroughAll()
+    {
+        QFETCH(int, seed);
+        const QTemporaryDir folder;
+        RandomProgram program(static_cast<quint32>(seed), folder.path());
+        QStringList broken = program.build();
+        const QString description = program.description();
+        if (broken.isEmpty()) {
+            broken = put(program, seed - m_first);
+        }
+        if (broken.isEmpty() && seed % 3 == 0) {
+            broken = program.brokenHistoryFromNothing();
+        }
+        m_types += program.types();
+        m_deepest = qMax(m_deepest, program.deepest());
+        for (auto it = program.tally().constBegin(); it != program.tally().constEnd(); ++it) {
+            m_tally[it.key()] += it.value();
+        }
+        ++m_programs;
+        if (!broken.isEmpty()) {
+            const QString message = QStringLiteral("Seed %1:\n%2\nThe program is:\n%3")
+                                        .arg(seed)
+                                        .arg(broken.join(QLatin1Char('\n')), description);
+            QFAIL(qPrintable(message));
+        }
+    }
+
+    void everythingOccurs()
+    {
+        if (m_programs < s_manyPrograms) {
+            QSKIP("too few programs were made for everything to occur");
+        }
+        for (const BlockRecord& record : blockRecords()) {
+            const QString id = QString::number(record.id);
+            QVERIFY2(record.category < 0 || m_types.contains(record.id), qPrintable(id));
+            QVERIFY2(m_values.contains(id + QStringLiteral(" id")), qPrintable(id));
+        }
+        // Every parameter had other values than its first.
+        static const QStringList s_fixed = {QStringLiteral("id"), QStringLiteral("ownid"),
+                                            QStringLiteral("moduleKey")};
+        for (auto it = m_values.constBegin(); it != m_values.constEnd(); ++it) {
+            const QString attribute = it.key().section(QLatin1Char(' '), 1);
+            QVERIFY2(s_fixed.contains(attribute) || it.key().startsWith(QLatin1String("0 ")) ||
+                         it->size() > 1,
+                     qPrintable(it.key()));
+        }
+        QCOMPARE(m_deepest, s_deepestLoop);
+        static const char* const s_done[] = {"loose drops",
+                                             "drops into a chain",
+                                             "drops that cut a chain",
+                                             "choices in the pop-up",
+                                             "choices in the palette",
+                                             "numbers tapped",
+                                             "numbers typed",
+                                             "copies",
+                                             "copies of copies",
+                                             "undone: add",
+                                             "undone: paste",
+                                             "undone: delete",
+                                             "undone: throw away"};
+        for (const char* done : s_done) {
+            QVERIFY2(m_tally[QString::fromLatin1(done)] > m_programs / 20, done);
+        }
+        QVERIFY(m_ends[ExpectedTrace::Returns] > 0);
+        QVERIFY(m_ends[ExpectedTrace::Endless] > 0);
+        QStringList tally;
+        for (auto it = m_tally.constBegin(); it != m_tally.constEnd(); ++it) {
+            tally << QStringLiteral("%1 %2").arg(it.value()).arg(it.key());
+        }
+        qInfo("%d programs; run: %d that end, %d endless, %d not followed to the end; %s",
+              m_programs, m_ends[ExpectedTrace::Returns], m_ends[ExpectedTrace::Endless],
+              m_ends[ExpectedTrace::Unknown], qPrintable(tally.join(QStringLiteral(", "))));
+    }
 
 private:
     QStringList put(RandomProgram& p_program, int p_place);
@@ -60,25 +148,6 @@ private:
     QMap<QString, QSet<QString>> m_values;
     QSet<int> m_types;
 };
-
-void RandomProgramsTest::initTestCase()
-{
-    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-    QApplication::setQuitOnLastWindowClosed(false);
-    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
-    qSetGlobalQHashSeed(0);
-    QVERIFY2(m_kit.isValid(), "TILER_KIT doesn't name the folder of a kit");
-    m_first = setting("RANDOM_PROGRAMS_SEED", m_first);
-    m_runs = setting("RANDOM_PROGRAMS_RUNS", m_runs);
-}
-
-void RandomProgramsTest::aProgramComesThroughAll_data()
-{
-    QTest::addColumn<int>("seed");
-    for (int seed = m_first; seed < m_first + m_runs; ++seed) {
-        QTest::newRow(qPrintable(QStringLiteral("seed %1").arg(seed))) << seed;
-    }
-}
 
 QStringList RandomProgramsTest::put(RandomProgram& p_program, int p_place)
 {
@@ -103,33 +172,6 @@ QStringList RandomProgramsTest::put(RandomProgram& p_program, int p_place)
         broken = p_program.brokenHistory();
     }
     return broken;
-}
-
-void RandomProgramsTest::aProgramComesThroughAll()
-{
-    QFETCH(int, seed);
-    const QTemporaryDir folder;
-    RandomProgram program(static_cast<quint32>(seed), folder.path());
-    QStringList broken = program.build();
-    const QString description = program.description();
-    if (broken.isEmpty()) {
-        broken = put(program, seed - m_first);
-    }
-    if (broken.isEmpty() && seed % 3 == 0) {
-        broken = program.brokenHistoryFromNothing();
-    }
-    m_types += program.types();
-    m_deepest = qMax(m_deepest, program.deepest());
-    for (auto it = program.tally().constBegin(); it != program.tally().constEnd(); ++it) {
-        m_tally[it.key()] += it.value();
-    }
-    ++m_programs;
-    if (!broken.isEmpty()) {
-        const QString message = QStringLiteral("Seed %1:\n%2\nThe program is:\n%3")
-                                    .arg(seed)
-                                    .arg(broken.join(QLatin1Char('\n')), description);
-        QFAIL(qPrintable(message));
-    }
 }
 
 QStringList RandomProgramsTest::brokenOnTheController(const RandomProgram& p_program)
@@ -177,53 +219,6 @@ void RandomProgramsTest::rememberValues(const QByteArray& p_project)
             m_values[id + QLatin1Char(' ') + attribute.name()].insert(attribute.value());
         }
     }
-}
-
-void RandomProgramsTest::everythingOccurs()
-{
-    if (m_programs < s_manyPrograms) {
-        QSKIP("too few programs were made for everything to occur");
-    }
-    for (const BlockRecord& record : blockRecords()) {
-        const QString id = QString::number(record.id);
-        QVERIFY2(record.category < 0 || m_types.contains(record.id), qPrintable(id));
-        QVERIFY2(m_values.contains(id + QStringLiteral(" id")), qPrintable(id));
-    }
-    // Every parameter had other values than its first.
-    static const QStringList s_fixed = {QStringLiteral("id"), QStringLiteral("ownid"),
-                                        QStringLiteral("moduleKey")};
-    for (auto it = m_values.constBegin(); it != m_values.constEnd(); ++it) {
-        const QString attribute = it.key().section(QLatin1Char(' '), 1);
-        QVERIFY2(s_fixed.contains(attribute) || it.key().startsWith(QLatin1String("0 ")) ||
-                     it->size() > 1,
-                 qPrintable(it.key()));
-    }
-    QCOMPARE(m_deepest, s_deepestLoop);
-    static const char* const s_done[] = {"loose drops",
-                                         "drops into a chain",
-                                         "drops that cut a chain",
-                                         "choices in the pop-up",
-                                         "choices in the palette",
-                                         "numbers tapped",
-                                         "numbers typed",
-                                         "copies",
-                                         "copies of copies",
-                                         "undone: add",
-                                         "undone: paste",
-                                         "undone: delete",
-                                         "undone: throw away"};
-    for (const char* done : s_done) {
-        QVERIFY2(m_tally[QString::fromLatin1(done)] > m_programs / 20, done);
-    }
-    QVERIFY(m_ends[ExpectedTrace::Returns] > 0);
-    QVERIFY(m_ends[ExpectedTrace::Endless] > 0);
-    QStringList tally;
-    for (auto it = m_tally.constBegin(); it != m_tally.constEnd(); ++it) {
-        tally << QStringLiteral("%1 %2").arg(it.value()).arg(it.key());
-    }
-    qInfo("%d programs; run: %d that end, %d endless, %d not followed to the end; %s", m_programs,
-          m_ends[ExpectedTrace::Returns], m_ends[ExpectedTrace::Endless],
-          m_ends[ExpectedTrace::Unknown], qPrintable(tally.join(QStringLiteral(", "))));
 }
 
 QTEST_MAIN(RandomProgramsTest)
