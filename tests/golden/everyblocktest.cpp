@@ -1,10 +1,8 @@
-#include "document/tzprogramscene.h"
 #include "modules/catalogue/blocktables.h"
 #include "modules/catalogue/modulefactory.h"
-#include "modules/graphicsitem_param.h"
 #include "project/projectfile.h"
+#include "support/canvas/blockdata.h"
 #include "support/canvas/canvasfixture.h"
-#include "support/canvas/singleblock.h"
 #include "support/system/kitcopy.h"
 
 #include <QApplication>
@@ -12,7 +10,6 @@
 #include <QDirIterator>
 #include <QDomDocument>
 #include <QLoggingCategory>
-#include <QPushButton>
 #include <QtTest>
 
 namespace
@@ -91,40 +88,17 @@ private slots:
         QCOMPARE(missing.join(QLatin1Char('\n')), QString());
     }
 
-    void theProgramHasEveryChoiceOfThePopUps()
+    void theProgramHasEveryChoiceOfTheBlocks()
     {
-        const int condition = 5;
-        const struct {
-            int mode;
-            QVector<int> ids;
-            /** What is chosen beside it, as the block gets it. */
-            QVector<int> beside;
-        } choosers[] = {{0, {100}, {}},
-                        {1, {110, 111, 112, 113, 117}, {}},
-                        {3, {306, 307, 308, 309}, {condition, condition + 1}},
-                        {6, {900, 901, 902, 905, 906}, {}}};
-        CanvasFixture canvas;
         QStringList missing;
-        for (const auto& each : choosers) {
-            graphicsItem_Param* popUp = graphicsItem_Param::shared(canvas.view.scene());
-            const std::unique_ptr<supermodule> owner(createModuleFromId(each.ids.first()));
-            popUp->setModule(owner.get());
-            popUp->setMode(each.mode);
-            QVERIFY(popUp->buttons().size() > 1);
-            for (const int id : each.ids) {
-                for (int index = 0; index < popUp->buttons().size(); ++index) {
-                    const std::unique_ptr<supermodule> block(createModuleFromId(id));
-                    block->setParamIndex(index);
-                    QStringList positions{position(block.get())};
-                    for (const int beside : each.beside) {
-                        block->setParamIndex(beside);
-                        positions << position(block.get());
-                    }
-                    for (const QString& place : qAsConst(positions)) {
-                        if (!m_positions.contains(place)) {
-                            missing << place;
-                        }
-                    }
+        for (const BlockData& data : blockData()) {
+            for (const BlockData::Choice& choice : data.choices()) {
+                const QString place =
+                    position(QString::number(data.id()), parsedAttributes(choice.attributes));
+                // Of what is typed there is no end.
+                if (choice.give.filter(QStringLiteral("keys")).isEmpty() &&
+                    !m_positions.contains(place)) {
+                    missing << place;
                 }
             }
         }
@@ -137,15 +111,21 @@ private slots:
         QTest::addColumn<QString>("folder");
         QTest::addColumn<int>("first"); // what the attribute is for the picture 0
         QTest::addColumn<bool>("onBothDisplays");
-        QTest::newRow("animal") << 801 << ":/voice/2" << 0 << false;
-        QTest::newRow("mood") << 802 << ":/voice/4" << 0 << false;
-        QTest::newRow("hello") << 803 << ":/voice/1" << 0 << false;
-        QTest::newRow("traffic") << 804 << ":/voice/3" << 0 << false;
-        QTest::newRow("sign") << 900 << ":/expression/1" << 0 << true;
-        QTest::newRow("arithmetic") << 905 << ":/expression/2" << 0 << true;
-        QTest::newRow("digit") << 902 << ":/expression/3" << 0 << true;
-        QTest::newRow("letter") << 906 << ":/expression/4" << 0 << true;
-        QTest::newRow("face") << 903 << ":/expression/5" << 1 << false;
+        for (const BlockData& data : blockData()) {
+            for (const BlockData::Button& button : data.buttons()) {
+                const bool isVoice = button.opens.startsWith(QLatin1String("voice"));
+                if (!isVoice && !button.opens.startsWith(QLatin1String("expression"))) {
+                    continue;
+                }
+                const BlockAttributes first = parsedAttributes(data.choices().first().attributes);
+                // The pictures of voices are counted from 1.
+                QTest::newRow(qPrintable(data.value("class")))
+                    << data.id()
+                    << QString(":/" + button.opens).replace(QLatin1Char(' '), QLatin1Char('/'))
+                    << first.value(QStringLiteral("n")).toInt() - (isVoice ? 1 : 0)
+                    << first.contains(QStringLiteral("port"));
+            }
+        }
     }
 
     void theProgramHasEveryPictureOfThePanels()

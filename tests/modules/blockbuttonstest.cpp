@@ -2,7 +2,7 @@
 #include "modules/documentstate.h"
 #include "parameterbench.h"
 #include "proj/controls/selectablebutton.h"
-#include "support/canvas/singleblock.h"
+#include "support/canvas/blockdata.h"
 
 #include <QFile>
 #include <QGraphicsScene>
@@ -24,8 +24,6 @@ public:
 
     QList<int> chosen;
 };
-
-const QSet<int> s_withoutButtons{102, 103, 105, 106, 109, 303, 904};
 
 struct ModeRow {
     int mode;
@@ -139,99 +137,18 @@ private slots:
         QTest::addColumn<QString>("shows");
         QTest::addColumn<QString>("style");
 
-        const QRect wide(20, 100, 80, 40);
-        const QRect wider(20, 100, 83, 40);
-        const QRect left(0, 100, 60, 40);
-        const QRect right(60, 100, 60, 40);
-        // The start has none, but isn't dropped as the others are.
-        QSet<int> ids = s_withoutButtons + QSet<int>{0};
-        const auto row = [&ids](const char* p_name, int p_id, int p_index, const QRect& p_geometry,
-                                int p_mask, bool p_arrow, const char* p_press,
-                                const QString& p_shows, const QString& p_style) {
-            ids.insert(p_id);
-            QTest::newRow(p_name) << p_id << p_index << p_geometry << p_mask << p_arrow
-                                  << QString::fromLatin1(p_press) << p_shows << p_style;
-        };
-        const QString time =
-            styleSheet(":/select_time__nol_40x80.png", ":/select_time__pre_40x80.png", 29, false);
-        row("speed", 100, 0, wide, 0, true, "mode 0", "",
-            styleSheet(":/item_pulldown_nol_40x80.png", ":/item_pulldown__pre_40x80.png", 29,
-                       false));
-        row("wait", 101, 0, wider, 11, false, "number 11", "1", time);
-        row("forward time", 104, 0, wide, 11, false, "number 11", "1", time);
-        row("backward time", 118, 0, wide, 11, false, "number 11", "1", time);
-        row("left time", 119, 0, wide, 11, false, "number 11", "1", time);
-        row("right time", 120, 0, wide, 11, false, "number 11", "1", time);
-        const QString port =
-            styleSheet(":/item_pulldown_nol_40x80.png", ":/item_pulldown__pre_40x80.png", 29, true,
-                       "background-image");
-        row("motor clockwise", 111, 0, wider, 0, false, "mode 1", "C", port);
-        row("motor anti-clockwise", 110, 0, wider, 0, false, "mode 1", "C", port);
-        row("motor stop", 117, 0, wider, 0, false, "mode 1", "C", port);
-        const QString motorTime =
-            styleSheet(":/single_time_nol_60x40.png", ":/single_time_pre_60x40.png", 29, false);
-        const QString motorPort =
-            styleSheet(":/single_motor_nol_60x40.png", ":/single_motor_pre_60x40.png", 29, true);
-        row("motor clockwise time, left", 113, 0, left, 11, false, "number 11", "1", motorTime);
-        row("motor clockwise time, right", 113, 1, right, 0, false, "mode 1", "C", motorPort);
-        row("motor anti-clockwise time, left", 112, 0, left, 11, false, "number 11", "1",
-            motorTime);
-        row("motor anti-clockwise time, right", 112, 1, right, 0, false, "mode 1", "C", motorPort);
-        row("servo, left", 107, 0, left, 13, false, "number 13", "0" + s_degree,
-            styleSheet(":/single_time_nol_60x40.png", ":/single_time_pre_60x40.png", 0, false));
-        row("servo, right", 107, 1, right, 0, true, "panel 2 1", "",
-            styleSheet(":/single_motor_nol_60x40.png", ":/single_motor_pre_60x40.png", 0, false));
-        row("counted loop", 301, 0, wide, 9, false, "number 9", "10", time);
-        const QString condition =
-            styleSheet(":/control_left_nol_60x40.png", ":/control_left_pre_60x40.png", 29, false);
-        const QString sensorPort =
-            styleSheet(":/control_right_nol_60x40.png", ":/control_right_pre_60x40.png", 29, true);
-        row("loop until infrared, left", 306, 0, {140, 100, 60, 40}, 0, true, "mode 2", "",
-            condition);
-        row("loop until infrared, right", 306, 1, {200, 100, 60, 40}, 0, false, "mode 3", "4",
-            sensorPort);
-        row("loop until touch, left", 307, 0, {140, 100, 60, 40}, 0, true, "mode 4", "", condition);
-        row("loop until touch, right", 307, 1, {200, 100, 60, 40}, 0, false, "mode 3", "5",
-            sensorPort);
-        row("wait for infrared, left", 308, 0, left, 0, true, "mode 2", "", condition);
-        row("wait for infrared, right", 308, 1, right, 0, false, "mode 3", "4", sensorPort);
-        row("wait for touch, left", 309, 0, left, 0, true, "mode 4", "", condition);
-        row("wait for touch, right", 309, 1, right, 0, false, "mode 3", "5", sensorPort);
-        const QString voice = styleSheet(":/voice/voice_down_nol_40x80.png",
-                                         ":/voice/voice_down_pre_40x80.png", 29, false);
-        row("piano", 800, 0, wide, 0, true, "panel 1 0", "", voice);
-        row("hello", 803, 0, wide, 0, true, "voice 1", "", voice);
-        row("animal", 801, 0, wide, 0, true, "voice 2", "", voice);
-        row("traffic", 804, 0, wide, 0, true, "voice 3", "", voice);
-        row("mood", 802, 0, wide, 0, true, "voice 4", "", voice);
-        const QString symbol = styleSheet(":/expression/expression_down_nol_60x40.png",
-                                          ":/expression/expression_down_pre_60x40.png", 29, false);
-        const QString display =
-            styleSheet(":/expression/expression_down_r_nol_60x40.png",
-                       ":/expression/expression_down_r_pre_60x40.png", 29, true);
-        const struct {
-            int id;
-            const char* name;
-            const char* press;
-        } symbols[] = {{900, "sign", "expression 1"},
-                       {905, "arithmetic", "expression 2"},
-                       {902, "digit", "expression 3"},
-                       {906, "letter", "expression 4"}};
-        for (const auto& each : symbols) {
-            row(qPrintable(QStringLiteral("%1, left").arg(each.name)), each.id, 0, left, 0, true,
-                each.press, "", symbol);
-            row(qPrintable(QStringLiteral("%1, right").arg(each.name)), each.id, 1, right, 0, false,
-                "mode 6", "2", display);
+        for (const BlockData& data : blockData()) {
+            int index = 0;
+            for (const BlockData::Button& button : data.buttons()) {
+                // The keys of the keyboard are those that the field takes.
+                const bool number = button.opens.startsWith(QLatin1String("number"));
+                QTest::newRow(qPrintable(data.value("class") + ' ' + QString::number(index)))
+                    << data.id() << index << button.place
+                    << (number ? button.opens.section(QLatin1Char(' '), 1).toInt() : 0)
+                    << button.arrow << button.opens << button.shows << button.style;
+                ++index;
+            }
         }
-        row("face", 903, 0, wide, 0, true, "expression 5", "",
-            styleSheet(":/expression/expression_down_nol_80x40.png",
-                       ":/expression/expression_down_pre_80x40.png", 29, false));
-        // Of the colour of this button's port number nothing is laid down: it is tested with the
-        // rest of its sheet, as white.
-        row("close one", 901, 0, wide, 0, false, "mode 6", "2",
-            styleSheet(":/expression/expression_down_nol_80x40.png",
-                       ":/expression/expression_down_pre_80x40.png", 29, true));
-        QCOMPARE(blocksBeside(ids).join(QLatin1Char('\n')), QString());
     }
 
     void aBlockHasTheButtonsOfItsType()
@@ -301,8 +218,11 @@ private slots:
     void everyOtherBlockHasNoButtons_data()
     {
         QTest::addColumn<int>("id");
-        for (const int id : s_withoutButtons) {
-            QTest::newRow(qPrintable(QString::number(id))) << id;
+        for (const BlockData& data : blockData()) {
+            // The start isn't dropped as the others are.
+            if (data.buttons().isEmpty() && data.category() >= 0) {
+                QTest::newRow(qPrintable(data.value("class"))) << data.id();
+            }
         }
     }
 
@@ -406,6 +326,26 @@ private slots:
         QCOMPARE(block->chosen, QList<int>{result});
         QVERIFY(!Bench::popUpIsOpen());
         supermodule::deleteTree(block);
+    }
+
+    void everyEntryOfAPopUpIsAChoiceOfItsBlock()
+    {
+        for (const BlockData& data : blockData()) {
+            QSet<QString> offered;
+            for (const BlockData::Button& button : data.buttons()) {
+                if (button.opens.startsWith(QLatin1String("mode"))) {
+                    for (const int result : modeRows().at(button.opens.mid(5).toInt()).results) {
+                        offered.insert(QStringLiteral("param %1").arg(result));
+                    }
+                }
+            }
+            QSet<QString> chosen;
+            for (const BlockData::Choice& choice : data.choices()) {
+                const QStringList given = choice.give.filter(QStringLiteral("param"));
+                chosen += QSet<QString>(given.begin(), given.end());
+            }
+            QVERIFY2(offered.isEmpty() || offered == chosen, qPrintable(data.value("class")));
+        }
     }
 
     void anUnknownModeShowsTheOldBackgroundWithoutEntries()

@@ -520,6 +520,16 @@ private slots:
         QCOMPARE(pane.width(), 400);
     }
 
+    void aWindowThatGrowsLeavesThePaletteAsTheUserMadeIt()
+    {
+        auto& splitter = as<QSplitter>(*partsOf(*m_bench).value(QStringLiteral("splitter")));
+        splitter.setSizes({splitter.height() - 150, 150});
+        QCOMPARE(m_bench->palette().height(), 150);
+        m_bench->window.resize(1280, 868);
+        QCoreApplication::processEvents();
+        QCOMPARE(m_bench->palette().height(), 150);
+    }
+
     void thePaletteKeepsWithinItsLimits()
     {
         auto& splitter = as<QSplitter>(*partsOf(*m_bench).value(QStringLiteral("splitter")));
