@@ -88,9 +88,9 @@ private slots:
     void everyBlock_data()
     {
         QTest::addColumn<int>("id");
-        for (const BlockRecord& record : blockRecords()) {
-            QTest::newRow(qPrintable(QStringLiteral("%1 %2").arg(record.id).arg(record.caption)))
-                << record.id;
+        for (const BlockData& data : blockData()) {
+            QTest::newRow(qPrintable(QString::number(data.id()) + ' ' + data.value("english")))
+                << data.id();
         }
     }
 
