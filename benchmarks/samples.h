@@ -6,7 +6,14 @@
 #include <algorithm>
 #include <ctime>
 
-/** Times of one operation, in milliseconds; each figure is 0 when there are none. */
+/** Milliseconds that something took. */
+struct Times {
+    double clock = 0;
+    /** Processor time of this thread, which other programs on the machine hardly touch. */
+    double processor = 0;
+};
+
+/** Times of one operation; each figure is 0 when there are none. */
 class Samples
 {
 public:
@@ -14,26 +21,23 @@ public:
     template <class Work> void take(Work p_work)
     {
         QElapsedTimer clock;
-        const double busyBefore = busyMilliseconds();
+        const double before = processorMilliseconds();
         clock.start();
         p_work();
-        m_times.append(static_cast<double>(clock.nsecsElapsed()) / 1e6);
-        m_busy.append(busyMilliseconds() - busyBefore);
+        const double elapsed = static_cast<double>(clock.nsecsElapsed()) / 1e6;
+        append({elapsed, processorMilliseconds() - before});
     }
-    double median() const { return medianOf(m_times); }
-    double worst() const
+    void append(const Times& p_times)
     {
-        return m_times.isEmpty() ? 0 : *std::max_element(m_times.begin(), m_times.end());
+        m_clock.append(p_times.clock);
+        m_processor.append(p_times.processor);
     }
-    /** Median of the processor's time, which other programs on the machine hardly touch. */
-    double medianBusy() const { return medianOf(m_busy); }
-    double worstBusy() const
-    {
-        return m_busy.isEmpty() ? 0 : *std::max_element(m_busy.begin(), m_busy.end());
-    }
+    int count() const { return m_clock.size(); }
+    Times median() const { return {medianOf(m_clock), medianOf(m_processor)}; }
+    Times worst() const { return {worstOf(m_clock), worstOf(m_processor)}; }
 
 private:
-    static double busyMilliseconds()
+    static double processorMilliseconds()
     {
         timespec now{};
         clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
@@ -49,7 +53,11 @@ private:
         return p_values.size() % 2 == 1 ? p_values.at(half)
                                         : (p_values.at(half - 1) + p_values.at(half)) / 2;
     }
+    static double worstOf(const QVector<double>& p_values)
+    {
+        return p_values.isEmpty() ? 0 : *std::max_element(p_values.begin(), p_values.end());
+    }
 
-    QVector<double> m_times;
-    QVector<double> m_busy;
+    QVector<double> m_clock;
+    QVector<double> m_processor;
 };

@@ -10,7 +10,7 @@ tiler_packages() {
     emulator) echo qemu-system-arm python3 ;;
     run) echo fonts-noto-cjk libqt5gui5 ;;
     display) echo xvfb openbox xdotool scrot ;;
-    check) echo clang-format clang-tidy ;;
+    check) echo clang-format clang-tidy valgrind ;;
     windows) echo g++-mingw-w64-x86-64-posix qt5-qmake ;;
     esac
 }

@@ -1,5 +1,7 @@
 #include "actions/model/actionblock.h"
 
+#include "actions/model/servoangle.h"
+
 #include <algorithm>
 #include <cstring>
 #include <iterator>
@@ -16,7 +18,7 @@ ActionStep clearedStep(qint16 p_runTime)
 {
     ActionStep step = {};
     step.runTime = p_runTime;
-    fillWith<quint16>(step.position, 512);
+    fillWith<quint16>(step.position, ServoCentre);
     fillWith<quint8>(step.servoMask, 0xFF);
     fillWith<quint8>(step.reserved, 0xFF);
     return step;
@@ -81,14 +83,4 @@ QByteArray actionPageName(const ActionBlock& p_block, int p_page)
                         offsetof(ActionPage, name);
     const char* end = std::find(begin, image + sizeof p_block, '\0');
     return QByteArray(begin, static_cast<int>(end - begin));
-}
-
-int servoPositionToAngle(int p_position)
-{
-    return static_cast<int>((Q_INT64_C(512) - p_position) * 30000 / 888);
-}
-
-int angleToServoPosition(int p_angle)
-{
-    return static_cast<int>(p_angle * Q_INT64_C(-888) / 30000 + 512);
 }

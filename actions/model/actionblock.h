@@ -130,9 +130,3 @@ ActionTrailer buildActionTrailer();
  * full they run on into the next page, but never beyond the image. Page: 0 to 127.
  */
 QByteArray actionPageName(const ActionBlock& p_block, int p_page);
-
-/** A servo count as an angle in hundredths of a degree. Not clamped to -15000 to 15000. */
-int servoPositionToAngle(int p_position);
-
-/** An angle in hundredths of a degree as a servo count, 512 at the centre. Not clamped. */
-int angleToServoPosition(int p_angle);

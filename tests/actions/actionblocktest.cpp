@@ -135,36 +135,6 @@ private slots:
         QCOMPARE(actionPageName(guarded->block, 0), QByteArray(57472 - 40 - 422, 'n'));
     }
 
-    void anglesAndPositionsFollowTheRule_data()
-    {
-        QTest::addColumn<int>("angle");
-        QTest::addColumn<int>("position");
-        QTest::addColumn<int>("back");
-        QTest::newRow("150 degrees") << 15000 << 68 << 15000;
-        QTest::newRow("1 degree") << 100 << 510 << 67;
-        QTest::newRow("centre") << 0 << 512 << 0;
-        QTest::newRow("-1 degree") << -100 << 514 << -67;
-        QTest::newRow("-150 degrees") << -15000 << 956 << -15000;
-        QTest::newRow("under one count") << 33 << 512 << 0;
-        QTest::newRow("under one count below") << -33 << 512 << 0;
-    }
-
-    void anglesAndPositionsFollowTheRule()
-    {
-        QFETCH(int, angle);
-        QFETCH(int, position);
-        QFETCH(int, back);
-        QCOMPARE(angleToServoPosition(angle), position);
-        QCOMPARE(servoPositionToAngle(position), back);
-    }
-
-    void aPositionOutOfTheEditorsRangeIsNotClamped()
-    {
-        QCOMPARE(servoPositionToAngle(1000), -16486);
-        QCOMPARE(servoPositionToAngle(0), 17297);
-        QCOMPARE(servoPositionToAngle(65535), -2196722);
-    }
-
     void theTrailerIsAsToldByteByByte()
     {
         const ActionTrailer trailer = buildActionTrailer();

@@ -112,6 +112,17 @@ private slots:
         QCOMPARE(findControllerVolume(volumes), QString("F"));
     }
 
+    void aFileStandsInTheRootOfItsVolume()
+    {
+#ifdef Q_OS_WIN
+        QCOMPARE(pathOnVolume("E", "car.bin"), QString("E:\\car.bin"));
+        QCOMPARE(pathOnVolume("E", QString()), QString("E:\\"));
+#else
+        QCOMPARE(pathOnVolume("/media/car", "car.bin"), QString("/media/car/car.bin"));
+        QCOMPARE(pathOnVolume("/media/car", QString()), QString("/media/car/"));
+#endif
+    }
+
     void theSystemHasAListOfVolumes()
     {
         const std::shared_ptr<VolumeList> volumes = systemVolumes();

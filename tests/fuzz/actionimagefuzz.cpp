@@ -1,4 +1,5 @@
 #include "actions/model/actionimage.h"
+#include "actions/model/servoangle.h"
 #include "fuzztarget.h"
 
 #include <QFile>

@@ -2,8 +2,8 @@
 """One program of all blocks in all their positions, and what the controller does when it runs.
 
 What a block does comes from tests/data/blocks.json, which was worked out by hand from what each
-block promises. Nothing of it comes from Tiler: neither its tables nor its text is read here, and of
-the controller's own tables only that of the faces. robotmodel.py counts on what effects leave
+block promises. Nothing of it comes from Tiler: neither its tables nor its text is read here, nor any of
+the controller's. robotmodel.py counts on what effects leave
 behind: the four speeds and what a sensor said last.
 
     everyblock.py project FILE        writes the program as a project file

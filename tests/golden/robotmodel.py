@@ -8,12 +8,12 @@ import re
 
 from tracecheck import Again, Told
 
-_ROOT = pathlib.Path(__file__).resolve().parents[2]
+_TESTS = pathlib.Path(__file__).resolve().parents[1]
 KINDS = {kind["id"]: kind for kind in json.loads(
-    (_ROOT / "tests" / "data" / "blocks.json").read_text("utf-8"))["blocks"]}
-# Faces are the controller's own; their table lies beside its runtime.
+    (_TESTS / "data" / "blocks.json").read_text("utf-8"))["blocks"]}
+# Written down apart from the table that the pictures and the runtime are made from.
 FACES = {face["n"]: face for face in json.loads(
-    (_ROOT / "toolchain" / "faces.json").read_text("utf-8"))["faces"]}
+    (_TESTS / "toolchain" / "faces.json").read_text("utf-8"))["faces"]}
 
 MOTORS = {port: "motor %s (%d)" % (letter, port) for port, letter in enumerate("?ABCD?")}
 DARK = [0] * 8

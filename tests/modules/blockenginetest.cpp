@@ -718,6 +718,56 @@ private slots:
         QVERIFY2(form.match(log.first()).hasMatch(), qPrintable(log.first()));
     }
 
+    void manyYoungBlocksGoAndTheOthersStayAsTheyLie()
+    {
+        const int count = 4000;
+        QGraphicsScene scene;
+        scene.setItemIndexMethod(QGraphicsScene::NoIndex);
+        const auto chain = [&](int p_type) {
+            supermodule* first = nullptr;
+            supermodule* last = nullptr;
+            for (int i = 0; i < count; ++i) {
+                supermodule* module = createModuleFromId(p_type);
+                module->enterScene(&scene);
+                if (last) {
+                    last->hangModule(NextLink, module);
+                } else {
+                    first = module;
+                }
+                last = module;
+            }
+            return first;
+        };
+        const auto lying = [&] {
+            QList<QGraphicsItem*> blocks =
+                scene.items(QRectF(-1, -1, 2, 2), Qt::IntersectsItemShape, Qt::AscendingOrder);
+            blocks.erase(std::remove_if(
+                             blocks.begin(), blocks.end(),
+                             [](QGraphicsItem* p_item) { return !supermodule::fromItem(p_item); }),
+                         blocks.end());
+            return blocks;
+        };
+        supermodule* old = chain(Wait);
+        old->stackBefore(old->next());
+        old->next()->setZValue(3);
+        const QList<QGraphicsItem*> before = lying();
+        QCOMPARE(before.size(), count);
+        const int live = liveModules.size();
+        const QPointer<supermodule> young = chain(Wait);
+        supermodule::deleteTree(young);
+        QVERIFY(!young);
+        QCOMPARE(liveModules.size(), live);
+        QCOMPARE(lying(), before);
+        QCOMPARE(scene.itemIndexMethod(), QGraphicsScene::NoIndex);
+        // The eldest of two, and all that is left.
+        const QPointer<supermodule> other = chain(Stop);
+        supermodule::deleteTree(old);
+        QVERIFY(other);
+        QCOMPARE(lying().size(), count);
+        supermodule::deleteTree(other);
+        QCOMPARE(scene.items().size(), 0);
+    }
+
     void aLinkIsAskedAndFoundByItsType()
     {
         Trees trees;

@@ -18,18 +18,17 @@ private slots:
     {
         Bench bench;
         supermodule* loop = bench.seen(306, {300, 300});
-        const QList<QGraphicsProxyWidget*> proxies = Bench::proxies(loop);
         supermodule* first = dropOn(bench, loop, LeftLink, 103);
         dropOn(bench, first, NextLink, 105);
         QCOMPARE(loop->boundingRect().width(), 320.0);
         // One under each leg, where the drawers of the body's blocks leave them free.
-        QCOMPARE(proxies.at(0)->pos(), QPointF(0, 100));
-        QCOMPARE(proxies.at(1)->pos(), QPointF(260, 100));
+        QCOMPARE(loop->buttonRect(0).topLeft(), QPointF(0, 100));
+        QCOMPARE(loop->buttonRect(1).topLeft(), QPointF(260, 100));
         bench.click(first->scenePos() + QPointF(30, 30));
         bench.key(Qt::Key_Delete);
         QVERIFY(!loop->left());
-        QCOMPARE(proxies.at(0)->pos(), QPointF(140, 100));
-        QCOMPARE(proxies.at(1)->pos(), QPointF(200, 100));
+        QCOMPARE(loop->buttonRect(0).topLeft(), QPointF(140, 100));
+        QCOMPARE(loop->buttonRect(1).topLeft(), QPointF(200, 100));
     }
 
     void everyButtonOfALoopAndItsBodyCanBePressed_data()
@@ -57,21 +56,20 @@ private slots:
                 bench.drag(body, bench.at(place) - bench.at(body->scenePos()));
             } else {
                 body = dropOn(bench, outer, LeftLink, inside);
-                QVERIFY(QTest::qWaitFor([body] { return body->hasButtons(); }, 2000));
             }
             QCOMPARE(outer->left(), body);
             for (supermodule* block : {outer, body}) {
-                const QList<QGraphicsProxyWidget*> proxies = Bench::proxies(block);
+                const int buttons = block->buttonCount();
                 // Of the two drawers of a filled loop the 20 towards the body are under its blocks.
-                const bool underLegs = proxies.size() == 2 && block->left();
+                const bool underLegs = buttons == 2 && block->left();
                 const QVector<QVector<int>> places =
                     underLegs ? QVector<QVector<int>>{{10, 30}, {30, 50}}
                               : QVector<QVector<int>>{{10, 30, 50}, {10, 30, 50}};
-                for (int i = 0; i < proxies.size(); ++i) {
-                    auto* pressed = static_cast<QAbstractButton*>(proxies.at(i)->widget());
+                for (int i = 0; i < buttons; ++i) {
+                    const QAbstractButton* pressed = block->button(i);
                     for (const int x : places.at(i)) {
                         const QSignalSpy presses(pressed, &QAbstractButton::clicked);
-                        bench.click(proxies.at(i)->mapToScene(x, 20));
+                        bench.click(Bench::placeOf(block, i).topLeft() + QPointF(x, 20));
                         QVERIFY2(presses.count() == 1,
                                  qPrintable(QStringLiteral("button %1 of %2 at %3")
                                                 .arg(i)
@@ -170,7 +168,7 @@ private slots:
         }
         bench.clickButton(loop, 0);
         QVERIFY(Bench::popUpIsOpen());
-        const QRectF button = Bench::proxies(loop).at(0)->sceneBoundingRect();
+        const QRectF button = Bench::placeOf(loop, 0);
         const QRectF popUp = Bench::popUp()->sceneBoundingRect();
         QCOMPARE(popUp.center().x(), button.center().x());
         QCOMPARE(popUp.top(), loop->y() + 150);

@@ -36,16 +36,13 @@ public:
         Q_ASSERT(!graphicsItem_Param::existing());
     }
 
-    /** A loose block in the middle of the canvas that has been painted and so has its buttons. */
+    /** A loose block in the middle of the canvas. */
     supermodule* seen(int p_id, const QPointF& p_at = QPointF(500, 330))
     {
-        supermodule* module = drop(p_id, p_at);
-        if (!QTest::qWaitFor([module] { return module->hasButtons(); }, 2000)) {
-            qWarning("a block that is seen has no buttons");
-        }
-        return module;
+        return drop(p_id, p_at);
     }
 
+    /** The widgets of a block or of the pop-up that are in the scene now. */
     static QList<QGraphicsProxyWidget*> proxies(const QGraphicsItem* p_item)
     {
         QList<QGraphicsProxyWidget*> list;
@@ -62,9 +59,14 @@ public:
     {
         click(p_proxy->sceneBoundingRect().center());
     }
-    void clickButton(const supermodule* p_module, int p_index)
+    /** Where a button is in the scene. */
+    static QRectF placeOf(supermodule* p_module, int p_index)
     {
-        clickProxy(proxies(p_module).at(p_index));
+        return p_module->mapRectToScene(p_module->buttonRect(p_index));
+    }
+    void clickButton(supermodule* p_module, int p_index)
+    {
+        click(placeOf(p_module, p_index).center());
     }
     /** Chooses an entry of the pop-up by the mouse. */
     void choose(int p_index) { clickProxy(proxies(popUp()).at(p_index)); }

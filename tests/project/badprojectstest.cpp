@@ -430,9 +430,11 @@ private slots:
         QCOMPARE(CanvasFixture::ids(m_canvas->main()), chain);
         // Each twice, the loose one with a block behind it, and four loops with two blocks in them.
         QCOMPARE(m_canvas->blocks().size(), 1 + 35 * 3 + 4 * 2 * 2);
-        // All of them in sight, wherever they are, with their buttons and pop-ups.
+        // All of them in sight, wherever they are, with the widgets of their buttons.
         for (supermodule* block : m_canvas->blocks()) {
-            block->ensureButtons();
+            for (int i = 0; i < block->buttonCount(); ++i) {
+                QVERIFY(block->button(i));
+            }
             int left = 0;
             int top = 0;
             int right = 0;

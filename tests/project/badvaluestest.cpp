@@ -461,9 +461,6 @@ bool BadValuesTest::open(int p_id, const QString& p_attribute)
 
 void BadValuesTest::draw()
 {
-    for (supermodule* block : m_canvas->blocks()) {
-        block->ensureButtons();
-    }
     const QRectF all = view().scene()->itemsBoundingRect();
     QImage image(all.size().toSize(), QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);

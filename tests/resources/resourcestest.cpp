@@ -1,4 +1,5 @@
 #include "modules/catalogue/blocktables.h"
+#include "proj/controls/variablepictures.h"
 #include "text/variables.h"
 
 #include <QDirIterator>
@@ -43,8 +44,9 @@ private slots:
         }
         QCOMPARE(variableKinds().size(), 26);
         for (const VariableKind& kind : variableKinds()) {
-            QVERIFY2(QFile::exists(kind.normalPicture), qPrintable(kind.normalPicture));
-            QVERIFY2(QFile::exists(kind.pressedPicture), qPrintable(kind.pressedPicture));
+            const VariablePictures pictures = variablePictures(kind.key);
+            QVERIFY2(QFile::exists(pictures.normal), qPrintable(kind.prefix));
+            QVERIFY2(QFile::exists(pictures.pressed), qPrintable(kind.prefix));
         }
         for (const CategoryRecord& record : categoryRecords()) {
             QVERIFY(QFile::exists(record.selectedImage));

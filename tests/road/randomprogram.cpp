@@ -21,7 +21,6 @@
 #include <QClipboard>
 #include <QDir>
 #include <QDragEnterEvent>
-#include <QGraphicsProxyWidget>
 #include <QMimeData>
 #include <QPushButton>
 #include <QTest>
@@ -293,17 +292,12 @@ QStringList RandomProgram::build()
 
 void RandomProgram::setParameter(supermodule* p_block)
 {
-    // As painting it would.
-    p_block->ensureButtons();
-    QList<QGraphicsItem*> buttons = p_block->childItems();
-    buttons.erase(std::remove_if(buttons.begin(), buttons.end(),
-                                 [](const QGraphicsItem* p_item) { return !p_item->isWidget(); }),
-                  buttons.end());
-    if (buttons.isEmpty()) {
+    const int buttons = p_block->buttonCount();
+    if (buttons == 0) {
         return;
     }
     const BlockAttributes before = ownAttributes(p_block);
-    const QPointF centre = buttons.at(below(buttons.size()))->sceneBoundingRect().center();
+    const QPointF centre = p_block->mapToScene(p_block->buttonRect(below(buttons)).center());
     showPoint(centre);
     QTest::mouseClick(m_view.viewport(), Qt::LeftButton, Qt::NoModifier, at(centre));
     const graphicsItem_Param* popUp = graphicsItem_Param::existing();

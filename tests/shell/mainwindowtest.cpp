@@ -186,9 +186,23 @@ private slots:
         m_window->OnSaveAsFile();
         QCOMPARE(Answers::said(), QStringList{QStringLiteral("Save File")});
         QCOMPARE(m_window->fileName(), path("b.tlrx"));
+        QVERIFY(m_window->windowTitle().endsWith(path("b.tlrx") + QStringLiteral("[*]")));
         QVERIFY(!documentModified);
         m_window->OnSaveAsFile();
         QCOMPARE(m_window->fileName(), path("b.tlrx"));
+    }
+
+    void saveTakesTheWindowsMarkAwayAndSaveAsLeavesIt()
+    {
+        addBlock(*m_window, 103);
+        QVERIFY(m_window->isWindowModified());
+        use(QStringLiteral("a failed save"));
+        QVERIFY(m_window->isWindowModified());
+        use(QStringLiteral("save as"));
+        QVERIFY(!documentModified);
+        QVERIFY(m_window->isWindowModified());
+        use(QStringLiteral("save"));
+        QVERIFY(!m_window->isWindowModified());
     }
 
     void aSavedProjectEndsInTheActionDataAndResavingReplacesIt()
@@ -397,6 +411,26 @@ private slots:
         QCOMPARE(int(m_window->document().actions().step(127, 7)->runTime), runTime);
     }
 
+    void writtenOrNewActionDataCountsAsUnmodified_data()
+    {
+        QTest::addColumn<bool>("modified");
+        for (const char* use :
+             {"save", "save as", "open", "compile", "save the temporary file", "new"}) {
+            QTest::newRow(use) << false;
+        }
+        for (const char* use : {"a failed save", "open a bad file", "download", "edit actions"}) {
+            QTest::newRow(use) << true;
+        }
+    }
+
+    void writtenOrNewActionDataCountsAsUnmodified()
+    {
+        QFETCH(bool, modified);
+        m_window->document().actions().setModified(true);
+        use(QString::fromUtf8(QTest::currentDataTag()));
+        QCOMPARE(m_window->document().actions().isModified(), modified);
+    }
+
     void onlyTheActionEditorsButtonMakesItsWindow()
     {
         const auto editors = [] {
@@ -595,7 +629,7 @@ void MainWindowTest::use(const QString& p_name)
          }},
         {"open",
          [this] {
-             QVERIFY(m_window->view()->saveFile(path("other.tlrx")));
+             QVERIFY(m_window->view()->saveFile(path("other.tlrx"), ActionImage().bytes()));
              m_window->openPath(path("other.tlrx"));
              QCOMPARE(m_window->fileName(), path("other.tlrx"));
          }},

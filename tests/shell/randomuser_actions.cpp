@@ -14,7 +14,6 @@
 #include <QClipboard>
 #include <QDir>
 #include <QDragEnterEvent>
-#include <QGraphicsProxyWidget>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
@@ -186,20 +185,11 @@ void RandomUser::clickButtonOnBlock()
     if (!block) {
         return;
     }
-    // A block has its buttons from the first time it is painted.
-    m_view.viewport()->repaint();
-    QList<QGraphicsItem*> proxies;
-    const QList<QGraphicsItem*> children = block->childItems();
-    for (QGraphicsItem* child : children) {
-        if (child->isWidget()) {
-            proxies.append(child);
-        }
-    }
-    if (proxies.isEmpty()) {
+    const int buttons = block->buttonCount();
+    if (buttons == 0) {
         return;
     }
-    const QGraphicsItem* proxy = proxies.at(below(proxies.size()));
-    at = m_view.mapFromScene(proxy->sceneBoundingRect().center());
+    at = m_view.mapFromScene(block->mapToScene(block->buttonRect(below(buttons)).center()));
     note(QStringLiteral("click a button of %1 at %2").arg(nameOf(block), place(at)));
     mouse(QEvent::MouseButtonPress, at, Qt::LeftButton);
     mouse(QEvent::MouseButtonRelease, at, Qt::LeftButton);

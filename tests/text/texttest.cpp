@@ -1,3 +1,4 @@
+#include "proj/controls/variablepictures.h"
 #include "text/bracestoindent.h"
 #include "text/variables.h"
 
@@ -82,10 +83,11 @@ private slots:
         QCOMPARE(kind.caption, QString::fromLatin1(expected.english));
         QCOMPARE(kind.valueType, expected.valueType);
         const QString stem = QString::fromLatin1(expected.pictureStem);
-        QCOMPARE(kind.normalPicture, ":/" + stem + "-nol.png");
-        QCOMPARE(kind.pressedPicture, ":/" + stem + "-pre.png");
-        QVERIFY2(QFile::exists(kind.normalPicture), qPrintable(kind.normalPicture));
-        QVERIFY2(QFile::exists(kind.pressedPicture), qPrintable(kind.pressedPicture));
+        const VariablePictures pictures = variablePictures(expected.key);
+        QCOMPARE(pictures.normal, ":/" + stem + "-nol.png");
+        QCOMPARE(pictures.pressed, ":/" + stem + "-pre.png");
+        QVERIFY2(QFile::exists(pictures.normal), qPrintable(pictures.normal));
+        QVERIFY2(QFile::exists(pictures.pressed), qPrintable(pictures.pressed));
         QCOMPARE(variableTypeName(expected.key),
                  expected.valueType == 1 ? QStringLiteral("float") : QStringLiteral("int"));
     }

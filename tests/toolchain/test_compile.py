@@ -50,8 +50,8 @@ class LayoutTest(unittest.TestCase):
             kit = Kit(installed)
             self.assertEqual(kit.make().returncode, 0)
 
-    def test_faces_are_those_of_the_table(self):
-        result = subprocess.run([sys.executable, SOURCE / "make_faces.py", "--check"])
+    def test_dots_are_those_of_the_table(self):
+        result = subprocess.run([sys.executable, SOURCE / "make_leds.py", "--check"])
         self.assertEqual(result.returncode, 0)
 
 

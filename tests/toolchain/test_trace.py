@@ -2,9 +2,10 @@
 """Tests of the runtime: what programs do on the controller, as the trace tells it."""
 
 import json
+import pathlib
 import unittest
 
-from kitcase import CRASHED, EVERY_CALL, LIMIT_REACHED, SOURCE, KitCase, program, task
+from kitcase import CRASHED, EVERY_CALL, LIMIT_REACHED, KitCase, program, task
 
 SYMBOL_45 = "........ .##.##.. #..#..#. #.....#. .#...#.. ..#.#... ...#.... ........"
 SYMBOL_9 = "..###... .#...#.. .#..##.. .#.#.#.. .##..#.. .#...#.. ..###... ........"
@@ -25,7 +26,7 @@ def picture(rows):
 class TraceTest(KitCase):
     def test_every_call(self):
         self.maxDiff = None
-        faces = json.loads((SOURCE / "faces.json").read_text("utf-8"))["faces"]
+        faces = json.loads((pathlib.Path(__file__).resolve().parent / "faces.json").read_text("utf-8"))["faces"]
         lines = [text for _, who, text in self.trace(EVERY_CALL, tasks=1) if who != "task 1"]
         self.assertEqual(lines, [
             "start",
@@ -53,7 +54,7 @@ class TraceTest(KitCase):
         return "\n".join("  ".join(pair) for pair in zip(left, right))
 
     def test_all_faces(self):
-        faces = json.loads((SOURCE / "faces.json").read_text("utf-8"))["faces"]
+        faces = json.loads((pathlib.Path(__file__).resolve().parent / "faces.json").read_text("utf-8"))["faces"]
         self.assertEqual(len(faces), 12)
         self.assertEqual(len({str(face["rows"]) for face in faces}), 12)
         body = "".join("disp_emoji(2,3,%d);" % n for n in range(14)) + "\n"

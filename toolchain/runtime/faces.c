@@ -1,6 +1,6 @@
 #include "faces.h"
 
-/* Made from faces.json. */
+/* Made from leds.json. */
 const struct face faces[FACE_COUNT] = {
 	{ "happy",
 	  { 0x00, 0x18, 0x3C, 0x66, 0xC3, 0x81, 0x00, 0x00 },

@@ -1,4 +1,4 @@
-/* Faces for the two displays. faces.c is made from faces.json. */
+/* Faces for the two displays. faces.c is made from leds.json. */
 #ifndef FACES_H
 #define FACES_H
 

@@ -1,6 +1,6 @@
 #include "symbols.h"
 
-/* The numbers are part of every program: the order must never change. */
+/* Made from leds.json. The numbers are part of every program: the order must never change. */
 const uint8_t symbols[SYMBOL_COUNT][8] = {
 	{ 0x3C, 0x7E, 0x66, 0x66, 0x0C, 0x18, 0x00, 0x18 },	/* 0  ? */
 	{ 0x00, 0x10, 0x10, 0x10, 0x10, 0x00, 0x10, 0x00 },	/* 1  ! */

@@ -1,4 +1,4 @@
-/* Pictures of the symbols by their numbers, rows from the top. */
+/* Pictures of the symbols by their numbers, rows from the top. symbols.c is made from leds.json. */
 #ifndef SYMBOLS_H
 #define SYMBOLS_H
 

@@ -35,16 +35,6 @@ int randomNumber(int p_low, int p_high);
 /** So many random digits and letters, by way of qrand(); empty for a length under 1. */
 QString randomString(int p_length);
 
-/**
- * A style sheet for a button with a picture each for its plain, its hovered and its pressed state,
- * as resource paths. The text colour is one that style sheets understand.
- */
-QString buttonStyleSheet(const QString& p_normal, const QString& p_hover, const QString& p_pressed,
-                         const QString& p_textColour);
-
-/** The style sheet that the program's drop-down and context menus share. */
-QString menuStyleSheet();
-
 /** The object in a JSON file. Empty if there is no such file or if it holds anything else. */
 QJsonObject readJson(const QString& p_path);
 

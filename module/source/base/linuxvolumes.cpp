@@ -111,4 +111,9 @@ std::optional<bool> LinuxVolumes::removable(const QString& p_device) const
     return std::nullopt;
 }
 
+QString pathOnVolume(const QString& p_root, const QString& p_name)
+{
+    return p_root + QLatin1Char('/') + p_name;
+}
+
 std::shared_ptr<VolumeList> systemVolumes() { return std::make_shared<LinuxVolumes>(); }

@@ -1,5 +1,5 @@
 #include "base/programversion.h"
 
-QString programVersion() { return QStringLiteral("1.1.2"); }
+QString programVersion() { return QStringLiteral(TILER_VERSION); }
 
-QString programBuildDate() { return QStringLiteral("2020-12-17"); }
+QString programBuildDate() { return QStringLiteral(TILER_VERSION_DATE); }

@@ -2,8 +2,8 @@
 
 #include <QString>
 
-/** The program's version, fixed at build time: "1.1.2". Written into every project file. */
+/** The program's version, such as "1.1.2", from the build. Written into every project file. */
 QString programVersion();
 
-/** The date of this version, fixed at build time: "2020-12-17". Shown in the window's title. */
+/** The date of this version, such as "2020-12-17", from the build. In the window's title. */
 QString programBuildDate();

@@ -3,16 +3,16 @@
 int languageCodeOf(const QLocale& p_locale)
 {
     if (p_locale.language() != QLocale::Chinese) {
-        return 2;
+        return English;
     }
     switch (p_locale.country()) {
     case QLocale::Taiwan:
     case QLocale::HongKong:
     case QLocale::Singapore:
     case QLocale::Macau:
-        return 3;
+        return TraditionalChinese;
     default:
-        return 1;
+        return SimplifiedChinese;
     }
 }
 

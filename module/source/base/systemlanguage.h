@@ -2,9 +2,12 @@
 
 #include <QLocale>
 
+/** The codes of the interface's languages. */
+enum LanguageCode : int { SimplifiedChinese = 1, English = 2, TraditionalChinese = 3 };
+
 /**
- * The interface's language code for a locale: 1 Simplified Chinese, 3 Traditional Chinese
- * (Chinese in Taiwan, Hong Kong, Singapore or Macau), 2 for every other language.
+ * The LanguageCode for a locale: TraditionalChinese for Chinese in Taiwan, Hong Kong, Singapore or
+ * Macau, SimplifiedChinese for any other, and English for every other language.
  */
 int languageCodeOf(const QLocale& p_locale);
 

@@ -39,5 +39,8 @@ private:
  */
 QString findControllerVolume(VolumeList& p_volumes);
 
+/** The path of a file on a volume of this system; with an empty name that of the root folder. */
+QString pathOnVolume(const QString& p_root, const QString& p_name);
+
 /** The volumes of the system that the program runs on. Never null. */
 std::shared_ptr<VolumeList> systemVolumes();

@@ -59,7 +59,7 @@ public:
     std::optional<quint64> freeBytes(const Volume& p_volume) override
     {
         const QuietErrors quiet;
-        const QString root = p_volume.root + QStringLiteral(":\\");
+        const QString root = pathOnVolume(p_volume.root, QString());
         ULARGE_INTEGER totalFree = {};
         if (!GetDiskFreeSpaceExW(reinterpret_cast<const wchar_t*>(root.utf16()), nullptr, nullptr,
                                  &totalFree)) {
@@ -70,5 +70,10 @@ public:
 };
 
 } // namespace
+
+QString pathOnVolume(const QString& p_root, const QString& p_name)
+{
+    return p_root + QStringLiteral(":\\") + p_name;
+}
 
 std::shared_ptr<VolumeList> systemVolumes() { return std::make_shared<WindowsVolumes>(); }

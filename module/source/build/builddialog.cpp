@@ -16,6 +16,11 @@
 
 #include <utility>
 
+namespace
+{
+const char s_background[] = ":/xiazaitankuang-400x210.png";
+} // namespace
+
 buildDialog::buildDialog(QWidget* p_parent) : QDialog(p_parent), ui(std::make_unique<Form>())
 {
     setUpForm();
@@ -163,7 +168,7 @@ void buildDialog::paintEvent(QPaintEvent* p_event)
 {
     {
         QPainter painter(this);
-        painter.drawPixmap(0, 0, QPixmap(QStringLiteral(":/xiazaitankuang-400x210.png")));
+        painter.drawPixmap(0, 0, QPixmap(QLatin1String(s_background)));
     }
     QDialog::paintEvent(p_event);
 }
@@ -179,7 +184,7 @@ void buildDialog::setUpForm()
     resize(400, 210);
     setWindowFlags(windowFlags() | Qt::FramelessWindowHint);
     setAttribute(Qt::WA_TranslucentBackground);
-    shapeWindowLikePicture(*this, QPixmap(QStringLiteral(":/xiazaitankuang-400x210.png")));
+    shapeWindowLikePicture(*this, QPixmap(QLatin1String(s_background)));
     setWindowTitle(QStringLiteral("Dialog"));
 
     ui->title = new QLabel(tr("下载"), this);
@@ -245,10 +250,5 @@ void buildDialog::logFirmwareFields() const
 
 QString buildDialog::targetPath() const
 {
-#ifdef Q_OS_WIN
-    const QString root = m_drive + QStringLiteral(":\\");
-#else
-    const QString root = m_drive + QLatin1Char('/');
-#endif
-    return root + m_targetName + QStringLiteral(".bin");
+    return pathOnVolume(m_drive, m_targetName + QStringLiteral(".bin"));
 }

@@ -1,7 +1,7 @@
 #include "canvas/canvasmenu.h"
 
-#include "base/commonhelper.h"
 #include "canvas/tzprogramview.h"
+#include "proj/controls/stylesheets.h"
 
 CanvasMenu::CanvasMenu(TzProgramView& p_view)
     : m_actCopy(addAction(TzProgramView::tr("复制"), &p_view, &TzProgramView::OnCopy,

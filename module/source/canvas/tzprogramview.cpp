@@ -1,8 +1,8 @@
 #include "canvas/tzprogramview.h"
 
-#include "base/commonhelper.h"
 #include "base/recentfiles.h"
 #include "base/tilerlog.h"
+#include "canvas/movedregion.h"
 #include "generator/codegenerator.h"
 #include "generator/usermainfile.h"
 #include "modules/catalogue/dragpayload.h"
@@ -157,24 +157,6 @@ bool TzProgramView::viewportEvent(QEvent* p_event)
         centreLogo();
     }
     return result;
-}
-
-void TzProgramView::paintEvent(QPaintEvent* p_event)
-{
-    makeVisibleButtons();
-    QGraphicsView::paintEvent(p_event);
-}
-
-void TzProgramView::makeVisibleButtons()
-{
-    const QRectF seen = mapToScene(viewport()->rect()).boundingRect();
-    for (supermodule* module : qAsConst(liveModules)) {
-        if (!module->hasButtons() &&
-            seen.intersects(module->boundingRect().translated(module->pos())) &&
-            module->isVisible() && module->scene() == scene()) {
-            module->ensureButtons();
-        }
-    }
 }
 
 void TzProgramView::resizeEvent(QResizeEvent* p_event)
@@ -414,7 +396,10 @@ void TzProgramView::mouseMoveEvent(QMouseEvent* p_event)
 {
     if (!m_drag.isHeld()) {
         QGraphicsView::mouseMoveEvent(p_event);
-    } else if (m_drag.move(mapToScene(p_event->pos())) && m_current != mainBlock()) {
+        return;
+    }
+    const MovedRegion region(*this);
+    if (m_drag.move(mapToScene(p_event->pos())) && m_current != mainBlock()) {
         emit mouseSignal(lowerEdgeIsOut(m_current) ? MouseDragsOut : MouseDragsInside);
     }
 }
@@ -492,6 +477,7 @@ void TzProgramView::dragMoveEvent(QDragMoveEvent* p_event)
     if (const supermodule* incoming = m_paletteDrag.module()) {
         // The cursor holds the middle of the block's top edge.
         const int width = static_cast<int>(incoming->boundingRect().width());
+        const MovedRegion region(*this);
         m_paletteDrag.move(
             mapToScene(p_event->pos().x() - width / 2, p_event->pos().y()).toPoint());
     }

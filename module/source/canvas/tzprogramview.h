@@ -123,7 +123,6 @@ public slots:
 
 protected:
     bool viewportEvent(QEvent* p_event) override;
-    void paintEvent(QPaintEvent* p_event) override;
     void resizeEvent(QResizeEvent* p_event) override;
     void wheelEvent(QWheelEvent* p_event) override;
     void keyPressEvent(QKeyEvent* p_event) override;
@@ -144,7 +143,6 @@ private:
     void scaleBackground(Qt::AspectRatioMode p_mode);
     void centreLogo();
     void applyZoom();
-    void makeVisibleButtons();
 
     supermodule* moduleAt(const QList<QGraphicsItem*>& p_items, qreal p_sceneX) const;
     void showContextMenu(const QPoint& p_globalPos);

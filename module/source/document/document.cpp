@@ -130,6 +130,7 @@ void Document::startAnew()
     // Steps of a reset image have other run times than those of one that nobody has needed yet.
     if (m_actionsNeeded) {
         m_actions.reset();
+        m_actions.setModified(false);
     }
 }
 

@@ -19,15 +19,14 @@ tzprogramscene::tzprogramscene(QObject* p_parent) : QGraphicsScene(p_parent)
 
 void tzprogramscene::clearItems(const QList<const QGraphicsItem*>& p_kept)
 {
-    // Mostly eldest first, which is where the scene begins to look for what it is to remove.
-    const QVector<supermodule*> blocks = liveModules;
-    for (supermodule* block : blocks) {
+    QVector<supermodule*> blocks;
+    for (supermodule* block : qAsConst(liveModules)) {
         // By identity, not by type: a file may hold a second block of the main block's type.
         if (block->scene() == this && !block->isPreview() && !p_kept.contains(block)) {
-            removeItem(block);
-            delete block;
+            blocks.append(block);
         }
     }
+    supermodule::deleteModules(blocks);
 }
 
 void tzprogramscene::dropEvent(QGraphicsSceneDragDropEvent* p_event)

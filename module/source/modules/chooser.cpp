@@ -1,6 +1,6 @@
 #include "modules/chooser.h"
 
-#include "proj/controls/modulestyles.h"
+#include "proj/controls/stylesheets.h"
 
 int Chooser::count() const
 {

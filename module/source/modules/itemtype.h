@@ -8,5 +8,6 @@ enum ItemType {
     ConnectorItemType,
     PopUpItemType,
     /** A part of a block that reaches out of its rectangle: a press on it means the block. */
-    ModulePartItemType
+    ModulePartItemType,
+    ButtonItemType
 };

@@ -15,6 +15,8 @@ namespace
 const QPointF s_looseOffset(20, 20);
 } // namespace
 
+int supermodule::s_bodies = 0;
+
 void supermodule::createCollisions()
 {
     const QRectF rect = boundingRect();
@@ -86,6 +88,7 @@ LinkType supermodule::linkOf(const supermodule* p_child) const
 void supermodule::hangModule(LinkType p_type, supermodule* p_module)
 {
     if (supermodule* supermodule::*const link = linkMember(p_type)) {
+        s_bodies += p_type != NextLink && !child(p_type) ? 1 : 0;
         this->*link = p_module;
         p_module->m_parent = this;
     }
@@ -126,17 +129,14 @@ void supermodule::insert(LinkType p_type, supermodule* p_module)
 
 void supermodule::removeChild(supermodule* p_child)
 {
-    bool removed = false;
-    for (supermodule** link : {&m_next, &m_left, &m_right}) {
-        if (p_child && *link == p_child) {
-            *link = nullptr;
-            p_child->m_parent = nullptr;
-            removed = true;
-        }
+    const LinkType type = linkOf(p_child);
+    if (type == NoLink) {
+        return;
     }
-    if (removed) {
-        updateTree();
-    }
+    s_bodies -= type != NextLink ? 1 : 0;
+    this->*linkMember(type) = nullptr;
+    p_child->m_parent = nullptr;
+    updateTree();
 }
 
 void supermodule::detachFromParent()
@@ -179,7 +179,8 @@ QList<collisionItem*> supermodule::touchedConnectors() const
             }
         }
     }
-    if (!connectors.isEmpty()) {
+    // Few programs have bodies enough to stand so deep: only then it is worth a walk.
+    if (!connectors.isEmpty() && s_bodies >= MaximalNesting) {
         const int nesting = nestingDepth(this);
         const auto tooDeep = [nesting](const collisionItem* p_connector) {
             const int body = p_connector->linkType() == NextLink ? 0 : 1;

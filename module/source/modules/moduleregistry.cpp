@@ -50,6 +50,8 @@ void ModuleRegistry::restoreKeys(supermodule* p_module, const QVector<int>& p_ke
 
 void ModuleRegistry::remember(supermodule* p_module)
 {
+    static qint64 s_age = 0;
+    p_module->m_age = ++s_age;
     p_module->m_liveIndex = liveModules.size();
     liveModules.append(p_module);
 }

@@ -4,6 +4,14 @@
 
 #include <QGraphicsScene>
 
+#include <algorithm>
+
+namespace
+{
+/** Blocks to pass while others are looked for; below that sorting the rest takes longer. */
+const qint64 s_manySteps = 10 * 1000 * 1000;
+} // namespace
+
 supermodule* supermodule::rootOf()
 {
     supermodule* module = this;
@@ -173,12 +181,56 @@ void supermodule::deleteTree(supermodule* p_module)
 {
     QVector<supermodule*> modules;
     forEachModule(p_module, [&modules](supermodule* p_each) { modules.append(p_each); });
-    // Mostly eldest first, which is where the scene begins to look for what it is to remove:
-    // a long chain takes a third of the time that it would take the other way round.
-    for (supermodule* module : qAsConst(modules)) {
+    deleteModules(modules);
+}
+
+void supermodule::deleteModules(QVector<supermodule*> p_modules)
+{
+    if (p_modules.isEmpty()) {
+        return;
+    }
+    // A scene without an index looks for each item that it removes from its eldest on, and moves
+    // what lies behind: so the eldest go first.
+    std::sort(
+        p_modules.begin(), p_modules.end(),
+        [](const supermodule* p_a, const supermodule* p_b) { return p_a->m_age < p_b->m_age; });
+    QGraphicsScene* stage = p_modules.first()->scene();
+    const bool turned = stage && isWorthTurning(p_modules);
+    if (turned) {
+        std::reverse(p_modules.begin(), p_modules.end());
+        // The list of the items without parent is kept as they are stacked: the youngest come
+        // first once they lie lowest. The scene sorts it when it is asked for items.
+        stage->update();
+        for (supermodule* module : qAsConst(p_modules)) {
+            module->setZValue(-module->m_age);
+        }
+        stage->items(QPointF());
+        // The list of all items: as long as nothing asks this other index for any, it keeps a
+        // plain list like the present one, but the other way round.
+        stage->setItemIndexMethod(QGraphicsScene::BspTreeIndex);
+    }
+    for (supermodule* module : qAsConst(p_modules)) {
         if (module->scene()) {
             module->scene()->removeItem(module);
         }
         delete module;
     }
+    if (turned) {
+        stage->setItemIndexMethod(QGraphicsScene::NoIndex);
+    }
+}
+
+bool supermodule::isWorthTurning(const QVector<supermodule*>& p_byAge)
+{
+    const QGraphicsScene* stage = p_byAge.first()->scene();
+    if (stage->itemIndexMethod() != QGraphicsScene::NoIndex) {
+        return false;
+    }
+    qint64 elder = 0;
+    qint64 younger = 0;
+    for (const supermodule* module : qAsConst(liveModules)) {
+        elder += module->m_age < p_byAge.first()->m_age ? 1 : 0;
+        younger += module->m_age > p_byAge.last()->m_age ? 1 : 0;
+    }
+    return (elder - younger) * p_byAge.size() > s_manySteps;
 }

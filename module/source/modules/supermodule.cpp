@@ -2,15 +2,15 @@
 
 #include "modules/documentstate.h"
 #include "modules/graphicsitem_param.h"
+#include "modules/modulebutton.h"
 #include "modules/modulehost.h"
 #include "modules/moduleregistry.h"
 #include "proj/controls/picturecache.h"
 
-#include <QAbstractButton>
 #include <QDebug>
-#include <QGraphicsProxyWidget>
 #include <QGraphicsScene>
 #include <QPainter>
+#include <QPushButton>
 #include <QStaticText>
 
 namespace
@@ -39,7 +39,11 @@ supermodule::supermodule(const supermodule& p_other)
     m_selectItem.setPixmap(p_other.m_selectItem.pixmap());
 }
 
-supermodule::~supermodule() { ModuleRegistry::forget(this); }
+supermodule::~supermodule()
+{
+    s_bodies -= (m_left ? 1 : 0) + (m_right ? 1 : 0);
+    ModuleRegistry::forget(this);
+}
 
 void supermodule::initialise()
 {
@@ -172,41 +176,79 @@ void supermodule::mouseReleaseEvent(QGraphicsSceneMouseEvent* p_event)
 
 void supermodule::mouseDoubleClickEvent(QGraphicsSceneMouseEvent*) {}
 
-void supermodule::ensureButtons()
+QVariant supermodule::itemChange(GraphicsItemChange p_change, const QVariant& p_value)
 {
-    if (m_buttonsMade) {
-        return;
+    if (p_change == ItemSceneHasChanged && scene()) {
+        tellButtons();
     }
-    m_buttonsMade = true;
-    createButtons();
+    return QGraphicsItem::itemChange(p_change, p_value);
+}
+
+void supermodule::tellButtons()
+{
+    if (!m_buttonsTold) {
+        m_buttonsTold = true;
+        createButtons();
+    }
+}
+
+int supermodule::buttonCount()
+{
+    tellButtons();
+    return m_buttons.size();
+}
+
+QRectF supermodule::buttonRect(int p_index)
+{
+    tellButtons();
+    return m_buttons.at(p_index)->rect();
 }
 
 QAbstractButton* supermodule::button(int p_index)
 {
-    ensureButtons();
-    return 0 <= p_index && p_index < m_buttons.size() ? m_buttons[p_index].button : nullptr;
+    if (p_index < 0 || p_index >= buttonCount()) {
+        return nullptr;
+    }
+    m_buttons.at(p_index)->keep();
+    return m_buttons.at(p_index)->wake();
 }
 
-void supermodule::addButton(QAbstractButton* p_button, const QRect& p_geometry)
+QPushButton* supermodule::liveButton(int p_index) const
 {
-    auto* proxy = new QGraphicsProxyWidget(this);
-    proxy->setWidget(p_button);
-    proxy->setGeometry(p_geometry);
-    m_buttons.append({proxy, p_button});
+    return 0 <= p_index && p_index < m_buttons.size() ? m_buttons.at(p_index)->widget() : nullptr;
+}
+
+QPushButton* supermodule::wakeButton(int p_index)
+{
+    tellButtons();
+    return m_buttons.at(p_index)->wake();
+}
+
+void supermodule::buttonMade(int, QPushButton&) {}
+
+void supermodule::addButton(ButtonSpec p_spec)
+{
+    m_buttons.append(new ModuleButton(*this, m_buttons.size(), std::move(p_spec)));
+}
+
+void supermodule::showOnButton(int p_index, const QString& p_text)
+{
+    if (m_buttonsTold) {
+        m_buttons.at(p_index)->setText(p_text);
+    }
 }
 
 void supermodule::moveButton(int p_index, int p_x)
 {
-    if (hasButtons()) {
-        QGraphicsProxyWidget* proxy = m_buttons.at(p_index).proxy;
-        proxy->setPos(p_x, proxy->pos().y());
+    if (m_buttonsTold) {
+        m_buttons.at(p_index)->moveTo(p_x);
     }
 }
 
 int supermodule::buttonCentre(int p_index) const
 {
-    const QGraphicsProxyWidget* proxy = m_buttons.at(p_index).proxy;
-    return static_cast<int>(qRound(proxy->scenePos().x()) + 0.5 * proxy->size().width());
+    const ModuleButton* button = m_buttons.at(p_index);
+    return static_cast<int>(qRound(button->scenePos().x()) + 0.5 * button->rect().width());
 }
 
 void supermodule::OnSetParam(int p_mode)

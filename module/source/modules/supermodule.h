@@ -15,9 +15,11 @@
 #include <memory>
 
 class graphicsItem_Param;
+class ModuleButton;
 class QAbstractButton;
-class QGraphicsProxyWidget;
 class QGraphicsScene;
+class QPushButton;
+struct ButtonSpec;
 struct Chooser;
 
 /**
@@ -226,16 +228,20 @@ public:
     static supermodule* deepClone(const supermodule* p_module);
     /** Deletes a block and all under it; null is ignored. Its parent must have let go of it. */
     static void deleteTree(supermodule* p_module);
+    /** Deletes blocks, all in one scene or in none, that nothing is linked to any longer. */
+    static void deleteModules(QVector<supermodule*> p_modules);
 
-    // Parameter buttons.
+    // Parameter buttons. They paint themselves; see ModuleButton for when they have widgets.
+    int buttonCount();
+    /** A button's place in block coordinates. */
+    QRectF buttonRect(int p_index);
     /**
-     * Makes the block's buttons if they aren't there yet. Buttons are costly, so a block gets
-     * them when it is first seen (or asked for one), not when it is built.
+     * The widget of the p_index-th button; null when there is no such button. Whoever asks may
+     * keep it: it is made if need be, and stays for as long as the block lives.
      */
-    void ensureButtons();
-    bool hasButtons() const { return m_buttonsMade; }
-    /** The p_index-th parameter button, made if need be; null when there is none. */
     QAbstractButton* button(int p_index);
+    /** The widget of a button if it has one just now, else null. */
+    QPushButton* liveButton(int p_index) const;
 
 public slots:
     /** Opens the pop-up in a mode, under the block's middle. */
@@ -260,11 +266,19 @@ protected:
 
     /** Writes the block's own attributes; the common ones are there already. */
     virtual void writeAttributes(QDomElement& p_element) const;
-    /** Makes the buttons with addButton(). */
+    QVariant itemChange(GraphicsItemChange p_change, const QVariant& p_value) override;
+
+    /** Tells the buttons with addButton(). */
     virtual void createButtons() {}
-    /** Puts a button on the block; the geometry is in block coordinates. Takes ownership. */
-    void addButton(QAbstractButton* p_button, const QRect& p_geometry);
-    /** Puts a button at an x; nothing while there are none. */
+    /** A button has got its widget: whatever its spec doesn't say is to be done now. */
+    virtual void buttonMade(int p_index, QPushButton& p_button);
+    /** Puts a button on the block. */
+    void addButton(ButtonSpec p_spec);
+    /** The widget of a button for a short while: it may go when control is in the event loop. */
+    QPushButton* wakeButton(int p_index);
+    /** Shows a text on a button; nothing while the buttons haven't been told. */
+    void showOnButton(int p_index, const QString& p_text);
+    /** Puts a button at an x; nothing while the buttons haven't been told. */
     void moveButton(int p_index, int p_x);
     /** The scene x of a button's middle, where OnSetParamByPos() wants the pop-up. */
     int buttonCentre(int p_index) const;
@@ -280,7 +294,10 @@ protected:
     QRectF m_rect;
 
 private:
+    friend class ModuleButton;
     friend class ModuleRegistry;
+
+    void tellButtons();
 
     /** Puts the loops around the block below it: presses and tool tips go to what lies on top. */
     void stackAboveLoops();
@@ -304,15 +321,19 @@ private:
     QString m_imagePath;
     QString m_pressedPath;
     QString m_text;
+    static bool isWorthTurning(const QVector<supermodule*>& p_byAge);
+
+    /** Grows from block to block, as they are made. */
+    qint64 m_age = 0;
     int m_registryKey = 0;
     /** The block's place in liveModules. */
     int m_liveIndex = -1;
-    bool m_buttonsMade = false;
-    struct ModuleButton {
-        QGraphicsProxyWidget* proxy;
-        QAbstractButton* button;
-    };
-    QVector<ModuleButton> m_buttons;
+    /** How many bodies and branches hang on all blocks that there are. */
+    static int s_bodies;
+
+    bool m_buttonsTold = false;
+    /** Children of the block, which deletes them. */
+    QVector<ModuleButton*> m_buttons;
 };
 
 /** Prints a block for the log: its address, type and instance key. */

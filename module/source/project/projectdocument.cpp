@@ -19,6 +19,8 @@ namespace
 {
 const char s_doctype[] = "vantrel";
 const int s_indent = 4;
+const char s_tagElement[] = "tagCheck";
+const char s_tagValue[] = "value";
 // A block without parent is the third element from the outside, and each body adds two.
 static_assert(3 + 2 * MaximalNesting <= MaximalProjectDepth, "what is stored must open again");
 
@@ -63,6 +65,12 @@ QString storable(const QString& p_name)
     return name;
 }
 
+/** The check tag's element as documentText() writes it. */
+QByteArray tagText(const QByteArray& p_value)
+{
+    return QByteArray("<") + s_tagElement + ' ' + s_tagValue + "=\"" + p_value + "\"/>";
+}
+
 template <class WriteModules>
 QByteArray textOf(const QList<supermodule*>& p_roots, const ProgramNameHolder* p_name,
                   WriteModules p_writeModules)
@@ -82,14 +90,15 @@ QByteArray textOf(const QList<supermodule*>& p_roots, const ProgramNameHolder* p
         root.appendChild(baseNode);
         p_writeModules(baseNode, document, head);
     }
-    QDomElement tag = document.createElement(QStringLiteral("tagCheck"));
-    tag.setAttribute(QStringLiteral("value"), QStringLiteral("0"));
+    QDomElement tag = document.createElement(QLatin1String(s_tagElement));
+    tag.setAttribute(QLatin1String(s_tagValue), QStringLiteral("0"));
     root.appendChild(tag);
     QByteArray text = documentText(document);
-    // The tag is taken of the text with the value "0" and then put in that value's place.
-    const QByteArray zero("<tagCheck value=\"0\"/>");
+    // The tag is taken of the text with the value "0" and then put in that value's place: a large
+    // document takes its time to become text, so not once more with the tag in it.
+    const QByteArray zero = tagText("0");
     const QByteArray value = QByteArray::number(checkTag(text), 16);
-    text.replace(text.lastIndexOf(zero), zero.size(), "<tagCheck value=\"" + value + "\"/>");
+    text.replace(text.lastIndexOf(zero), zero.size(), tagText(value));
     return text;
 }
 } // namespace
@@ -185,6 +194,19 @@ QDomDocument canonicalDocument(const QDomDocument& p_parsed)
     QDomDocument document((QLatin1String(s_doctype)));
     document.appendChild(p_parsed.documentElement());
     return document;
+}
+
+bool tagFits(QDomDocument& p_document)
+{
+    const QDomNodeList tags = p_document.elementsByTagName(QLatin1String(s_tagElement));
+    if (tags.isEmpty()) {
+        // A file without a tag is accepted unchecked.
+        return true;
+    }
+    QDomElement tag = tags.at(0).toElement();
+    const quint32 stored = tag.attribute(QLatin1String(s_tagValue)).toUInt(nullptr, 16);
+    tag.setAttribute(QLatin1String(s_tagValue), QStringLiteral("0"));
+    return checkTag(documentText(p_document)) == stored;
 }
 
 QByteArray documentText(const QDomDocument& p_document) { return p_document.toByteArray(s_indent); }

@@ -65,5 +65,11 @@ QByteArray temporaryProjectText(const QList<supermodule*>& p_roots,
  */
 QDomDocument canonicalDocument(const QDomDocument& p_parsed);
 
+/**
+ * Whether the check tag of a canonical document fits its text, also where there is none. Leaves the
+ * tag's value at "0".
+ */
+bool tagFits(QDomDocument& p_document);
+
 /** A document's text as it stands in a file and as a check tag covers it. */
 QByteArray documentText(const QDomDocument& p_document);

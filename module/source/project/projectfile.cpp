@@ -1,6 +1,5 @@
 #include "project/projectfile.h"
 
-#include "project/checktag.h"
 #include "project/projectdocument.h"
 #include "project/projectreader.h"
 
@@ -18,19 +17,6 @@ QByteArray platformText(const QByteArray& p_text)
 #else
     return p_text;
 #endif
-}
-
-bool tagFits(QDomDocument& p_document)
-{
-    const QDomNodeList tags = p_document.elementsByTagName(QStringLiteral("tagCheck"));
-    if (tags.isEmpty()) {
-        // A file without a tag is accepted unchecked.
-        return true;
-    }
-    QDomElement tag = tags.at(0).toElement();
-    const quint32 stored = tag.attribute(QStringLiteral("value")).toUInt(nullptr, 16);
-    tag.setAttribute(QStringLiteral("value"), QStringLiteral("0"));
-    return checkTag(documentText(p_document)) == stored;
 }
 
 /**

@@ -1,8 +1,8 @@
 #include "shell/aboutdialog.h"
 
-#include "base/commonhelper.h"
 #include "base/programversion.h"
 #include "proj/controls/picturecache.h"
+#include "proj/controls/stylesheets.h"
 #include "proj/controls/widgetmover.h"
 #include "proj/controls/windowshape.h"
 

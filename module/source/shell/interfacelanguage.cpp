@@ -1,5 +1,7 @@
 #include "shell/interfacelanguage.h"
 
+#include "base/systemlanguage.h"
+
 #include <QApplication>
 #include <QFont>
 #include <QTranslator>
@@ -11,14 +13,13 @@ struct Interface {
     int fontPoints;
     const char* translation;
 };
-const int s_english = 2;
 const Interface s_inEnglish = {8, ":/vantrel_en.qm"};
 const Interface s_inChinese = {10, ":/vantrel_zh_cn.qm"};
 } // namespace
 
 void setUpInterface(int p_languageCode, QTranslator& p_translator)
 {
-    const Interface& interface = p_languageCode == s_english ? s_inEnglish : s_inChinese;
+    const Interface& interface = p_languageCode == English ? s_inEnglish : s_inChinese;
     QApplication::setFont(QFont(QStringLiteral("微软雅黑"), interface.fontPoints));
     p_translator.load(QString::fromLatin1(interface.translation));
     QCoreApplication::installTranslator(&p_translator);

@@ -3,8 +3,8 @@
 class QTranslator;
 
 /**
- * Gives the application the font and the translation of a language code (systemlanguage.h): code
- * 2, English, has 8 points and the English texts, every other one 10 points and the Chinese ones.
+ * Gives the application the font and the translation of a LanguageCode: English has 8 points and
+ * the English texts, every other one 10 points and the Chinese ones.
  * A translation that can't be loaded leaves the source texts, which are Chinese. p_translator is
  * installed and must outlive all widgets.
  */

@@ -1,7 +1,6 @@
 #include "shell/language.h"
 
 #include "base/config.h"
-#include "base/systemlanguage.h"
 #include "base/tilerlog.h"
 
 #include <QAction>
@@ -11,14 +10,12 @@
 
 namespace
 {
-enum Code : int { ChineseS = 1, English = 2, ChineseT = 3 };
-
 QString translationOf(int p_code)
 {
     switch (p_code) {
-    case ChineseS:
+    case SimplifiedChinese:
         return QStringLiteral(":/sketchpad_zh_cn.qm");
-    case ChineseT:
+    case TraditionalChinese:
         return QStringLiteral(":/sketchpad_zh_tw.qm");
     default:
         return QStringLiteral(":/sketchpad_en.qm");
@@ -55,8 +52,10 @@ void Language::setLanguage(int p_code)
 void Language::addMenu(QMenu* p_menu)
 {
     QMenu* languages = p_menu->addMenu(tr("选择语言"));
-    m_actions[ChineseS] = languages->addAction(tr("简体中文"), this, &Language::onChineseS);
-    m_actions[ChineseT] = languages->addAction(tr("繁体中文"), this, &Language::onChineseT);
+    m_actions[SimplifiedChinese] =
+        languages->addAction(tr("简体中文"), this, &Language::onChineseS);
+    m_actions[TraditionalChinese] =
+        languages->addAction(tr("繁体中文"), this, &Language::onChineseT);
     m_actions[English] = languages->addAction(tr("English"), this, &Language::onEnglish);
     for (QAction* action : qAsConst(m_actions)) {
         action->setCheckable(true);

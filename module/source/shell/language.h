@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/systemlanguage.h"
+
 #include <QMap>
 #include <QObject>
 #include <QPointer>
@@ -9,7 +11,7 @@ class QMenu;
 class QTranslator;
 
 /**
- * The user's own choice of language, with a menu for it. Its codes are those of systemlanguage.h.
+ * The user's own choice of language, with a menu for it. Its codes are those of LanguageCode.
  * Nothing in the program makes this object as yet: the language is the system's
  * (interfacelanguage.h). Its translations aren't among the resources either, and its slots have no
  * effect. Main thread only.
@@ -42,6 +44,6 @@ private:
     Q_DISABLE_COPY(Language)
 
     QTranslator* m_translator = nullptr;
-    int m_code = 2;
+    int m_code = English;
     QMap<int, QPointer<QAction>> m_actions;
 };

@@ -172,7 +172,6 @@ bool MainWindow::saveTo(const QString& p_path)
         m_fileName = p_path;
         setFileTitle(m_fileName);
     }
-    setWindowModified(m_document.isModified());
     return true;
 }
 
@@ -204,7 +203,11 @@ int MainWindow::OnSaveFile()
     if (path.isEmpty()) {
         path = askSavePath(tr("保存文件"));
     }
-    return !path.isEmpty() && saveTo(path) ? 0 : 1;
+    if (path.isEmpty() || !saveTo(path)) {
+        return 1;
+    }
+    setWindowModified(m_document.isModified());
+    return 0;
 }
 
 void MainWindow::OnSaveAsFile()
@@ -212,6 +215,7 @@ void MainWindow::OnSaveAsFile()
     // This title is not translated.
     const QString path = askSavePath(QStringLiteral("Save File"));
     if (!path.isEmpty()) {
+        // The window's own mark stays as it was until the next save, open or new: that is meant.
         saveTo(path);
     }
 }
@@ -332,6 +336,9 @@ void MainWindow::onAppUpgrade() {}
 
 void MainWindow::OnAutoSaveFile()
 {
-    m_programView.saveTempFile(installPath(QStringLiteral("\\temp.tlrx")),
-                               m_document.actions().bytes());
+    if (m_programView.saveTempFile(installPath(QStringLiteral("\\temp.tlrx")),
+                                   m_document.actions().bytes())) {
+        // As after any append of the image: that is meant.
+        m_document.actions().setModified(false);
+    }
 }

@@ -1,9 +1,10 @@
 #include "shell/tztoolbar.h"
 
-#include "base/commonhelper.h"
 #include "base/config.h"
 #include "base/recentfiles.h"
 #include "build/builddialog.h"
+#include "generator/codegenerator.h"
+#include "proj/controls/stylesheets.h"
 #include "shell/aboutdialog.h"
 
 #include <QAction>
@@ -297,11 +298,11 @@ void TzToolBar::OnNewSub() { emit newSubSignal(); }
 
 void TzToolBar::OnDeleteSub() { emit delSubSignal(); }
 
-void TzToolBar::OnShowCode() { emit showCodeSignal(1); }
+void TzToolBar::OnShowCode() { emit showCodeSignal(CCode); }
 
 void TzToolBar::OnEditCode() { emit chgToCodeSignal(); }
 
-void TzToolBar::OnShowPythonCode() { emit showCodeSignal(2); }
+void TzToolBar::OnShowPythonCode() { emit showCodeSignal(PythonCode); }
 
 void TzToolBar::OnEditPython() { emit chgToPyhtonSignal(); }
 

@@ -8,7 +8,6 @@ struct KindRow {
     uint32_t key;
     const char* prefix;
     const char* caption;
-    const char* pictureStem;
     int valueType;
 };
 
@@ -17,32 +16,32 @@ const uint32_t s_parameterKey = 0x2000000;
 const int s_variablesPerKind = 10;
 
 const KindRow s_kinds[] = {
-    {0x1, "gi_", QT_TRANSLATE_NOOP("QObject", "整型变量"), "zhengxingbianliang", 0},
-    {0x2, "gf_", QT_TRANSLATE_NOOP("QObject", "浮点变量"), "fudianbianliang", 1},
-    {0x4, "ana_", QT_TRANSLATE_NOOP("QObject", "模拟变量"), "monibianliang", 0},
-    {0x8, "math_", QT_TRANSLATE_NOOP("QObject", "数字输入变量"), "shuzishurubianliang", 0},
-    {0x10, "eeprom_", QT_TRANSLATE_NOOP("QObject", "EEPROM变量"), "EEPROMbianliang", 0},
-    {0x20000, "image_", QT_TRANSLATE_NOOP("QObject", "图像变量"), "tuxiangshibei", 0},
-    {0x40000, "voice_", QT_TRANSLATE_NOOP("QObject", "语音变量"), "yuyinshibiebianliang", 0},
-    {0x1000000, "ctrl_", QT_TRANSLATE_NOOP("QObject", "遥控变量"), "controlbianliang", 0},
-    {0x800000, "angle_", QT_TRANSLATE_NOOP("QObject", "舵机角度变量"), "duojijiaodubianliang", 0},
-    {0x20, "button_", QT_TRANSLATE_NOOP("QObject", "按钮变量"), "anniubianliang", 0},
-    {0x40, "light_", QT_TRANSLATE_NOOP("QObject", "亮度变量"), "liangdubianliang", 0},
-    {0x80, "temper_", QT_TRANSLATE_NOOP("QObject", "温度变量"), "wendubianliang", 0},
-    {0x100, "mag_", QT_TRANSLATE_NOOP("QObject", "磁敏变量"), "ciminbianliang", 0},
-    {0x200, "swi_", QT_TRANSLATE_NOOP("QObject", "开关变量"), "kaiguanbianliang", 0},
-    {0x400, "gray_", QT_TRANSLATE_NOOP("QObject", "灰度变量"), "huidubianliang", 0},
-    {0x800, "flame_", QT_TRANSLATE_NOOP("QObject", "火焰变量"), "huoyanbianliang", 0},
-    {0x1000, "sound_", QT_TRANSLATE_NOOP("QObject", "麦克风变量"), "shengyinbianliang", 0},
-    {0x2000, "time_", QT_TRANSLATE_NOOP("QObject", "时间变量"), "shijianbianliang", 1},
-    {0x10000, "infra_", QT_TRANSLATE_NOOP("QObject", "红外测距变量"), "hongwaicejubianliang", 0},
-    {0x80000, "gray5_", QT_TRANSLATE_NOOP("QObject", "5灰度变量"), "5gray bianliang", 0},
-    {0x100000, "pot_", QT_TRANSLATE_NOOP("QObject", "电位器变量"), "dianweiqbianliang", 0},
-    {0x200000, "ult_", QT_TRANSLATE_NOOP("QObject", "超声变量"), "ultrasonicbianliang", 0},
-    {0x400000, "hum_", QT_TRANSLATE_NOOP("QObject", "湿度变量"), "shidubianliang", 0},
-    {0x4000, "logic_", QT_TRANSLATE_NOOP("QObject", "逻辑变量"), "luojibianliang", 0},
-    {0x8000, "ran_", QT_TRANSLATE_NOOP("QObject", "随机数变量"), "suijishubianliang", 0},
-    {0x2000000, "param_", QT_TRANSLATE_NOOP("QObject", "参数变量"), "canshubianliang", 1},
+    {0x1, "gi_", QT_TRANSLATE_NOOP("QObject", "整型变量"), 0},
+    {0x2, "gf_", QT_TRANSLATE_NOOP("QObject", "浮点变量"), 1},
+    {0x4, "ana_", QT_TRANSLATE_NOOP("QObject", "模拟变量"), 0},
+    {0x8, "math_", QT_TRANSLATE_NOOP("QObject", "数字输入变量"), 0},
+    {0x10, "eeprom_", QT_TRANSLATE_NOOP("QObject", "EEPROM变量"), 0},
+    {0x20000, "image_", QT_TRANSLATE_NOOP("QObject", "图像变量"), 0},
+    {0x40000, "voice_", QT_TRANSLATE_NOOP("QObject", "语音变量"), 0},
+    {0x1000000, "ctrl_", QT_TRANSLATE_NOOP("QObject", "遥控变量"), 0},
+    {0x800000, "angle_", QT_TRANSLATE_NOOP("QObject", "舵机角度变量"), 0},
+    {0x20, "button_", QT_TRANSLATE_NOOP("QObject", "按钮变量"), 0},
+    {0x40, "light_", QT_TRANSLATE_NOOP("QObject", "亮度变量"), 0},
+    {0x80, "temper_", QT_TRANSLATE_NOOP("QObject", "温度变量"), 0},
+    {0x100, "mag_", QT_TRANSLATE_NOOP("QObject", "磁敏变量"), 0},
+    {0x200, "swi_", QT_TRANSLATE_NOOP("QObject", "开关变量"), 0},
+    {0x400, "gray_", QT_TRANSLATE_NOOP("QObject", "灰度变量"), 0},
+    {0x800, "flame_", QT_TRANSLATE_NOOP("QObject", "火焰变量"), 0},
+    {0x1000, "sound_", QT_TRANSLATE_NOOP("QObject", "麦克风变量"), 0},
+    {0x2000, "time_", QT_TRANSLATE_NOOP("QObject", "时间变量"), 1},
+    {0x10000, "infra_", QT_TRANSLATE_NOOP("QObject", "红外测距变量"), 0},
+    {0x80000, "gray5_", QT_TRANSLATE_NOOP("QObject", "5灰度变量"), 0},
+    {0x100000, "pot_", QT_TRANSLATE_NOOP("QObject", "电位器变量"), 0},
+    {0x200000, "ult_", QT_TRANSLATE_NOOP("QObject", "超声变量"), 0},
+    {0x400000, "hum_", QT_TRANSLATE_NOOP("QObject", "湿度变量"), 0},
+    {0x4000, "logic_", QT_TRANSLATE_NOOP("QObject", "逻辑变量"), 0},
+    {0x8000, "ran_", QT_TRANSLATE_NOOP("QObject", "随机数变量"), 0},
+    {0x2000000, "param_", QT_TRANSLATE_NOOP("QObject", "参数变量"), 1},
 };
 
 const VariableKind* kindOf(uint32_t p_key)
@@ -63,9 +62,7 @@ const QVector<VariableKind>& variableKinds()
     static const QVector<VariableKind> s_table = [] {
         QVector<VariableKind> table;
         for (const KindRow& row : s_kinds) {
-            const QString stem = QString::fromLatin1(row.pictureStem);
-            table.append({row.key, QStringLiteral(":/%1-nol.png").arg(stem),
-                          QStringLiteral(":/%1-pre.png").arg(stem), QString::fromLatin1(row.prefix),
+            table.append({row.key, QString::fromLatin1(row.prefix),
                           QCoreApplication::translate("QObject", row.caption), row.valueType});
         }
         return table;

@@ -6,11 +6,12 @@
 
 #include <cstdint>
 
-/** A kind of variable. A variable's name is the prefix followed by its number. */
+/**
+ * A kind of variable. A variable's name is the prefix followed by its number. Its pictures stand
+ * with the controls (variablepictures.h).
+ */
 struct VariableKind {
     uint32_t key; /**< a bit mask with one bit set */
-    QString normalPicture;
-    QString pressedPicture;
     QString prefix;
     QString caption; /**< translated */
     int valueType;   /**< 0 integer, 1 float */

@@ -69,6 +69,11 @@ QImage loopImage(supermodule* p_loop, int p_width)
 {
     QGraphicsScene scene;
     scene.addItem(p_loop);
+    for (QGraphicsItem* part : p_loop->childItems()) {
+        if (part->type() == ButtonItemType) {
+            part->hide();
+        }
+    }
     QImage image(p_width, 220, QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     {

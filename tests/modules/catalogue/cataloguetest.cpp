@@ -183,9 +183,9 @@ private slots:
         QCOMPARE(ownAttributes(block.get()), parsedAttributes(expected->value("new")));
         loadBlock(block.get(), expected->value("changed"));
         QCOMPARE(ownAttributes(block.get()), parsedAttributes(expected->value("changed")));
-        // The same with the buttons made, which show some of the values.
+        // The same with a button's widget made, which shows some of the values.
         const std::unique_ptr<supermodule> seen = newBlock(id);
-        seen->ensureButtons();
+        seen->button(0);
         loadBlock(seen.get(), expected->value("changed"));
         QCOMPARE(ownAttributes(seen.get()), parsedAttributes(expected->value("changed")));
         QCOMPARE(seen->cCode(), block->cCode());
@@ -418,7 +418,7 @@ private slots:
         QFETCH(QString, attributes);
         QFETCH(QString, text);
         const std::unique_ptr<supermodule> block = newBlock(id);
-        block->ensureButtons();
+        block->button(0);
         loadBlock(block.get(), attributes);
         QCOMPARE(block->cCode(), text);
         // To paint it does no harm.
@@ -434,7 +434,7 @@ private slots:
         const QString text = expected->text(expected->value("new"));
         const std::unique_ptr<supermodule> block = newBlock(id);
         QCOMPARE(block->cCode(), text);
-        block->ensureButtons();
+        block->button(0);
         QCOMPARE(block->cCode(), text);
     }
 
@@ -512,7 +512,7 @@ private slots:
             for (const bool buttonsFirst : {true, false}) {
                 const std::unique_ptr<supermodule> block = newBlock(id);
                 if (buttonsFirst) {
-                    block->ensureButtons();
+                    block->button(0);
                 }
                 loadBlock(block.get(), QStringLiteral("n=01.500"));
                 QCOMPARE(block->button(0)->text(), QStringLiteral("01.500"));
@@ -527,7 +527,7 @@ private slots:
     {
         for (const int id : {306, 307, 308, 309}) {
             const std::unique_ptr<supermodule> block = newBlock(id);
-            block->ensureButtons();
+            block->button(0);
             loadBlock(block.get(), QStringLiteral("port=99 bInfread=1"));
             QCOMPARE(block->button(1)->text(), QStringLiteral("99"));
             QCOMPARE(ownAttributes(block.get()).value(QStringLiteral("port")),

@@ -2,8 +2,6 @@
 
 #include "proj/controls/picturecache.h"
 
-#include <QPushButton>
-
 namespace
 {
 const char s_body[] = ":/expression/expression_icon_nol_140x120.png";
@@ -61,10 +59,10 @@ void displayModule::setParamIndex(int p_index)
 void displayModule::addPortButton(int p_index, const ButtonLook& p_look, const QRect& p_geometry)
 {
     m_portButton = p_index;
-    QPushButton* portButton = addChooser(p_look, p_geometry, [this] {
-        OnSetParamByPos(DisplayPortMode, buttonCentre(m_portButton));
-    });
-    portButton->setText(QString::number(port));
+    addChooser(
+        p_look, p_geometry,
+        [this] { OnSetParamByPos(DisplayPortMode, buttonCentre(m_portButton)); },
+        QString::number(port));
 }
 
 QString symbolModule::cCode() const

@@ -2,7 +2,6 @@
 
 #include "modules/catalogue/choosers.h"
 #include "modules/catalogue/timemodules.h"
-#include "proj/controls/selectablebutton.h"
 
 namespace
 {
@@ -72,7 +71,7 @@ void motorModule::createButtons()
 {
     const auto choosePort = [this] { OnSetParam(MotorPortMode); };
     if (look().timed) {
-        addNumberField(s_timeField, QRect(0, 100, 60, 40), TimeKeys);
+        addNumberField(s_timeField, QRect(0, 100, 60, 40), TimeKeys, QString());
         addChooser(s_timedPort, QRect(60, 100, 60, 40), choosePort);
     } else {
         // As wide as the button of a wait, not as those of the drives: that is meant.

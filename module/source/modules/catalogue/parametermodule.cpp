@@ -2,89 +2,49 @@
 
 #include "modules/catalogue/choosers.h"
 #include "modules/documentstate.h"
-#include "proj/controls/modulestyles.h"
 #include "proj/controls/picturecache.h"
-#include "proj/controls/selectablebutton.h"
 
 #include <QPainter>
-#include <QPushButton>
-
-namespace
-{
-QString styleOf(const ButtonLook& p_look)
-{
-    return twoPictureStyle(QString::fromLatin1(p_look.normalPicture),
-                           QString::fromLatin1(p_look.pressedPicture), p_look.gap,
-                           p_look.whiteText ? QStringLiteral("color:white;") : QString(),
-                           QString::fromLatin1(p_look.property));
-}
-
-/** Figures on a block are to be read at half their size, too. */
-const int s_fontPixels = 20;
-
-void dress(QPushButton& p_button, const ButtonLook& p_look)
-{
-    p_button.setStyleSheet(styleOf(p_look));
-    QFont font = p_button.font();
-    font.setPixelSize(s_fontPixels);
-    p_button.setFont(font);
-}
-} // namespace
 
 const Chooser* parameterModule::popUpChooser(int p_mode) const
 {
     return findChooser(ChooserKind::PopUp, p_mode);
 }
 
-QPushButton* parameterModule::addChooser(const ButtonLook& p_look, const QRect& p_geometry,
-                                         std::function<void()> p_press)
+void parameterModule::addChooser(const ButtonLook& p_look, const QRect& p_geometry,
+                                 std::function<void()> p_press, const QString& p_text)
 {
-    auto* button = new QPushButton;
-    dress(*button, p_look);
-    if (p_look.arrow) {
-        button->setIcon(QIcon(picture(QStringLiteral(":/btn_downarrow_18x14.png"))));
-        button->setIconSize(QSize(18, 14));
-    }
-    addButton(button, p_geometry);
-    connect(button, &QPushButton::clicked, this, std::move(p_press));
-    return button;
+    addButton({p_look, p_geometry, p_text, std::move(p_press)});
 }
 
-SelectableButton* parameterModule::addNumberField(const ButtonLook& p_look, const QRect& p_geometry,
-                                                  uint32_t p_keys)
+void parameterModule::addNumberField(const ButtonLook& p_look, const QRect& p_geometry,
+                                     uint32_t p_keys, const QString& p_text, const char* p_toolTip)
 {
-    auto* field = new SelectableButton;
-    field->setKeyMask(p_keys);
-    dress(*field, p_look);
-    addButton(field, p_geometry);
-    connect(field, &SelectableButton::clicked, this, [this, p_keys] { OnSetNumber(p_keys); });
-    connect(field, &SelectableButton::keyTypedSignal, this, [this, field] {
-        takeNumber(field->text());
+    const auto press = [this, p_keys] { OnSetNumber(p_keys); };
+    const auto typed = [this](const QString& p_typed) {
+        takeNumber(p_typed);
         parameterChanged();
-    });
-    return field;
+    };
+    addButton({p_look, p_geometry, p_text, press, p_keys, typed, p_toolTip});
 }
 
 void parameterModule::addOnlyNumberField(int p_width, uint32_t p_keys, const QString& p_text)
 {
     addNumberField({":/select_time__nol_40x80.png", ":/select_time__pre_40x80.png", false, false},
-                   QRect(20, 100, p_width, 40), p_keys)
-        ->setText(p_text);
+                   QRect(20, 100, p_width, 40), p_keys, p_text);
+}
+
+SelectableButton& parameterModule::numberField()
+{
+    return *static_cast<SelectableButton*>(wakeButton(0));
 }
 
 void parameterModule::typeInField(int p_key)
 {
-    auto* field = static_cast<SelectableButton*>(button(0));
-    field->applyKey(p_key);
-    takeNumber(field->text());
+    SelectableButton& field = numberField();
+    field.applyKey(p_key);
+    takeNumber(field.text());
     parameterChanged();
-}
-
-void parameterModule::showOnButton(int p_index, const QString& p_text)
-{
-    if (hasButtons()) {
-        button(p_index)->setText(p_text);
-    }
 }
 
 void parameterModule::parameterChanged()

@@ -1,23 +1,12 @@
 #pragma once
 
+#include "modules/buttonspec.h"
 #include "modules/supermodule.h"
 #include "proj/controls/selectablebutton.h"
 
 #include <QColor>
 
 #include <functional>
-
-class QPushButton;
-
-/** How a button on a block looks. */
-struct ButtonLook {
-    const char* normalPicture;
-    const char* pressedPicture;
-    bool arrow;     /**< shows the down arrow */
-    bool whiteText; /**< its text is white */
-    int gap = 29;   /**< blanks between the two rules of its style sheet */
-    const char* property = "border-image";
-};
 
 /** The keys of a field for seconds. */
 constexpr uint32_t TimeKeys = KeyboardDigits | KeyboardPoint | KeyboardDelete;
@@ -36,22 +25,23 @@ public:
 
 protected:
     /** Puts a button on the block; a press runs p_press. */
-    QPushButton* addChooser(const ButtonLook& p_look, const QRect& p_geometry,
-                            std::function<void()> p_press);
+    void addChooser(const ButtonLook& p_look, const QRect& p_geometry,
+                    std::function<void()> p_press, const QString& p_text = QString());
     /**
      * Puts a number field on the block, as its first button, that opens the keyboard with its own
-     * keys. What is typed in it on the computer's keyboard comes to takeNumber().
+     * keys. What is typed in it on the computer's keyboard comes to takeNumber(). p_toolTip is a
+     * literal.
      */
-    SelectableButton* addNumberField(const ButtonLook& p_look, const QRect& p_geometry,
-                                     uint32_t p_keys);
-    /** The same for a block whose one button it is, with the text that it begins with. */
+    void addNumberField(const ButtonLook& p_look, const QRect& p_geometry, uint32_t p_keys,
+                        const QString& p_text, const char* p_toolTip = nullptr);
+    /** The same for a block whose one button it is. */
     void addOnlyNumberField(int p_width, uint32_t p_keys, const QString& p_text);
+    /** The widget of the number field, until control is back in the event loop. */
+    SelectableButton& numberField();
     /** Edits the number field by a key of the palette's keyboard, which comes to takeNumber(). */
     void typeInField(int p_key);
     /** The text of the number field has become another one. */
     virtual void takeNumber(const QString&) {}
-    /** Shows a text on the button at p_index, if the buttons are there. */
-    void showOnButton(int p_index, const QString& p_text);
     /**
      * Marks the document as changed and the block as to be painted. The undo history isn't told:
      * that is meant.

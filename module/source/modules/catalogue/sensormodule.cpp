@@ -1,7 +1,5 @@
 #include "modules/catalogue/sensormodule.h"
 
-#include <QPushButton>
-
 namespace
 {
 const ButtonLook s_conditionChooser = {":/control_left_nol_60x40.png",
@@ -55,10 +53,10 @@ void sensorModule::addSensorButtons(int p_x)
 {
     addChooser(s_conditionChooser, QRect(p_x, 100, 60, 40),
                [this] { OnSetParamByPos(look().condition, buttonCentre(0)); });
-    QPushButton* portButton = addChooser(s_portChooser, QRect(p_x + 60, 100, 60, 40), [this] {
-        OnSetParamByPos(SensorPortMode, buttonCentre(1));
-    });
-    portButton->setText(QString::number(sensorPort()));
+    addChooser(
+        s_portChooser, QRect(p_x + 60, 100, 60, 40),
+        [this] { OnSetParamByPos(SensorPortMode, buttonCentre(1)); },
+        QString::number(sensorPort()));
 }
 
 QString waitUntilModule::cCode() const { return whileText() + QStringLiteral("wait(0.1);\n}\n"); }

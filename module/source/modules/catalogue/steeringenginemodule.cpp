@@ -1,5 +1,6 @@
 #include "modules/catalogue/steeringenginemodule.h"
 
+#include "actions/model/servoangle.h"
 #include "modules/catalogue/choosers.h"
 #include "proj/controls/selectablebutton.h"
 
@@ -21,8 +22,6 @@ const int s_servoIdParam = 1;
 const int s_firstServo = 1;
 /** The speed that every servo call carries. */
 const int s_servoSpeed = 716;
-/** 888 counts across 300 degrees, 512 in the middle; positions fall as angles grow. */
-int servoPosition(int p_angle) { return static_cast<int>(p_angle * qint64(-888) / 300 + 512); }
 const QChar s_degree(0xb0);
 } // namespace
 
@@ -30,7 +29,7 @@ QString steeringenginemodule::cCode() const
 {
     return QStringLiteral("servo_ctrl(%1, %2, %3, 0);\n")
         .arg(QString::number(servoId), QString::number(s_servoSpeed),
-             QString::number(servoPosition(angle)));
+             QString::number(angleToServoPosition(qint64(angle) * 100)));
 }
 
 void steeringenginemodule::loadXml(const QDomElement& p_element)
@@ -69,7 +68,7 @@ void steeringenginemodule::setPanelValue(int p_paramId, int p_value)
 
 void steeringenginemodule::setNumberKey(int p_key)
 {
-    auto* field = static_cast<SelectableButton*>(button(0));
+    SelectableButton* field = &numberField();
     if (!field->acceptsKey(p_key)) {
         return;
     }
@@ -93,7 +92,7 @@ void steeringenginemodule::setNumberKey(int p_key)
 
 bool steeringenginemodule::eventFilter(QObject* p_watched, QEvent* p_event)
 {
-    if (p_event->type() == QEvent::KeyPress && hasButtons() && p_watched == button(0)) {
+    if (p_event->type() == QEvent::KeyPress && p_watched == liveButton(0)) {
         setNumberKey(static_cast<QKeyEvent*>(p_event)->key());
         return true;
     }
@@ -102,13 +101,18 @@ bool steeringenginemodule::eventFilter(QObject* p_watched, QEvent* p_event)
 
 void steeringenginemodule::createButtons()
 {
-    // Keys come through the event filter, so the field never takes one by itself.
-    SelectableButton* field = addNumberField(s_angleField, QRect(0, 100, 60, 40), s_angleKeys);
-    field->setToolTip(QStringLiteral("-150 ~ 150"));
-    field->installEventFilter(this);
+    addNumberField(s_angleField, QRect(0, 100, 60, 40), s_angleKeys, QString(), "-150 ~ 150");
     addChooser(s_servoChooser, QRect(60, 100, 60, 40),
                [this] { onSetPanel(ServoIdsPanel, s_servoIdParam); });
     refresh();
+}
+
+void steeringenginemodule::buttonMade(int p_index, QPushButton& p_button)
+{
+    if (p_index == 0) {
+        // Keys come through the event filter, so the field never takes one by itself.
+        p_button.installEventFilter(this);
+    }
 }
 
 void steeringenginemodule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)

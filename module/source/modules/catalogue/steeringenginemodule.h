@@ -27,6 +27,7 @@ protected:
     steeringenginemodule(const steeringenginemodule& p_other) = default;
     void writeAttributes(QDomElement& p_element) const override;
     void createButtons() override;
+    void buttonMade(int p_index, QPushButton& p_button) override;
 
 private:
     void refresh();
