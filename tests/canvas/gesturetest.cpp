@@ -36,457 +36,431 @@ class GestureTest : public QObject
     Q_OBJECT
 
 private slots:
-    void aPressMeansTheBlockThatIsSeenThere();
-    void aDraggedBlockLeavesItsChainAndTakesWhatFollows();
-    void aBlockDraggedToTheEndOfAnotherChainIsLinkedThere();
-    void aBlockDraggedAwayAndBackToThePixelIsLinkedAgain();
-    void aClickChangesNoLinkAndDoesNotModifyTheDocument();
-    void theMainBlockCanBeDraggedButNotDeletedByTheLowerEdge();
-    void theMainBlockCanNotBeDeletedByMenuOrKey();
-    void aBlockDraggedBelowTheCanvasIsDeletedAndTellsThePalette();
-    void aBlockMovedButInsideTellsThePaletteSo();
-    void aPressOnEmptyCanvasDragsItAndClearsTheFocusBlock();
-    void aPressOnTheLogoCountsAsEmptyCanvas();
-    void aPressFarRightOfABlocksLeftEdgeDoesNotTakeIt();
-    void aRightPressNeverStartsADrag();
-    void thePreviewClosesWhenTheBlockMovesAway();
-    void aDraggedChainIsOnTopUntilItIsReleased();
-    void aSecondButtonInMidDragEndsIt();
-    void aDragEndedByASecondButtonIsTold();
-    void aDragCutOffByANewDocumentLeavesNothingBehind();
-    void aDropFromThePaletteEndsADragWithoutRelease();
-    void aSaveOrACopyInMidDragFindsTheBlockLinked();
-    void aDoubleClickAndDragMovesNoBlockOutOfItsChain();
-    void aLooseBlockRestsOnWholeUnits();
-    void aDraggedChainStandsOnWholeUnitsToTheLastBit();
-    void theDeleteKeyDeletesWhateverTheModifiers();
-    void aPressTakesTheMarkFromANumberField();
-    void twoBlocksOfTypeNoughtAreToldApartByIdentity();
-};
-
-void GestureTest::aPressMeansTheBlockThatIsSeenThere()
-{
-    CanvasFixture canvas;
-    supermodule* loop = canvas.dropBehind(canvas.main(), 306);
-    supermodule* body = canvas.drop(103, loop->scenePos() + QPointF(100, 20));
-    QCOMPARE(loop->left(), body);
-    supermodule* last = canvas.dropBehind(loop, 105);
-    const auto pressed = [&canvas](const QPointF& p_scenePos) {
-        canvas.click(p_scenePos);
-        return canvas.view.currentModule();
-    };
-    QCOMPARE(pressed(body->scenePos() + QPointF(60, 60)), body);
-    QCOMPARE(pressed(last->scenePos() + QPointF(60, 60)), last);
-    // The loop's legs and its upper edge; a block's connector reaches into the right leg.
-    QCOMPARE(pressed(loop->scenePos() + QPointF(20, 60)), loop);
-    QCOMPARE(pressed(body->scenePos() + QPointF(140, 60)), loop);
-    QCOMPARE(pressed(body->scenePos() + QPointF(60, -10)), loop);
-    // Behind a chain's end there is a connector, which is no block.
-    QCOMPARE(pressed(last->scenePos() + QPointF(150, 60)), nullptr);
-    canvas.press(last->scenePos() + QPointF(150, 60));
-    canvas.move(last->scenePos() + QPointF(250, 200));
-    canvas.release(last->scenePos() + QPointF(250, 200));
-    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 306, 105}));
-}
-
-void GestureTest::aDraggedBlockLeavesItsChainAndTakesWhatFollows()
-{
-    CanvasFixture canvas;
-    supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
-    supermodule* second = canvas.dropBehind(first, s_wait);
-    canvas.dropBehind(second, s_backward);
-    canvas.drag(second, QPoint(0, 250));
-    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, s_forward}));
-    QCOMPARE(CanvasFixture::ids(second), (QList<int>{s_wait, s_backward}));
-    QVERIFY(!second->parentModule());
-    QCOMPARE(second->opacity(), 0.5);
-    QVERIFY(documentModified);
-    QCOMPARE(canvas.brokenInvariants(), QStringList());
-}
-
-void GestureTest::aBlockDraggedToTheEndOfAnotherChainIsLinkedThere()
-{
-    CanvasFixture canvas;
-    supermodule* loose = canvas.drop(s_wait, QPointF(600, 420));
-    QVERIFY(!loose->parentModule());
-    const QPointF target(240, 200);
-    canvas.drag(loose, (target - loose->scenePos()).toPoint());
-    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, s_wait}));
-    QCOMPARE(loose->scenePos(), target);
-    QCOMPARE(loose->opacity(), 1.0);
-    QCOMPARE(canvas.brokenInvariants(), QStringList());
-}
-
-void GestureTest::aBlockDraggedAwayAndBackToThePixelIsLinkedAgain()
-{
-    CanvasFixture canvas;
-    supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
-    canvas.dropBehind(first, s_wait);
-    const QPointF grip = first->scenePos() + QPointF(30, 30);
-    canvas.press(grip);
-    canvas.move(grip + QPointF(0, 200));
-    QCOMPARE(CanvasFixture::ids(canvas.main()), QList<int>{0});
-    canvas.move(grip);
-    canvas.release(grip);
-    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, s_forward, s_wait}));
-    QCOMPARE(canvas.brokenInvariants(), QStringList());
-}
-
-void GestureTest::aClickChangesNoLinkAndDoesNotModifyTheDocument()
-{
-    CanvasFixture canvas;
-    supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
-    documentModified = false;
-    canvas.click(first->scenePos() + QPointF(30, 30));
-    QCOMPARE(first->parentModule(), static_cast<supermodule*>(canvas.main()));
-    QVERIFY(!documentModified);
-}
-
-void GestureTest::theMainBlockCanBeDraggedButNotDeletedByTheLowerEdge()
-{
-    CanvasFixture canvas;
-    supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
-    QSignalSpy states(&canvas.view, &TzProgramView::mouseSignal);
-    canvas.drag(canvas.main(), QPoint(40, 500));
-    QCOMPARE(canvas.main()->scenePos(), QPointF(140, 700));
-    QCOMPARE(first->scenePos(), QPointF(280, 700));
-    QVERIFY(!values(states).contains(MouseDragsOut));
-    QCOMPARE(canvas.blocks().size(), 2);
-}
-
-void GestureTest::theMainBlockCanNotBeDeletedByMenuOrKey()
-{
-    CanvasFixture canvas;
-    canvas.click(canvas.main()->scenePos() + QPointF(30, 30));
-    QCOMPARE(canvas.view.currentModule(), static_cast<supermodule*>(canvas.main()));
-    canvas.key(Qt::Key_Delete);
-    QCOMPARE(canvas.blocks().size(), 1);
-    QVERIFY(!canvas.view.undoStack().canUndo());
-
-    canvas.press(canvas.main()->scenePos() + QPointF(30, 30), Qt::RightButton);
-    const QList<QAction*> actions = canvas.view.contextMenu().actions();
-    QCOMPARE(actions.size(), 5);
-    QVERIFY(!actions.at(0)->isEnabled());
-    QVERIFY(!actions.at(4)->isEnabled());
-    canvas.view.contextMenu().close();
-}
-
-void GestureTest::aBlockDraggedBelowTheCanvasIsDeletedAndTellsThePalette()
-{
-    CanvasFixture canvas;
-    supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
-    canvas.dropBehind(first, s_wait);
-    const QPointF home = first->scenePos();
-    QSignalSpy states(&canvas.view, &TzProgramView::mouseSignal);
-    canvas.drag(first, QPoint(0, 360));
-    QVERIFY(values(states).contains(MouseDragsOut));
-    QCOMPARE(values(states).last(), static_cast<int>(MouseDone));
-    QCOMPARE(canvas.blocks().size(), 1);
-    QVERIFY(!canvas.main()->next());
-
-    canvas.key(Qt::Key_Z, Qt::ControlModifier);
-    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, s_forward, s_wait}));
-    QCOMPARE(canvas.main()->next()->scenePos(), home);
-    QCOMPARE(canvas.brokenInvariants(), QStringList());
-}
-
-void GestureTest::aBlockMovedButInsideTellsThePaletteSo()
-{
-    CanvasFixture canvas;
-    supermodule* loose = canvas.drop(s_wait, QPointF(600, 300));
-    QSignalSpy states(&canvas.view, &TzProgramView::mouseSignal);
-    canvas.drag(loose, QPoint(20, 20));
-    QCOMPARE(values(states).first(), static_cast<int>(MousePressedItem));
-    QVERIFY(values(states).contains(MouseDragsInside));
-    QVERIFY(!values(states).contains(MouseDragsOut));
-    QCOMPARE(values(states).last(), static_cast<int>(MouseDone));
-}
-
-void GestureTest::aPressOnEmptyCanvasDragsItAndClearsTheFocusBlock()
-{
-    CanvasFixture canvas;
-    supermodule* loose = canvas.drop(s_wait, QPointF(600, 300));
-    focusModule = loose;
-    QSignalSpy states(&canvas.view, &TzProgramView::mouseSignal);
-    const int before = canvas.view.horizontalScrollBar()->value();
-    const QPoint from(300, 500);
-    QTest::mousePress(canvas.view.viewport(), Qt::LeftButton, Qt::NoModifier, from);
-    QVERIFY(!focusModule);
-    QCOMPARE(values(states).first(), static_cast<int>(MousePressedEmpty));
-    QMouseEvent move(QEvent::MouseMove, from - QPoint(80, 0), Qt::NoButton, Qt::LeftButton,
-                     Qt::NoModifier);
-    QApplication::sendEvent(canvas.view.viewport(), &move);
-    QTest::mouseRelease(canvas.view.viewport(), Qt::LeftButton, Qt::NoModifier,
-                        from - QPoint(80, 0));
-    QCOMPARE(canvas.view.horizontalScrollBar()->value(), before + 80);
-    QCOMPARE(loose->scenePos().y(), 300.0);
-}
-
-void GestureTest::aPressOnTheLogoCountsAsEmptyCanvas()
-{
-    CanvasFixture canvas;
-    auto* scene = static_cast<tzprogramscene*>(canvas.view.scene());
-    QVERIFY(!scene->logo().pixmap().isNull());
-    QSignalSpy states(&canvas.view, &TzProgramView::mouseSignal);
-    canvas.click(scene->logo().sceneBoundingRect().center());
-    QCOMPARE(values(states).first(), static_cast<int>(MousePressedEmpty));
-}
-
-void GestureTest::aPressFarRightOfABlocksLeftEdgeDoesNotTakeIt()
-{
-    CanvasFixture canvas;
-    supermodule* loop = canvas.drop(303, QPointF(260, 380));
-    supermodule* last = nullptr;
-    for (int i = 0; i < 4; ++i) {
-        supermodule* block = canvas.drop(s_wait, QPointF(700, 100));
-        last ? last->insertModule(block) : loop->setLeftModule(block);
-        last = block;
+    void aPressMeansTheBlockThatIsSeenThere()
+    {
+        CanvasFixture canvas;
+        supermodule* loop = canvas.dropBehind(canvas.main(), 306);
+        supermodule* body = canvas.drop(103, loop->scenePos() + QPointF(100, 20));
+        QCOMPARE(loop->left(), body);
+        supermodule* last = canvas.dropBehind(loop, 105);
+        const auto pressed = [&canvas](const QPointF& p_scenePos) {
+            canvas.click(p_scenePos);
+            return canvas.view.currentModule();
+        };
+        QCOMPARE(pressed(body->scenePos() + QPointF(60, 60)), body);
+        QCOMPARE(pressed(last->scenePos() + QPointF(60, 60)), last);
+        // The loop's legs and its upper edge; a block's connector reaches into the right leg.
+        QCOMPARE(pressed(loop->scenePos() + QPointF(20, 60)), loop);
+        QCOMPARE(pressed(body->scenePos() + QPointF(140, 60)), loop);
+        QCOMPARE(pressed(body->scenePos() + QPointF(60, -10)), loop);
+        // Behind a chain's end there is a connector, which is no block.
+        QCOMPARE(pressed(last->scenePos() + QPointF(150, 60)), nullptr);
+        canvas.press(last->scenePos() + QPointF(150, 60));
+        canvas.move(last->scenePos() + QPointF(250, 200));
+        canvas.release(last->scenePos() + QPointF(250, 200));
+        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 306, 105}));
     }
-    loop->updateTreeAndOpacity();
-    QVERIFY(loop->boundingRect().right() > 420);
-    // On the upper rim of the bracket, where no block of the body lies.
-    canvas.click(loop->scenePos() + QPointF(399, -10));
-    QCOMPARE(canvas.view.currentModule(), loop);
-    canvas.click(loop->scenePos() + QPointF(400, -10));
-    QVERIFY(!canvas.view.currentModule());
-    // Of nested blocks the innermost is taken.
-    canvas.click(last->scenePos() + QPointF(20, 30));
-    QCOMPARE(canvas.view.currentModule(), last);
-}
 
-void GestureTest::aRightPressNeverStartsADrag()
-{
-    CanvasFixture canvas;
-    supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
-    const QPointF home = first->scenePos();
-    canvas.press(home + QPointF(30, 30), Qt::RightButton);
-    QVERIFY(canvas.view.contextMenu().isVisible());
-    canvas.view.contextMenu().close();
-    QMouseEvent move(QEvent::MouseMove, canvas.at(home + QPointF(60, 200)), Qt::NoButton,
-                     Qt::NoButton, Qt::NoModifier);
-    QApplication::sendEvent(canvas.view.viewport(), &move);
-    QCOMPARE(first->scenePos(), home);
-    QCOMPARE(first->parentModule(), static_cast<supermodule*>(canvas.main()));
-}
+    void aDraggedBlockLeavesItsChainAndTakesWhatFollows()
+    {
+        CanvasFixture canvas;
+        supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
+        supermodule* second = canvas.dropBehind(first, s_wait);
+        canvas.dropBehind(second, s_backward);
+        canvas.drag(second, QPoint(0, 250));
+        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, s_forward}));
+        QCOMPARE(CanvasFixture::ids(second), (QList<int>{s_wait, s_backward}));
+        QVERIFY(!second->parentModule());
+        QCOMPARE(second->opacity(), 0.5);
+        QVERIFY(documentModified);
+        QCOMPARE(canvas.brokenInvariants(), QStringList());
+    }
 
-void GestureTest::thePreviewClosesWhenTheBlockMovesAway()
-{
-    CanvasFixture canvas;
-    supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
-    supermodule* loose = canvas.drop(s_wait, QPointF(600, 420));
-    const QPointF grip = loose->scenePos() + QPointF(30, 30);
-    canvas.press(grip);
-    canvas.move(QPointF(240, 200) + QPointF(30, 30));
-    QVERIFY(canvas.view.preview()->isVisible());
-    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 0, s_forward}));
-    QCOMPARE(first->scenePos(), QPointF(360, 200));
-    canvas.move(grip);
-    QVERIFY(!canvas.view.preview()->isVisible());
-    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, s_forward}));
-    QCOMPARE(first->scenePos(), QPointF(240, 200));
-    canvas.release(grip);
-    QCOMPARE(canvas.brokenInvariants(), QStringList());
-}
-
-void GestureTest::aDraggedChainIsOnTopUntilItIsReleased()
-{
-    CanvasFixture canvas;
-    supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
-    supermodule* second = canvas.dropBehind(first, s_wait);
-    const QPointF grip = first->scenePos() + QPointF(30, 30);
-    canvas.press(grip);
-    canvas.move(grip + QPointF(10, 100));
-    QCOMPARE(first->zValue(), 10.0);
-    QCOMPARE(second->zValue(), 10.0);
-    QVERIFY(first->m_moved);
-    canvas.release(grip + QPointF(10, 100));
-    QCOMPARE(first->zValue(), 0.0);
-    QCOMPARE(second->zValue(), 0.0);
-    QVERIFY(!first->m_moved);
-}
-
-void GestureTest::aDragEndedByASecondButtonIsTold()
-{
-    CanvasFixture canvas;
-    supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
-    supermodule* loose = canvas.drop(s_wait, QPointF(600, 450));
-    canvas.press(loose->scenePos() + QPointF(30, 30));
-    canvas.move(first->scenePos() + QPointF(120 + 40, 40));
-    const QSignalSpy told(&canvas.view, &TzProgramView::moduleUpdateSignal);
-    canvas.press(QPointF(900, 60), Qt::RightButton);
-    canvas.view.contextMenu().close();
-    QCOMPARE(loose->parentModule(), first);
-    QCOMPARE(told.count(), 1);
-    QCOMPARE(canvas.brokenInvariants(), QStringList());
-}
-
-void GestureTest::aDragCutOffByANewDocumentLeavesNothingBehind()
-{
-    CanvasFixture canvas;
-    const QPointF grip(30, 30);
-    canvas.press(canvas.main()->scenePos() + grip);
-    canvas.move(canvas.main()->scenePos() + grip + QPointF(20, 10));
-    QVERIFY(canvas.main()->m_moved);
-    canvas.view.newProgram();
-    canvas.view.resetDocument();
-    canvas.release(canvas.main()->scenePos() + grip);
-    const supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
-    canvas.press(canvas.main()->scenePos() + grip);
-    canvas.move(canvas.main()->scenePos() + grip + QPointF(20, 10));
-    QCOMPARE(first->zValue(), 10.0);
-    canvas.release(canvas.main()->scenePos() + grip);
-    QCOMPARE(first->zValue(), 0.0);
-}
-
-void GestureTest::aDropFromThePaletteEndsADragWithoutRelease()
-{
-    CanvasFixture canvas;
-    supermodule* loose = canvas.drop(s_wait, QPointF(600, 450));
-    canvas.press(loose->scenePos() + QPointF(30, 30));
-    canvas.move(loose->scenePos() + QPointF(50, 50));
-    QVERIFY(loose->m_moved);
-    // A window of another program takes the release; then a block comes in.
-    supermodule* dropped = canvas.drop(s_speed, QPointF(300, 450));
-    QVERIFY(!loose->m_moved);
-    QCOMPARE(loose->zValue(), 0.0);
-    const QPointF place = dropped->scenePos();
-    canvas.move(QPointF(700, 100));
-    QCOMPARE(dropped->scenePos(), place);
-    QCOMPARE(canvas.brokenInvariants(), QStringList());
-}
-
-void GestureTest::aSecondButtonInMidDragEndsIt()
-{
-    CanvasFixture canvas;
-    supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
-    supermodule* loose = canvas.drop(s_wait, QPointF(600, 420));
-    const QPointF grip = loose->scenePos() + QPointF(30, 30);
-    canvas.press(grip);
-    canvas.move(QPointF(240, 200) + QPointF(30, 30));
-    canvas.press(QPointF(900, 560), Qt::RightButton);
-    canvas.view.contextMenu().close();
-    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, s_wait, s_forward}));
-    QCOMPARE(loose->zValue(), 0.0);
-    QCOMPARE(first->scenePos(), QPointF(360, 200));
-    canvas.release(QPointF(900, 560));
-    QCOMPARE(canvas.brokenInvariants(), QStringList());
-}
-
-void GestureTest::aSaveOrACopyInMidDragFindsTheBlockLinked()
-{
-    for (const bool copies : {false, true}) {
+    void aBlockDraggedToTheEndOfAnotherChainIsLinkedThere()
+    {
         CanvasFixture canvas;
         supermodule* loose = canvas.drop(s_wait, QPointF(600, 420));
-        canvas.press(loose->scenePos() + QPointF(30, 30));
+        QVERIFY(!loose->parentModule());
+        const QPointF target(240, 200);
+        canvas.drag(loose, (target - loose->scenePos()).toPoint());
+        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, s_wait}));
+        QCOMPARE(loose->scenePos(), target);
+        QCOMPARE(loose->opacity(), 1.0);
+        QCOMPARE(canvas.brokenInvariants(), QStringList());
+    }
+
+    void aBlockDraggedAwayAndBackToThePixelIsLinkedAgain()
+    {
+        CanvasFixture canvas;
+        supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
+        canvas.dropBehind(first, s_wait);
+        const QPointF grip = first->scenePos() + QPointF(30, 30);
+        canvas.press(grip);
+        canvas.move(grip + QPointF(0, 200));
+        QCOMPARE(CanvasFixture::ids(canvas.main()), QList<int>{0});
+        canvas.move(grip);
+        canvas.release(grip);
+        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, s_forward, s_wait}));
+        QCOMPARE(canvas.brokenInvariants(), QStringList());
+    }
+
+    void aClickChangesNoLinkAndDoesNotModifyTheDocument()
+    {
+        CanvasFixture canvas;
+        supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
+        documentModified = false;
+        canvas.click(first->scenePos() + QPointF(30, 30));
+        QCOMPARE(first->parentModule(), static_cast<supermodule*>(canvas.main()));
+        QVERIFY(!documentModified);
+    }
+
+    void theMainBlockCanBeDraggedButNotDeletedByTheLowerEdge()
+    {
+        CanvasFixture canvas;
+        supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
+        QSignalSpy states(&canvas.view, &TzProgramView::mouseSignal);
+        canvas.drag(canvas.main(), QPoint(40, 500));
+        QCOMPARE(canvas.main()->scenePos(), QPointF(140, 700));
+        QCOMPARE(first->scenePos(), QPointF(280, 700));
+        QVERIFY(!values(states).contains(MouseDragsOut));
+        QCOMPARE(canvas.blocks().size(), 2);
+    }
+
+    void theMainBlockCanNotBeDeletedByMenuOrKey()
+    {
+        CanvasFixture canvas;
+        canvas.click(canvas.main()->scenePos() + QPointF(30, 30));
+        QCOMPARE(canvas.view.currentModule(), static_cast<supermodule*>(canvas.main()));
+        canvas.key(Qt::Key_Delete);
+        QCOMPARE(canvas.blocks().size(), 1);
+        QVERIFY(!canvas.view.undoStack().canUndo());
+
+        canvas.press(canvas.main()->scenePos() + QPointF(30, 30), Qt::RightButton);
+        const QList<QAction*> actions = canvas.view.contextMenu().actions();
+        QCOMPARE(actions.size(), 5);
+        QVERIFY(!actions.at(0)->isEnabled());
+        QVERIFY(!actions.at(4)->isEnabled());
+        canvas.view.contextMenu().close();
+    }
+
+    void aBlockDraggedBelowTheCanvasIsDeletedAndTellsThePalette()
+    {
+        CanvasFixture canvas;
+        supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
+        canvas.dropBehind(first, s_wait);
+        const QPointF home = first->scenePos();
+        QSignalSpy states(&canvas.view, &TzProgramView::mouseSignal);
+        canvas.drag(first, QPoint(0, 360));
+        QVERIFY(values(states).contains(MouseDragsOut));
+        QCOMPARE(values(states).last(), static_cast<int>(MouseDone));
+        QCOMPARE(canvas.blocks().size(), 1);
+        QVERIFY(!canvas.main()->next());
+
+        canvas.key(Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, s_forward, s_wait}));
+        QCOMPARE(canvas.main()->next()->scenePos(), home);
+        QCOMPARE(canvas.brokenInvariants(), QStringList());
+    }
+
+    void aBlockMovedButInsideTellsThePaletteSo()
+    {
+        CanvasFixture canvas;
+        supermodule* loose = canvas.drop(s_wait, QPointF(600, 300));
+        QSignalSpy states(&canvas.view, &TzProgramView::mouseSignal);
+        canvas.drag(loose, QPoint(20, 20));
+        QCOMPARE(values(states).first(), static_cast<int>(MousePressedItem));
+        QVERIFY(values(states).contains(MouseDragsInside));
+        QVERIFY(!values(states).contains(MouseDragsOut));
+        QCOMPARE(values(states).last(), static_cast<int>(MouseDone));
+    }
+
+    void aPressOnEmptyCanvasDragsItAndClearsTheFocusBlock()
+    {
+        CanvasFixture canvas;
+        supermodule* loose = canvas.drop(s_wait, QPointF(600, 300));
+        focusModule = loose;
+        QSignalSpy states(&canvas.view, &TzProgramView::mouseSignal);
+        const int before = canvas.view.horizontalScrollBar()->value();
+        const QPoint from(300, 500);
+        QTest::mousePress(canvas.view.viewport(), Qt::LeftButton, Qt::NoModifier, from);
+        QVERIFY(!focusModule);
+        QCOMPARE(values(states).first(), static_cast<int>(MousePressedEmpty));
+        QMouseEvent move(QEvent::MouseMove, from - QPoint(80, 0), Qt::NoButton, Qt::LeftButton,
+                         Qt::NoModifier);
+        QApplication::sendEvent(canvas.view.viewport(), &move);
+        QTest::mouseRelease(canvas.view.viewport(), Qt::LeftButton, Qt::NoModifier,
+                            from - QPoint(80, 0));
+        QCOMPARE(canvas.view.horizontalScrollBar()->value(), before + 80);
+        QCOMPARE(loose->scenePos().y(), 300.0);
+    }
+
+    void aPressOnTheLogoCountsAsEmptyCanvas()
+    {
+        CanvasFixture canvas;
+        auto* scene = static_cast<tzprogramscene*>(canvas.view.scene());
+        QVERIFY(!scene->logo().pixmap().isNull());
+        QSignalSpy states(&canvas.view, &TzProgramView::mouseSignal);
+        canvas.click(scene->logo().sceneBoundingRect().center());
+        QCOMPARE(values(states).first(), static_cast<int>(MousePressedEmpty));
+    }
+
+    void aPressFarRightOfABlocksLeftEdgeDoesNotTakeIt()
+    {
+        CanvasFixture canvas;
+        supermodule* loop = canvas.drop(303, QPointF(260, 380));
+        supermodule* last = nullptr;
+        for (int i = 0; i < 4; ++i) {
+            supermodule* block = canvas.drop(s_wait, QPointF(700, 100));
+            last ? last->insertModule(block) : loop->setLeftModule(block);
+            last = block;
+        }
+        loop->updateTreeAndOpacity();
+        QVERIFY(loop->boundingRect().right() > 420);
+        // On the upper rim of the bracket, where no block of the body lies.
+        canvas.click(loop->scenePos() + QPointF(399, -10));
+        QCOMPARE(canvas.view.currentModule(), loop);
+        canvas.click(loop->scenePos() + QPointF(400, -10));
+        QVERIFY(!canvas.view.currentModule());
+        // Of nested blocks the innermost is taken.
+        canvas.click(last->scenePos() + QPointF(20, 30));
+        QCOMPARE(canvas.view.currentModule(), last);
+    }
+
+    void aRightPressNeverStartsADrag()
+    {
+        CanvasFixture canvas;
+        supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
+        const QPointF home = first->scenePos();
+        canvas.press(home + QPointF(30, 30), Qt::RightButton);
+        QVERIFY(canvas.view.contextMenu().isVisible());
+        canvas.view.contextMenu().close();
+        QMouseEvent move(QEvent::MouseMove, canvas.at(home + QPointF(60, 200)), Qt::NoButton,
+                         Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(canvas.view.viewport(), &move);
+        QCOMPARE(first->scenePos(), home);
+        QCOMPARE(first->parentModule(), static_cast<supermodule*>(canvas.main()));
+    }
+
+    void thePreviewClosesWhenTheBlockMovesAway()
+    {
+        CanvasFixture canvas;
+        supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
+        supermodule* loose = canvas.drop(s_wait, QPointF(600, 420));
+        const QPointF grip = loose->scenePos() + QPointF(30, 30);
+        canvas.press(grip);
         canvas.move(QPointF(240, 200) + QPointF(30, 30));
         QVERIFY(canvas.view.preview()->isVisible());
-        if (copies) {
-            canvas.view.OnCopy();
-        } else {
-            QTemporaryDir folder;
-            QVERIFY(canvas.view.saveFile(folder.filePath(QStringLiteral("a.tlrx"))));
-        }
-        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, s_wait}));
-        QCOMPARE(canvas.brokenInvariants(), QStringList());
-        canvas.release(QPointF(300, 300));
+        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 0, s_forward}));
+        QCOMPARE(first->scenePos(), QPointF(360, 200));
+        canvas.move(grip);
+        QVERIFY(!canvas.view.preview()->isVisible());
+        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, s_forward}));
+        QCOMPARE(first->scenePos(), QPointF(240, 200));
+        canvas.release(grip);
         QCOMPARE(canvas.brokenInvariants(), QStringList());
     }
-}
 
-void GestureTest::aDoubleClickAndDragMovesNoBlockOutOfItsChain()
-{
-    CanvasFixture canvas;
-    supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
-    const QPointF home = first->scenePos();
-    const QPointF grip = home + QPointF(30, 30);
-    canvas.click(grip);
-    QTest::mouseDClick(canvas.view.viewport(), Qt::LeftButton, Qt::NoModifier, canvas.at(grip));
-    QMouseEvent again(QEvent::MouseButtonDblClick, canvas.at(grip), Qt::LeftButton, Qt::LeftButton,
-                      Qt::NoModifier);
-    QApplication::sendEvent(canvas.view.viewport(), &again);
-    canvas.move(grip + QPointF(50, 150));
-    QCOMPARE(first->scenePos(), home);
-    canvas.release(grip + QPointF(50, 150));
-    QCOMPARE(canvas.brokenInvariants(), QStringList());
-}
+    void aDraggedChainIsOnTopUntilItIsReleased()
+    {
+        CanvasFixture canvas;
+        supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
+        supermodule* second = canvas.dropBehind(first, s_wait);
+        const QPointF grip = first->scenePos() + QPointF(30, 30);
+        canvas.press(grip);
+        canvas.move(grip + QPointF(10, 100));
+        QCOMPARE(first->zValue(), 10.0);
+        QCOMPARE(second->zValue(), 10.0);
+        QVERIFY(first->m_moved);
+        canvas.release(grip + QPointF(10, 100));
+        QCOMPARE(first->zValue(), 0.0);
+        QCOMPARE(second->zValue(), 0.0);
+        QVERIFY(!first->m_moved);
+    }
 
-void GestureTest::aLooseBlockRestsOnWholeUnits()
-{
-    CanvasFixture canvas;
-    canvas.view.resetMatrix();
-    canvas.view.scale(0.7, 0.7);
-    supermodule* loose = canvas.drop(s_wait, QPointF(601, 301));
-    canvas.drag(loose, QPoint(13, 7));
-    QCOMPARE(loose->scenePos(), QPointF(loose->scenePos().toPoint()));
-}
+    void aSecondButtonInMidDragEndsIt()
+    {
+        CanvasFixture canvas;
+        supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
+        supermodule* loose = canvas.drop(s_wait, QPointF(600, 420));
+        const QPointF grip = loose->scenePos() + QPointF(30, 30);
+        canvas.press(grip);
+        canvas.move(QPointF(240, 200) + QPointF(30, 30));
+        canvas.press(QPointF(900, 560), Qt::RightButton);
+        canvas.view.contextMenu().close();
+        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, s_wait, s_forward}));
+        QCOMPARE(loose->zValue(), 0.0);
+        QCOMPARE(first->scenePos(), QPointF(360, 200));
+        canvas.release(QPointF(900, 560));
+        QCOMPARE(canvas.brokenInvariants(), QStringList());
+    }
 
-void GestureTest::aDraggedChainStandsOnWholeUnitsToTheLastBit()
-{
-    // Points compare equal within some bits, but a file holds them all.
-    const auto isWhole = [](const QPointF& p_at) {
-        return p_at.x() - std::floor(p_at.x()) <= 0 && p_at.y() - std::floor(p_at.y()) <= 0;
-    };
-    // At these scales some pixels make all but whole units.
-    for (const double scale : {0.6, 0.7, 0.9, 1.1, 1.2}) {
+    void aDragEndedByASecondButtonIsTold()
+    {
+        CanvasFixture canvas;
+        supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
+        supermodule* loose = canvas.drop(s_wait, QPointF(600, 450));
+        canvas.press(loose->scenePos() + QPointF(30, 30));
+        canvas.move(first->scenePos() + QPointF(120 + 40, 40));
+        const QSignalSpy told(&canvas.view, &TzProgramView::moduleUpdateSignal);
+        canvas.press(QPointF(900, 60), Qt::RightButton);
+        canvas.view.contextMenu().close();
+        QCOMPARE(loose->parentModule(), first);
+        QCOMPARE(told.count(), 1);
+        QCOMPARE(canvas.brokenInvariants(), QStringList());
+    }
+
+    void aDragCutOffByANewDocumentLeavesNothingBehind()
+    {
+        CanvasFixture canvas;
+        const QPointF grip(30, 30);
+        canvas.press(canvas.main()->scenePos() + grip);
+        canvas.move(canvas.main()->scenePos() + grip + QPointF(20, 10));
+        QVERIFY(canvas.main()->m_moved);
+        canvas.view.newProgram();
+        canvas.view.resetDocument();
+        canvas.release(canvas.main()->scenePos() + grip);
+        const supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
+        canvas.press(canvas.main()->scenePos() + grip);
+        canvas.move(canvas.main()->scenePos() + grip + QPointF(20, 10));
+        QCOMPARE(first->zValue(), 10.0);
+        canvas.release(canvas.main()->scenePos() + grip);
+        QCOMPARE(first->zValue(), 0.0);
+    }
+
+    void aDropFromThePaletteEndsADragWithoutRelease()
+    {
+        CanvasFixture canvas;
+        supermodule* loose = canvas.drop(s_wait, QPointF(600, 450));
+        canvas.press(loose->scenePos() + QPointF(30, 30));
+        canvas.move(loose->scenePos() + QPointF(50, 50));
+        QVERIFY(loose->m_moved);
+        // A window of another program takes the release; then a block comes in.
+        supermodule* dropped = canvas.drop(s_speed, QPointF(300, 450));
+        QVERIFY(!loose->m_moved);
+        QCOMPARE(loose->zValue(), 0.0);
+        const QPointF place = dropped->scenePos();
+        canvas.move(QPointF(700, 100));
+        QCOMPARE(dropped->scenePos(), place);
+        QCOMPARE(canvas.brokenInvariants(), QStringList());
+    }
+
+    void aSaveOrACopyInMidDragFindsTheBlockLinked()
+    {
+        for (const bool copies : {false, true}) {
+            CanvasFixture canvas;
+            supermodule* loose = canvas.drop(s_wait, QPointF(600, 420));
+            canvas.press(loose->scenePos() + QPointF(30, 30));
+            canvas.move(QPointF(240, 200) + QPointF(30, 30));
+            QVERIFY(canvas.view.preview()->isVisible());
+            if (copies) {
+                canvas.view.OnCopy();
+            } else {
+                QTemporaryDir folder;
+                QVERIFY(canvas.view.saveFile(folder.filePath(QStringLiteral("a.tlrx"))));
+            }
+            QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, s_wait}));
+            QCOMPARE(canvas.brokenInvariants(), QStringList());
+            canvas.release(QPointF(300, 300));
+            QCOMPARE(canvas.brokenInvariants(), QStringList());
+        }
+    }
+
+    void aDoubleClickAndDragMovesNoBlockOutOfItsChain()
+    {
+        CanvasFixture canvas;
+        supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
+        const QPointF home = first->scenePos();
+        const QPointF grip = home + QPointF(30, 30);
+        canvas.click(grip);
+        QTest::mouseDClick(canvas.view.viewport(), Qt::LeftButton, Qt::NoModifier, canvas.at(grip));
+        QMouseEvent again(QEvent::MouseButtonDblClick, canvas.at(grip), Qt::LeftButton,
+                          Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(canvas.view.viewport(), &again);
+        canvas.move(grip + QPointF(50, 150));
+        QCOMPARE(first->scenePos(), home);
+        canvas.release(grip + QPointF(50, 150));
+        QCOMPARE(canvas.brokenInvariants(), QStringList());
+    }
+
+    void aLooseBlockRestsOnWholeUnits()
+    {
         CanvasFixture canvas;
         canvas.view.resetMatrix();
-        canvas.view.scale(scale, scale);
-        canvas.view.centerOn(500, 300);
-        // Out of reach: the chain stays loose.
-        canvas.main()->setPos(5000, 5000);
-        supermodule* head = canvas.drop(s_wait, QPointF(401, 301));
-        supermodule* behind = canvas.dropBehind(head, s_speed);
-        QVERIFY(isWhole(head->pos()));
-        QCOMPARE(head->next(), behind);
-        for (int step = 0; step < 40; ++step) {
-            const QPointF before = head->scenePos();
-            const QPoint way = QPoint(20 + 5 * step, 10 + step) * (step % 2 == 0 ? 1 : -1);
-            canvas.drag(head, way);
+        canvas.view.scale(0.7, 0.7);
+        supermodule* loose = canvas.drop(s_wait, QPointF(601, 301));
+        canvas.drag(loose, QPoint(13, 7));
+        QCOMPARE(loose->scenePos(), QPointF(loose->scenePos().toPoint()));
+    }
+
+    void aDraggedChainStandsOnWholeUnitsToTheLastBit()
+    {
+        // Points compare equal within some bits, but a file holds them all.
+        const auto isWhole = [](const QPointF& p_at) {
+            return p_at.x() - std::floor(p_at.x()) <= 0 && p_at.y() - std::floor(p_at.y()) <= 0;
+        };
+        // At these scales some pixels make all but whole units.
+        for (const double scale : {0.6, 0.7, 0.9, 1.1, 1.2}) {
+            CanvasFixture canvas;
+            canvas.view.resetMatrix();
+            canvas.view.scale(scale, scale);
+            canvas.view.centerOn(500, 300);
+            // Out of reach: the chain stays loose.
+            canvas.main()->setPos(5000, 5000);
+            supermodule* head = canvas.drop(s_wait, QPointF(401, 301));
+            supermodule* behind = canvas.dropBehind(head, s_speed);
             QVERIFY(isWhole(head->pos()));
-            QVERIFY(isWhole(behind->pos()));
-            // Rounding doesn't add up on the way: each drag has four steps.
-            const QPointF off = head->scenePos() - before - QPointF(way);
-            QVERIFY2(off.manhattanLength() < 4, qPrintable(QString::number(off.manhattanLength())));
+            QCOMPARE(head->next(), behind);
+            for (int step = 0; step < 40; ++step) {
+                const QPointF before = head->scenePos();
+                const QPoint way = QPoint(20 + 5 * step, 10 + step) * (step % 2 == 0 ? 1 : -1);
+                canvas.drag(head, way);
+                QVERIFY(isWhole(head->pos()));
+                QVERIFY(isWhole(behind->pos()));
+                // Rounding doesn't add up on the way: each drag has four steps.
+                const QPointF off = head->scenePos() - before - QPointF(way);
+                QVERIFY2(off.manhattanLength() < 4,
+                         qPrintable(QString::number(off.manhattanLength())));
+            }
         }
     }
-}
 
-void GestureTest::theDeleteKeyDeletesWhateverTheModifiers()
-{
-    for (const Qt::KeyboardModifier modifier :
-         {Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier}) {
-        CanvasFixture canvas;
-        supermodule* loose = canvas.drop(s_speed, QPointF(600, 300));
-        canvas.click(loose->scenePos() + QPointF(30, 30));
-        canvas.key(Qt::Key_Delete, modifier);
-        QCOMPARE(canvas.blocks().size(), 1);
+    void theDeleteKeyDeletesWhateverTheModifiers()
+    {
+        for (const Qt::KeyboardModifier modifier :
+             {Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier}) {
+            CanvasFixture canvas;
+            supermodule* loose = canvas.drop(s_speed, QPointF(600, 300));
+            canvas.click(loose->scenePos() + QPointF(30, 30));
+            canvas.key(Qt::Key_Delete, modifier);
+            QCOMPARE(canvas.blocks().size(), 1);
+        }
     }
-}
 
-void GestureTest::aPressTakesTheMarkFromANumberField()
-{
-    CanvasFixture canvas;
-    supermodule* wait = canvas.dropBehind(canvas.main(), s_wait);
-    canvas.click(wait->scenePos() + QPointF(60, 120));
-    QVERIFY(SelectableButton::current());
-    canvas.click(QPointF(700, 550));
-    QVERIFY(!SelectableButton::current());
-}
+    void aPressTakesTheMarkFromANumberField()
+    {
+        CanvasFixture canvas;
+        supermodule* wait = canvas.dropBehind(canvas.main(), s_wait);
+        canvas.click(wait->scenePos() + QPointF(60, 120));
+        QVERIFY(SelectableButton::current());
+        canvas.click(QPointF(700, 550));
+        QVERIFY(!SelectableButton::current());
+    }
 
-void GestureTest::twoBlocksOfTypeNoughtAreToldApartByIdentity()
-{
-    CanvasFixture canvas;
-    QCOMPARE(canvas.view.preview()->id, canvas.view.mainBlock()->id);
-    // The preview stands in no program, can't be hit, and isn't what a reset keeps as the root.
-    canvas.dragOver(s_wait, QPointF(310, 210));
-    QVERIFY(canvas.view.preview()->parentModule());
-    canvas.leave();
-    canvas.view.resetDocument();
-    QCOMPARE(rootModules, QList<supermodule*>{canvas.main()});
-    canvas.view.newProgram();
-    QCOMPARE(canvas.blocks(), QList<supermodule*>{canvas.main()});
-    QVERIFY(canvas.view.preview()->scene());
-}
+    void twoBlocksOfTypeNoughtAreToldApartByIdentity()
+    {
+        CanvasFixture canvas;
+        QCOMPARE(canvas.view.preview()->id, canvas.view.mainBlock()->id);
+        // The preview stands in no program, can't be hit, and isn't what a reset keeps as the root.
+        canvas.dragOver(s_wait, QPointF(310, 210));
+        QVERIFY(canvas.view.preview()->parentModule());
+        canvas.leave();
+        canvas.view.resetDocument();
+        QCOMPARE(rootModules, QList<supermodule*>{canvas.main()});
+        canvas.view.newProgram();
+        QCOMPARE(canvas.blocks(), QList<supermodule*>{canvas.main()});
+        QVERIFY(canvas.view.preview()->scene());
+    }
+};
 
 QTEST_MAIN(GestureTest)
 #include "gesturetest.moc"

@@ -36,120 +36,112 @@ class SlotsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void thirtySubProgramsHaveTheirNames();
-    void deletingWithTheMainProgramAloneAlwaysAnswersWithTheMessage();
-    void newSubProgramAndNewTaskLeaveEverythingAsItWas();
-    void afterTheSwitchToTheMainProgramItsBlocksAreAllVisible();
-    void aSwitchShowsTheSlotsBlocksAlone();
-    void aDeletedSubProgramTakesItsBlocksAndGivesItsNameBack();
-    void aNameIsStoredAndShownOnItsBlocks();
-};
+    void thirtySubProgramsHaveTheirNames()
+    {
+        QCOMPARE(subProgramNames().size(), 30);
+        QCOMPARE(subProgramNames().at(0), qMakePair(404, QStringLiteral("子程序一")));
+        QCOMPARE(subProgramNames().at(10), qMakePair(414, QStringLiteral("子程序十一")));
+        QCOMPARE(subProgramNames().at(19), qMakePair(423, QStringLiteral("子程序二十")));
+        QCOMPARE(subProgramNames().at(29), qMakePair(433, QStringLiteral("子程序三十")));
+        QVERIFY(defaultSubProgramName(403).isEmpty());
+        QVERIFY(defaultSubProgramName(434).isEmpty());
+    }
 
-void SlotsTest::thirtySubProgramsHaveTheirNames()
-{
-    QCOMPARE(subProgramNames().size(), 30);
-    QCOMPARE(subProgramNames().at(0), qMakePair(404, QStringLiteral("子程序一")));
-    QCOMPARE(subProgramNames().at(10), qMakePair(414, QStringLiteral("子程序十一")));
-    QCOMPARE(subProgramNames().at(19), qMakePair(423, QStringLiteral("子程序二十")));
-    QCOMPARE(subProgramNames().at(29), qMakePair(433, QStringLiteral("子程序三十")));
-    QVERIFY(defaultSubProgramName(403).isEmpty());
-    QVERIFY(defaultSubProgramName(434).isEmpty());
-}
+    void deletingWithTheMainProgramAloneAlwaysAnswersWithTheMessage()
+    {
+        CanvasFixture canvas;
+        QString title;
+        QString text;
+        QTimer::singleShot(0, [&] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (box) {
+                title = box->windowTitle();
+                text = box->text();
+                box->close();
+            }
+        });
+        canvas.view.OnDelSub();
+        QCOMPARE(title, QStringLiteral("提示"));
+        QCOMPARE(text, QStringLiteral("主程序不能删除"));
+        QCOMPARE(rootModules.size(), 1);
+    }
 
-void SlotsTest::deletingWithTheMainProgramAloneAlwaysAnswersWithTheMessage()
-{
-    CanvasFixture canvas;
-    QString title;
-    QString text;
-    QTimer::singleShot(0, [&] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (box) {
-            title = box->windowTitle();
-            text = box->text();
-            box->close();
+    void newSubProgramAndNewTaskLeaveEverythingAsItWas()
+    {
+        CanvasFixture canvas;
+        QSignalSpy updates(&canvas.view, &TzProgramView::moduleUpdateSignal);
+        canvas.view.OnNewSub();
+        canvas.view.OnNewTask();
+        QCOMPARE(rootModules, QList<supermodule*>{canvas.main()});
+        QCOMPARE(taskModules, QList<supermodule*>{canvas.main()});
+        QCOMPARE(canvas.blocks().size(), 1);
+        QVERIFY(updates.isEmpty());
+    }
+
+    void afterTheSwitchToTheMainProgramItsBlocksAreAllVisible()
+    {
+        CanvasFixture canvas;
+        canvas.dropBehind(canvas.main(), 103);
+        canvas.drop(101, QPointF(700, 400));
+        canvas.view.OnSwitchProgram(404);
+        for (const supermodule* block : canvas.blocks()) {
+            // The main block is a task's root too, and so goes with slot 0.
+            QVERIFY(!block->isVisible());
         }
-    });
-    canvas.view.OnDelSub();
-    QCOMPARE(title, QStringLiteral("提示"));
-    QCOMPARE(text, QStringLiteral("主程序不能删除"));
-    QCOMPARE(rootModules.size(), 1);
-}
-
-void SlotsTest::newSubProgramAndNewTaskLeaveEverythingAsItWas()
-{
-    CanvasFixture canvas;
-    QSignalSpy updates(&canvas.view, &TzProgramView::moduleUpdateSignal);
-    canvas.view.OnNewSub();
-    canvas.view.OnNewTask();
-    QCOMPARE(rootModules, QList<supermodule*>{canvas.main()});
-    QCOMPARE(taskModules, QList<supermodule*>{canvas.main()});
-    QCOMPARE(canvas.blocks().size(), 1);
-    QVERIFY(updates.isEmpty());
-}
-
-void SlotsTest::afterTheSwitchToTheMainProgramItsBlocksAreAllVisible()
-{
-    CanvasFixture canvas;
-    canvas.dropBehind(canvas.main(), 103);
-    canvas.drop(101, QPointF(700, 400));
-    canvas.view.OnSwitchProgram(404);
-    for (const supermodule* block : canvas.blocks()) {
-        // The main block is a task's root too, and so goes with slot 0.
-        QVERIFY(!block->isVisible());
+        QSignalSpy updates(&canvas.view, &TzProgramView::moduleUpdateSignal);
+        canvas.view.OnSwitchProgram(0);
+        for (const supermodule* block : canvas.blocks()) {
+            QVERIFY(block->isVisible());
+        }
+        QCOMPARE(updates.size(), 1);
     }
-    QSignalSpy updates(&canvas.view, &TzProgramView::moduleUpdateSignal);
-    canvas.view.OnSwitchProgram(0);
-    for (const supermodule* block : canvas.blocks()) {
-        QVERIFY(block->isVisible());
+
+    void aSwitchShowsTheSlotsBlocksAlone()
+    {
+        CanvasFixture canvas;
+        supermodule* own = canvas.dropBehind(canvas.main(), 103);
+        supermodule* root = addSubProgram(canvas, 405);
+        supermodule* loose = canvas.drop(101, QPointF(700, 400));
+        loose->ownid = 405;
+        canvas.view.OnSwitchProgram(405);
+        QVERIFY(root->isVisible());
+        QVERIFY(loose->isVisible());
+        QVERIFY(!own->isVisible());
+        QVERIFY(!canvas.main()->isVisible());
+        QVERIFY(canvas.view.generateVisibleCode(1).contains(QStringLiteral("void sub()")));
+        canvas.view.OnSwitchProgram(0);
+        QVERIFY(!root->isVisible());
+        QVERIFY(!loose->isVisible());
+        QVERIFY(own->isVisible());
     }
-    QCOMPARE(updates.size(), 1);
-}
 
-void SlotsTest::aSwitchShowsTheSlotsBlocksAlone()
-{
-    CanvasFixture canvas;
-    supermodule* own = canvas.dropBehind(canvas.main(), 103);
-    supermodule* root = addSubProgram(canvas, 405);
-    supermodule* loose = canvas.drop(101, QPointF(700, 400));
-    loose->ownid = 405;
-    canvas.view.OnSwitchProgram(405);
-    QVERIFY(root->isVisible());
-    QVERIFY(loose->isVisible());
-    QVERIFY(!own->isVisible());
-    QVERIFY(!canvas.main()->isVisible());
-    QVERIFY(canvas.view.generateVisibleCode(1).contains(QStringLiteral("void sub()")));
-    canvas.view.OnSwitchProgram(0);
-    QVERIFY(!root->isVisible());
-    QVERIFY(!loose->isVisible());
-    QVERIFY(own->isVisible());
-}
+    void aDeletedSubProgramTakesItsBlocksAndGivesItsNameBack()
+    {
+        CanvasFixture canvas;
+        addSubProgram(canvas, 405);
+        canvas.view.updateSubProgramName(405, QString());
+        supermodule* loose = canvas.drop(101, QPointF(700, 400));
+        loose->ownid = 405;
+        canvas.dropBehind(canvas.main(), 103);
+        canvas.view.OnSwitchProgram(405);
+        canvas.view.OnDelSub();
+        QCOMPARE(rootModules, QList<supermodule*>{canvas.main()});
+        QCOMPARE(canvas.blocks().size(), 2);
+        QCOMPARE(subProgramNames().at(1).second, QStringLiteral("子程序二"));
+        QVERIFY(canvas.main()->isVisible());
+    }
 
-void SlotsTest::aDeletedSubProgramTakesItsBlocksAndGivesItsNameBack()
-{
-    CanvasFixture canvas;
-    addSubProgram(canvas, 405);
-    canvas.view.updateSubProgramName(405, QString());
-    supermodule* loose = canvas.drop(101, QPointF(700, 400));
-    loose->ownid = 405;
-    canvas.dropBehind(canvas.main(), 103);
-    canvas.view.OnSwitchProgram(405);
-    canvas.view.OnDelSub();
-    QCOMPARE(rootModules, QList<supermodule*>{canvas.main()});
-    QCOMPARE(canvas.blocks().size(), 2);
-    QCOMPARE(subProgramNames().at(1).second, QStringLiteral("子程序二"));
-    QVERIFY(canvas.main()->isVisible());
-}
-
-void SlotsTest::aNameIsStoredAndShownOnItsBlocks()
-{
-    CanvasFixture canvas;
-    supermodule* root = addSubProgram(canvas, 406);
-    canvas.view.updateSubProgramName(406, QStringLiteral("dance"));
-    QCOMPARE(root->text(), QStringLiteral("dance"));
-    QCOMPARE(subProgramNames().at(2).second, QStringLiteral("dance"));
-    canvas.view.updateSubProgramName(77, QStringLiteral("nobody"));
-    canvas.view.updateSubProgramName(406, defaultSubProgramName(406));
-}
+    void aNameIsStoredAndShownOnItsBlocks()
+    {
+        CanvasFixture canvas;
+        supermodule* root = addSubProgram(canvas, 406);
+        canvas.view.updateSubProgramName(406, QStringLiteral("dance"));
+        QCOMPARE(root->text(), QStringLiteral("dance"));
+        QCOMPARE(subProgramNames().at(2).second, QStringLiteral("dance"));
+        canvas.view.updateSubProgramName(77, QStringLiteral("nobody"));
+        canvas.view.updateSubProgramName(406, defaultSubProgramName(406));
+    }
+};
 
 QTEST_MAIN(SlotsTest)
 #include "slotstest.moc"

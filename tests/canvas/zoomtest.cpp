@@ -5,81 +5,6 @@
 #include <QTest>
 #include <QWheelEvent>
 
-class ZoomTest : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void theScreenScaleFollowsTheScreensWidth_data();
-    void theScreenScaleFollowsTheScreensWidth();
-    void atTheUpperLimitTheFactorIsStoredButNotDrawn();
-    void fiveStepsDownStopAtTheLowerLimit();
-    void resetGoesBackToOne();
-    void theWheelOverTheStripScrollsSidewaysAndShowsItForASecond();
-    void theWheelOverTheStripsRightEndIsANormalWheel();
-};
-
-void ZoomTest::theScreenScaleFollowsTheScreensWidth_data()
-{
-    QTest::addColumn<int>("width");
-    QTest::addColumn<double>("scale");
-    QTest::newRow("narrow") << 1024 << 0.5;
-    QTest::newRow("1279") << 1279 << 0.5;
-    QTest::newRow("1280") << 1280 << 0.5;
-    QTest::newRow("1366") << 1366 << 0.5671875;
-    QTest::newRow("1600") << 1600 << 0.75;
-    QTest::newRow("1920") << 1920 << 1.0;
-    QTest::newRow("wide") << 3840 << 1.0;
-}
-
-void ZoomTest::theScreenScaleFollowsTheScreensWidth()
-{
-    QFETCH(int, width);
-    QFETCH(double, scale);
-    QCOMPARE(screenScale(width), scale);
-}
-
-void ZoomTest::atTheUpperLimitTheFactorIsStoredButNotDrawn()
-{
-    CanvasFixture canvas;
-    canvas.view.zoomView(0);
-    for (int i = 0; i < 9; ++i) {
-        canvas.view.zoomView(1);
-    }
-    QCOMPARE(canvas.view.zoomFactor(), 1.9);
-    const double drawn = canvas.view.matrix().m11();
-    QCOMPARE(drawn, 1.9 + TzProgramView::zoomBase());
-    canvas.view.zoomView(1);
-    QCOMPARE(canvas.view.zoomFactor(), 2.0);
-    QCOMPARE(canvas.view.matrix().m11(), drawn);
-    canvas.view.zoomView(1);
-    QCOMPARE(canvas.view.zoomFactor(), 2.0);
-    canvas.view.zoomView(-2);
-    QCOMPARE(canvas.view.zoomFactor(), 1.8);
-    QCOMPARE(canvas.view.matrix().m11(), 1.8 + TzProgramView::zoomBase());
-}
-
-void ZoomTest::fiveStepsDownStopAtTheLowerLimit()
-{
-    CanvasFixture canvas;
-    canvas.view.zoomView(0);
-    for (int i = 0; i < 5; ++i) {
-        canvas.view.zoomView(-1);
-    }
-    // Exactly: a factor a little above would be drawn, on a narrow screen as nothing at all.
-    QVERIFY(canvas.view.zoomFactor() == 0.5);
-    QCOMPARE(canvas.view.matrix().m11(), 0.6 + TzProgramView::zoomBase());
-}
-
-void ZoomTest::resetGoesBackToOne()
-{
-    CanvasFixture canvas;
-    canvas.view.zoomView(3);
-    canvas.view.zoomView(0);
-    QCOMPARE(canvas.view.zoomFactor(), 1.0);
-    QCOMPARE(canvas.view.matrix().m11(), 1.0 + TzProgramView::zoomBase());
-}
-
 namespace
 {
 void turnWheel(TzProgramView& p_view, const QPointF& p_at, int p_delta)
@@ -102,41 +27,108 @@ QWidget* strip(TzProgramView& p_view)
 }
 } // namespace
 
-void ZoomTest::theWheelOverTheStripScrollsSidewaysAndShowsItForASecond()
+class ZoomTest : public QObject
 {
-    CanvasFixture canvas;
-    QScrollBar* bar = canvas.view.horizontalScrollBar();
-    bar->setValue(500);
-    const int height = canvas.view.viewport()->height();
-    const int width = canvas.view.viewport()->width();
-    turnWheel(canvas.view, QPointF(200, height - 100), 120);
-    QCOMPARE(bar->value(), 548);
-    turnWheel(canvas.view, QPointF(200, height - 1), -33);
-    QCOMPARE(bar->value(), 548 - 13);
-    QWidget* area = strip(canvas.view);
-    QVERIFY(area && area->isVisible());
-    QCOMPARE(area->geometry(), QRect(0, height - 100, width - 100, 100));
-    const auto* timer = canvas.view.findChild<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
-    QVERIFY(timer && timer->isActive() && timer->isSingleShot());
-    QCOMPARE(timer->interval(), 1000);
-    QTRY_VERIFY_WITH_TIMEOUT(!area->isVisible(), 5000);
-}
+    Q_OBJECT
 
-void ZoomTest::theWheelOverTheStripsRightEndIsANormalWheel()
-{
-    CanvasFixture canvas;
-    canvas.view.horizontalScrollBar()->setValue(500);
-    canvas.view.verticalScrollBar()->setValue(500);
-    const QSize size = canvas.view.viewport()->size();
-    turnWheel(canvas.view, QPointF(size.width() - 100, size.height() - 50), -120);
-    QCOMPARE(canvas.view.horizontalScrollBar()->value(), 500);
-    QVERIFY(canvas.view.verticalScrollBar()->value() > 500);
-    QVERIFY(!strip(canvas.view)->isVisible());
-    const int before = canvas.view.verticalScrollBar()->value();
-    turnWheel(canvas.view, QPointF(200, size.height() - 101), -120);
-    QVERIFY(canvas.view.verticalScrollBar()->value() > before);
-    QVERIFY(!strip(canvas.view)->isVisible());
-}
+private slots:
+    void theScreenScaleFollowsTheScreensWidth_data()
+    {
+        QTest::addColumn<int>("width");
+        QTest::addColumn<double>("scale");
+        QTest::newRow("narrow") << 1024 << 0.5;
+        QTest::newRow("1279") << 1279 << 0.5;
+        QTest::newRow("1280") << 1280 << 0.5;
+        QTest::newRow("1366") << 1366 << 0.5671875;
+        QTest::newRow("1600") << 1600 << 0.75;
+        QTest::newRow("1920") << 1920 << 1.0;
+        QTest::newRow("wide") << 3840 << 1.0;
+    }
+
+    void theScreenScaleFollowsTheScreensWidth()
+    {
+        QFETCH(int, width);
+        QFETCH(double, scale);
+        QCOMPARE(screenScale(width), scale);
+    }
+
+    void atTheUpperLimitTheFactorIsStoredButNotDrawn()
+    {
+        CanvasFixture canvas;
+        canvas.view.zoomView(0);
+        for (int i = 0; i < 9; ++i) {
+            canvas.view.zoomView(1);
+        }
+        QCOMPARE(canvas.view.zoomFactor(), 1.9);
+        const double drawn = canvas.view.matrix().m11();
+        QCOMPARE(drawn, 1.9 + TzProgramView::zoomBase());
+        canvas.view.zoomView(1);
+        QCOMPARE(canvas.view.zoomFactor(), 2.0);
+        QCOMPARE(canvas.view.matrix().m11(), drawn);
+        canvas.view.zoomView(1);
+        QCOMPARE(canvas.view.zoomFactor(), 2.0);
+        canvas.view.zoomView(-2);
+        QCOMPARE(canvas.view.zoomFactor(), 1.8);
+        QCOMPARE(canvas.view.matrix().m11(), 1.8 + TzProgramView::zoomBase());
+    }
+
+    void fiveStepsDownStopAtTheLowerLimit()
+    {
+        CanvasFixture canvas;
+        canvas.view.zoomView(0);
+        for (int i = 0; i < 5; ++i) {
+            canvas.view.zoomView(-1);
+        }
+        // Exactly: a factor a little above would be drawn, on a narrow screen as nothing at all.
+        QVERIFY(canvas.view.zoomFactor() == 0.5);
+        QCOMPARE(canvas.view.matrix().m11(), 0.6 + TzProgramView::zoomBase());
+    }
+
+    void resetGoesBackToOne()
+    {
+        CanvasFixture canvas;
+        canvas.view.zoomView(3);
+        canvas.view.zoomView(0);
+        QCOMPARE(canvas.view.zoomFactor(), 1.0);
+        QCOMPARE(canvas.view.matrix().m11(), 1.0 + TzProgramView::zoomBase());
+    }
+
+    void theWheelOverTheStripScrollsSidewaysAndShowsItForASecond()
+    {
+        CanvasFixture canvas;
+        QScrollBar* bar = canvas.view.horizontalScrollBar();
+        bar->setValue(500);
+        const int height = canvas.view.viewport()->height();
+        const int width = canvas.view.viewport()->width();
+        turnWheel(canvas.view, QPointF(200, height - 100), 120);
+        QCOMPARE(bar->value(), 548);
+        turnWheel(canvas.view, QPointF(200, height - 1), -33);
+        QCOMPARE(bar->value(), 548 - 13);
+        QWidget* area = strip(canvas.view);
+        QVERIFY(area && area->isVisible());
+        QCOMPARE(area->geometry(), QRect(0, height - 100, width - 100, 100));
+        const auto* timer = canvas.view.findChild<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
+        QVERIFY(timer && timer->isActive() && timer->isSingleShot());
+        QCOMPARE(timer->interval(), 1000);
+        QTRY_VERIFY_WITH_TIMEOUT(!area->isVisible(), 5000);
+    }
+
+    void theWheelOverTheStripsRightEndIsANormalWheel()
+    {
+        CanvasFixture canvas;
+        canvas.view.horizontalScrollBar()->setValue(500);
+        canvas.view.verticalScrollBar()->setValue(500);
+        const QSize size = canvas.view.viewport()->size();
+        turnWheel(canvas.view, QPointF(size.width() - 100, size.height() - 50), -120);
+        QCOMPARE(canvas.view.horizontalScrollBar()->value(), 500);
+        QVERIFY(canvas.view.verticalScrollBar()->value() > 500);
+        QVERIFY(!strip(canvas.view)->isVisible());
+        const int before = canvas.view.verticalScrollBar()->value();
+        turnWheel(canvas.view, QPointF(200, size.height() - 101), -120);
+        QVERIFY(canvas.view.verticalScrollBar()->value() > before);
+        QVERIFY(!strip(canvas.view)->isVisible());
+    }
+};
 
 QTEST_MAIN(ZoomTest)
 #include "zoomtest.moc"

@@ -112,511 +112,479 @@ class GeneratorTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
+    void initTestCase() { QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false")); }
 
-    void anEmptyProjectIsJustItsFrame();
-    void theWorkedExampleComesOutLineByLine();
-    void everyFragmentFollowsTheOneBeforeWithoutASeparator();
-    void looseChainsAreNotInTheText();
-    void withNoVariableThereIsNoDeclaration();
-    void aVariableCountedTwiceIsDeclaredOnce();
-    void aVariableOfATaskAloneIsDeclared();
-    void declarationsOfAllKindsStandBetweenHeadAndProgram();
-    void eachTextCountsItsVariablesAnew();
-    void tasksAreNumberedByTheirPlaceInTheList();
-    void aTaskWithoutBlocksIsAnEmptyFrame();
-    void theTextOfATasksRootIsNotUsed();
-    void aBraceInAStringChangesTheDepthOfAllLinesAfterIt();
-    void subProgramsStandBeforeTheMainProgramWithTheirBrace();
-    void theVisibleTextHoldsTheShownSlotAndAllTasks();
-    void theVisibleTextWithoutAVisibleRootIsHeadBraceAndTasks();
-    void closingBracesShareTheirLinesAsTheBlocksLeaveThem();
-    void anotherLanguageGivesAnEmptyText_data();
-    void anotherLanguageGivesAnEmptyText();
-
-    void pythonOfAnyProjectIsItsHead();
-    void pythonOfTheVisibleProgramAndOfTheProjectIsTheSame();
-    void pythonOfAFragmentIsLaidOutWithoutBraces();
-    void pythonLeavesOutTasksAndDeclarations();
-    void pythonPutsSubProgramsBeforeTheMainProgram();
-    void pythonDropsLinesThatAreLeftBlank();
-
-    void theCanvasGivesTheTextOfItsProgram();
-    void theSourceFileHoldsTheTextUpToItsFirstNul();
-    void aSourceFileThatCanNotBeWrittenIsPassedOver();
-    void aDownloadWritesTheProjectInCAndRunsTheBuild();
-};
-
-void GeneratorTest::initTestCase()
-{
-    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
-}
-
-void GeneratorTest::anEmptyProjectIsJustItsFrame()
-{
-    const HandMade document;
-    const QString expected = joined({s_include, s_main, s_open, s_speeds, s_close});
-    QCOMPARE(generateProjectCode(CCode), expected);
-    QCOMPARE(generateVisibleCode(CCode), expected);
-}
-
-void GeneratorTest::theWorkedExampleComesOutLineByLine()
-{
-    HandMade document;
-    HandMade::add(document.root, 100)->setParamIndex(0);
-    supermodule* endless = HandMade::add(document.root, 303);
-    endless->setLeftModule(createModuleFromId(103));
-    // It uses the variable and says nothing.
-    auto* user = new writingBlock(QString());
-    user->names = {{0x1, 0}};
-    endless->left()->appendModule(user);
-    supermodule* task = document.chain();
-    HandMade::add(task, 101);
-    taskModules.insert(1, task);
-    const QString expected = joined({s_include,
-                                     {0, "int gi_1 = 0;"},
-                                     s_main,
-                                     s_open,
-                                     s_speeds,
-                                     {6, "speed1 = 30;"},
-                                     {6, "speed2 = 30;"},
-                                     {6, "speed3 = 30;"},
-                                     {6, "speed4 = 30;"},
-                                     {6, "while(1)"},
-                                     {6, "{"},
-                                     {6, "set_motor(1, speed1);set_motor(2, -speed2);}"},
-                                     s_close,
-                                     {0, "void user_task1()"},
-                                     {0, "{"},
-                                     {6, "wait(1);"},
-                                     {0, "}"}});
-    QCOMPARE(generateProjectCode(CCode), expected);
-    QCOMPARE(generateVisibleCode(CCode), expected);
-}
-
-void GeneratorTest::everyFragmentFollowsTheOneBeforeWithoutASeparator()
-{
-    HandMade document;
-    HandMade::add(document.root, new writingBlock(QStringLiteral("a;")));
-    HandMade::add(document.root, new writingBlock(QStringLiteral("b;\n")));
-    HandMade::add(document.root, new writingBlock(QStringLiteral("\nc;")));
-    HandMade::add(document.root, new writingBlock(QStringLiteral("d;")));
-    QCOMPARE(generateProjectCode(CCode),
-             joined({s_include, s_main, s_open, s_speeds, {6, "a;b;"}, {6, "c;d;"}, s_close}));
-}
-
-void GeneratorTest::looseChainsAreNotInTheText()
-{
-    HandMade document;
-    supermodule* loose = document.chain(createModuleFromId(103));
-    HandMade::add(loose, 105);
-    QCOMPARE(generateProjectCode(CCode), joined({s_include, s_main, s_open, s_speeds, s_close}));
-}
-
-void GeneratorTest::withNoVariableThereIsNoDeclaration()
-{
-    HandMade document;
-    HandMade::add(document.root, 103);
-    QVERIFY(generateProjectCode(CCode).startsWith(
-        QStringLiteral("#include \"vantrel.h\"\nvoid user_main()\n")));
-}
-
-void GeneratorTest::aVariableCountedTwiceIsDeclaredOnce()
-{
-    HandMade document;
-    auto* user = new writingBlock(QStringLiteral("a;\n"));
-    user->names = {{0x1, 2}, {0x1, 2}};
-    HandMade::add(document.root, user);
-    QCOMPARE(
-        generateProjectCode(CCode),
-        joined({s_include, {0, "int gi_3 = 0;"}, s_main, s_open, s_speeds, {6, "a;"}, s_close}));
-}
-
-void GeneratorTest::aVariableOfATaskAloneIsDeclared()
-{
-    HandMade document;
-    supermodule* task = document.chain();
-    auto* user = new writingBlock(QStringLiteral("t;\n"));
-    user->names = {{0x2, 9}};
-    HandMade::add(task, user);
-    taskModules.append(task);
-    const QString expected = joined({s_include,
-                                     {0, "float gf_10 = 0;"},
-                                     s_main,
-                                     s_open,
-                                     s_speeds,
-                                     s_close,
-                                     {0, "void user_task1()"},
-                                     {0, "{"},
-                                     {6, "t;"},
-                                     {0, "}"}});
-    QCOMPARE(generateProjectCode(CCode), expected);
-    QCOMPARE(generateVisibleCode(CCode), expected);
-}
-
-void GeneratorTest::declarationsOfAllKindsStandBetweenHeadAndProgram()
-{
-    HandMade document;
-    auto* user = new writingBlock(QStringLiteral("a;\n"));
-    user->names = {{0x20000, 0}, {0x20, 1}, {0x2000000, 0}, {0x2000, 0}, {0x20, 0}};
-    HandMade::add(document.root, user);
-    QCOMPARE(generateProjectCode(CCode), joined({s_include,
-                                                 {0, "int button_1 = 0;"},
-                                                 {0, "int button_2 = 0;"},
-                                                 {0, "float time_1 = 0;"},
-                                                 {0, "int image_1 = 0;"},
-                                                 s_main,
-                                                 s_open,
-                                                 s_speeds,
-                                                 {6, "a;"},
-                                                 s_close}));
-}
-
-void GeneratorTest::eachTextCountsItsVariablesAnew()
-{
-    HandMade document;
-    auto* user = new writingBlock(QStringLiteral("a;\n"));
-    user->names = {{0x1, 0}};
-    HandMade::add(document.root, user);
-    variableName(0x4, 5);
-    QVERIFY(generateProjectCode(CCode).contains(QStringLiteral("int gi_1 = 0;")));
-    QCOMPARE(variableUse.value(0x4).at(5), 0);
-    document.root->removeChild(user);
-    QVERIFY(!generateProjectCode(CCode).contains(QStringLiteral("gi_1")));
-    QVERIFY(variableUse.value(0x1).at(0) == 0);
-    delete user;
-}
-
-void GeneratorTest::tasksAreNumberedByTheirPlaceInTheList()
-{
-    HandMade document;
-    supermodule* older = document.chain();
-    HandMade::add(older, new writingBlock(QStringLiteral("older;\n")));
-    taskModules.insert(1, older);
-    QVERIFY(generateProjectCode(CCode).contains(
-        QStringLiteral("void user_task1()\n{\n      older;\n}\n")));
-    // A new task comes in front of the older ones, which then have other numbers.
-    supermodule* newer = document.chain();
-    HandMade::add(newer, new writingBlock(QStringLiteral("newer;\n")));
-    taskModules.insert(1, newer);
-    QCOMPARE(generateProjectCode(CCode), joined({s_include,
-                                                 s_main,
-                                                 s_open,
-                                                 s_speeds,
-                                                 s_close,
-                                                 {0, "void user_task1()"},
-                                                 {0, "{"},
-                                                 {6, "newer;"},
-                                                 {0, "}"},
-                                                 {0, "void user_task2()"},
-                                                 {0, "{"},
-                                                 {6, "older;"},
-                                                 {0, "}"}}));
-}
-
-void GeneratorTest::aTaskWithoutBlocksIsAnEmptyFrame()
-{
-    HandMade document;
-    taskModules.append(document.chain());
-    QCOMPARE(generateProjectCode(CCode), joined({s_include,
-                                                 s_main,
-                                                 s_open,
-                                                 s_speeds,
-                                                 s_close,
-                                                 {0, "void user_task1()"},
-                                                 {0, "{"},
-                                                 {0, "}"}}));
-}
-
-void GeneratorTest::theTextOfATasksRootIsNotUsed()
-{
-    HandMade document;
-    auto* root = new writingBlock(QStringLiteral("never;\n"));
-    root->names = {{0x1, 0}};
-    taskModules.append(document.chain(root));
-    const QString text = generateProjectCode(CCode);
-    QVERIFY(!text.contains(QStringLiteral("never")));
-    QVERIFY(!text.contains(QStringLiteral("gi_1")));
-}
-
-void GeneratorTest::aBraceInAStringChangesTheDepthOfAllLinesAfterIt()
-{
-    HandMade document;
-    HandMade::add(document.root, new writingBlock(QStringLiteral("Printf(\"{\");\na;\n")));
-    supermodule* task = document.chain();
-    HandMade::add(task, new writingBlock(QStringLiteral("t;\n")));
-    taskModules.append(task);
-    QCOMPARE(generateProjectCode(CCode), joined({s_include,
-                                                 s_main,
-                                                 s_open,
-                                                 s_speeds,
-                                                 {6, "Printf(\"{\");"},
-                                                 {12, "a;"},
-                                                 {6, "}"},
-                                                 {6, "void user_task1()"},
-                                                 {6, "{"},
-                                                 {12, "t;"},
-                                                 {6, "}"}}));
-}
-
-void GeneratorTest::subProgramsStandBeforeTheMainProgramWithTheirBrace()
-{
-    HandMade document;
-    supermodule* first = document.chain(new writingBlock(QStringLiteral("void first()\n{\n")));
-    HandMade::add(first, 101);
-    supermodule* second = document.chain(new writingBlock(QStringLiteral("void second()\n{\n")));
-    rootModules = {document.root, first, second};
-    HandMade::add(document.root, 117);
-    QCOMPARE(generateProjectCode(CCode), joined({s_include,
-                                                 {0, "void first()"},
-                                                 {0, "{"},
-                                                 {6, "wait(1);"},
-                                                 {0, "}"},
-                                                 {0, "void second()"},
-                                                 {0, "{"},
-                                                 {0, "}"},
-                                                 s_main,
-                                                 s_open,
-                                                 s_speeds,
-                                                 {6, "set_motor(3, 0);"},
-                                                 s_close}));
-}
-
-void GeneratorTest::theVisibleTextHoldsTheShownSlotAndAllTasks()
-{
-    HandMade document;
-    supermodule* sub = document.chain(new writingBlock(QStringLiteral("void sub()\n{\n")));
-    HandMade::add(sub, 101);
-    rootModules = {document.root, sub};
-    supermodule* task = document.chain();
-    taskModules.append(task);
-    document.root->setVisible(false);
-    QCOMPARE(generateVisibleCode(CCode), joined({s_include,
-                                                 {0, "void sub()"},
-                                                 {0, "{"},
-                                                 {6, "wait(1);"},
-                                                 {0, "}"},
-                                                 {0, "void user_task1()"},
-                                                 {0, "{"},
-                                                 {0, "}"}}));
-    // The first visible one counts.
-    document.root->setVisible(true);
-    QVERIFY(!generateVisibleCode(CCode).contains(QStringLiteral("void sub()")));
-    QVERIFY(generateVisibleCode(CCode).contains(QStringLiteral("void user_main()")));
-}
-
-void GeneratorTest::theVisibleTextWithoutAVisibleRootIsHeadBraceAndTasks()
-{
-    HandMade document;
-    document.root->setVisible(false);
-    QCOMPARE(generateVisibleCode(CCode), joined({s_include, {0, "}"}}));
-    supermodule* task = document.chain();
-    auto* user = new writingBlock(QStringLiteral("t;\n"));
-    user->names = {{0x1, 0}};
-    HandMade::add(task, user);
-    taskModules.append(task);
-    // The lone brace takes the depth below zero, so that the task isn't indented.
-    QCOMPARE(generateVisibleCode(CCode), joined({s_include,
-                                                 {0, "int gi_1 = 0;"},
-                                                 {0, "}"},
-                                                 {0, "void user_task1()"},
-                                                 {0, "{"},
-                                                 {0, "t;"},
-                                                 {0, "}"}}));
-}
-
-void GeneratorTest::closingBracesShareTheirLinesAsTheBlocksLeaveThem()
-{
-    HandMade document;
-    supermodule* counted = HandMade::add(document.root, 301);
-    counted->setLeftModule(createModuleFromId(109));
-    HandMade::add(document.root, 106);
-    supermodule* until = HandMade::add(document.root, 307);
-    until->setLeftModule(createModuleFromId(109));
-    HandMade::add(document.root, 106);
-    QCOMPARE(generateProjectCode(CCode),
-             joined({s_include,
-                     s_main,
-                     s_open,
-                     s_speeds,
-                     {6, "for(int i = 0;i < 10; ++i)"},
-                     {6, "{"},
-                     {6, "set_motor(1, speed1);set_motor(2, speed2);}"
-                         "set_motor(1, -speed1);set_motor(2, -speed2);"
-                         "while(switch_state(5) == 0)"},
-                     {6, "{"},
-                     {12, "set_motor(1, speed1);set_motor(2, speed2);"},
-                     {6, "}"},
-                     {6, "set_motor(1, -speed1);set_motor(2, -speed2);"},
-                     s_close}));
-}
-
-void GeneratorTest::anotherLanguageGivesAnEmptyText_data()
-{
-    QTest::addColumn<int>("language");
-    for (const int language : {-1, 0, 3, 100}) {
-        QTest::newRow(qPrintable(QString::number(language))) << language;
+    void anEmptyProjectIsJustItsFrame()
+    {
+        const HandMade document;
+        const QString expected = joined({s_include, s_main, s_open, s_speeds, s_close});
+        QCOMPARE(generateProjectCode(CCode), expected);
+        QCOMPARE(generateVisibleCode(CCode), expected);
     }
-}
 
-void GeneratorTest::anotherLanguageGivesAnEmptyText()
-{
-    QFETCH(int, language);
-    HandMade document;
-    HandMade::add(document.root, 103);
-    QCOMPARE(generateProjectCode(language), QString());
-    QCOMPARE(generateVisibleCode(language), QString());
-}
-
-void GeneratorTest::pythonOfAnyProjectIsItsHead()
-{
-    HandMade document;
-    QCOMPARE(generateProjectCode(PythonCode), QStringLiteral("import Vantrel\n"));
-    for (const int id : {100, 104, 107, 301, 307, 309, 800, 900}) {
-        HandMade::add(document.root, id);
+    void theWorkedExampleComesOutLineByLine()
+    {
+        HandMade document;
+        HandMade::add(document.root, 100)->setParamIndex(0);
+        supermodule* endless = HandMade::add(document.root, 303);
+        endless->setLeftModule(createModuleFromId(103));
+        // It uses the variable and says nothing.
+        auto* user = new writingBlock(QString());
+        user->names = {{0x1, 0}};
+        endless->left()->appendModule(user);
+        supermodule* task = document.chain();
+        HandMade::add(task, 101);
+        taskModules.insert(1, task);
+        const QString expected = joined({s_include,
+                                         {0, "int gi_1 = 0;"},
+                                         s_main,
+                                         s_open,
+                                         s_speeds,
+                                         {6, "speed1 = 30;"},
+                                         {6, "speed2 = 30;"},
+                                         {6, "speed3 = 30;"},
+                                         {6, "speed4 = 30;"},
+                                         {6, "while(1)"},
+                                         {6, "{"},
+                                         {6, "set_motor(1, speed1);set_motor(2, -speed2);}"},
+                                         s_close,
+                                         {0, "void user_task1()"},
+                                         {0, "{"},
+                                         {6, "wait(1);"},
+                                         {0, "}"}});
+        QCOMPARE(generateProjectCode(CCode), expected);
+        QCOMPARE(generateVisibleCode(CCode), expected);
     }
-    HandMade::add(document.root, 303)->setLeftModule(createModuleFromId(103));
-    QCOMPARE(generateProjectCode(PythonCode), QStringLiteral("import Vantrel\n"));
-    QCOMPARE(generateVisibleCode(PythonCode), QStringLiteral("import Vantrel\n"));
-}
 
-void GeneratorTest::pythonOfTheVisibleProgramAndOfTheProjectIsTheSame()
-{
-    HandMade document;
-    supermodule* sub = document.chain(createModuleFromId(104));
-    rootModules = {document.root, sub};
-    HandMade::add(document.root, 103);
-    document.root->setVisible(false);
-    QCOMPARE(generateVisibleCode(PythonCode), generateProjectCode(PythonCode));
-    QCOMPARE(generateVisibleCode(PythonCode), QStringLiteral("import Vantrel\n"));
-}
+    void everyFragmentFollowsTheOneBeforeWithoutASeparator()
+    {
+        HandMade document;
+        HandMade::add(document.root, new writingBlock(QStringLiteral("a;")));
+        HandMade::add(document.root, new writingBlock(QStringLiteral("b;\n")));
+        HandMade::add(document.root, new writingBlock(QStringLiteral("\nc;")));
+        HandMade::add(document.root, new writingBlock(QStringLiteral("d;")));
+        QCOMPARE(generateProjectCode(CCode),
+                 joined({s_include, s_main, s_open, s_speeds, {6, "a;b;"}, {6, "c;d;"}, s_close}));
+    }
 
-void GeneratorTest::pythonOfAFragmentIsLaidOutWithoutBraces()
-{
-    HandMade document;
-    HandMade::add(document.root,
-                  new writingBlock(QString(), QStringLiteral("while x:\n{\nrun()\n}\n")));
-    HandMade::add(document.root, new writingBlock(QString(), QStringLiteral("stop()\n")));
-    const QString expected = QStringLiteral("import Vantrel\nwhile x:\n      run()\nstop()\n");
-    QCOMPARE(generateProjectCode(PythonCode), expected);
-    QCOMPARE(generateVisibleCode(PythonCode), expected);
-}
+    void looseChainsAreNotInTheText()
+    {
+        HandMade document;
+        supermodule* loose = document.chain(createModuleFromId(103));
+        HandMade::add(loose, 105);
+        QCOMPARE(generateProjectCode(CCode),
+                 joined({s_include, s_main, s_open, s_speeds, s_close}));
+    }
 
-void GeneratorTest::pythonLeavesOutTasksAndDeclarations()
-{
-    HandMade document;
-    auto* user = new writingBlock(QStringLiteral("c;"), QStringLiteral("p()\n"));
-    user->names = {{0x1, 0}};
-    HandMade::add(document.root, user);
-    supermodule* task = document.chain();
-    HandMade::add(task, new writingBlock(QStringLiteral("t;"), QStringLiteral("t()\n")));
-    taskModules.append(task);
-    variableName(0x1, 3);
-    QCOMPARE(generateProjectCode(PythonCode), QStringLiteral("import Vantrel\np()\n"));
-    QCOMPARE(generateVisibleCode(PythonCode), QStringLiteral("import Vantrel\np()\n"));
-    QCOMPARE(variableUse.value(0x1), QVector<int>(10, 0));
-}
+    void withNoVariableThereIsNoDeclaration()
+    {
+        HandMade document;
+        HandMade::add(document.root, 103);
+        QVERIFY(generateProjectCode(CCode).startsWith(
+            QStringLiteral("#include \"vantrel.h\"\nvoid user_main()\n")));
+    }
 
-void GeneratorTest::pythonPutsSubProgramsBeforeTheMainProgram()
-{
-    HandMade document;
-    supermodule* sub = document.chain(new writingBlock(QString(), QStringLiteral("def s():\n{\n")));
-    HandMade::add(sub, new writingBlock(QString(), QStringLiteral("a()\n}\n")));
-    rootModules = {document.root, sub};
-    HandMade::add(document.root, new writingBlock(QString(), QStringLiteral("s()\n")));
-    QCOMPARE(generateProjectCode(PythonCode),
-             QStringLiteral("import Vantrel\ndef s():\n      a()\ns()\n"));
-    QCOMPARE(generateVisibleCode(PythonCode), QStringLiteral("import Vantrel\ns()\n"));
-    document.root->setVisible(false);
-    QCOMPARE(generateVisibleCode(PythonCode),
-             QStringLiteral("import Vantrel\ndef s():\n      a()\n"));
-}
+    void aVariableCountedTwiceIsDeclaredOnce()
+    {
+        HandMade document;
+        auto* user = new writingBlock(QStringLiteral("a;\n"));
+        user->names = {{0x1, 2}, {0x1, 2}};
+        HandMade::add(document.root, user);
+        QCOMPARE(
+            generateProjectCode(CCode),
+            joined(
+                {s_include, {0, "int gi_3 = 0;"}, s_main, s_open, s_speeds, {6, "a;"}, s_close}));
+    }
 
-void GeneratorTest::pythonDropsLinesThatAreLeftBlank()
-{
-    HandMade document;
-    // A brace inside a line splits it, and what is left behind the inner one is blank.
-    HandMade::add(document.root,
-                  new writingBlock(QString(), QStringLiteral("if a:\n{\nif b:\n{\nc()\n}   \n}\n"
-                                                             "x{y\n")));
-    QCOMPARE(generateProjectCode(PythonCode),
-             QStringLiteral("import Vantrel\nif a:\n      if b:\n            c()\nx\ny\n"));
-}
+    void aVariableOfATaskAloneIsDeclared()
+    {
+        HandMade document;
+        supermodule* task = document.chain();
+        auto* user = new writingBlock(QStringLiteral("t;\n"));
+        user->names = {{0x2, 9}};
+        HandMade::add(task, user);
+        taskModules.append(task);
+        const QString expected = joined({s_include,
+                                         {0, "float gf_10 = 0;"},
+                                         s_main,
+                                         s_open,
+                                         s_speeds,
+                                         s_close,
+                                         {0, "void user_task1()"},
+                                         {0, "{"},
+                                         {6, "t;"},
+                                         {0, "}"}});
+        QCOMPARE(generateProjectCode(CCode), expected);
+        QCOMPARE(generateVisibleCode(CCode), expected);
+    }
 
-void GeneratorTest::theCanvasGivesTheTextOfItsProgram()
-{
-    CanvasFixture canvas;
-    supermodule* forward = canvas.dropBehind(canvas.main(), 103);
-    canvas.dropBehind(forward, 101);
-    canvas.drop(105, {700, 450});
-    const QString expected = joined({s_include,
-                                     s_main,
-                                     s_open,
-                                     s_speeds,
-                                     {6, "set_motor(1, speed1);set_motor(2, -speed2);wait(1);"},
-                                     s_close});
-    QCOMPARE(canvas.view.generateVisibleCode(1), expected);
-    QCOMPARE(canvas.view.generateProjectCode(1), expected);
-    QCOMPARE(canvas.view.generateVisibleCode(2), QStringLiteral("import Vantrel\n"));
-    QCOMPARE(canvas.view.generateProjectCode(3), QString());
-}
+    void declarationsOfAllKindsStandBetweenHeadAndProgram()
+    {
+        HandMade document;
+        auto* user = new writingBlock(QStringLiteral("a;\n"));
+        user->names = {{0x20000, 0}, {0x20, 1}, {0x2000000, 0}, {0x2000, 0}, {0x20, 0}};
+        HandMade::add(document.root, user);
+        QCOMPARE(generateProjectCode(CCode), joined({s_include,
+                                                     {0, "int button_1 = 0;"},
+                                                     {0, "int button_2 = 0;"},
+                                                     {0, "float time_1 = 0;"},
+                                                     {0, "int image_1 = 0;"},
+                                                     s_main,
+                                                     s_open,
+                                                     s_speeds,
+                                                     {6, "a;"},
+                                                     s_close}));
+    }
 
-void GeneratorTest::theSourceFileHoldsTheTextUpToItsFirstNul()
-{
-    const QString folder = QCoreApplication::applicationDirPath();
-    QCOMPARE(QDir::cleanPath(userMainPath()), folder + "/gcc/example/user_main.c");
-    QVERIFY(QDir(folder).mkpath(QStringLiteral("gcc/example")));
-    const auto written = [] {
-        QFile file(userMainPath());
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-    };
-    writeUserMain(QStringLiteral("a line that is longer than the next text\n"));
-    writeUserMain(QString::fromUtf8("// 积木\nb;\n"));
-    QCOMPARE(written(), QByteArray("// \xe7\xa7\xaf\xe6\x9c\xa8\nb;\n"));
-    writeUserMain(QStringLiteral("c;") + QChar(0) + QStringLiteral("d;"));
-    QCOMPARE(written(), QByteArray("c;"));
-    writeUserMain(QString());
-    QCOMPARE(written(), QByteArray());
-    QVERIFY(QDir(folder + "/gcc").removeRecursively());
-}
+    void eachTextCountsItsVariablesAnew()
+    {
+        HandMade document;
+        auto* user = new writingBlock(QStringLiteral("a;\n"));
+        user->names = {{0x1, 0}};
+        HandMade::add(document.root, user);
+        variableName(0x4, 5);
+        QVERIFY(generateProjectCode(CCode).contains(QStringLiteral("int gi_1 = 0;")));
+        QCOMPARE(variableUse.value(0x4).at(5), 0);
+        document.root->removeChild(user);
+        QVERIFY(!generateProjectCode(CCode).contains(QStringLiteral("gi_1")));
+        QVERIFY(variableUse.value(0x1).at(0) == 0);
+        delete user;
+    }
 
-void GeneratorTest::aSourceFileThatCanNotBeWrittenIsPassedOver()
-{
-    QVERIFY(!QFile::exists(QCoreApplication::applicationDirPath() + "/gcc"));
-    writeUserMain(QStringLiteral("a;\n"));
-    QVERIFY(!QFile::exists(QCoreApplication::applicationDirPath() + "/gcc"));
-}
+    void tasksAreNumberedByTheirPlaceInTheList()
+    {
+        HandMade document;
+        supermodule* older = document.chain();
+        HandMade::add(older, new writingBlock(QStringLiteral("older;\n")));
+        taskModules.insert(1, older);
+        QVERIFY(generateProjectCode(CCode).contains(
+            QStringLiteral("void user_task1()\n{\n      older;\n}\n")));
+        // A new task comes in front of the older ones, which then have other numbers.
+        supermodule* newer = document.chain();
+        HandMade::add(newer, new writingBlock(QStringLiteral("newer;\n")));
+        taskModules.insert(1, newer);
+        QCOMPARE(generateProjectCode(CCode), joined({s_include,
+                                                     s_main,
+                                                     s_open,
+                                                     s_speeds,
+                                                     s_close,
+                                                     {0, "void user_task1()"},
+                                                     {0, "{"},
+                                                     {6, "newer;"},
+                                                     {0, "}"},
+                                                     {0, "void user_task2()"},
+                                                     {0, "{"},
+                                                     {6, "older;"},
+                                                     {0, "}"}}));
+    }
 
-void GeneratorTest::aDownloadWritesTheProjectInCAndRunsTheBuild()
-{
-    const QString folder = QCoreApplication::applicationDirPath();
-    QVERIFY(QDir(folder).mkpath(QStringLiteral("gcc/example")));
-    CanvasFixture canvas;
-    canvas.dropBehind(canvas.main(), 117);
-    QStringList runs;
-    QByteArray source;
-    canvas.view.setBuildRunner([&](const QString& p_name, int p_tasks) {
-        // The source is there when the build begins.
-        QFile file(userMainPath());
-        if (file.open(QIODevice::ReadOnly)) {
-            source = file.readAll();
+    void aTaskWithoutBlocksIsAnEmptyFrame()
+    {
+        HandMade document;
+        taskModules.append(document.chain());
+        QCOMPARE(generateProjectCode(CCode), joined({s_include,
+                                                     s_main,
+                                                     s_open,
+                                                     s_speeds,
+                                                     s_close,
+                                                     {0, "void user_task1()"},
+                                                     {0, "{"},
+                                                     {0, "}"}}));
+    }
+
+    void theTextOfATasksRootIsNotUsed()
+    {
+        HandMade document;
+        auto* root = new writingBlock(QStringLiteral("never;\n"));
+        root->names = {{0x1, 0}};
+        taskModules.append(document.chain(root));
+        const QString text = generateProjectCode(CCode);
+        QVERIFY(!text.contains(QStringLiteral("never")));
+        QVERIFY(!text.contains(QStringLiteral("gi_1")));
+    }
+
+    void aBraceInAStringChangesTheDepthOfAllLinesAfterIt()
+    {
+        HandMade document;
+        HandMade::add(document.root, new writingBlock(QStringLiteral("Printf(\"{\");\na;\n")));
+        supermodule* task = document.chain();
+        HandMade::add(task, new writingBlock(QStringLiteral("t;\n")));
+        taskModules.append(task);
+        QCOMPARE(generateProjectCode(CCode), joined({s_include,
+                                                     s_main,
+                                                     s_open,
+                                                     s_speeds,
+                                                     {6, "Printf(\"{\");"},
+                                                     {12, "a;"},
+                                                     {6, "}"},
+                                                     {6, "void user_task1()"},
+                                                     {6, "{"},
+                                                     {12, "t;"},
+                                                     {6, "}"}}));
+    }
+
+    void subProgramsStandBeforeTheMainProgramWithTheirBrace()
+    {
+        HandMade document;
+        supermodule* first = document.chain(new writingBlock(QStringLiteral("void first()\n{\n")));
+        HandMade::add(first, 101);
+        supermodule* second =
+            document.chain(new writingBlock(QStringLiteral("void second()\n{\n")));
+        rootModules = {document.root, first, second};
+        HandMade::add(document.root, 117);
+        QCOMPARE(generateProjectCode(CCode), joined({s_include,
+                                                     {0, "void first()"},
+                                                     {0, "{"},
+                                                     {6, "wait(1);"},
+                                                     {0, "}"},
+                                                     {0, "void second()"},
+                                                     {0, "{"},
+                                                     {0, "}"},
+                                                     s_main,
+                                                     s_open,
+                                                     s_speeds,
+                                                     {6, "set_motor(3, 0);"},
+                                                     s_close}));
+    }
+
+    void theVisibleTextHoldsTheShownSlotAndAllTasks()
+    {
+        HandMade document;
+        supermodule* sub = document.chain(new writingBlock(QStringLiteral("void sub()\n{\n")));
+        HandMade::add(sub, 101);
+        rootModules = {document.root, sub};
+        supermodule* task = document.chain();
+        taskModules.append(task);
+        document.root->setVisible(false);
+        QCOMPARE(generateVisibleCode(CCode), joined({s_include,
+                                                     {0, "void sub()"},
+                                                     {0, "{"},
+                                                     {6, "wait(1);"},
+                                                     {0, "}"},
+                                                     {0, "void user_task1()"},
+                                                     {0, "{"},
+                                                     {0, "}"}}));
+        // The first visible one counts.
+        document.root->setVisible(true);
+        QVERIFY(!generateVisibleCode(CCode).contains(QStringLiteral("void sub()")));
+        QVERIFY(generateVisibleCode(CCode).contains(QStringLiteral("void user_main()")));
+    }
+
+    void theVisibleTextWithoutAVisibleRootIsHeadBraceAndTasks()
+    {
+        HandMade document;
+        document.root->setVisible(false);
+        QCOMPARE(generateVisibleCode(CCode), joined({s_include, {0, "}"}}));
+        supermodule* task = document.chain();
+        auto* user = new writingBlock(QStringLiteral("t;\n"));
+        user->names = {{0x1, 0}};
+        HandMade::add(task, user);
+        taskModules.append(task);
+        // The lone brace takes the depth below zero, so that the task isn't indented.
+        QCOMPARE(generateVisibleCode(CCode), joined({s_include,
+                                                     {0, "int gi_1 = 0;"},
+                                                     {0, "}"},
+                                                     {0, "void user_task1()"},
+                                                     {0, "{"},
+                                                     {0, "t;"},
+                                                     {0, "}"}}));
+    }
+
+    void closingBracesShareTheirLinesAsTheBlocksLeaveThem()
+    {
+        HandMade document;
+        supermodule* counted = HandMade::add(document.root, 301);
+        counted->setLeftModule(createModuleFromId(109));
+        HandMade::add(document.root, 106);
+        supermodule* until = HandMade::add(document.root, 307);
+        until->setLeftModule(createModuleFromId(109));
+        HandMade::add(document.root, 106);
+        QCOMPARE(generateProjectCode(CCode),
+                 joined({s_include,
+                         s_main,
+                         s_open,
+                         s_speeds,
+                         {6, "for(int i = 0;i < 10; ++i)"},
+                         {6, "{"},
+                         {6, "set_motor(1, speed1);set_motor(2, speed2);}"
+                             "set_motor(1, -speed1);set_motor(2, -speed2);"
+                             "while(switch_state(5) == 0)"},
+                         {6, "{"},
+                         {12, "set_motor(1, speed1);set_motor(2, speed2);"},
+                         {6, "}"},
+                         {6, "set_motor(1, -speed1);set_motor(2, -speed2);"},
+                         s_close}));
+    }
+
+    void anotherLanguageGivesAnEmptyText_data()
+    {
+        QTest::addColumn<int>("language");
+        for (const int language : {-1, 0, 3, 100}) {
+            QTest::newRow(qPrintable(QString::number(language))) << language;
         }
-        runs << QStringLiteral("%1 %2").arg(p_name).arg(p_tasks);
-    });
-    canvas.view.OnDownload(QStringLiteral("car"));
-    const QString expected =
-        joined({s_include, s_main, s_open, s_speeds, {6, "set_motor(3, 0);"}, s_close});
-    QCOMPARE(runs, QStringList{"car 0"});
-    QCOMPARE(QString::fromUtf8(source), expected);
-    // Each task is counted, the main program not.
-    writingBlock task{QString()};
-    taskModules.append(&task);
-    canvas.view.OnDownload(QStringLiteral("car2"));
-    taskModules.removeOne(&task);
-    QCOMPARE(runs.last(), QStringLiteral("car2 1"));
-    QVERIFY(source.contains("void user_task1()"));
-    QVERIFY(QDir(folder + "/gcc").removeRecursively());
-}
+    }
+
+    void anotherLanguageGivesAnEmptyText()
+    {
+        QFETCH(int, language);
+        HandMade document;
+        HandMade::add(document.root, 103);
+        QCOMPARE(generateProjectCode(language), QString());
+        QCOMPARE(generateVisibleCode(language), QString());
+    }
+
+    void pythonOfAnyProjectIsItsHead()
+    {
+        HandMade document;
+        QCOMPARE(generateProjectCode(PythonCode), QStringLiteral("import Vantrel\n"));
+        for (const int id : {100, 104, 107, 301, 307, 309, 800, 900}) {
+            HandMade::add(document.root, id);
+        }
+        HandMade::add(document.root, 303)->setLeftModule(createModuleFromId(103));
+        QCOMPARE(generateProjectCode(PythonCode), QStringLiteral("import Vantrel\n"));
+        QCOMPARE(generateVisibleCode(PythonCode), QStringLiteral("import Vantrel\n"));
+    }
+
+    void pythonOfTheVisibleProgramAndOfTheProjectIsTheSame()
+    {
+        HandMade document;
+        supermodule* sub = document.chain(createModuleFromId(104));
+        rootModules = {document.root, sub};
+        HandMade::add(document.root, 103);
+        document.root->setVisible(false);
+        QCOMPARE(generateVisibleCode(PythonCode), generateProjectCode(PythonCode));
+        QCOMPARE(generateVisibleCode(PythonCode), QStringLiteral("import Vantrel\n"));
+    }
+
+    void pythonOfAFragmentIsLaidOutWithoutBraces()
+    {
+        HandMade document;
+        HandMade::add(document.root,
+                      new writingBlock(QString(), QStringLiteral("while x:\n{\nrun()\n}\n")));
+        HandMade::add(document.root, new writingBlock(QString(), QStringLiteral("stop()\n")));
+        const QString expected = QStringLiteral("import Vantrel\nwhile x:\n      run()\nstop()\n");
+        QCOMPARE(generateProjectCode(PythonCode), expected);
+        QCOMPARE(generateVisibleCode(PythonCode), expected);
+    }
+
+    void pythonLeavesOutTasksAndDeclarations()
+    {
+        HandMade document;
+        auto* user = new writingBlock(QStringLiteral("c;"), QStringLiteral("p()\n"));
+        user->names = {{0x1, 0}};
+        HandMade::add(document.root, user);
+        supermodule* task = document.chain();
+        HandMade::add(task, new writingBlock(QStringLiteral("t;"), QStringLiteral("t()\n")));
+        taskModules.append(task);
+        variableName(0x1, 3);
+        QCOMPARE(generateProjectCode(PythonCode), QStringLiteral("import Vantrel\np()\n"));
+        QCOMPARE(generateVisibleCode(PythonCode), QStringLiteral("import Vantrel\np()\n"));
+        QCOMPARE(variableUse.value(0x1), QVector<int>(10, 0));
+    }
+
+    void pythonPutsSubProgramsBeforeTheMainProgram()
+    {
+        HandMade document;
+        supermodule* sub =
+            document.chain(new writingBlock(QString(), QStringLiteral("def s():\n{\n")));
+        HandMade::add(sub, new writingBlock(QString(), QStringLiteral("a()\n}\n")));
+        rootModules = {document.root, sub};
+        HandMade::add(document.root, new writingBlock(QString(), QStringLiteral("s()\n")));
+        QCOMPARE(generateProjectCode(PythonCode),
+                 QStringLiteral("import Vantrel\ndef s():\n      a()\ns()\n"));
+        QCOMPARE(generateVisibleCode(PythonCode), QStringLiteral("import Vantrel\ns()\n"));
+        document.root->setVisible(false);
+        QCOMPARE(generateVisibleCode(PythonCode),
+                 QStringLiteral("import Vantrel\ndef s():\n      a()\n"));
+    }
+
+    void pythonDropsLinesThatAreLeftBlank()
+    {
+        HandMade document;
+        // A brace inside a line splits it, and what is left behind the inner one is blank.
+        HandMade::add(
+            document.root,
+            new writingBlock(QString(), QStringLiteral("if a:\n{\nif b:\n{\nc()\n}   \n}\n"
+                                                       "x{y\n")));
+        QCOMPARE(generateProjectCode(PythonCode),
+                 QStringLiteral("import Vantrel\nif a:\n      if b:\n            c()\nx\ny\n"));
+    }
+
+    void theCanvasGivesTheTextOfItsProgram()
+    {
+        CanvasFixture canvas;
+        supermodule* forward = canvas.dropBehind(canvas.main(), 103);
+        canvas.dropBehind(forward, 101);
+        canvas.drop(105, {700, 450});
+        const QString expected = joined({s_include,
+                                         s_main,
+                                         s_open,
+                                         s_speeds,
+                                         {6, "set_motor(1, speed1);set_motor(2, -speed2);wait(1);"},
+                                         s_close});
+        QCOMPARE(canvas.view.generateVisibleCode(1), expected);
+        QCOMPARE(canvas.view.generateProjectCode(1), expected);
+        QCOMPARE(canvas.view.generateVisibleCode(2), QStringLiteral("import Vantrel\n"));
+        QCOMPARE(canvas.view.generateProjectCode(3), QString());
+    }
+
+    void theSourceFileHoldsTheTextUpToItsFirstNul()
+    {
+        const QString folder = QCoreApplication::applicationDirPath();
+        QCOMPARE(QDir::cleanPath(userMainPath()), folder + "/gcc/example/user_main.c");
+        QVERIFY(QDir(folder).mkpath(QStringLiteral("gcc/example")));
+        const auto written = [] {
+            QFile file(userMainPath());
+            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+        };
+        writeUserMain(QStringLiteral("a line that is longer than the next text\n"));
+        writeUserMain(QString::fromUtf8("// 积木\nb;\n"));
+        QCOMPARE(written(), QByteArray("// \xe7\xa7\xaf\xe6\x9c\xa8\nb;\n"));
+        writeUserMain(QStringLiteral("c;") + QChar(0) + QStringLiteral("d;"));
+        QCOMPARE(written(), QByteArray("c;"));
+        writeUserMain(QString());
+        QCOMPARE(written(), QByteArray());
+        QVERIFY(QDir(folder + "/gcc").removeRecursively());
+    }
+
+    void aSourceFileThatCanNotBeWrittenIsPassedOver()
+    {
+        QVERIFY(!QFile::exists(QCoreApplication::applicationDirPath() + "/gcc"));
+        writeUserMain(QStringLiteral("a;\n"));
+        QVERIFY(!QFile::exists(QCoreApplication::applicationDirPath() + "/gcc"));
+    }
+
+    void aDownloadWritesTheProjectInCAndRunsTheBuild()
+    {
+        const QString folder = QCoreApplication::applicationDirPath();
+        QVERIFY(QDir(folder).mkpath(QStringLiteral("gcc/example")));
+        CanvasFixture canvas;
+        canvas.dropBehind(canvas.main(), 117);
+        QStringList runs;
+        QByteArray source;
+        canvas.view.setBuildRunner([&](const QString& p_name, int p_tasks) {
+            // The source is there when the build begins.
+            QFile file(userMainPath());
+            if (file.open(QIODevice::ReadOnly)) {
+                source = file.readAll();
+            }
+            runs << QStringLiteral("%1 %2").arg(p_name).arg(p_tasks);
+        });
+        canvas.view.OnDownload(QStringLiteral("car"));
+        const QString expected =
+            joined({s_include, s_main, s_open, s_speeds, {6, "set_motor(3, 0);"}, s_close});
+        QCOMPARE(runs, QStringList{"car 0"});
+        QCOMPARE(QString::fromUtf8(source), expected);
+        // Each task is counted, the main program not.
+        writingBlock task{QString()};
+        taskModules.append(&task);
+        canvas.view.OnDownload(QStringLiteral("car2"));
+        taskModules.removeOne(&task);
+        QCOMPARE(runs.last(), QStringLiteral("car2 1"));
+        QVERIFY(source.contains("void user_task1()"));
+        QVERIFY(QDir(folder + "/gcc").removeRecursively());
+    }
+};
 
 QTEST_MAIN(GeneratorTest)
 #include "generatortest.moc"

@@ -1,12 +1,10 @@
 #!/usr/bin/env python3
 """One program of all blocks in all their positions, and what the controller does when it runs.
 
-How this was made: what stands here was worked out by hand from what each block promises - the
-speed that a position of a block means, the wheels that a drive turns, the sound behind a picture,
-the dots of a sign - and written down as tables of block and value on one side and the effect on
-the controller on the other. Nothing of it comes from Tiler: neither its tables nor its text is
-read here, nor any of the controller's. A few lines of Python count
-on what effects leave behind: the four speeds and what a sensor said last.
+What a block does comes from tests/data/blocks.json, which was worked out by hand from what each
+block promises. Nothing of it comes from Tiler: neither its tables nor its text is read here, nor any of
+the controller's. robotmodel.py counts on what effects leave
+behind: the four speeds and what a sensor said last.
 
     everyblock.py project FILE        writes the program as a project file
     everyblock.py pictures            tells which dots each picture of the panels is to show
@@ -18,81 +16,17 @@ Gates stand at the program's beginning: loops that are closed unless a run opens
 sensor. Behind them stands what never ends.
 """
 
-import json
 import pathlib
 import subprocess
 import sys
 from xml.sax.saxutils import quoteattr
 
 from everyblocktables import *
+from robotmodel import CLOSED, FACES, KINDS, Robot, choices, number
 from tracecheck import Again, Comparison, Difference, Told, heard, show
 
-# Written down apart from the table that the pictures and the runtime are made from.
-FACES = {face["n"]: face for face in json.loads(
-    (pathlib.Path(__file__).resolve().parents[1] / "toolchain" / "faces.json")
-    .read_text("utf-8"))["faces"]}
 # The choices of the face block; the last ones only a file can hold.
 FACE_CHOICES = list(range(1, 13)) + [0, 13]
-
-PORTS = {port: "motor %s (%d)" % (letter, port) for port, letter in enumerate("?ABCD?")}
-DARK = [0] * 8
-
-
-def dotted(*displays):
-    return "".join("\n" + "  ".join(format(row, "08b").replace("0", ".").replace("1", "#")
-                                    for row in rows) for rows in zip(*displays))
-
-
-class Robot:
-    """Follows the effects of blocks and writes down what the controller is heard to do."""
-
-    def __init__(self):
-        self.speed = {1: 50, 2: 50, 3: 50, 4: 50}
-        self.read = {}
-        self.told = [Told("start")]
-
-    def motor(self, port, speed):
-        self.told.append(Told("%s speed %d" % (PORTS[port], speed)))
-
-    def drive(self, signs):
-        for sign in signs.split():
-            port = int(sign[0])
-            self.motor(port, self.speed[port] if sign[1] == "+" else -self.speed[port])
-
-    def wait(self, seconds):
-        self.told.append(Told("wait %g s" % seconds, max(seconds, 0)))
-
-    def sensor(self, kind, port, value, due=None):
-        """A reading is told when it is the first or differs from the one before."""
-        if self.read.get((kind, port)) != value:
-            self.told.append(Told("%s %d -> %d" % (kind, port, value), due=due))
-        self.read[kind, port] = value
-
-    def servo(self, number, position):
-        self.told.append(Told("servo %d speed 716 position %d" % (number, position)))
-
-    def sound(self, number):
-        self.told.append(Told("sound %d" % number))
-
-    def symbol(self, port, number):
-        known = number in SYMBOLS
-        self.told.append(Told("display %d symbol %d%s" % (port, number, "" if known else " unknown")
-                              + dotted(SYMBOLS[number] if known else DARK)))
-
-    def dark(self, port):
-        self.told.append(Told("display %d custom" % port + dotted(DARK)))
-
-    def face(self, number):
-        known = FACES.get(number)
-        left, right = known["rows"] if known else (DARK, DARK)
-        self.told.append(Told("display 2 3 emoji %d %s" % (number, known["name"] if known else "unknown")
-                              + dotted(left, right)))
-
-    def again(self, effects, cut=False):
-        """Whatever is done here comes one or more times."""
-        outside, self.told = self.told, []
-        effects()
-        self.told = outside + [Again(self.told, cut)]
 
 
 class Block:
@@ -117,51 +51,45 @@ class Program:
         self.gates = []
 
     def put(self, block, *effects):
+        """A block, and what it does if that is another thing than the robot's model says."""
         self.blocks.append(block)
-        self.effects.extend(effects)
+        self.effects.extend(effects or [lambda robot: robot.do(block)])
 
-    def gate(self, kind, port, body, effects, cut=False):
+    def gate(self, kind, port, body):
         """A loop that only the run of its own enters, never to leave it."""
         value, name = {"touch": (1, UNTIL_TOUCH), "analogue": (499, UNTIL_INFRARED)}[kind]
-        closed = {"touch": 0, "analogue": 1000}[kind]
         before = list(self.effects)
 
         def opened(robot):
             for effect in before:
                 effect(robot)
             robot.sensor(kind, port, value)
-            for effect in effects:
-                effect(robot)
+            robot.chain(body)
+            # Nothing is heard of what follows the longest waits.
+            longest = [place for place, line in enumerate(robot.told)
+                       if isinstance(line, Told) and line.wait > 1000]
+            del robot.told[longest[0] + 1 if longest else len(robot.told):]
 
         self.gates.append(("%s %d" % (kind, port), ["%s:%d=%d" % (kind, port, value)], opened))
-        self.put(Block(name, body, port=port, bInfread=0),
-                 lambda robot: robot.sensor(kind, port, closed))
+        self.put(Block(name, body, port=port, bInfread=0))
 
     def pause(self, seconds=0.01):
-        self.put(Block(WAIT, n=seconds), lambda robot: robot.wait(seconds))
+        self.put(Block(WAIT, n=seconds))
 
     # What never ends.
 
     def all_gates(self):
-        text, long = LONGEST
-        timed = [(WAIT, None)] + list(TIMED_DRIVES.items())
+        text = LONGEST
         doors = [("touch", port) for port in range(1, 6)] + [("analogue", port) for port in range(1, 6)]
-        doors = iter(doors)
-        for kind, signs in timed:
-            self.gate(*next(doors), [Block(kind, n=text)],
-                      ([lambda robot, signs=signs: robot.drive(signs)] if signs else [])
-                      + [lambda robot: robot.wait(long)])
-        self.gate(*next(doors), [Block(MOTOR_CLOCKWISE_TIME, n=3, time=text)],
-                  [lambda robot: robot.motor(4, -50), lambda robot: robot.wait(long)])
-        self.gate(*next(doors), [Block(MOTOR_ANTICLOCKWISE_TIME, n=0, time=text)],
-                  [lambda robot: robot.motor(1, 50), lambda robot: robot.wait(long)])
-        self.gate(*next(doors), [Block(WAIT, n=LONGEST_WITH_POINT[0])],
-                  [lambda robot: robot.wait(LONGEST_WITH_POINT[1])])
-        self.gate(*next(doors), [Block(COUNTED, [Block(WAIT, n=0.1)], n=999999)],
-                  [lambda robot: robot.again(lambda: robot.wait(0.1), cut=True)])
-        # Nothing in it and nothing behind it.
-        self.gate(*next(doors), [Block(TRAFFIC, n=2), Block(ENDLESS)],
-                  [lambda robot: robot.sound(13)])
+        bodies = [[Block(kind, n=text)] for kind in (WAIT, *TIMED_DRIVES)] + [
+            [Block(MOTOR_CLOCKWISE_TIME, n=3, time=text)],
+            [Block(MOTOR_ANTICLOCKWISE_TIME, n=0, time=text)],
+            [Block(WAIT, n=LONGEST_WITH_POINT)],
+            [Block(COUNTED, [Block(WAIT, n=0.1)], n=999999)],
+            # Nothing in it and nothing behind it.
+            [Block(TRAFFIC, n=2), Block(ENDLESS)]]
+        for door, body in zip(doors, bodies):
+            self.gate(*door, body)
 
     # Sensors: while a block waits for its port, the ports before it are through already and those
     # after it are not, so each block must look at its own.
@@ -186,10 +114,10 @@ class Program:
                      *self.reading(kind, port, free, time + 0.6))
             time += 0.65
         # Ports and conditions that only a file can hold; a condition other than 1 is the second.
-        self.put(Block(UNTIL_TOUCH, port=0, bInfread=0), *self.reading("touch", 0, 0))
-        self.put(Block(WAIT_TOUCH, port=6, bInfread=2), *self.reading("touch", 6, 0))
-        self.put(Block(WAIT_INFRARED, port=-1, bInfread="true"), *self.reading("analogue", -1, 1000))
-        self.put(Block(UNTIL_INFRARED, port=99), *self.reading("analogue", 99, 1000))
+        self.put(Block(UNTIL_TOUCH, port=0, bInfread=0))
+        self.put(Block(WAIT_TOUCH, port=6, bInfread=2))
+        self.put(Block(WAIT_INFRARED, port=-1, bInfread="true"))
+        self.put(Block(UNTIL_INFRARED, port=99))
 
     def sensor_round(self, kind, sort, condition, hold, free, time):
         for port in range(1, 6):
@@ -200,19 +128,18 @@ class Program:
             time += 0.35
             self.value(kind, port, free, time)
             if sort in (WAIT_TOUCH, WAIT_INFRARED):
-                body, inside = [], lambda robot: robot.wait(0.1)
+                body, turn = [], [Block(WAIT, n=0.1)]
             else:
-                body = [Block(ANIMAL, n=port), Block(WAIT, n="0.05")]
-                inside = lambda robot, port=port: (robot.sound(5 + port), robot.wait(0.05))
+                body = turn = [Block(ANIMAL, n=port), Block(WAIT, n="0.05")]
             self.put(Block(sort, body, port=port, bInfread=condition),
                      *self.reading(kind, port, hold),
-                     lambda robot, inside=inside: robot.again(lambda: inside(robot)),
+                     lambda robot, turn=turn: robot.again(lambda: robot.chain(turn)),
                      *self.reading(kind, port, free, time))
         return time + 0.1
 
     def value(self, kind, port, value, time):
         if dict((entry[:2], entry[2]) for entry in self.values).get(
-                (kind, port), {"touch": 0, "analogue": 1000}[kind]) != value:
+                (kind, port), CLOSED[kind]) != value:
             self.values.append((kind, port, value, time))
 
     @staticmethod
@@ -221,152 +148,102 @@ class Program:
 
     # Motors.
 
-    def speed(self, position, **attributes):
-        def change(robot):
-            robot.speed = dict.fromkeys(robot.speed, SPEEDS[position])
-        self.put(Block(SPEED, **(attributes or {"n": position})), change)
-
     def all_drives(self):
         def plain():
-            for kind, signs in DRIVES.items():
-                self.put(Block(kind), lambda robot, signs=signs: robot.drive(signs))
-            self.put(Block(STOP), lambda robot: [robot.motor(port, 0) for port in range(1, 5)])
+            for kind in (*DRIVES, STOP):
+                self.put(Block(kind))
 
         plain()
-        for position in SPEEDS:
-            self.speed(position)
+        for position in (0, 1, 2, 3, -1):
+            self.put(Block(SPEED, n=position))
             plain()
             self.pause()
-        self.speed(0, n="fast")
-        self.speed(0)
+        self.put(Block(SPEED, n="fast"))
+        self.put(Block(SPEED, n=0))
         plain()
-        self.speed(2)
-        for text, seconds in TIMES.items():
-            for kind, signs in TIMED_DRIVES.items():
-                self.put(Block(kind, n=text), lambda robot, signs=signs: robot.drive(signs),
-                         lambda robot, seconds=seconds: robot.wait(seconds),
-                         lambda robot: (robot.motor(1, 0), robot.motor(2, 0)))
-            self.put(Block(WAIT, n=text), lambda robot, seconds=seconds: robot.wait(seconds))
+        self.put(Block(SPEED, n=2))
+        for text in TIMES:
+            for kind in (*TIMED_DRIVES, WAIT):
+                self.put(Block(kind, n=text))
             self.pause()
-
-    def motor(self, kind, port, text="1", seconds=1):
-        clockwise = kind in (MOTOR_CLOCKWISE, MOTOR_CLOCKWISE_TIME)
-        timed = kind in (MOTOR_CLOCKWISE_TIME, MOTOR_ANTICLOCKWISE_TIME)
-
-        def turn(robot):
-            # The sign stays for good.
-            robot.speed[port] = -abs(robot.speed[port]) if clockwise else abs(robot.speed[port])
-            robot.motor(port, robot.speed[port])
-            if timed:
-                robot.wait(seconds)
-                robot.motor(port, 0)
-        self.put(Block(kind, n=port - 1, **({"time": text} if timed else {})), turn)
 
     def all_motors(self):
         for position in (0, 1, 2):
-            self.speed(position)
-            for port in range(1, 5):
-                self.motor(MOTOR_CLOCKWISE, port)
+            self.put(Block(SPEED, n=position))
+            for index in range(4):
+                self.put(Block(MOTOR_CLOCKWISE, n=index))
                 # A drive hears the other sign from here on.
-                self.put(Block(FORWARD), lambda robot: robot.drive("1+ 2-"))
-                self.put(Block(TURN_LEFT), lambda robot: robot.drive("1- 2-"))
-                self.motor(MOTOR_CLOCKWISE, port)
-                self.motor(MOTOR_ANTICLOCKWISE, port)
-                self.put(Block(BACKWARD), lambda robot: robot.drive("1- 2+"))
-                self.put(Block(MOTOR_STOP, n=port - 1), lambda robot, port=port: robot.motor(port, 0))
+                self.put(Block(FORWARD))
+                self.put(Block(TURN_LEFT))
+                self.put(Block(MOTOR_CLOCKWISE, n=index))
+                self.put(Block(MOTOR_ANTICLOCKWISE, n=index))
+                self.put(Block(BACKWARD))
+                self.put(Block(MOTOR_STOP, n=index))
             self.pause()
-        for port in range(1, 5):
-            self.motor(MOTOR_CLOCKWISE_TIME, port)
-            self.motor(MOTOR_ANTICLOCKWISE_TIME, port)
-        for text, seconds in TIMES.items():
-            self.motor(MOTOR_ANTICLOCKWISE_TIME, 2, text, seconds)
-            self.motor(MOTOR_CLOCKWISE_TIME, 3, text, seconds)
-        for index in (4, -1):
-            self.put(Block(MOTOR_STOP, n=index), lambda robot, port=index + 1: robot.motor(port, 0))
-        self.put(Block(MOTOR_STOP, n="C"), lambda robot: robot.motor(1, 0))
+        for index in range(4):
+            self.put(Block(MOTOR_CLOCKWISE_TIME, n=index, time="1"))
+            self.put(Block(MOTOR_ANTICLOCKWISE_TIME, n=index, time="1"))
+        for text in TIMES:
+            self.put(Block(MOTOR_ANTICLOCKWISE_TIME, n=1, time=text))
+            self.put(Block(MOTOR_CLOCKWISE_TIME, n=2, time=text))
+        for index in (4, -1, "C"):
+            self.put(Block(MOTOR_STOP, n=index))
         self.pause()
 
     def all_servos(self):
-        for number in range(1, 19):
-            self.put(Block(SERVO, servoId=number, angle=0),
-                     lambda robot, number=number: robot.servo(number, 512))
-        for angle, position in ANGLES.items():
-            self.put(Block(SERVO, servoId=7, angle=angle),
-                     lambda robot, position=position: robot.servo(7, position))
-        for number in (0, 19, -1):
-            self.put(Block(SERVO, servoId=number, angle=150),
-                     lambda robot, number=number: robot.servo(number, 68))
+        for servo in range(1, 19):
+            self.put(Block(SERVO, servoId=servo, angle=0))
+        for angle in ANGLES:
+            self.put(Block(SERVO, servoId=7, angle=angle))
+        for servo in (0, 19, -1):
+            self.put(Block(SERVO, servoId=servo, angle=150))
         self.pause()
 
     # Sounds and displays.
 
     def all_sounds(self):
-        for kind, sounds in SOUNDS.items():
-            for choice, sound in sounds.items():
-                self.put(Block(kind, n=choice), lambda robot, sound=sound: robot.sound(sound))
+        for kind, choices in SOUNDS.items():
+            for choice in choices:
+                self.put(Block(kind, n=choice))
         self.pause()
 
     def all_displays(self):
         for port in (2, 3):
-            for kind, signs in SIGNS.items():
-                for place, number in signs.items():
-                    self.put(Block(kind, port=port, n=place),
-                             lambda robot, port=port, number=number: robot.symbol(port, number))
+            for kind, places in SIGNS.items():
+                for place in places:
+                    self.put(Block(kind, port=port, n=place))
                 self.pause()
-                self.put(Block(CLOSE_ONE, port=port), lambda robot, port=port: robot.dark(port))
+                self.put(Block(CLOSE_ONE, port=port))
         for choice in FACE_CHOICES:
-            self.put(Block(FACE, n=choice), lambda robot, choice=choice: robot.face(choice))
-        self.put(Block(CLOSE_BOTH), lambda robot: (robot.dark(2), robot.dark(3)))
+            self.put(Block(FACE, n=choice))
+        self.put(Block(CLOSE_BOTH))
         # Ports that only a file can hold.
-        self.put(Block(LETTER, port=7, n=0), lambda robot: robot.symbol(7, 19))
-        self.put(Block(DIGIT, n=4), lambda robot: robot.symbol(0, 13))
-        self.put(Block(CLOSE_ONE, port=-3), lambda robot: robot.dark(-3))
+        self.put(Block(LETTER, port=7, n=0))
+        self.put(Block(DIGIT, n=4))
+        self.put(Block(CLOSE_ONE, port=-3))
         self.pause()
 
     # Loops.
 
     def all_counts(self):
-        def sound(robot, number, times):
-            for _ in range(times):
-                robot.sound(number)
-
-        for count, rounds in ((10, 10), (1, 1), (2, 2), (25, 25), (0, 0), (-5, 0), ("", 0),
-                              (-2147483647, 0), ("ten", 0)):
-            self.put(Block(COUNTED, [Block(PIANO, n=7)], n=count),
-                     lambda robot, rounds=rounds: sound(robot, 19, rounds))
+        for count in (10, 1, 2, 25, 0, -5, "", -2147483647, "ten"):
+            self.put(Block(COUNTED, [Block(PIANO, n=7)], n=count))
         # Nothing in them.
         for count in (0, 10, 100):
             self.put(Block(COUNTED, n=count))
         self.pause()
 
         # The same counter in one another: each loop counts its own.
-        def nested(robot):
-            for _ in range(3):
-                for _ in range(2):
-                    robot.sound(1)
-                    for _ in range(4):
-                        robot.motor(3, 0)
-                    robot.symbol(3, 52)
-                robot.sound(2)
-            robot.wait(0.01)
         self.put(Block(COUNTED, [
             Block(COUNTED, [
                 Block(HELLO, n=2),
                 Block(COUNTED, [Block(MOTOR_STOP, n=2)], n=4),
                 Block(SIGN, port=3, n=12)], n=2),
             Block(HELLO, n=3)], n=3))
-        self.put(Block(WAIT, n=0.01), nested)
+        self.put(Block(WAIT, n=0.01))
 
         # All four loops and both waiting blocks in one another, those that sensors end passed
         # over; behind each of them goes what follows.
-        def mixed(robot):
-            robot.sensor("touch", 3, 0)
-            robot.sound(3)
-            robot.sensor("analogue", 2, 500)
-            robot.sensor("touch", 1, 0)
-            robot.sensor("analogue", 5, 500)
-            robot.drive("1- 2+")
-            robot.wait(0.5)
         self.put(Block(COUNTED, [
             Block(UNTIL_TOUCH, [Block(ENDLESS, [Block(FORWARD)])], port=3, bInfread=0),
             Block(HELLO, n=4),
@@ -374,15 +251,25 @@ class Program:
             Block(WAIT_TOUCH, port=1, bInfread=0),
             Block(WAIT_INFRARED, port=5, bInfread=0),
             Block(BACKWARD)], n=1))
-        self.put(Block(WAIT, n=0.5), mixed)
+        self.put(Block(WAIT, n=0.5))
+
+    # What has no place of its own above.
+
+    def all_others(self):
+        here = set()
+
+        def look(blocks):
+            for block in blocks:
+                here.add(block.kind)
+                look(block.body)
+        look(self.blocks)
+        for kind in KINDS.values():
+            if kind["category"] >= 0 and kind["id"] not in here:
+                for attributes in choices(kind):
+                    self.put(Block(kind["id"], **attributes))
 
     def for_ever(self):
-        def turn(robot):
-            for _ in range(2):
-                robot.sound(8)
-            robot.wait(0.5)
-        self.put(Block(ENDLESS, [Block(COUNTED, [Block(ANIMAL, n=3)], n=2), Block(WAIT, n=0.5)]),
-                 lambda robot: robot.again(lambda: turn(robot), cut=True))
+        self.put(Block(ENDLESS, [Block(COUNTED, [Block(ANIMAL, n=3)], n=2), Block(WAIT, n=0.5)]))
 
     def xml(self):
         return ('<!DOCTYPE vantrel>\n<vantrel version="1.1.2" company="Korvane" app="vantrel.exe" '
@@ -401,13 +288,14 @@ def everything():
     program.all_sounds()
     program.all_displays()
     program.all_counts()
+    program.all_others()
     program.for_ever()
     return program
 
 
 def runs(program):
     """Name, sensors and expected lines of each run, and how many seconds it takes."""
-    whole = Robot()
+    whole = Robot(SYMBOLS)
     for effect in program.effects:
         effect(whole)
     last_wait = sum(line.wait for line in whole.told if isinstance(line, Told))
@@ -415,7 +303,7 @@ def runs(program):
     sensors = ["%s:%d=%d@%.3f" % entry for entry in program.values]
     result = {"whole": (sensors, whole.told, round(last_wait + last_value + 5))}
     for name, opened_by, effects in program.gates:
-        robot = Robot()
+        robot = Robot(SYMBOLS)
         effects(robot)
         result[name] = (opened_by, robot.told, 0.5)
     shown = {line.text.split()[3] for line in whole.told
@@ -456,9 +344,10 @@ def pictures():
         # Those that only a file can hold have no picture.
         count = {SIGN: 13, ARITHMETIC: 5, DIGIT: 10, LETTER: 26}[kind]
         for place in range(count):
-            yield "%d/%d.png %s" % (panel, place, bytes(SYMBOLS[SIGNS[kind][place]]).hex())
-    for number, face in sorted(FACES.items()):
-        yield "5/%d.png %s %s" % ((number - 1, *(bytes(rows).hex() for rows in face["rows"])))
+            symbol = number(KINDS[kind], {"n": place}, "symbol")
+            yield "%d/%d.png %s" % (panel, place, bytes(SYMBOLS[symbol]).hex())
+    for place, face in sorted(FACES.items()):
+        yield "5/%d.png %s %s" % ((place - 1, *(bytes(rows).hex() for rows in face["rows"])))
 
 
 def main(arguments):

@@ -1,4 +1,4 @@
-"""What each block promises, worked out by hand: block and value on one side, effect on the other."""
+"""The blocks' names, the values that the program of all blocks gives them, and the dots of signs."""
 
 # Types of blocks, as they stand in files.
 MAIN = 0
@@ -11,45 +11,25 @@ WAIT_INFRARED, WAIT_TOUCH = 308, 309
 PIANO, ANIMAL, MOOD, HELLO, TRAFFIC = 800, 801, 802, 803, 804
 SIGN, CLOSE_ONE, DIGIT, FACE, CLOSE_BOTH, ARITHMETIC, LETTER = 900, 901, 902, 903, 904, 905, 906
 
-# What speed a position of the speed block is; what isn't one of the three stands still.
-SPEEDS = {0: 30, 1: 50, 2: 80, 3: 0, -1: 0}
+DRIVES = FORWARD, BACKWARD, TURN_LEFT, TURN_RIGHT
+TIMED_DRIVES = FORWARD_TIME, BACKWARD_TIME, TURN_LEFT_TIME, TURN_RIGHT_TIME
 
-# Which motor runs with its own speed and which against it, in the order of the calls.
-DRIVES = {FORWARD: "1+ 2-", BACKWARD: "1- 2+", TURN_LEFT: "1- 2-", TURN_RIGHT: "1+ 2+"}
-TIMED_DRIVES = {FORWARD_TIME: "1+ 2-", BACKWARD_TIME: "1- 2+",
-                TURN_LEFT_TIME: "1- 2-", TURN_RIGHT_TIME: "1+ 2+"}
-
-# Seconds as they stand in a file and as the controller hears them.
-TIMES = {"1": 1, "0": 0, "0.01": 0.01, "0.5": 0.5, "2.5": 2.5, "12.25": 12.25, "0.001": 0.001,
-         "-1": -1, "": 0, "five": 0, "1e-2": 0.01}
+# Seconds as they stand in a file.
+TIMES = "1", "0", "0.01", "0.5", "2.5", "12.25", "0.001", "-1", "", "five", "1e-2"
 # The longest that can be typed, without and with a point.
-LONGEST, LONGEST_WITH_POINT = ("999999", 999999), ("999999.99", 1e6)
+LONGEST, LONGEST_WITH_POINT = "999999", "999999.99"
 
-# Degrees and the servo's position: 888 counts across 300 degrees, 512 in the middle, falling as
-# the angle grows, cut toward the middle.
-ANGLES = {0: 512, 1: 510, -1: 514, 2: 507, -2: 517, 7: 492, -7: 532, 25: 438, -25: 586,
-          45: 379, -45: 645, 90: 246, -90: 778, 100: 216, -100: 808, 149: 71, -149: 953,
-          150: 68, -150: 956,
-          # What only a file can hold.
-          151: 66, -151: 958, 300: -376, -300: 1400}
+# Degrees; the last ones only a file can hold.
+ANGLES = (0, 1, -1, 2, -2, 7, -7, 25, -25, 45, -45, 90, -90, 100, -100, 149, -149, 150, -150,
+          151, -151, 300, -300)
 
 # Sounds by choice, counted from 1; the last ones of each line only a file can hold.
-SOUNDS = {
-    PIANO: {1: 25, 2: 24, 3: 23, 4: 22, 5: 21, 6: 20, 7: 19, 0: 26, 8: 18},
-    ANIMAL: {1: 6, 2: 7, 3: 8, 4: 9, 5: 10, 6: 11, 0: 5, 7: 12},
-    MOOD: {1: 14, 2: 17, 3: 16, 4: 15, 0: 0, 5: 5},
-    HELLO: {1: 4, 2: 1, 3: 2, 4: 3, 5: 5, 0: 0, 6: 6, -1: -1},
-    TRAFFIC: {1: 12, 2: 13, 0: 0, 3: 3},
-}
+SOUNDS = {PIANO: (*range(1, 8), 0, 8), ANIMAL: (*range(1, 7), 0, 7), MOOD: (*range(1, 5), 0, 5),
+          HELLO: (*range(1, 6), 0, 6, -1), TRAFFIC: (1, 2, 0, 3)}
 
 # Signs by place in their panel, counted from 0; the last ones of each line only a file can hold.
-SIGNS = {
-    SIGN: {0: 45, 1: 1, 2: 2, 3: 3, 4: 4, 5: 0, 6: 46, 7: 47, 8: 48, 9: 49, 10: 50, 11: 51, 12: 52,
-           13: 0, -1: 0},
-    ARITHMETIC: {0: 5, 1: 6, 2: 7, 3: 8, 4: 4, 5: 0, -1: 0},
-    DIGIT: {**{digit: 9 + digit for digit in range(10)}, 10: 19, -1: 8},
-    LETTER: {**{letter: 19 + letter for letter in range(26)}, 26: 45, 34: 53, -1: 18},
-}
+SIGNS = {SIGN: (*range(13), 13, -1), ARITHMETIC: (*range(5), 5, -1), DIGIT: (*range(10), 10, -1),
+         LETTER: (*range(26), 26, 34, -1)}
 
 # The dots of each sign by its number, eight rows from the top, the leftmost dot in the highest bit.
 DOTS = """

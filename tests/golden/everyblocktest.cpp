@@ -1,10 +1,8 @@
-#include "document/tzprogramscene.h"
 #include "modules/catalogue/blocktables.h"
 #include "modules/catalogue/modulefactory.h"
-#include "modules/graphicsitem_param.h"
 #include "project/projectfile.h"
+#include "support/canvas/blockdata.h"
 #include "support/canvas/canvasfixture.h"
-#include "support/canvas/singleblock.h"
 #include "support/system/kitcopy.h"
 
 #include <QApplication>
@@ -12,7 +10,6 @@
 #include <QDirIterator>
 #include <QDomDocument>
 #include <QLoggingCategory>
-#include <QPushButton>
 #include <QtTest>
 
 namespace
@@ -52,16 +49,190 @@ class EveryBlockTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void theProgramHasEveryBlockAsItComesFromThePalette();
-    void theProgramHasEveryChoiceOfThePopUps();
-    void theProgramHasEveryPictureOfThePanels_data();
-    void theProgramHasEveryPictureOfThePanels();
-    void aPictureShowsTheDotsThatTheControllerShows_data();
-    void aPictureShowsTheDotsThatTheControllerShows();
-    void theProgramComesBackFromAFileOfItsOwn();
-    void theControllerDoesWhatTheBlocksPromise_data();
-    void theControllerDoesWhatTheBlocksPromise();
+    void initTestCase()
+    {
+        QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
+        QVERIFY2(m_kit.isValid(), "TILER_KIT doesn't name the folder of a kit");
+        const ProcessResult written = everyBlock({QStringLiteral("project"), project()});
+        QCOMPARE(written.errors, QString());
+        QCOMPARE(written.exitCode, 0);
+
+        QFile file(project());
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QDomDocument document;
+        QVERIFY(document.setContent(file.readAll()));
+        const QDomNodeList modules = document.elementsByTagName(QStringLiteral("module"));
+        for (int i = 0; i < modules.size(); ++i) {
+            m_positions.insert(position(modules.at(i).toElement()));
+        }
+
+        CanvasFixture canvas;
+        QCOMPARE(canvas.view.openFile(project()), int(ProjectOpened));
+        QCOMPARE(canvas.blocks().size(), modules.size());
+        QCOMPARE(canvas.brokenInvariants(), QStringList());
+        m_text = canvas.view.generateProjectCode(1);
+        const ProcessResult compiled = m_kit.compile(QStringLiteral("everyblock"), m_text);
+        QCOMPARE(compiled.errors, QString());
+        QCOMPARE(compiled.exitCode, 0);
+    }
+
+    void theProgramHasEveryBlockAsItComesFromThePalette()
+    {
+        QStringList missing;
+        for (const BlockRecord& record : blockRecords()) {
+            const std::unique_ptr<supermodule> block(createModuleFromId(record.id));
+            if (!m_positions.contains(position(block.get()))) {
+                missing << position(block.get());
+            }
+        }
+        QCOMPARE(missing.join(QLatin1Char('\n')), QString());
+    }
+
+    void theProgramHasEveryChoiceOfTheBlocks()
+    {
+        QStringList missing;
+        for (const BlockData& data : blockData()) {
+            for (const BlockData::Choice& choice : data.choices()) {
+                const QString place =
+                    position(QString::number(data.id()), parsedAttributes(choice.attributes));
+                // Of what is typed there is no end.
+                if (choice.give.filter(QStringLiteral("keys")).isEmpty() &&
+                    !m_positions.contains(place)) {
+                    missing << place;
+                }
+            }
+        }
+        QCOMPARE(missing.join(QLatin1Char('\n')), QString());
+    }
+
+    void theProgramHasEveryPictureOfThePanels_data()
+    {
+        QTest::addColumn<int>("id");
+        QTest::addColumn<QString>("folder");
+        QTest::addColumn<int>("first"); // what the attribute is for the picture 0
+        QTest::addColumn<bool>("onBothDisplays");
+        for (const BlockData& data : blockData()) {
+            for (const BlockData::Button& button : data.buttons()) {
+                const bool isVoice = button.opens.startsWith(QLatin1String("voice"));
+                if (!isVoice && !button.opens.startsWith(QLatin1String("expression"))) {
+                    continue;
+                }
+                const BlockAttributes first = parsedAttributes(data.choices().first().attributes);
+                // The pictures of voices are counted from 1.
+                QTest::newRow(qPrintable(data.value("class")))
+                    << data.id()
+                    << QString(":/" + button.opens).replace(QLatin1Char(' '), QLatin1Char('/'))
+                    << first.value(QStringLiteral("n")).toInt() - (isVoice ? 1 : 0)
+                    << first.contains(QStringLiteral("port"));
+            }
+        }
+    }
+
+    void theProgramHasEveryPictureOfThePanels()
+    {
+        QFETCH(int, id);
+        QFETCH(QString, folder);
+        QFETCH(int, first);
+        QFETCH(bool, onBothDisplays);
+        const QFileInfoList pictures = QDir(folder).entryInfoList({QStringLiteral("*.png")});
+        QVERIFY(pictures.size() > 1);
+        QStringList missing;
+        for (const QFileInfo& picture : pictures) {
+            const QString place =
+                QStringLiteral("%1 n=%2").arg(id).arg(picture.completeBaseName().toInt() + first);
+            const QStringList ends =
+                onBothDisplays ? QStringList{" port=2", " port=3"} : QStringList{""};
+            for (const QString& end : ends) {
+                if (!m_positions.contains(place + end)) {
+                    missing << place + end;
+                }
+            }
+        }
+        QCOMPARE(missing.join(QLatin1Char('\n')), QString());
+    }
+
+    void aPictureShowsTheDotsThatTheControllerShows_data()
+    {
+        QTest::addColumn<QString>("picture");
+        QTest::addColumn<QStringList>(
+            "displays"); // eight bytes each, the leftmost dot the highest bit
+        const QStringList lines = everyBlock({QStringLiteral("pictures")})
+                                      .output.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        for (const QString& line : lines) {
+            const QStringList words = line.split(QLatin1Char(' '));
+            QTest::newRow(qPrintable(words.first())) << words.first() << QStringList(words.mid(1));
+        }
+        QDirIterator pictures(QStringLiteral(":/expression"), {QStringLiteral("[0-9]*.png")},
+                              QDir::Files, QDirIterator::Subdirectories);
+        int count = 0;
+        for (; pictures.hasNext(); pictures.next()) {
+            ++count;
+        }
+        if (lines.size() != count) {
+            QTest::newRow("not every picture is there") << QString() << QStringList();
+        }
+    }
+
+    void aPictureShowsTheDotsThatTheControllerShows()
+    {
+        QFETCH(QString, picture);
+        QFETCH(QStringList, displays);
+        const QImage image(":/expression/" + picture);
+        QVERIFY(!image.isNull());
+        // Displays stand side by side, as large as there is room for, in the middle.
+        const int count = displays.size();
+        const qreal side = count == 1 ? image.width() : 36;
+        for (int display = 0; display < count; ++display) {
+            const qreal left = display * (image.width() - side);
+            const qreal top = (image.height() - side) / 2.0;
+            QByteArray shown;
+            for (int row = 0; row < 8; ++row) {
+                int byte = 0;
+                for (int column = 0; column < 8; ++column) {
+                    // A display is a panel of 80 by 80 with a dot each 9 units.
+                    const QColor dot = image.pixelColor(int(left + side * (8.5 + 9 * column) / 80),
+                                                        int(top + side * (8.5 + 9 * row) / 80));
+                    // Lit dots are amber, the others and the ground a dark blue.
+                    byte = byte * 2 + (dot.red() > dot.blue() ? 1 : 0);
+                }
+                shown.append(static_cast<char>(byte));
+            }
+            QCOMPARE(QString::fromLatin1(shown.toHex()), displays.at(display));
+        }
+    }
+
+    void theProgramComesBackFromAFileOfItsOwn()
+    {
+        CanvasFixture canvas;
+        QCOMPARE(canvas.view.openFile(project()), int(ProjectOpened));
+        const QString path = m_kit.filePath(QStringLiteral("saved.tlrx"));
+        QVERIFY(canvas.view.saveFile(path));
+        canvas.view.newProgram();
+        QCOMPARE(canvas.view.openFile(path), int(ProjectOpened));
+        QCOMPARE(canvas.view.generateProjectCode(1), m_text);
+    }
+
+    void theControllerDoesWhatTheBlocksPromise_data()
+    {
+        QTest::addColumn<QString>("run");
+        const ProcessResult runs = everyBlock({QStringLiteral("runs")});
+        const QStringList names = runs.output.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        for (const QString& name : names) {
+            QTest::newRow(qPrintable(name)) << name;
+        }
+        if (!names.contains(QStringLiteral("whole"))) {
+            QTest::newRow("there is no run") << QString();
+        }
+    }
+
+    void theControllerDoesWhatTheBlocksPromise()
+    {
+        QFETCH(QString, run);
+        const ProcessResult result = everyBlock(
+            {QStringLiteral("run"), run, m_kit.kit(), m_kit.binary(QStringLiteral("everyblock"))});
+        QCOMPARE(result.errors, QString());
+        QVERIFY2(result.exitCode == 0, qPrintable(result.output));
+    }
 
 private:
     QString project() const { return m_kit.filePath(QStringLiteral("everyblock.tlrx")); }
@@ -70,207 +241,6 @@ private:
     QSet<QString> m_positions;
     QString m_text;
 };
-
-void EveryBlockTest::initTestCase()
-{
-    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
-    QVERIFY2(m_kit.isValid(), "TILER_KIT doesn't name the folder of a kit");
-    const ProcessResult written = everyBlock({QStringLiteral("project"), project()});
-    QCOMPARE(written.errors, QString());
-    QCOMPARE(written.exitCode, 0);
-
-    QFile file(project());
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QDomDocument document;
-    QVERIFY(document.setContent(file.readAll()));
-    const QDomNodeList modules = document.elementsByTagName(QStringLiteral("module"));
-    for (int i = 0; i < modules.size(); ++i) {
-        m_positions.insert(position(modules.at(i).toElement()));
-    }
-
-    CanvasFixture canvas;
-    QCOMPARE(canvas.view.openFile(project()), int(ProjectOpened));
-    QCOMPARE(canvas.blocks().size(), modules.size());
-    QCOMPARE(canvas.brokenInvariants(), QStringList());
-    m_text = canvas.view.generateProjectCode(1);
-    const ProcessResult compiled = m_kit.compile(QStringLiteral("everyblock"), m_text);
-    QCOMPARE(compiled.errors, QString());
-    QCOMPARE(compiled.exitCode, 0);
-}
-
-void EveryBlockTest::theProgramHasEveryBlockAsItComesFromThePalette()
-{
-    QStringList missing;
-    for (const BlockRecord& record : blockRecords()) {
-        const std::unique_ptr<supermodule> block(createModuleFromId(record.id));
-        if (!m_positions.contains(position(block.get()))) {
-            missing << position(block.get());
-        }
-    }
-    QCOMPARE(missing.join(QLatin1Char('\n')), QString());
-}
-
-void EveryBlockTest::theProgramHasEveryChoiceOfThePopUps()
-{
-    const int condition = 5;
-    const struct {
-        int mode;
-        QVector<int> ids;
-        /** What is chosen beside it, as the block gets it. */
-        QVector<int> beside;
-    } choosers[] = {{0, {100}, {}},
-                    {1, {110, 111, 112, 113, 117}, {}},
-                    {3, {306, 307, 308, 309}, {condition, condition + 1}},
-                    {6, {900, 901, 902, 905, 906}, {}}};
-    CanvasFixture canvas;
-    QStringList missing;
-    for (const auto& each : choosers) {
-        graphicsItem_Param* popUp = graphicsItem_Param::shared(canvas.view.scene());
-        const std::unique_ptr<supermodule> owner(createModuleFromId(each.ids.first()));
-        popUp->setModule(owner.get());
-        popUp->setMode(each.mode);
-        QVERIFY(popUp->buttons().size() > 1);
-        for (const int id : each.ids) {
-            for (int index = 0; index < popUp->buttons().size(); ++index) {
-                const std::unique_ptr<supermodule> block(createModuleFromId(id));
-                block->setParamIndex(index);
-                QStringList positions{position(block.get())};
-                for (const int beside : each.beside) {
-                    block->setParamIndex(beside);
-                    positions << position(block.get());
-                }
-                for (const QString& place : qAsConst(positions)) {
-                    if (!m_positions.contains(place)) {
-                        missing << place;
-                    }
-                }
-            }
-        }
-    }
-    QCOMPARE(missing.join(QLatin1Char('\n')), QString());
-}
-
-void EveryBlockTest::theProgramHasEveryPictureOfThePanels_data()
-{
-    QTest::addColumn<int>("id");
-    QTest::addColumn<QString>("folder");
-    QTest::addColumn<int>("first"); // what the attribute is for the picture 0
-    QTest::addColumn<bool>("onBothDisplays");
-    QTest::newRow("animal") << 801 << ":/voice/2" << 0 << false;
-    QTest::newRow("mood") << 802 << ":/voice/4" << 0 << false;
-    QTest::newRow("hello") << 803 << ":/voice/1" << 0 << false;
-    QTest::newRow("traffic") << 804 << ":/voice/3" << 0 << false;
-    QTest::newRow("sign") << 900 << ":/expression/1" << 0 << true;
-    QTest::newRow("arithmetic") << 905 << ":/expression/2" << 0 << true;
-    QTest::newRow("digit") << 902 << ":/expression/3" << 0 << true;
-    QTest::newRow("letter") << 906 << ":/expression/4" << 0 << true;
-    QTest::newRow("face") << 903 << ":/expression/5" << 1 << false;
-}
-
-void EveryBlockTest::theProgramHasEveryPictureOfThePanels()
-{
-    QFETCH(int, id);
-    QFETCH(QString, folder);
-    QFETCH(int, first);
-    QFETCH(bool, onBothDisplays);
-    const QFileInfoList pictures = QDir(folder).entryInfoList({QStringLiteral("*.png")});
-    QVERIFY(pictures.size() > 1);
-    QStringList missing;
-    for (const QFileInfo& picture : pictures) {
-        const QString place =
-            QStringLiteral("%1 n=%2").arg(id).arg(picture.completeBaseName().toInt() + first);
-        const QStringList ends =
-            onBothDisplays ? QStringList{" port=2", " port=3"} : QStringList{""};
-        for (const QString& end : ends) {
-            if (!m_positions.contains(place + end)) {
-                missing << place + end;
-            }
-        }
-    }
-    QCOMPARE(missing.join(QLatin1Char('\n')), QString());
-}
-
-void EveryBlockTest::aPictureShowsTheDotsThatTheControllerShows_data()
-{
-    QTest::addColumn<QString>("picture");
-    QTest::addColumn<QStringList>("displays"); // eight bytes each, the leftmost dot the highest bit
-    const QStringList lines = everyBlock({QStringLiteral("pictures")})
-                                  .output.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    for (const QString& line : lines) {
-        const QStringList words = line.split(QLatin1Char(' '));
-        QTest::newRow(qPrintable(words.first())) << words.first() << QStringList(words.mid(1));
-    }
-    QDirIterator pictures(QStringLiteral(":/expression"), {QStringLiteral("[0-9]*.png")},
-                          QDir::Files, QDirIterator::Subdirectories);
-    int count = 0;
-    for (; pictures.hasNext(); pictures.next()) {
-        ++count;
-    }
-    if (lines.size() != count) {
-        QTest::newRow("not every picture is there") << QString() << QStringList();
-    }
-}
-
-void EveryBlockTest::aPictureShowsTheDotsThatTheControllerShows()
-{
-    QFETCH(QString, picture);
-    QFETCH(QStringList, displays);
-    const QImage image(":/expression/" + picture);
-    QVERIFY(!image.isNull());
-    // Displays stand side by side, as large as there is room for, in the middle.
-    const int count = displays.size();
-    const qreal side = count == 1 ? image.width() : 36;
-    for (int display = 0; display < count; ++display) {
-        const qreal left = display * (image.width() - side);
-        const qreal top = (image.height() - side) / 2.0;
-        QByteArray shown;
-        for (int row = 0; row < 8; ++row) {
-            int byte = 0;
-            for (int column = 0; column < 8; ++column) {
-                // A display is a panel of 80 by 80 with a dot each 9 units.
-                const QColor dot = image.pixelColor(int(left + side * (8.5 + 9 * column) / 80),
-                                                    int(top + side * (8.5 + 9 * row) / 80));
-                // Lit dots are amber, the others and the ground a dark blue.
-                byte = byte * 2 + (dot.red() > dot.blue() ? 1 : 0);
-            }
-            shown.append(static_cast<char>(byte));
-        }
-        QCOMPARE(QString::fromLatin1(shown.toHex()), displays.at(display));
-    }
-}
-
-void EveryBlockTest::theProgramComesBackFromAFileOfItsOwn()
-{
-    CanvasFixture canvas;
-    QCOMPARE(canvas.view.openFile(project()), int(ProjectOpened));
-    const QString path = m_kit.filePath(QStringLiteral("saved.tlrx"));
-    QVERIFY(canvas.view.saveFile(path));
-    canvas.view.newProgram();
-    QCOMPARE(canvas.view.openFile(path), int(ProjectOpened));
-    QCOMPARE(canvas.view.generateProjectCode(1), m_text);
-}
-
-void EveryBlockTest::theControllerDoesWhatTheBlocksPromise_data()
-{
-    QTest::addColumn<QString>("run");
-    const ProcessResult runs = everyBlock({QStringLiteral("runs")});
-    const QStringList names = runs.output.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    for (const QString& name : names) {
-        QTest::newRow(qPrintable(name)) << name;
-    }
-    if (!names.contains(QStringLiteral("whole"))) {
-        QTest::newRow("there is no run") << QString();
-    }
-}
-
-void EveryBlockTest::theControllerDoesWhatTheBlocksPromise()
-{
-    QFETCH(QString, run);
-    const ProcessResult result = everyBlock(
-        {QStringLiteral("run"), run, m_kit.kit(), m_kit.binary(QStringLiteral("everyblock"))});
-    QCOMPARE(result.errors, QString());
-    QVERIFY2(result.exitCode == 0, qPrintable(result.output));
-}
 
 QTEST_MAIN(EveryBlockTest)
 #include "everyblocktest.moc"

@@ -32,30 +32,140 @@ class GoldenTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
+    void initTestCase()
+    {
+        QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
+        QVERIFY2(m_kit.isValid(), "TILER_KIT doesn't name the folder of a kit");
+    }
 
-    void theSetHoldsEveryBlockOfTheCatalogue();
+    void theSetHoldsEveryBlockOfTheCatalogue()
+    {
+        QSet<int> ids;
+        const QStringList files =
+            QDir(QStringLiteral(GOLDEN_DIR)).entryList({QStringLiteral("*.tlrx")}, QDir::Files);
+        QCOMPARE(files.size(), s_projects);
+        for (const QString& file : files) {
+            QDomDocument document;
+            QVERIFY2(document.setContent(textOf(golden(file))), qPrintable(file));
+            const QDomNodeList modules = document.elementsByTagName(QStringLiteral("module"));
+            for (int i = 0; i < modules.size(); ++i) {
+                ids.insert(modules.at(i).toElement().attribute(QStringLiteral("id")).toInt());
+            }
+        }
+        for (const BlockRecord& record : blockRecords()) {
+            QVERIFY2(ids.contains(record.id), qPrintable(QString::number(record.id)));
+        }
+    }
+
     void aProjectGivesItsText_data() { projects(); }
-    void aProjectGivesItsText();
+
+    void aProjectGivesItsText()
+    {
+        QFETCH(QString, name);
+        CanvasFixture canvas;
+        QCOMPARE(canvas.view.openFile(golden(name + ".tlrx")), int(ProjectOpened));
+        const QString expected = textOf(golden(name + ".c"));
+        QCOMPARE(canvas.view.generateProjectCode(1), expected);
+        QCOMPARE(canvas.view.generateVisibleCode(1), expected);
+        QCOMPARE(canvas.view.generateProjectCode(2), QStringLiteral("import Vantrel\n"));
+        QCOMPARE(canvas.brokenInvariants(), QStringList());
+    }
+
     void aSavedProjectGivesTheSameTextAgain_data() { projects(); }
-    void aSavedProjectGivesTheSameTextAgain();
-    void blocksOfNoKnownTypeAreLeftOutAndLooseChainsStayLoose();
+
+    void aSavedProjectGivesTheSameTextAgain()
+    {
+        QFETCH(QString, name);
+        CanvasFixture canvas;
+        QCOMPARE(canvas.view.openFile(golden(name + ".tlrx")), int(ProjectOpened));
+        const int blocks = canvas.blocks().size();
+        const QString path = m_kit.filePath(name + ".tlrx");
+        QVERIFY(canvas.view.saveFile(path));
+        canvas.view.newProgram();
+        canvas.view.resetDocument();
+        QCOMPARE(canvas.blocks().size(), 1);
+        // This time with a check tag.
+        QVERIFY(textOf(path).contains(QStringLiteral("<tagCheck value=")));
+        QCOMPARE(canvas.view.openFile(path), int(ProjectOpened));
+        QCOMPARE(canvas.view.generateProjectCode(1), textOf(golden(name + ".c")));
+        QCOMPARE(canvas.blocks().size(), blocks);
+        QCOMPARE(canvas.brokenInvariants(), QStringList());
+    }
+
+    void blocksOfNoKnownTypeAreLeftOutAndLooseChainsStayLoose()
+    {
+        CanvasFixture canvas;
+        QCOMPARE(canvas.view.openFile(golden(QStringLiteral("loose.tlrx"))), int(ProjectOpened));
+        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 101, 106, 105}));
+        QList<supermodule*> roots;
+        for (supermodule* block : canvas.blocks()) {
+            if (!block->parentModule()) {
+                roots.append(block);
+            }
+        }
+        roots.removeOne(canvas.main());
+        QCOMPARE(roots.size(), 1);
+        QCOMPARE(CanvasFixture::ids(roots.first()), (QList<int>{103, 303}));
+        QCOMPARE(roots.first()->pos(), QPointF(300, 450));
+        QCOMPARE(roots.first()->next()->left()->opacity(), 0.5);
+        const supermodule* turn = canvas.main()->next()->next();
+        QVERIFY(turn->right());
+        QCOMPARE(turn->right()->id, 102);
+    }
+
     void theTextCompilesWithoutAWord_data() { projects(); }
-    void theTextCompilesWithoutAWord();
-    void theProgramRunsOnTheController_data();
-    void theProgramRunsOnTheController();
+
+    void theTextCompilesWithoutAWord()
+    {
+        QFETCH(QString, name);
+        CanvasFixture canvas;
+        QCOMPARE(canvas.view.openFile(golden(name + ".tlrx")), int(ProjectOpened));
+        const ProcessResult result = m_kit.compile(name, canvas.view.generateProjectCode(1));
+        QCOMPARE(result.errors, QString());
+        QCOMPARE(result.exitCode, 0);
+        QVERIFY(QFileInfo(m_kit.binary(name)).size() > 0);
+    }
+
+    void theProgramRunsOnTheController_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QStringList>("sensors");
+        QTest::newRow("drive") << "drive" << QStringList();
+        QTest::newRow("motors") << "motors" << QStringList();
+        QTest::newRow("counted") << "counted" << QStringList();
+        QTest::newRow("sensors") << "sensors"
+                                 << QStringList{"touch:5=1@0.25", "analogue:4=300@0.45",
+                                                "touch:2=1@0", "touch:2=0@0.9"};
+    }
+
+    void theProgramRunsOnTheController()
+    {
+        QFETCH(QString, name);
+        QFETCH(QStringList, sensors);
+        CanvasFixture canvas;
+        QCOMPARE(canvas.view.openFile(golden(name + ".tlrx")), int(ProjectOpened));
+        const ProcessResult compiled = m_kit.compile(name, canvas.view.generateProjectCode(1));
+        QCOMPARE(compiled.exitCode, 0);
+        QStringList options;
+        for (const QString& sensor : qAsConst(sensors)) {
+            options << QStringLiteral("--sensor") << sensor;
+        }
+        const ProcessResult result = m_kit.run(name, options);
+        QCOMPARE(result.errors, QString());
+        QString trace = result.output;
+        // The times aside.
+        trace.remove(QRegularExpression(QStringLiteral("^\\[ *[0-9]+\\.[0-9]{3}\\] "),
+                                        QRegularExpression::MultilineOption));
+        QCOMPARE(trace.split(QLatin1Char('\n')),
+                 textOf(golden(name + ".trace")).split(QLatin1Char('\n')));
+        QCOMPARE(result.exitCode, 0);
+    }
 
 private:
     void projects();
 
     KitCopy m_kit;
 };
-
-void GoldenTest::initTestCase()
-{
-    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
-    QVERIFY2(m_kit.isValid(), "TILER_KIT doesn't name the folder of a kit");
-}
 
 void GoldenTest::projects()
 {
@@ -69,123 +179,6 @@ void GoldenTest::projects()
     if (files.size() != s_projects) {
         QTest::newRow("a project is missing") << QString();
     }
-}
-
-void GoldenTest::theSetHoldsEveryBlockOfTheCatalogue()
-{
-    QSet<int> ids;
-    const QStringList files =
-        QDir(QStringLiteral(GOLDEN_DIR)).entryList({QStringLiteral("*.tlrx")}, QDir::Files);
-    QCOMPARE(files.size(), s_projects);
-    for (const QString& file : files) {
-        QDomDocument document;
-        QVERIFY2(document.setContent(textOf(golden(file))), qPrintable(file));
-        const QDomNodeList modules = document.elementsByTagName(QStringLiteral("module"));
-        for (int i = 0; i < modules.size(); ++i) {
-            ids.insert(modules.at(i).toElement().attribute(QStringLiteral("id")).toInt());
-        }
-    }
-    for (const BlockRecord& record : blockRecords()) {
-        QVERIFY2(ids.contains(record.id), qPrintable(QString::number(record.id)));
-    }
-}
-
-void GoldenTest::aProjectGivesItsText()
-{
-    QFETCH(QString, name);
-    CanvasFixture canvas;
-    QCOMPARE(canvas.view.openFile(golden(name + ".tlrx")), int(ProjectOpened));
-    const QString expected = textOf(golden(name + ".c"));
-    QCOMPARE(canvas.view.generateProjectCode(1), expected);
-    QCOMPARE(canvas.view.generateVisibleCode(1), expected);
-    QCOMPARE(canvas.view.generateProjectCode(2), QStringLiteral("import Vantrel\n"));
-    QCOMPARE(canvas.brokenInvariants(), QStringList());
-}
-
-void GoldenTest::aSavedProjectGivesTheSameTextAgain()
-{
-    QFETCH(QString, name);
-    CanvasFixture canvas;
-    QCOMPARE(canvas.view.openFile(golden(name + ".tlrx")), int(ProjectOpened));
-    const int blocks = canvas.blocks().size();
-    const QString path = m_kit.filePath(name + ".tlrx");
-    QVERIFY(canvas.view.saveFile(path));
-    canvas.view.newProgram();
-    canvas.view.resetDocument();
-    QCOMPARE(canvas.blocks().size(), 1);
-    // This time with a check tag.
-    QVERIFY(textOf(path).contains(QStringLiteral("<tagCheck value=")));
-    QCOMPARE(canvas.view.openFile(path), int(ProjectOpened));
-    QCOMPARE(canvas.view.generateProjectCode(1), textOf(golden(name + ".c")));
-    QCOMPARE(canvas.blocks().size(), blocks);
-    QCOMPARE(canvas.brokenInvariants(), QStringList());
-}
-
-void GoldenTest::blocksOfNoKnownTypeAreLeftOutAndLooseChainsStayLoose()
-{
-    CanvasFixture canvas;
-    QCOMPARE(canvas.view.openFile(golden(QStringLiteral("loose.tlrx"))), int(ProjectOpened));
-    QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 101, 106, 105}));
-    QList<supermodule*> roots;
-    for (supermodule* block : canvas.blocks()) {
-        if (!block->parentModule()) {
-            roots.append(block);
-        }
-    }
-    roots.removeOne(canvas.main());
-    QCOMPARE(roots.size(), 1);
-    QCOMPARE(CanvasFixture::ids(roots.first()), (QList<int>{103, 303}));
-    QCOMPARE(roots.first()->pos(), QPointF(300, 450));
-    QCOMPARE(roots.first()->next()->left()->opacity(), 0.5);
-    const supermodule* turn = canvas.main()->next()->next();
-    QVERIFY(turn->right());
-    QCOMPARE(turn->right()->id, 102);
-}
-
-void GoldenTest::theTextCompilesWithoutAWord()
-{
-    QFETCH(QString, name);
-    CanvasFixture canvas;
-    QCOMPARE(canvas.view.openFile(golden(name + ".tlrx")), int(ProjectOpened));
-    const ProcessResult result = m_kit.compile(name, canvas.view.generateProjectCode(1));
-    QCOMPARE(result.errors, QString());
-    QCOMPARE(result.exitCode, 0);
-    QVERIFY(QFileInfo(m_kit.binary(name)).size() > 0);
-}
-
-void GoldenTest::theProgramRunsOnTheController_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QStringList>("sensors");
-    QTest::newRow("drive") << "drive" << QStringList();
-    QTest::newRow("motors") << "motors" << QStringList();
-    QTest::newRow("counted") << "counted" << QStringList();
-    QTest::newRow("sensors") << "sensors"
-                             << QStringList{"touch:5=1@0.25", "analogue:4=300@0.45", "touch:2=1@0",
-                                            "touch:2=0@0.9"};
-}
-
-void GoldenTest::theProgramRunsOnTheController()
-{
-    QFETCH(QString, name);
-    QFETCH(QStringList, sensors);
-    CanvasFixture canvas;
-    QCOMPARE(canvas.view.openFile(golden(name + ".tlrx")), int(ProjectOpened));
-    const ProcessResult compiled = m_kit.compile(name, canvas.view.generateProjectCode(1));
-    QCOMPARE(compiled.exitCode, 0);
-    QStringList options;
-    for (const QString& sensor : qAsConst(sensors)) {
-        options << QStringLiteral("--sensor") << sensor;
-    }
-    const ProcessResult result = m_kit.run(name, options);
-    QCOMPARE(result.errors, QString());
-    QString trace = result.output;
-    // The times aside.
-    trace.remove(QRegularExpression(QStringLiteral("^\\[ *[0-9]+\\.[0-9]{3}\\] "),
-                                    QRegularExpression::MultilineOption));
-    QCOMPARE(trace.split(QLatin1Char('\n')),
-             textOf(golden(name + ".trace")).split(QLatin1Char('\n')));
-    QCOMPARE(result.exitCode, 0);
 }
 
 QTEST_MAIN(GoldenTest)

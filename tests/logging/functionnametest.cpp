@@ -194,161 +194,158 @@ class FunctionNameTest : public QObject
     Q_OBJECT
 
 private slots:
-    void signaturesOfThisCompilerAreShortened();
-    void signaturesOfAnyCompilerAreShortened_data();
-    void signaturesOfAnyCompilerAreShortened();
-    void nonsenseDoesNoHarm();
-};
-
-void FunctionNameTest::signaturesOfThisCompilerAreShortened()
-{
-#ifndef __GNUC__
-    QSKIP("its lambdas and namespaces have other names");
-#endif
-    SAYS("FunctionNameTest::signaturesOfThisCompilerAreShortened");
-    [this] {
-        Q_UNUSED(this)
-        SAYS("FunctionNameTest::signaturesOfThisCompilerAreShortened::<lambda>");
-    }();
+    void signaturesOfThisCompilerAreShortened()
     {
-        zoo::Cage<std::vector<int>> cage;
-        using Pair = std::pair<int, std::vector<char>>;
-        const zoo::Cage<Pair> nested(std::vector<std::vector<Pair>>{});
-        cage.open(1);
-        cage.feed<QString>({}, nullptr);
-        zoo::Cage<int>::Door().slam();
-        static_cast<void>(cage < cage);
-        static_cast<void>(cage > cage);
-        cage << 3;
-        cage->open(1);
-        cage(2);
-        cage[2];
-        static_cast<void>(&cage);
-        static_cast<void>(cage && 2);
-        static_cast<void>(static_cast<bool>(cage));
-        static_cast<void>(static_cast<std::vector<std::vector<int>>>(cage));
-        static_cast<void>(static_cast<const char*>(cage));
-        static_cast<void>(cage + 1);
-        delete[] new zoo::Cage<int>[ 2 ];
-        delete new zoo::Cage<int>;
-    }
-    using zoo::operator"" _bananas;
-    static_cast<void>(1.5_bananas);
-    zoo::keeperOf(1)(2.0);
-    zoo::weights({});
-    digit(1);
-    Plain::run(nullptr, nullptr);
-    deduced();
-
-    QVERIFY(said().size() > 35);
-    for (const auto& [signature, name] : said()) {
-        QByteArray expected = name;
-#ifdef __clang__
-        expected.replace("{anonymous}", "(anonymous namespace)");
-        expected.replace("operator std::vector", "operator vector");
-        expected.replace("const char*", "const char *");
+#ifndef __GNUC__
+        QSKIP("its lambdas and namespaces have other names");
 #endif
-        QVERIFY2(shortFunctionName(signature) == QString::fromUtf8(expected),
-                 signature + " gave " + shortFunctionName(signature).toUtf8());
-    }
-}
-
-void FunctionNameTest::signaturesOfAnyCompilerAreShortened_data()
-{
-    QTest::addColumn<QByteArray>("signature");
-    QTest::addColumn<QString>("name");
-    const auto row = [](const char* p_signature, const char* p_name) {
-        QTest::newRow(p_signature) << QByteArray(p_signature) << QString::fromUtf8(p_name);
-    };
-    row("main", "main");
-    row("int main(int, char**)", "main");
-    row("void MainWindow::OnSaveFile()", "MainWindow::OnSaveFile");
-    row("QList<QMap<int, QString> > Tree<A, B<C> >::all(QMap<int, C>) const [with A = int; B = Box "
-        "[3]]",
-        "Tree::all");
-    row("main()::<lambda(int)>", "main::<lambda>");
-    row("main(int, char**)::<lambda(auto:1, QMap<int, int>)> mutable [with auto:1 = int]",
-        "main::<lambda>");
-    row("static constexpr auto main()::<lambda(int)>::_FUN(int)", "main::<lambda>::_FUN");
-    row("Tree::grow(int) const::<lambda()>", "Tree::grow::<lambda>");
-    row("Tree::grow(int)::<lambda()>::<lambda(char)>", "Tree::grow::<lambda>::<lambda>");
-    row("void (* Tree::handler(int))(double)", "Tree::handler");
-    row("void (Leaf::* Tree::member(int) const)(double)", "Tree::member");
-    row("int (& numbers(int))[3]", "numbers");
-    row("void f(void (*)(int), int (Tree::*)(char) const)", "f");
-    row("void f(Tree::*)", "f");
-    row("{anonymous}::Tree& {anonymous}::Tree::operator=({anonymous}::Tree&&)",
-        "{anonymous}::Tree::operator=");
-    row("<unnamed struct>::<constructor>", "<unnamed struct>::<constructor>");
-    row("std::string name[abi:cxx11](int)", "name");
-    row("void f() const & noexcept(true)", "f");
-    row("std::strong_ordering Tree::operator<=>(const Tree&) const", "Tree::operator<=>");
-    row("bool operator()(int, int)", "operator()");
-    row("Tree::operator QList<int>*() const", "Tree::operator QList*");
-    row("decltype (a > b) f(int)", "f");
-    // Another compiler.
-    row("int *Tree::find(int) const", "Tree::find");
-    row("const Tree &(anonymous namespace)::Tree::self(int) [T = int]",
-        "(anonymous namespace)::Tree::self");
-    row("auto main()::(anonymous class)::operator()(int) const", "main::<lambda>");
-    row("bool operator<<(Tree &, const T &) [T = Tree]", "operator<<");
-    // And a third.
-    row("int __cdecl main(int,char *[])", "main");
-    row("void __thiscall Tree<class QMap<int,struct Leaf *> >::grow(int) const", "Tree::grow");
-    row("class QString __cdecl Tree<int>::name<char,bool>(void) noexcept const", "Tree::name");
-    row("auto __cdecl main::<lambda_0a1b2c3d>::operator ()(int) const", "main::<lambda>");
-    row("bool __cdecl Tree::operator <(const class Tree &) const", "Tree::operator<");
-    row("class std::ostream &__cdecl operator <<<class Tree>(class std::ostream &,const Tree &)",
-        "operator<<");
-    row("bool __cdecl operator <<int>(const Tree<int> &,const Tree<int> &)", "operator<");
-    row("bool __cdecl operator ><int>(const Tree<int> &,const Tree<int> &)", "operator>");
-    row("class Tree *__cdecl Tree::operator ->(void)", "Tree::operator->");
-    row("__cdecl Tree::operator bool(void) const", "Tree::operator bool");
-    row("void *__cdecl Tree::operator new[](unsigned __int64)", "Tree::operator new[]");
-    row("void __cdecl Tree::operator delete(void *)", "Tree::operator delete");
-    row("__cdecl Tree<int>::~Tree(void)", "Tree::~Tree");
-    row("void __cdecl `anonymous-namespace'::Tree::grow(int)", "`anonymous-namespace'::Tree::grow");
-    row("void (__cdecl *__cdecl Tree::handler(int))(double)", "Tree::handler");
-    row("public: virtual void __stdcall Tree::grow(int)", "Tree::grow");
-}
-
-void FunctionNameTest::signaturesOfAnyCompilerAreShortened()
-{
-    QFETCH(QByteArray, signature);
-    QFETCH(QString, name);
-    QCOMPARE(shortFunctionName(signature.constData()), name);
-}
-
-void FunctionNameTest::nonsenseDoesNoHarm()
-{
-    QCOMPARE(shortFunctionName(nullptr), QString());
-    QCOMPARE(shortFunctionName(""), QString());
-    QCOMPARE(shortFunctionName(" "), QString());
-    // Every text of the words and signs that a signature is made of has some name, and an end.
-    const QByteArrayList pieces{
-        "a",       "Tree",     "void",    "int",     "::",       "operator",
-        "const",   "noexcept", "new",     "delete",  "<lambda(", "(anonymous class)",
-        "mutable", "[with ",   "~",       "__cdecl", "Tree::*",  "`anonymous-namespace'",
-        "<",       ">",        "(",       ")",       "[",        "]",
-        "{",       "}",        "`",       "'",       "*",        "&",
-        "&&",      "<<",       "->",      "<=>",     "()",       "[]",
-        ",",       "=",        "\"\" _x", "树",      " ",        " "};
-    std::mt19937 chance(20261121);
-    const auto upTo = [&](int p_most) {
-        return std::uniform_int_distribution<int>(0, p_most)(chance);
-    };
-    for (int i = 0; i < 20000; ++i) {
-        QByteArray text;
-        for (int rest = upTo(i % 10 == 0 ? 200 : 12); rest >= 0; --rest) {
-            text += pieces.at(upTo(pieces.size() - 1));
+        SAYS("FunctionNameTest::signaturesOfThisCompilerAreShortened");
+        [this] {
+            Q_UNUSED(this)
+            SAYS("FunctionNameTest::signaturesOfThisCompilerAreShortened::<lambda>");
+        }();
+        {
+            zoo::Cage<std::vector<int>> cage;
+            using Pair = std::pair<int, std::vector<char>>;
+            const zoo::Cage<Pair> nested(std::vector<std::vector<Pair>>{});
+            cage.open(1);
+            cage.feed<QString>({}, nullptr);
+            zoo::Cage<int>::Door().slam();
+            static_cast<void>(cage < cage);
+            static_cast<void>(cage > cage);
+            cage << 3;
+            cage->open(1);
+            cage(2);
+            cage[2];
+            static_cast<void>(&cage);
+            static_cast<void>(cage && 2);
+            static_cast<void>(static_cast<bool>(cage));
+            static_cast<void>(static_cast<std::vector<std::vector<int>>>(cage));
+            static_cast<void>(static_cast<const char*>(cage));
+            static_cast<void>(cage + 1);
+            delete[] new zoo::Cage<int>[ 2 ];
+            delete new zoo::Cage<int>;
         }
-        const QString name = shortFunctionName(text);
-        QVERIFY2(name.isEmpty() == text.trimmed().isEmpty(), text);
-        // Nothing but the word for a lambda, and a blank behind "operator", is longer in the name.
-        const int longer = text.count("<lambda") + text.count("operator");
-        QVERIFY2(name.size() <= text.size() + longer, text);
+        using zoo::operator"" _bananas;
+        static_cast<void>(1.5_bananas);
+        zoo::keeperOf(1)(2.0);
+        zoo::weights({});
+        digit(1);
+        Plain::run(nullptr, nullptr);
+        deduced();
+
+        QVERIFY(said().size() > 35);
+        for (const auto& [signature, name] : said()) {
+            QByteArray expected = name;
+#ifdef __clang__
+            expected.replace("{anonymous}", "(anonymous namespace)");
+            expected.replace("operator std::vector", "operator vector");
+            expected.replace("const char*", "const char *");
+#endif
+            QVERIFY2(shortFunctionName(signature) == QString::fromUtf8(expected),
+                     signature + " gave " + shortFunctionName(signature).toUtf8());
+        }
     }
-}
+
+    void signaturesOfAnyCompilerAreShortened_data()
+    {
+        QTest::addColumn<QByteArray>("signature");
+        QTest::addColumn<QString>("name");
+        const auto row = [](const char* p_signature, const char* p_name) {
+            QTest::newRow(p_signature) << QByteArray(p_signature) << QString::fromUtf8(p_name);
+        };
+        row("main", "main");
+        row("int main(int, char**)", "main");
+        row("void MainWindow::OnSaveFile()", "MainWindow::OnSaveFile");
+        row("QList<QMap<int, QString> > Tree<A, B<C> >::all(QMap<int, C>) const [with A = int; B = Box "
+            "[3]]",
+            "Tree::all");
+        row("main()::<lambda(int)>", "main::<lambda>");
+        row("main(int, char**)::<lambda(auto:1, QMap<int, int>)> mutable [with auto:1 = int]",
+            "main::<lambda>");
+        row("static constexpr auto main()::<lambda(int)>::_FUN(int)", "main::<lambda>::_FUN");
+        row("Tree::grow(int) const::<lambda()>", "Tree::grow::<lambda>");
+        row("Tree::grow(int)::<lambda()>::<lambda(char)>", "Tree::grow::<lambda>::<lambda>");
+        row("void (* Tree::handler(int))(double)", "Tree::handler");
+        row("void (Leaf::* Tree::member(int) const)(double)", "Tree::member");
+        row("int (& numbers(int))[3]", "numbers");
+        row("void f(void (*)(int), int (Tree::*)(char) const)", "f");
+        row("void f(Tree::*)", "f");
+        row("{anonymous}::Tree& {anonymous}::Tree::operator=({anonymous}::Tree&&)",
+            "{anonymous}::Tree::operator=");
+        row("<unnamed struct>::<constructor>", "<unnamed struct>::<constructor>");
+        row("std::string name[abi:cxx11](int)", "name");
+        row("void f() const & noexcept(true)", "f");
+        row("std::strong_ordering Tree::operator<=>(const Tree&) const", "Tree::operator<=>");
+        row("bool operator()(int, int)", "operator()");
+        row("Tree::operator QList<int>*() const", "Tree::operator QList*");
+        row("decltype (a > b) f(int)", "f");
+        // Another compiler.
+        row("int *Tree::find(int) const", "Tree::find");
+        row("const Tree &(anonymous namespace)::Tree::self(int) [T = int]",
+            "(anonymous namespace)::Tree::self");
+        row("auto main()::(anonymous class)::operator()(int) const", "main::<lambda>");
+        row("bool operator<<(Tree &, const T &) [T = Tree]", "operator<<");
+        // And a third.
+        row("int __cdecl main(int,char *[])", "main");
+        row("void __thiscall Tree<class QMap<int,struct Leaf *> >::grow(int) const", "Tree::grow");
+        row("class QString __cdecl Tree<int>::name<char,bool>(void) noexcept const", "Tree::name");
+        row("auto __cdecl main::<lambda_0a1b2c3d>::operator ()(int) const", "main::<lambda>");
+        row("bool __cdecl Tree::operator <(const class Tree &) const", "Tree::operator<");
+        row("class std::ostream &__cdecl operator <<<class Tree>(class std::ostream &,const Tree &)",
+            "operator<<");
+        row("bool __cdecl operator <<int>(const Tree<int> &,const Tree<int> &)", "operator<");
+        row("bool __cdecl operator ><int>(const Tree<int> &,const Tree<int> &)", "operator>");
+        row("class Tree *__cdecl Tree::operator ->(void)", "Tree::operator->");
+        row("__cdecl Tree::operator bool(void) const", "Tree::operator bool");
+        row("void *__cdecl Tree::operator new[](unsigned __int64)", "Tree::operator new[]");
+        row("void __cdecl Tree::operator delete(void *)", "Tree::operator delete");
+        row("__cdecl Tree<int>::~Tree(void)", "Tree::~Tree");
+        row("void __cdecl `anonymous-namespace'::Tree::grow(int)",
+            "`anonymous-namespace'::Tree::grow");
+        row("void (__cdecl *__cdecl Tree::handler(int))(double)", "Tree::handler");
+        row("public: virtual void __stdcall Tree::grow(int)", "Tree::grow");
+    }
+
+    void signaturesOfAnyCompilerAreShortened()
+    {
+        QFETCH(QByteArray, signature);
+        QFETCH(QString, name);
+        QCOMPARE(shortFunctionName(signature.constData()), name);
+    }
+
+    void nonsenseDoesNoHarm()
+    {
+        QCOMPARE(shortFunctionName(nullptr), QString());
+        QCOMPARE(shortFunctionName(""), QString());
+        QCOMPARE(shortFunctionName(" "), QString());
+        // Every text of the words and signs that a signature is made of has some name, and an end.
+        const QByteArrayList pieces{
+            "a",       "Tree",     "void",    "int",     "::",       "operator",
+            "const",   "noexcept", "new",     "delete",  "<lambda(", "(anonymous class)",
+            "mutable", "[with ",   "~",       "__cdecl", "Tree::*",  "`anonymous-namespace'",
+            "<",       ">",        "(",       ")",       "[",        "]",
+            "{",       "}",        "`",       "'",       "*",        "&",
+            "&&",      "<<",       "->",      "<=>",     "()",       "[]",
+            ",",       "=",        "\"\" _x", "树",      " ",        " "};
+        std::mt19937 chance(20261121);
+        const auto upTo = [&](int p_most) {
+            return std::uniform_int_distribution<int>(0, p_most)(chance);
+        };
+        for (int i = 0; i < 20000; ++i) {
+            QByteArray text;
+            for (int rest = upTo(i % 10 == 0 ? 200 : 12); rest >= 0; --rest) {
+                text += pieces.at(upTo(pieces.size() - 1));
+            }
+            const QString name = shortFunctionName(text);
+            QVERIFY2(name.isEmpty() == text.trimmed().isEmpty(), text);
+            // Nothing but the word for a lambda, and a blank behind "operator", is longer in the
+            // name.
+            const int longer = text.count("<lambda") + text.count("operator");
+            QVERIFY2(name.size() <= text.size() + longer, text);
+        }
+    }
+};
 
 QTEST_APPLESS_MAIN(FunctionNameTest)
 #include "functionnametest.moc"

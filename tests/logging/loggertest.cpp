@@ -83,282 +83,267 @@ class LoggerTest : public QObject
     Q_OBJECT
 
 private slots:
-    void cleanup();
-    void levelsAreReadFromText_data();
-    void levelsAreReadFromText();
-    void anAppenderTakesItsLevelAndThoseAbove_data();
-    void anAppenderTakesItsLevelAndThoseAbove();
-    void anAppenderOfACategoryGetsThatAlone();
-    void messagesOfQtKeepLevelAndPlace();
-    void aMessageThatTheCategoryFiltersNeverArrives();
-    void theFormerHandlerComesBack();
-    void aHandlerThatCameLaterStays();
-    void aMessageRaisedByAnAppenderGoesToTheErrorStream();
-    void withoutAnAppenderMessagesGoToTheErrorStream();
-    void theConsoleWritesToTheErrorStream();
-    void aTextStreamWritesIntoTheLog();
-    void timersTellHowLongTheyLived();
-    void aFailedAssertionIsLoggedAndEndsTheProgram();
-    void theDebuggerGetsEachMessageInTheFormat();
-};
+    void cleanup() { Logger::globalInstance().removeAppenders(); }
 
-void LoggerTest::cleanup() { Logger::globalInstance().removeAppenders(); }
-
-void LoggerTest::levelsAreReadFromText_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("level");
-    const QStringList names{QStringLiteral("Trace"), QStringLiteral("Debug"),
-                            QStringLiteral("Info"),  QStringLiteral("Warning"),
-                            QStringLiteral("Error"), QStringLiteral("Fatal")};
-    for (int i = 0; i < names.size(); ++i) {
-        const QString& name = names.at(i);
-        QCOMPARE(levelName(static_cast<LogLevel>(i)), name);
-        for (const QString& text :
-             {name, name.toLower(), name.toUpper(),
-              QStringLiteral(" \t") + name.toLower() + QStringLiteral(" \n")}) {
-            QTest::newRow(qPrintable(text)) << text << i;
+    void levelsAreReadFromText_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("level");
+        const QStringList names{QStringLiteral("Trace"), QStringLiteral("Debug"),
+                                QStringLiteral("Info"),  QStringLiteral("Warning"),
+                                QStringLiteral("Error"), QStringLiteral("Fatal")};
+        for (int i = 0; i < names.size(); ++i) {
+            const QString& name = names.at(i);
+            QCOMPARE(levelName(static_cast<LogLevel>(i)), name);
+            for (const QString& text :
+                 {name, name.toLower(), name.toUpper(),
+                  QStringLiteral(" \t") + name.toLower() + QStringLiteral(" \n")}) {
+                QTest::newRow(qPrintable(text)) << text << i;
+            }
+        }
+        for (const char* text : {"", " ", "inf", "information", "in fo", "2", "错误"}) {
+            QTest::newRow(text) << QString::fromUtf8(text) << static_cast<int>(LogLevel::Debug);
         }
     }
-    for (const char* text : {"", " ", "inf", "information", "in fo", "2", "错误"}) {
-        QTest::newRow(text) << QString::fromUtf8(text) << static_cast<int>(LogLevel::Debug);
+
+    void levelsAreReadFromText()
+    {
+        QFETCH(QString, text);
+        QFETCH(int, level);
+        QCOMPARE(static_cast<int>(levelFromText(text)), level);
+        ListAppender appender(level == 2 ? LogLevel::Fatal : LogLevel::Info);
+        appender.setDetailsLevel(text);
+        QCOMPARE(static_cast<int>(appender.detailsLevel()), level);
     }
-}
 
-void LoggerTest::levelsAreReadFromText()
-{
-    QFETCH(QString, text);
-    QFETCH(int, level);
-    QCOMPARE(static_cast<int>(levelFromText(text)), level);
-    ListAppender appender(level == 2 ? LogLevel::Fatal : LogLevel::Info);
-    appender.setDetailsLevel(text);
-    QCOMPARE(static_cast<int>(appender.detailsLevel()), level);
-}
-
-void LoggerTest::anAppenderTakesItsLevelAndThoseAbove_data()
-{
-    QTest::addColumn<int>("least");
-    for (int least = 0; least < 6; ++least) {
-        QTest::newRow(qPrintable(levelName(static_cast<LogLevel>(least)))) << least;
-    }
-}
-
-void LoggerTest::anAppenderTakesItsLevelAndThoseAbove()
-{
-    QFETCH(int, least);
-    QCOMPARE(ConsoleAppender().detailsLevel(), LogLevel::Debug);
-    const Registered<ListAppender> appender(static_cast<LogLevel>(least));
-    const Registered<ListAppender> everything(LogLevel::Trace);
-    QStringList expected;
-    for (int level = 0; level < 6; ++level) {
-        const QString name = levelName(static_cast<LogLevel>(level));
-        write(static_cast<LogLevel>(level), qPrintable(name));
-        if (level >= least) {
-            expected += name;
+    void anAppenderTakesItsLevelAndThoseAbove_data()
+    {
+        QTest::addColumn<int>("least");
+        for (int least = 0; least < 6; ++least) {
+            QTest::newRow(qPrintable(levelName(static_cast<LogLevel>(least)))) << least;
         }
     }
-    QCOMPARE(appender->lines, expected);
-    QCOMPARE(everything->lines.size(), 6);
-}
 
-void LoggerTest::anAppenderOfACategoryGetsThatAlone()
-{
-    const auto ofTrees = std::make_shared<ListAppender>(LogLevel::Info);
-    Logger::globalInstance().registerAppender(ofTrees, QStringLiteral("trees"));
-    write(LogLevel::Info, "lost");
-    const Registered<ListAppender> ofAll(LogLevel::Warning);
-    const MessageRoute route;
-    qCInfo(trees, "a tree");
-    qCWarning(trees, "a fallen tree");
-    qCDebug(trees, "a small tree");
-    qWarning("a house");
-    write(LogLevel::Error, "nameless", nullptr);
-    QCOMPARE(ofTrees->lines,
-             (QStringList{QStringLiteral("a tree"), QStringLiteral("a fallen tree")}));
-    QCOMPARE(ofAll->lines, (QStringList{QStringLiteral("a fallen tree"), QStringLiteral("a house"),
-                                        QStringLiteral("nameless")}));
-}
-
-void LoggerTest::messagesOfQtKeepLevelAndPlace()
-{
-    QLoggingCategory::setFilterRules(QStringLiteral("default=true"));
-    const Registered<ListAppender> appender(
-        LogLevel::Trace,
-        QStringLiteral("%{type} %{file} %{line} %{function} %{category} %{message}"));
-    const MessageRoute route;
-    const int line = __LINE__;
-    qDebug("d %d", 1);
-    qInfo() << "i" << 2;
-    qWarning().noquote() << QString::fromUtf8("警告 %{message}");
-    qCritical() << QString::fromUtf8("塔");
-    qCWarning(trees) << "t";
-    const auto said = [line](int p_line, const char* p_level, const char* p_rest,
-                             const char* p_category = "default") {
-        return QStringLiteral("%1 loggertest.cpp %2 LoggerTest::messagesOfQtKeepLevelAndPlace ")
-                   .arg(QLatin1String(p_level))
-                   .arg(line + p_line) +
-               QLatin1String(p_category) + QLatin1Char(' ') + QString::fromUtf8(p_rest);
-    };
-    QCOMPARE(appender->lines,
-             (QStringList{said(1, "Debug", "d 1"), said(2, "Info", "i 2"),
-                          said(3, "Warning", "警告 %{message}"), said(4, "Error", "\"塔\""),
-                          said(5, "Warning", "t", "trees")}));
-}
-
-void LoggerTest::aMessageThatTheCategoryFiltersNeverArrives()
-{
-    const Registered<ListAppender> appender;
-    const MessageRoute route;
-    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
-    qDebug("small");
-    qInfo("larger");
-    QLoggingCategory::setFilterRules(QStringLiteral("default=true"));
-    qDebug("small again");
-    QCOMPARE(appender->lines,
-             (QStringList{QStringLiteral("larger"), QStringLiteral("small again")}));
-}
-
-void LoggerTest::theFormerHandlerComesBack()
-{
-    s_others.clear();
-    const QtMessageHandler before = qInstallMessageHandler(otherHandler);
-    const Registered<ListAppender> appender;
+    void anAppenderTakesItsLevelAndThoseAbove()
     {
-        const MessageRoute route;
-        qWarning("one");
+        QFETCH(int, least);
+        QCOMPARE(ConsoleAppender().detailsLevel(), LogLevel::Debug);
+        const Registered<ListAppender> appender(static_cast<LogLevel>(least));
+        const Registered<ListAppender> everything(LogLevel::Trace);
+        QStringList expected;
+        for (int level = 0; level < 6; ++level) {
+            const QString name = levelName(static_cast<LogLevel>(level));
+            write(static_cast<LogLevel>(level), qPrintable(name));
+            if (level >= least) {
+                expected += name;
+            }
+        }
+        QCOMPARE(appender->lines, expected);
+        QCOMPARE(everything->lines.size(), 6);
     }
-    qWarning("two");
-    QVERIFY(qInstallMessageHandler(before) == otherHandler);
-    QCOMPARE(appender->lines, QStringList(QStringLiteral("one")));
-    QCOMPARE(s_others, QStringList(QStringLiteral("two")));
-}
 
-void LoggerTest::aHandlerThatCameLaterStays()
-{
-    s_others.clear();
-    const Registered<ListAppender> appender;
-    QtMessageHandler before = nullptr;
+    void anAppenderOfACategoryGetsThatAlone()
     {
+        const auto ofTrees = std::make_shared<ListAppender>(LogLevel::Info);
+        Logger::globalInstance().registerAppender(ofTrees, QStringLiteral("trees"));
+        write(LogLevel::Info, "lost");
+        const Registered<ListAppender> ofAll(LogLevel::Warning);
         const MessageRoute route;
-        before = qInstallMessageHandler(otherHandler);
+        qCInfo(trees, "a tree");
+        qCWarning(trees, "a fallen tree");
+        qCDebug(trees, "a small tree");
+        qWarning("a house");
+        write(LogLevel::Error, "nameless", nullptr);
+        QCOMPARE(ofTrees->lines,
+                 (QStringList{QStringLiteral("a tree"), QStringLiteral("a fallen tree")}));
+        QCOMPARE(ofAll->lines,
+                 (QStringList{QStringLiteral("a fallen tree"), QStringLiteral("a house"),
+                              QStringLiteral("nameless")}));
     }
-    qWarning("late");
-    qInstallMessageHandler(nullptr);
-    QVERIFY(before);
-    QCOMPARE(s_others, QStringList(QStringLiteral("late")));
-    QVERIFY(appender->lines.isEmpty());
-}
 
-void LoggerTest::aMessageRaisedByAnAppenderGoesToTheErrorStream()
-{
-    QProcess process;
-    runAgain(process, s_raising);
-    QCOMPARE(process.state(), QProcess::NotRunning);
-    const QByteArray output = process.readAllStandardError();
-    QVERIFY2(process.exitCode() == 0, output);
-    QCOMPARE(output.count("raised by Qt"), 2);
-    QCOMPARE(output.count("raised by logger"), 2);
-    QCOMPARE(output.count("raised by itself"), 1);
-    QCOMPARE(output.count("by the logger\n"), 5);
-    QCOMPARE(output.count("\nby itself\n"), 5);
-}
-
-void LoggerTest::withoutAnAppenderMessagesGoToTheErrorStream()
-{
-    QProcess process;
-    runAgain(process, s_noAppender);
-    QCOMPARE(process.exitCode(), 0);
-    QCOMPARE(process.readAllStandardError(), QByteArray("by Qt\nby the logger\n"));
-}
-
-void LoggerTest::theConsoleWritesToTheErrorStream()
-{
-    QProcess process;
-    runAgain(process, s_console);
-    QCOMPARE(process.exitCode(), 0);
-    const QByteArray output = process.readAllStandardError();
-    QVERIFY2(output.startsWith("i:line\ni:\"塔勒\"\ne:\n"), output);
-    QVERIFY2(output.contains(QByteArray("e:a\0b", 5)), output);
-    QCOMPARE(output.count('\n'), 4);
-    QVERIFY(process.readAllStandardOutput().isEmpty());
-}
-
-void LoggerTest::aTextStreamWritesIntoTheLog()
-{
-    const Registered<ListAppender> appender(LogLevel::Trace,
-                                            QStringLiteral("%{type} %{function} %{message}"));
-    LogDevice& own = Logger::globalInstance().device();
-    QTextStream(&own) << "a " << 1 << '\n' << QString::fromUtf8("塔勒");
-    QCOMPARE(appender->lines, QStringList(QStringLiteral("Debug  a 1")));
-    QTextStream(&own) << "!\n\n";
-    QCOMPARE(appender->lines.mid(1),
-             (QStringList{QString::fromUtf8("Debug  塔勒!"), QStringLiteral("Debug  ")}));
-    appender->lines.clear();
-
+    void messagesOfQtKeepLevelAndPlace()
     {
-        LogDevice device(Logger::globalInstance(), LogLevel::Warning, {nullptr, 1, "void f()"});
-        QVERIFY(device.isSequential() && device.isWritable() && !device.isReadable());
-        QTextStream stream(&device);
-        stream << "b\nc";
-        stream.flush();
-        device.setLevel(LogLevel::Trace);
-        device.setPlace({nullptr, 2, "void g()"});
-        stream << "d\ne";
-        stream.flush();
+        QLoggingCategory::setFilterRules(QStringLiteral("default=true"));
+        const Registered<ListAppender> appender(
+            LogLevel::Trace,
+            QStringLiteral("%{type} %{file} %{line} %{function} %{category} %{message}"));
+        const MessageRoute route;
+        const int line = __LINE__;
+        qDebug("d %d", 1);
+        qInfo() << "i" << 2;
+        qWarning().noquote() << QString::fromUtf8("警告 %{message}");
+        qCritical() << QString::fromUtf8("塔");
+        qCWarning(trees) << "t";
+        const auto said = [line](int p_line, const char* p_level, const char* p_rest,
+                                 const char* p_category = "default") {
+            return QStringLiteral("%1 loggertest.cpp %2 LoggerTest::messagesOfQtKeepLevelAndPlace ")
+                       .arg(QLatin1String(p_level))
+                       .arg(line + p_line) +
+                   QLatin1String(p_category) + QLatin1Char(' ') + QString::fromUtf8(p_rest);
+        };
         QCOMPARE(appender->lines,
-                 (QStringList{QStringLiteral("Warning f b"), QStringLiteral("Trace g cd")}));
-        device.close();
-        QCOMPARE(appender->lines.mid(2), QStringList(QStringLiteral("Trace g e")));
+                 (QStringList{said(1, "Debug", "d 1"), said(2, "Info", "i 2"),
+                              said(3, "Warning", "警告 %{message}"), said(4, "Error", "\"塔\""),
+                              said(5, "Warning", "t", "trees")}));
     }
-    {
-        LogDevice device(Logger::globalInstance());
-        device.write("without an end");
-    }
-    QCOMPARE(appender->lines.mid(3), QStringList(QStringLiteral("Debug  without an end")));
-}
 
-void LoggerTest::timersTellHowLongTheyLived()
-{
-    QCOMPARE(elapsedText(0), QStringLiteral("0 ms."));
-    QCOMPARE(elapsedText(999), QStringLiteral("999 ms."));
-    QCOMPARE(elapsedText(1000), QStringLiteral("1 s."));
-    QCOMPARE(elapsedText(61500), QStringLiteral("61.5 s."));
-    const Registered<ListAppender> appender(LogLevel::Trace, QStringLiteral("%{type} %{message}"));
+    void aMessageThatTheCategoryFiltersNeverArrives()
     {
-        const LogTimer untitled(LOG_HERE);
-        const LogTimer titled(LOG_HERE, QString::fromUtf8("读 %1"));
+        const Registered<ListAppender> appender;
+        const MessageRoute route;
+        QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
+        qDebug("small");
+        qInfo("larger");
+        QLoggingCategory::setFilterRules(QStringLiteral("default=true"));
+        qDebug("small again");
+        QCOMPARE(appender->lines,
+                 (QStringList{QStringLiteral("larger"), QStringLiteral("small again")}));
+    }
+
+    void theFormerHandlerComesBack()
+    {
+        s_others.clear();
+        const QtMessageHandler before = qInstallMessageHandler(otherHandler);
+        const Registered<ListAppender> appender;
+        {
+            const MessageRoute route;
+            qWarning("one");
+        }
+        qWarning("two");
+        QVERIFY(qInstallMessageHandler(before) == otherHandler);
+        QCOMPARE(appender->lines, QStringList(QStringLiteral("one")));
+        QCOMPARE(s_others, QStringList(QStringLiteral("two")));
+    }
+
+    void aHandlerThatCameLaterStays()
+    {
+        s_others.clear();
+        const Registered<ListAppender> appender;
+        QtMessageHandler before = nullptr;
+        {
+            const MessageRoute route;
+            before = qInstallMessageHandler(otherHandler);
+        }
+        qWarning("late");
+        qInstallMessageHandler(nullptr);
+        QVERIFY(before);
+        QCOMPARE(s_others, QStringList(QStringLiteral("late")));
         QVERIFY(appender->lines.isEmpty());
     }
-    QCOMPARE(appender->lines.size(), 2);
-    const auto begins = [&](int p_line, const char* p_text) {
-        return appender->lines.at(p_line).startsWith(QString::fromUtf8(p_text)) &&
-               appender->lines.at(p_line).endsWith(QLatin1String("s."));
-    };
-    QVERIFY(begins(0, "Debug \"读 %1\" finished in "));
-    QVERIFY(begins(1, "Debug Function LoggerTest::timersTellHowLongTheyLived finished in "));
-}
 
-void LoggerTest::aFailedAssertionIsLoggedAndEndsTheProgram()
-{
-    QProcess process;
-    runAgain(process, s_assert);
-    QCOMPARE(process.exitStatus(), QProcess::CrashExit);
-    QCOMPARE(process.readAllStandardError(), QByteArray("[Fatal  ] main ASSERT: \"1 + 1 == 3\"\n"));
-}
+    void aMessageRaisedByAnAppenderGoesToTheErrorStream()
+    {
+        QProcess process;
+        runAgain(process, s_raising);
+        QCOMPARE(process.state(), QProcess::NotRunning);
+        const QByteArray output = process.readAllStandardError();
+        QVERIFY2(process.exitCode() == 0, output);
+        QCOMPARE(output.count("raised by Qt"), 2);
+        QCOMPARE(output.count("raised by logger"), 2);
+        QCOMPARE(output.count("raised by itself"), 1);
+        QCOMPARE(output.count("by the logger\n"), 5);
+        QCOMPARE(output.count("\nby itself\n"), 5);
+    }
 
-void LoggerTest::theDebuggerGetsEachMessageInTheFormat()
-{
-    const Registered<OutputDebugAppender> appender;
-    QCOMPARE(appender->format(), AbstractStringAppender::defaultFormat());
-    appender->setFormat(QStringLiteral("[%{type:-7}] %{message}\n"));
-    s_toDebugger.clear();
-    write(LogLevel::Trace, "too small");
-    QCOMPARE(s_toDebugger, QStringList());
-    write(LogLevel::Error, "塔勒 🐢");
-    write(LogLevel::Debug, "");
-    QCOMPARE(s_toDebugger, (QStringList{QString::fromUtf8("[Error  ] 塔勒 🐢\n"),
-                                        QStringLiteral("[Debug  ] \n")}));
-}
+    void withoutAnAppenderMessagesGoToTheErrorStream()
+    {
+        QProcess process;
+        runAgain(process, s_noAppender);
+        QCOMPARE(process.exitCode(), 0);
+        QCOMPARE(process.readAllStandardError(), QByteArray("by Qt\nby the logger\n"));
+    }
+
+    void theConsoleWritesToTheErrorStream()
+    {
+        QProcess process;
+        runAgain(process, s_console);
+        QCOMPARE(process.exitCode(), 0);
+        const QByteArray output = process.readAllStandardError();
+        QVERIFY2(output.startsWith("i:line\ni:\"塔勒\"\ne:\n"), output);
+        QVERIFY2(output.contains(QByteArray("e:a\0b", 5)), output);
+        QCOMPARE(output.count('\n'), 4);
+        QVERIFY(process.readAllStandardOutput().isEmpty());
+    }
+
+    void aTextStreamWritesIntoTheLog()
+    {
+        const Registered<ListAppender> appender(LogLevel::Trace,
+                                                QStringLiteral("%{type} %{function} %{message}"));
+        LogDevice& own = Logger::globalInstance().device();
+        QTextStream(&own) << "a " << 1 << '\n' << QString::fromUtf8("塔勒");
+        QCOMPARE(appender->lines, QStringList(QStringLiteral("Debug  a 1")));
+        QTextStream(&own) << "!\n\n";
+        QCOMPARE(appender->lines.mid(1),
+                 (QStringList{QString::fromUtf8("Debug  塔勒!"), QStringLiteral("Debug  ")}));
+        appender->lines.clear();
+
+        {
+            LogDevice device(Logger::globalInstance(), LogLevel::Warning, {nullptr, 1, "void f()"});
+            QVERIFY(device.isSequential() && device.isWritable() && !device.isReadable());
+            QTextStream stream(&device);
+            stream << "b\nc";
+            stream.flush();
+            device.setLevel(LogLevel::Trace);
+            device.setPlace({nullptr, 2, "void g()"});
+            stream << "d\ne";
+            stream.flush();
+            QCOMPARE(appender->lines,
+                     (QStringList{QStringLiteral("Warning f b"), QStringLiteral("Trace g cd")}));
+            device.close();
+            QCOMPARE(appender->lines.mid(2), QStringList(QStringLiteral("Trace g e")));
+        }
+        {
+            LogDevice device(Logger::globalInstance());
+            device.write("without an end");
+        }
+        QCOMPARE(appender->lines.mid(3), QStringList(QStringLiteral("Debug  without an end")));
+    }
+
+    void timersTellHowLongTheyLived()
+    {
+        QCOMPARE(elapsedText(0), QStringLiteral("0 ms."));
+        QCOMPARE(elapsedText(999), QStringLiteral("999 ms."));
+        QCOMPARE(elapsedText(1000), QStringLiteral("1 s."));
+        QCOMPARE(elapsedText(61500), QStringLiteral("61.5 s."));
+        const Registered<ListAppender> appender(LogLevel::Trace,
+                                                QStringLiteral("%{type} %{message}"));
+        {
+            const LogTimer untitled(LOG_HERE);
+            const LogTimer titled(LOG_HERE, QString::fromUtf8("读 %1"));
+            QVERIFY(appender->lines.isEmpty());
+        }
+        QCOMPARE(appender->lines.size(), 2);
+        const auto begins = [&](int p_line, const char* p_text) {
+            return appender->lines.at(p_line).startsWith(QString::fromUtf8(p_text)) &&
+                   appender->lines.at(p_line).endsWith(QLatin1String("s."));
+        };
+        QVERIFY(begins(0, "Debug \"读 %1\" finished in "));
+        QVERIFY(begins(1, "Debug Function LoggerTest::timersTellHowLongTheyLived finished in "));
+    }
+
+    void aFailedAssertionIsLoggedAndEndsTheProgram()
+    {
+        QProcess process;
+        runAgain(process, s_assert);
+        QCOMPARE(process.exitStatus(), QProcess::CrashExit);
+        QCOMPARE(process.readAllStandardError(),
+                 QByteArray("[Fatal  ] main ASSERT: \"1 + 1 == 3\"\n"));
+    }
+
+    void theDebuggerGetsEachMessageInTheFormat()
+    {
+        const Registered<OutputDebugAppender> appender;
+        QCOMPARE(appender->format(), AbstractStringAppender::defaultFormat());
+        appender->setFormat(QStringLiteral("[%{type:-7}] %{message}\n"));
+        s_toDebugger.clear();
+        write(LogLevel::Trace, "too small");
+        QCOMPARE(s_toDebugger, QStringList());
+        write(LogLevel::Error, "塔勒 🐢");
+        write(LogLevel::Debug, "");
+        QCOMPARE(s_toDebugger, (QStringList{QString::fromUtf8("[Error  ] 塔勒 🐢\n"),
+                                            QStringLiteral("[Debug  ] \n")}));
+    }
+};
 
 int main(int argc, char** argv)
 {

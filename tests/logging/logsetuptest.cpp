@@ -55,21 +55,191 @@ class LogSetUpTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void theLevelDecidesWhatTheFileGets_data();
-    void theLevelDecidesWhatTheFileGets();
-    void eachLineHasItsLevelFunctionAndText();
-    void aSecondStartRemovesTheFirstLog();
-    void aFolderInPlaceOfTheFileDoesNoHarm();
-    void aFileInPlaceOfTheFolderDoesNoHarm();
-    void aFatalMessageIsWrittenAndEndsTheProgram_data();
-    void aFatalMessageIsWrittenAndEndsTheProgram();
-    void debugMessagesComeWhereTheSystemTurnsThemOff();
-    void theEnvironmentHasTheLastWord();
-    void earlyAndLateMessagesAreSafe_data();
-    void earlyAndLateMessagesAreSafe();
-    void aLostErrorStreamDoesNoHarm();
+    void initTestCase()
+    {
+        // Not what whoever runs the tests has in mind about messages.
+        qunsetenv("QT_LOGGING_RULES");
+    }
+
+    void init()
+    {
+        QDir(folder()).removeRecursively();
+        QFile::remove(folder());
+    }
+
+    void theLevelDecidesWhatTheFileGets_data()
+    {
+        QTest::addColumn<QByteArray>("option");
+        QTest::addColumn<int>("dropped");
+        const auto row = [](const char* p_option, int p_dropped) {
+            QTest::newRow(p_option) << QByteArray(p_option) << p_dropped;
+        };
+        row("trace", 0);
+        row("debug", 1);
+        row("info", 2);
+        row("warning", 3);
+        row("error", 4);
+        row("fatal", 5);
+        row("", 2);
+        row(" DEBUG\t", 1);
+        row(" Warning ", 3);
+        row("nonsense", 1);
+        row(" ", 1);
+    }
+
+    void theLevelDecidesWhatTheFileGets()
+    {
+        QFETCH(QByteArray, option);
+        QFETCH(int, dropped);
+        const QByteArray said = run(s_level + option);
+        QByteArrayList expected{"[Trace  ] <{anonymous}::sayAllLevels> trace line\n",
+                                "[Debug  ] <{anonymous}::sayAllLevels> debug line\n",
+                                "[Info   ] <{anonymous}::sayAllLevels> info line\n",
+                                "[Warning] <{anonymous}::sayAllLevels> warning line\n",
+                                "[Error  ] <{anonymous}::sayAllLevels> error line\n"};
+#ifdef __clang__
+        for (QByteArray& line : expected) {
+            line.replace("{anonymous}", "(anonymous namespace)");
+        }
+#endif
+        // The console has a level of its own.
+        QCOMPARE(said, expected.mid(1).join());
+        if (dropped < expected.size()) {
+            QCOMPARE(contentOf(file()), expected.mid(dropped).join());
+        } else {
+            QVERIFY(!QFile::exists(file()));
+        }
+    }
+
+    void eachLineHasItsLevelFunctionAndText()
+    {
+        setUpLog(QStringLiteral("trace"));
+        Logger::globalInstance().write(LogLevel::Error, {nullptr, 0, "void Tree<int>::grow(int)"},
+                                       QString::fromUtf8("错误"));
+        Logger::globalInstance().removeAppenders();
+        QCOMPARE(contentOf(file()), QByteArray("[Error  ] <Tree::grow> 错误\n"));
+    }
+
+    void aSecondStartRemovesTheFirstLog()
+    {
+        run("--level=trace");
+        QVERIFY(contentOf(file()).contains("trace line"));
+        QFile other(folder() + QStringLiteral("/other.txt"));
+        QVERIFY(other.open(QIODevice::WriteOnly));
+        run("--level=error");
+        QVERIFY(contentOf(file()).endsWith("error line\n"));
+        QCOMPARE(contentOf(file()).count('\n'), 1);
+        // A run that logs nothing leaves no old log either.
+        run("--level=fatal");
+        QVERIFY(!QFile::exists(file()));
+        QVERIFY(other.exists());
+    }
+
+    void aFolderInPlaceOfTheFileDoesNoHarm()
+    {
+        QVERIFY(QDir().mkpath(file()));
+        const QByteArray said = run("--level=debug");
+        QCOMPARE(
+            said.count("<FileAppender::append> Cannot open the log file " + file().toLocal8Bit()),
+            1);
+        QVERIFY2(said.endsWith("error line\n"), said);
+        QVERIFY(QFileInfo(file()).isDir());
+    }
+
+    void aFileInPlaceOfTheFolderDoesNoHarm()
+    {
+        QFile blocking(folder());
+        QVERIFY(blocking.open(QIODevice::WriteOnly));
+        blocking.close();
+        const QByteArray said = run("--level=debug");
+        QCOMPARE(
+            said.count("<FileAppender::append> Cannot open the log file " + file().toLocal8Bit()),
+            1);
+        QVERIFY2(said.endsWith("error line\n"), said);
+        QCOMPARE(blocking.size(), 0);
+    }
+
+    void aFatalMessageIsWrittenAndEndsTheProgram_data()
+    {
+        QTest::addColumn<QString>("level");
+        QTest::newRow("info") << QString();
+        QTest::newRow("fatal") << QStringLiteral("fatal");
+    }
+
+    void aFatalMessageIsWrittenAndEndsTheProgram()
+    {
+        QFETCH(QString, level);
+        QProcess process;
+        process.start(QCoreApplication::applicationFilePath(), {QLatin1String(s_fatal), level});
+        QVERIFY(process.waitForFinished(30000));
+        QCOMPARE(process.exitStatus(), QProcess::CrashExit);
+        QCOMPARE(contentOf(file()), QByteArray("[Fatal  ] <main> 再见\n"));
+        QVERIFY(process.readAllStandardError().contains("[Fatal  ] <main> 再见\n"));
+    }
+
+    void debugMessagesComeWhereTheSystemTurnsThemOff()
+    {
+        const QTemporaryDir system;
+        QVERIFY(QDir(system.path()).mkpath(QStringLiteral("QtProject")));
+        QFile rules(system.filePath(QStringLiteral("QtProject/qtlogging.ini")));
+        QVERIFY(rules.open(QIODevice::WriteOnly));
+        QVERIFY(rules.write("[Rules]\n*.debug=false\n") > 0);
+        rules.close();
+        run("--level=debug", {{QStringLiteral("XDG_CONFIG_HOME"), system.path()}});
+        QVERIFY(contentOf(file()).contains("debug line"));
+    }
+
+    void theEnvironmentHasTheLastWord()
+    {
+        const QByteArray said =
+            run("--level=trace",
+                {{QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("default.debug=false")}});
+        QVERIFY(contentOf(file()).contains("info line"));
+        QVERIFY(!contentOf(file()).contains("debug line"));
+        QVERIFY(!said.contains("debug line"));
+    }
+
+    void earlyAndLateMessagesAreSafe_data()
+    {
+        QTest::addColumn<bool>("early");
+        QTest::newRow("early and late") << true;
+        QTest::newRow("late alone") << false;
+    }
+
+    void earlyAndLateMessagesAreSafe()
+    {
+        QFETCH(bool, early);
+        QHash<QString, QString> environment{
+            {QStringLiteral("TALK_LATE"), QStringLiteral("1")},
+            {QStringLiteral("QT_MESSAGE_PATTERN"), QString()},
+            // Memory that has been given back is overwritten, so that nobody gets away with using
+            // it.
+            {QStringLiteral("MALLOC_PERTURB_"), QStringLiteral("165")},
+            {QStringLiteral("ASAN_OPTIONS"),
+             qEnvironmentVariable("ASAN_OPTIONS") + QStringLiteral(":max_free_fill_size=65536")}};
+        if (early) {
+            environment.insert(QStringLiteral("TALK_EARLY"), QStringLiteral("1"));
+        }
+        const QByteArray said = run(s_ends, environment);
+        const QByteArray log = contentOf(file());
+        QCOMPARE(log, QByteArray("[Info   ] <main> at the end of main\n"
+                                 "[Warning] <Ending::~Ending> in a destructor\n"));
+        // What comes before and after that is left to the error stream, in Qt's own form.
+        QCOMPARE(said, (early ? QByteArray("early\n") : QByteArray()) + log + "late\nlast 再见\n");
+    }
+
+    void aLostErrorStreamDoesNoHarm()
+    {
+        QProcess process;
+        process.start(
+            QStringLiteral("/bin/sh"),
+            {QStringLiteral("-c"),
+             QStringLiteral("{ sleep 0.2; \"$0\" --level=trace 2>&1; echo $? >&2; } | true"),
+             QCoreApplication::applicationFilePath()});
+        QVERIFY(process.waitForFinished(30000));
+        QCOMPARE(process.readAllStandardError(), QByteArray("0\n"));
+        QVERIFY(contentOf(file()).endsWith("error line\n"));
+    }
 
 private:
     static QString folder()
@@ -95,188 +265,6 @@ QByteArray LogSetUpTest::run(const char* p_argument, const QHash<QString, QStrin
         return "the program failed";
     }
     return process.readAllStandardError();
-}
-
-void LogSetUpTest::initTestCase()
-{
-    // Not what whoever runs the tests has in mind about messages.
-    qunsetenv("QT_LOGGING_RULES");
-}
-
-void LogSetUpTest::init()
-{
-    QDir(folder()).removeRecursively();
-    QFile::remove(folder());
-}
-
-void LogSetUpTest::theLevelDecidesWhatTheFileGets_data()
-{
-    QTest::addColumn<QByteArray>("option");
-    QTest::addColumn<int>("dropped");
-    const auto row = [](const char* p_option, int p_dropped) {
-        QTest::newRow(p_option) << QByteArray(p_option) << p_dropped;
-    };
-    row("trace", 0);
-    row("debug", 1);
-    row("info", 2);
-    row("warning", 3);
-    row("error", 4);
-    row("fatal", 5);
-    row("", 2);
-    row(" DEBUG\t", 1);
-    row(" Warning ", 3);
-    row("nonsense", 1);
-    row(" ", 1);
-}
-
-void LogSetUpTest::theLevelDecidesWhatTheFileGets()
-{
-    QFETCH(QByteArray, option);
-    QFETCH(int, dropped);
-    const QByteArray said = run(s_level + option);
-    QByteArrayList expected{"[Trace  ] <{anonymous}::sayAllLevels> trace line\n",
-                            "[Debug  ] <{anonymous}::sayAllLevels> debug line\n",
-                            "[Info   ] <{anonymous}::sayAllLevels> info line\n",
-                            "[Warning] <{anonymous}::sayAllLevels> warning line\n",
-                            "[Error  ] <{anonymous}::sayAllLevels> error line\n"};
-#ifdef __clang__
-    for (QByteArray& line : expected) {
-        line.replace("{anonymous}", "(anonymous namespace)");
-    }
-#endif
-    // The console has a level of its own.
-    QCOMPARE(said, expected.mid(1).join());
-    if (dropped < expected.size()) {
-        QCOMPARE(contentOf(file()), expected.mid(dropped).join());
-    } else {
-        QVERIFY(!QFile::exists(file()));
-    }
-}
-
-void LogSetUpTest::eachLineHasItsLevelFunctionAndText()
-{
-    setUpLog(QStringLiteral("trace"));
-    Logger::globalInstance().write(LogLevel::Error, {nullptr, 0, "void Tree<int>::grow(int)"},
-                                   QString::fromUtf8("错误"));
-    Logger::globalInstance().removeAppenders();
-    QCOMPARE(contentOf(file()), QByteArray("[Error  ] <Tree::grow> 错误\n"));
-}
-
-void LogSetUpTest::aSecondStartRemovesTheFirstLog()
-{
-    run("--level=trace");
-    QVERIFY(contentOf(file()).contains("trace line"));
-    QFile other(folder() + QStringLiteral("/other.txt"));
-    QVERIFY(other.open(QIODevice::WriteOnly));
-    run("--level=error");
-    QVERIFY(contentOf(file()).endsWith("error line\n"));
-    QCOMPARE(contentOf(file()).count('\n'), 1);
-    // A run that logs nothing leaves no old log either.
-    run("--level=fatal");
-    QVERIFY(!QFile::exists(file()));
-    QVERIFY(other.exists());
-}
-
-void LogSetUpTest::aFolderInPlaceOfTheFileDoesNoHarm()
-{
-    QVERIFY(QDir().mkpath(file()));
-    const QByteArray said = run("--level=debug");
-    QCOMPARE(said.count("<FileAppender::append> Cannot open the log file " + file().toLocal8Bit()),
-             1);
-    QVERIFY2(said.endsWith("error line\n"), said);
-    QVERIFY(QFileInfo(file()).isDir());
-}
-
-void LogSetUpTest::aFileInPlaceOfTheFolderDoesNoHarm()
-{
-    QFile blocking(folder());
-    QVERIFY(blocking.open(QIODevice::WriteOnly));
-    blocking.close();
-    const QByteArray said = run("--level=debug");
-    QCOMPARE(said.count("<FileAppender::append> Cannot open the log file " + file().toLocal8Bit()),
-             1);
-    QVERIFY2(said.endsWith("error line\n"), said);
-    QCOMPARE(blocking.size(), 0);
-}
-
-void LogSetUpTest::aFatalMessageIsWrittenAndEndsTheProgram_data()
-{
-    QTest::addColumn<QString>("level");
-    QTest::newRow("info") << QString();
-    QTest::newRow("fatal") << QStringLiteral("fatal");
-}
-
-void LogSetUpTest::aFatalMessageIsWrittenAndEndsTheProgram()
-{
-    QFETCH(QString, level);
-    QProcess process;
-    process.start(QCoreApplication::applicationFilePath(), {QLatin1String(s_fatal), level});
-    QVERIFY(process.waitForFinished(30000));
-    QCOMPARE(process.exitStatus(), QProcess::CrashExit);
-    QCOMPARE(contentOf(file()), QByteArray("[Fatal  ] <main> 再见\n"));
-    QVERIFY(process.readAllStandardError().contains("[Fatal  ] <main> 再见\n"));
-}
-
-void LogSetUpTest::debugMessagesComeWhereTheSystemTurnsThemOff()
-{
-    const QTemporaryDir system;
-    QVERIFY(QDir(system.path()).mkpath(QStringLiteral("QtProject")));
-    QFile rules(system.filePath(QStringLiteral("QtProject/qtlogging.ini")));
-    QVERIFY(rules.open(QIODevice::WriteOnly));
-    QVERIFY(rules.write("[Rules]\n*.debug=false\n") > 0);
-    rules.close();
-    run("--level=debug", {{QStringLiteral("XDG_CONFIG_HOME"), system.path()}});
-    QVERIFY(contentOf(file()).contains("debug line"));
-}
-
-void LogSetUpTest::theEnvironmentHasTheLastWord()
-{
-    const QByteArray said =
-        run("--level=trace",
-            {{QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("default.debug=false")}});
-    QVERIFY(contentOf(file()).contains("info line"));
-    QVERIFY(!contentOf(file()).contains("debug line"));
-    QVERIFY(!said.contains("debug line"));
-}
-
-void LogSetUpTest::earlyAndLateMessagesAreSafe_data()
-{
-    QTest::addColumn<bool>("early");
-    QTest::newRow("early and late") << true;
-    QTest::newRow("late alone") << false;
-}
-
-void LogSetUpTest::earlyAndLateMessagesAreSafe()
-{
-    QFETCH(bool, early);
-    QHash<QString, QString> environment{
-        {QStringLiteral("TALK_LATE"), QStringLiteral("1")},
-        {QStringLiteral("QT_MESSAGE_PATTERN"), QString()},
-        // Memory that has been given back is overwritten, so that nobody gets away with using it.
-        {QStringLiteral("MALLOC_PERTURB_"), QStringLiteral("165")},
-        {QStringLiteral("ASAN_OPTIONS"),
-         qEnvironmentVariable("ASAN_OPTIONS") + QStringLiteral(":max_free_fill_size=65536")}};
-    if (early) {
-        environment.insert(QStringLiteral("TALK_EARLY"), QStringLiteral("1"));
-    }
-    const QByteArray said = run(s_ends, environment);
-    const QByteArray log = contentOf(file());
-    QCOMPARE(log, QByteArray("[Info   ] <main> at the end of main\n"
-                             "[Warning] <Ending::~Ending> in a destructor\n"));
-    // What comes before and after that is left to the error stream, in Qt's own form.
-    QCOMPARE(said, (early ? QByteArray("early\n") : QByteArray()) + log + "late\nlast 再见\n");
-}
-
-void LogSetUpTest::aLostErrorStreamDoesNoHarm()
-{
-    QProcess process;
-    process.start(QStringLiteral("/bin/sh"),
-                  {QStringLiteral("-c"),
-                   QStringLiteral("{ sleep 0.2; \"$0\" --level=trace 2>&1; echo $? >&2; } | true"),
-                   QCoreApplication::applicationFilePath()});
-    QVERIFY(process.waitForFinished(30000));
-    QCOMPARE(process.readAllStandardError(), QByteArray("0\n"));
-    QVERIFY(contentOf(file()).endsWith("error line\n"));
 }
 
 /** Speaks when the application object is gone. */

@@ -198,66 +198,163 @@ class LogThreadsTest : public QObject
 
 private slots:
     void cleanup() { Logger::globalInstance().removeAppenders(); }
-    void noMessageIsLostAndNoLineTorn();
-    void aFileGetsEachMessageInOnePiece();
-    void aLevelThatChangesDropsWholeMessages();
-    void appendersMayComeWhileOthersWrite();
-    void anAppenderThatGoesEndsItsMessageFirst();
+
+    void noMessageIsLostAndNoLineTorn()
+    {
+        const Registered<CheckingAppender> appender;
+        Changer changer(*appender);
+        inThreads(
+            [](int p_thread) {
+                for (int i = 0; i < s_each; ++i) {
+                    awaitRounds(i, s_each);
+                    writeInfo(p_thread, i);
+                    if (isTimeForNote(i)) {
+                        write(LogLevel::Debug, QStringLiteral("note"));
+                    }
+                }
+            },
+            // Levels that all let the numbered messages through.
+            [&](int p_round) { changer.change(p_round, static_cast<LogLevel>(p_round % 3)); });
+        QCOMPARE(appender->met.load(), 0);
+        verifyAll(appender->check, changer);
+    }
+
+    void aFileGetsEachMessageInOnePiece()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("log.txt"));
+        const Registered<FileAppender> appender(path);
+        const MessageRoute route;
+        Changer changer(*appender);
+        inThreads(
+            [](int p_thread) {
+                for (int i = 0; i < s_each; ++i) {
+                    awaitRounds(i, s_each);
+                    qInfo("%d/%d", p_thread, i);
+                    if (isTimeForNote(i)) {
+                        qDebug("note");
+                    }
+                }
+            },
+            [&](int p_round) {
+                changer.change(p_round, p_round % 2 == 0 ? LogLevel::Info : LogLevel::Trace);
+                appender->fileName();
+            });
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        LineCheck check;
+        while (!file.atEnd()) {
+            check.see(QString::fromUtf8(file.readLine()));
+        }
+        verifyAll(check, changer);
+    }
+
+    void aLevelThatChangesDropsWholeMessages()
+    {
+        const Registered<CheckingAppender> appender;
+        constexpr int each = s_each / 10;
+        // The notes now pass and now don't; the warnings always do.
+        inThreads(
+            [](int /*p_thread*/) {
+                for (int i = 0; i < each; ++i) {
+                    awaitRounds(i, each);
+                    write(LogLevel::Debug, QStringLiteral("note"));
+                    write(LogLevel::Warning, QStringLiteral("warning"));
+                }
+            },
+            [&](int p_round) {
+                appender->setDetailsLevel(p_round % 2 == 0 ? LogLevel::Warning : LogLevel::Trace);
+            });
+        QCOMPARE(appender->warnings, s_threads * each);
+        QCOMPARE(appender->check.broken, QString());
+        QVERIFY2(appender->check.notes > 0 && appender->check.notes < s_threads * each,
+                 qPrintable(QString::number(appender->check.notes)));
+    }
+
+    void appendersMayComeWhileOthersWrite()
+    {
+        constexpr int each = s_each / 50;
+        constexpr int lateOnes = 6;
+        const Registered<CheckingAppender> appender;
+        QList<std::shared_ptr<CheckingAppender>> late;
+        std::atomic<int> registered{0};
+        inThreads(
+            [&](int p_thread) {
+                const char* const category = p_thread % 2 == 0 ? "default" : "x";
+                for (int i = 0; i < 2 * each; ++i) {
+                    // Each late one has the second half to show what it gets.
+                    while (i == each && registered < lateOnes) {
+                        std::this_thread::sleep_for(std::chrono::microseconds(50));
+                    }
+                    writeInfo(p_thread, i, category);
+                }
+            },
+            [&](int p_round) {
+                if (p_round < lateOnes) {
+                    late.append(std::make_shared<CheckingAppender>(LineCheck::Any));
+                    Logger::globalInstance().registerAppender(
+                        late.last(), p_round % 2 == 0 ? QString() : QStringLiteral("x"));
+                    ++registered;
+                }
+            });
+        QCOMPARE(appender->met.load(), 0);
+        QCOMPARE(appender->check.broken, QString());
+        for (const int count : appender->check.next) {
+            QCOMPARE(count, 2 * each);
+        }
+        QCOMPARE(late.size(), lateOnes);
+        for (int i = 0; i < lateOnes; ++i) {
+            QCOMPARE(late.at(i)->met.load(), 0);
+            QCOMPARE(late.at(i)->check.broken, QString());
+            for (int thread = 0; thread < s_threads; ++thread) {
+                const bool hears = i % 2 == 0 || thread % 2 == 1;
+                QCOMPARE(late.at(i)->check.next[thread], hears ? 2 * each : LineCheck::Any);
+            }
+        }
+    }
+
+    void anAppenderThatGoesEndsItsMessageFirst()
+    {
+        struct Road {
+            std::promise<void> entered;
+            std::promise<void> go;
+            std::atomic<bool> written{false};
+            std::atomic<bool> gone{false};
+        };
+        class SlowAppender : public AbstractAppender
+        {
+        public:
+            explicit SlowAppender(Road& p_road) : m_road(p_road) {}
+            ~SlowAppender() override { m_road.gone = true; }
+
+        protected:
+            void append(const LogMessage& /*p_message*/) override
+            {
+                m_road.entered.set_value();
+                m_road.go.get_future().wait();
+                m_road.written = true;
+            }
+
+        private:
+            Road& m_road;
+        };
+        Road road;
+        Logger::globalInstance().registerAppender(std::make_shared<SlowAppender>(road));
+        std::thread writer([] { writeInfo(0, 0); });
+        road.entered.get_future().wait();
+        // Neither waits for the one that writes.
+        Logger::globalInstance().removeAppenders();
+        const Registered<CheckingAppender> other;
+        QVERIFY(!road.gone && !road.written);
+        road.go.set_value();
+        writer.join();
+        QVERIFY(road.gone && road.written);
+    }
 
 private:
     /** All messages came, while level and format changed. */
     static void verifyAll(const LineCheck& p_check, const Changer& p_changer);
 };
-
-void LogThreadsTest::noMessageIsLostAndNoLineTorn()
-{
-    const Registered<CheckingAppender> appender;
-    Changer changer(*appender);
-    inThreads(
-        [](int p_thread) {
-            for (int i = 0; i < s_each; ++i) {
-                awaitRounds(i, s_each);
-                writeInfo(p_thread, i);
-                if (isTimeForNote(i)) {
-                    write(LogLevel::Debug, QStringLiteral("note"));
-                }
-            }
-        },
-        // Levels that all let the numbered messages through.
-        [&](int p_round) { changer.change(p_round, static_cast<LogLevel>(p_round % 3)); });
-    QCOMPARE(appender->met.load(), 0);
-    verifyAll(appender->check, changer);
-}
-
-void LogThreadsTest::aFileGetsEachMessageInOnePiece()
-{
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("log.txt"));
-    const Registered<FileAppender> appender(path);
-    const MessageRoute route;
-    Changer changer(*appender);
-    inThreads(
-        [](int p_thread) {
-            for (int i = 0; i < s_each; ++i) {
-                awaitRounds(i, s_each);
-                qInfo("%d/%d", p_thread, i);
-                if (isTimeForNote(i)) {
-                    qDebug("note");
-                }
-            }
-        },
-        [&](int p_round) {
-            changer.change(p_round, p_round % 2 == 0 ? LogLevel::Info : LogLevel::Trace);
-            appender->fileName();
-        });
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    LineCheck check;
-    while (!file.atEnd()) {
-        check.see(QString::fromUtf8(file.readLine()));
-    }
-    verifyAll(check, changer);
-}
 
 void LogThreadsTest::verifyAll(const LineCheck& p_check, const Changer& p_changer)
 {
@@ -272,108 +369,6 @@ void LogThreadsTest::verifyAll(const LineCheck& p_check, const Changer& p_change
     QVERIFY(p_check.ofFirstFormat > 0 && p_check.ofSecondFormat > 0);
     QVERIFY2(p_check.notes > 0 && p_check.notes < s_notes,
              qPrintable(QString::number(p_check.notes)));
-}
-
-void LogThreadsTest::aLevelThatChangesDropsWholeMessages()
-{
-    const Registered<CheckingAppender> appender;
-    constexpr int each = s_each / 10;
-    // The notes now pass and now don't; the warnings always do.
-    inThreads(
-        [](int /*p_thread*/) {
-            for (int i = 0; i < each; ++i) {
-                awaitRounds(i, each);
-                write(LogLevel::Debug, QStringLiteral("note"));
-                write(LogLevel::Warning, QStringLiteral("warning"));
-            }
-        },
-        [&](int p_round) {
-            appender->setDetailsLevel(p_round % 2 == 0 ? LogLevel::Warning : LogLevel::Trace);
-        });
-    QCOMPARE(appender->warnings, s_threads * each);
-    QCOMPARE(appender->check.broken, QString());
-    QVERIFY2(appender->check.notes > 0 && appender->check.notes < s_threads * each,
-             qPrintable(QString::number(appender->check.notes)));
-}
-
-void LogThreadsTest::appendersMayComeWhileOthersWrite()
-{
-    constexpr int each = s_each / 50;
-    constexpr int lateOnes = 6;
-    const Registered<CheckingAppender> appender;
-    QList<std::shared_ptr<CheckingAppender>> late;
-    std::atomic<int> registered{0};
-    inThreads(
-        [&](int p_thread) {
-            const char* const category = p_thread % 2 == 0 ? "default" : "x";
-            for (int i = 0; i < 2 * each; ++i) {
-                // Each late one has the second half to show what it gets.
-                while (i == each && registered < lateOnes) {
-                    std::this_thread::sleep_for(std::chrono::microseconds(50));
-                }
-                writeInfo(p_thread, i, category);
-            }
-        },
-        [&](int p_round) {
-            if (p_round < lateOnes) {
-                late.append(std::make_shared<CheckingAppender>(LineCheck::Any));
-                Logger::globalInstance().registerAppender(
-                    late.last(), p_round % 2 == 0 ? QString() : QStringLiteral("x"));
-                ++registered;
-            }
-        });
-    QCOMPARE(appender->met.load(), 0);
-    QCOMPARE(appender->check.broken, QString());
-    for (const int count : appender->check.next) {
-        QCOMPARE(count, 2 * each);
-    }
-    QCOMPARE(late.size(), lateOnes);
-    for (int i = 0; i < lateOnes; ++i) {
-        QCOMPARE(late.at(i)->met.load(), 0);
-        QCOMPARE(late.at(i)->check.broken, QString());
-        for (int thread = 0; thread < s_threads; ++thread) {
-            const bool hears = i % 2 == 0 || thread % 2 == 1;
-            QCOMPARE(late.at(i)->check.next[thread], hears ? 2 * each : LineCheck::Any);
-        }
-    }
-}
-
-void LogThreadsTest::anAppenderThatGoesEndsItsMessageFirst()
-{
-    struct Road {
-        std::promise<void> entered;
-        std::promise<void> go;
-        std::atomic<bool> written{false};
-        std::atomic<bool> gone{false};
-    };
-    class SlowAppender : public AbstractAppender
-    {
-    public:
-        explicit SlowAppender(Road& p_road) : m_road(p_road) {}
-        ~SlowAppender() override { m_road.gone = true; }
-
-    protected:
-        void append(const LogMessage& /*p_message*/) override
-        {
-            m_road.entered.set_value();
-            m_road.go.get_future().wait();
-            m_road.written = true;
-        }
-
-    private:
-        Road& m_road;
-    };
-    Road road;
-    Logger::globalInstance().registerAppender(std::make_shared<SlowAppender>(road));
-    std::thread writer([] { writeInfo(0, 0); });
-    road.entered.get_future().wait();
-    // Neither waits for the one that writes.
-    Logger::globalInstance().removeAppenders();
-    const Registered<CheckingAppender> other;
-    QVERIFY(!road.gone && !road.written);
-    road.go.set_value();
-    writer.join();
-    QVERIFY(road.gone && road.written);
 }
 
 QTEST_GUILESS_MAIN(LogThreadsTest)

@@ -5,33 +5,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-/** A new file for each period. The time is that of the messages. */
-class RollingFileAppenderTest : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void init();
-    void periodsHaveTheirNames_data();
-    void periodsHaveTheirNames();
-    void onlyTheSixPatternsAreTaken();
-    void aNewPeriodMovesTheFileAway_data();
-    void aNewPeriodMovesTheFileAway();
-    void aFileOfAnEarlierRunBelongsToItsTime();
-    void aFileThatIsThereAlreadyIsKept();
-    void aClockPutBackBeginsNoNewFile();
-    void aFileThatCantBeMovedGoesOn();
-    void anotherFileHasAPeriodOfItsOwn();
-
-private:
-    QString path(const char* p_name = "log.txt") const
-    {
-        return m_dir->filePath(QLatin1String(p_name));
-    }
-    QStringList files() const { return QDir(m_dir->path()).entryList(QDir::Files, QDir::Name); }
-    std::unique_ptr<QTemporaryDir> m_dir;
-};
-
 namespace
 {
 QDateTime at(const char* p_time)
@@ -47,183 +20,203 @@ void write(RollingFileAppender& p_appender, const char* p_time, const char* p_te
 }
 } // namespace
 
-void RollingFileAppenderTest::init() { m_dir = std::make_unique<QTemporaryDir>(); }
-
-void RollingFileAppenderTest::periodsHaveTheirNames_data()
+/** A new file for each period. The time is that of the messages. */
+class RollingFileAppenderTest : public QObject
 {
-    QTest::addColumn<QString>("pattern");
-    QTest::addColumn<QDateTime>("time");
-    QTest::addColumn<QDateTime>("start");
-    QTest::addColumn<QString>("suffix");
-    const auto row = [](const char* p_pattern, const char* p_time, const char* p_start,
-                        const char* p_suffix) {
-        QTest::addRow("%s of %s", p_pattern, p_time)
-            << QString::fromLatin1(p_pattern) << at(p_time) << at(p_start)
-            << QString::fromLatin1(p_suffix);
-    };
-    row("'.'yyyy-MM-dd-hh-mm", "2026-11-21 23:59:59", "2026-11-21 23:59:00", ".2026-11-21-23-59");
-    row("'.'yyyy-MM-dd-hh-mm", "2026-01-02 03:04:00", "2026-01-02 03:04:00", ".2026-01-02-03-04");
-    row("'.'yyyy-MM-dd-hh", "2026-11-21 13:59:59", "2026-11-21 13:00:00", ".2026-11-21-13");
-    row("'.'yyyy-MM-dd-a", "2026-11-21 11:59:59", "2026-11-21 00:00:00", ".2026-11-21-am");
-    row("'.'yyyy-MM-dd-a", "2026-11-21 12:00:00", "2026-11-21 12:00:00", ".2026-11-21-pm");
-    row("'.'yyyy-MM-dd", "2026-11-21 23:59:59", "2026-11-21 00:00:00", ".2026-11-21");
-    // A Saturday, the Monday after it, and days whose week belongs to another year.
-    row("'.'yyyy-ww", "2026-11-21 12:00:00", "2026-11-16 00:00:00", ".2026-47");
-    row("'.'yyyy-ww", "2026-11-23 00:00:00", "2026-11-23 00:00:00", ".2026-48");
-    row("'.'yyyy-ww", "2027-01-03 12:00:00", "2026-12-28 00:00:00", ".2026-53");
-    row("'.'yyyy-ww", "2024-12-31 12:00:00", "2024-12-30 00:00:00", ".2025-01");
-    row("'.'yyyy-MM", "2028-02-29 12:00:00", "2028-02-01 00:00:00", ".2028-02");
-}
+    Q_OBJECT
 
-void RollingFileAppenderTest::periodsHaveTheirNames()
-{
-    QFETCH(QString, pattern);
-    QFETCH(QDateTime, time);
-    QFETCH(QDateTime, start);
-    QFETCH(QString, suffix);
-    const auto period = periodOfPattern(pattern);
-    QVERIFY(period);
-    QCOMPARE(datePattern(*period), pattern);
-    QCOMPARE(periodStart(*period, time), start);
-    QCOMPARE(periodStart(*period, start), start);
-    QCOMPARE(periodSuffix(*period, start), suffix);
-}
+private slots:
+    void init() { m_dir = std::make_unique<QTemporaryDir>(); }
 
-void RollingFileAppenderTest::onlyTheSixPatternsAreTaken()
-{
-    RollingFileAppender appender;
-    QCOMPARE(appender.datePatternString(), QStringLiteral("'.'yyyy-MM-dd"));
-    QVERIFY(!appender.setDatePattern(QStringLiteral("yyyy")));
-    QVERIFY(!appender.setDatePattern(QString()));
-    QCOMPARE(appender.datePatternString(), QStringLiteral("'.'yyyy-MM-dd"));
-    QVERIFY(appender.setDatePattern(QStringLiteral("'.'yyyy-ww")));
-    QCOMPARE(appender.datePatternString(), QStringLiteral("'.'yyyy-ww"));
-    appender.setDatePattern(RollingPeriod::Hour);
-    QCOMPARE(appender.datePatternString(), QStringLiteral("'.'yyyy-MM-dd-hh"));
-}
-
-void RollingFileAppenderTest::aNewPeriodMovesTheFileAway_data()
-{
-    QTest::addColumn<int>("period");
-    QTest::addColumn<QStringList>("names");
-    const auto row = [](RollingPeriod p_period, const QStringList& p_names) {
-        QTest::newRow(qPrintable(datePattern(p_period))) << static_cast<int>(p_period) << p_names;
-    };
-    const QString now = QStringLiteral("log.txt");
-    row(RollingPeriod::Minute,
-        {now, QStringLiteral("log.txt.2026-11-20-10-00"),
-         QStringLiteral("log.txt.2026-11-20-10-01"), QStringLiteral("log.txt.2026-11-20-11-00"),
-         QStringLiteral("log.txt.2026-11-20-12-00"), QStringLiteral("log.txt.2026-11-21-12-00")});
-    row(RollingPeriod::Hour,
-        {now, QStringLiteral("log.txt.2026-11-20-10"), QStringLiteral("log.txt.2026-11-20-11"),
-         QStringLiteral("log.txt.2026-11-20-12"), QStringLiteral("log.txt.2026-11-21-12")});
-    row(RollingPeriod::HalfDay,
-        {now, QStringLiteral("log.txt.2026-11-20-am"), QStringLiteral("log.txt.2026-11-20-pm"),
-         QStringLiteral("log.txt.2026-11-21-pm")});
-    row(RollingPeriod::Day,
-        {now, QStringLiteral("log.txt.2026-11-20"), QStringLiteral("log.txt.2026-11-21")});
-    row(RollingPeriod::Week, {now, QStringLiteral("log.txt.2026-47")});
-    row(RollingPeriod::Month, {now, QStringLiteral("log.txt.2026-11")});
-}
-
-void RollingFileAppenderTest::aNewPeriodMovesTheFileAway()
-{
-    QFETCH(int, period);
-    QFETCH(QStringList, names);
-    RollingFileAppender appender(path());
-    appender.setDatePattern(static_cast<RollingPeriod>(period));
-    const QList<const char*> times{
-        "2026-11-20 10:00:00", "2026-11-20 10:00:59", "2026-11-20 10:01:00", "2026-11-20 11:00:00",
-        "2026-11-20 12:00:00", "2026-11-21 12:00:00", "2027-01-04 12:00:00"};
-    for (const char* time : times) {
-        write(appender, time, time);
-    }
-    QCOMPARE(files(), names);
-    // Each message is in one file, and the files in order hold all.
-    QByteArray all;
-    for (const QString& name : names.mid(1) + names.mid(0, 1)) {
-        const QByteArray content = contentOf(m_dir->filePath(name));
-        QVERIFY(content.size() > 1);
-        all += content;
-    }
-    QByteArray written;
-    for (const char* time : times) {
-        written += QByteArray(time) + '\n';
-    }
-    QCOMPARE(all, written);
-    QCOMPARE(contentOf(path()), QByteArray("2027-01-04 12:00:00\n"));
-}
-
-void RollingFileAppenderTest::aFileOfAnEarlierRunBelongsToItsTime()
-{
+    void periodsHaveTheirNames_data()
     {
-        RollingFileAppender earlier(path());
-        write(earlier, "2026-11-19 10:00:00", "old");
+        QTest::addColumn<QString>("pattern");
+        QTest::addColumn<QDateTime>("time");
+        QTest::addColumn<QDateTime>("start");
+        QTest::addColumn<QString>("suffix");
+        const auto row = [](const char* p_pattern, const char* p_time, const char* p_start,
+                            const char* p_suffix) {
+            QTest::addRow("%s of %s", p_pattern, p_time)
+                << QString::fromLatin1(p_pattern) << at(p_time) << at(p_start)
+                << QString::fromLatin1(p_suffix);
+        };
+        row("'.'yyyy-MM-dd-hh-mm", "2026-11-21 23:59:59", "2026-11-21 23:59:00",
+            ".2026-11-21-23-59");
+        row("'.'yyyy-MM-dd-hh-mm", "2026-01-02 03:04:00", "2026-01-02 03:04:00",
+            ".2026-01-02-03-04");
+        row("'.'yyyy-MM-dd-hh", "2026-11-21 13:59:59", "2026-11-21 13:00:00", ".2026-11-21-13");
+        row("'.'yyyy-MM-dd-a", "2026-11-21 11:59:59", "2026-11-21 00:00:00", ".2026-11-21-am");
+        row("'.'yyyy-MM-dd-a", "2026-11-21 12:00:00", "2026-11-21 12:00:00", ".2026-11-21-pm");
+        row("'.'yyyy-MM-dd", "2026-11-21 23:59:59", "2026-11-21 00:00:00", ".2026-11-21");
+        // A Saturday, the Monday after it, and days whose week belongs to another year.
+        row("'.'yyyy-ww", "2026-11-21 12:00:00", "2026-11-16 00:00:00", ".2026-47");
+        row("'.'yyyy-ww", "2026-11-23 00:00:00", "2026-11-23 00:00:00", ".2026-48");
+        row("'.'yyyy-ww", "2027-01-03 12:00:00", "2026-12-28 00:00:00", ".2026-53");
+        row("'.'yyyy-ww", "2024-12-31 12:00:00", "2024-12-30 00:00:00", ".2025-01");
+        row("'.'yyyy-MM", "2028-02-29 12:00:00", "2028-02-01 00:00:00", ".2028-02");
     }
-    QFile file(path());
-    QVERIFY(file.open(QIODevice::Append));
-    QVERIFY(file.setFileTime(at("2026-11-19 10:00:00"), QFileDevice::FileModificationTime));
-    file.close();
-    RollingFileAppender appender(path());
-    write(appender, "2026-11-19 11:00:00", "same day");
-    QCOMPARE(contentOf(path()), QByteArray("old\nsame day\n"));
 
-    QVERIFY(file.open(QIODevice::Append));
-    QVERIFY(file.setFileTime(at("2026-11-19 10:00:00"), QFileDevice::FileModificationTime));
-    file.close();
-    RollingFileAppender next(path());
-    write(next, "2026-11-21 11:00:00", "new");
-    QCOMPARE(contentOf(path("log.txt.2026-11-19")), QByteArray("old\nsame day\n"));
-    QCOMPARE(contentOf(path()), QByteArray("new\n"));
-}
-
-void RollingFileAppenderTest::aFileThatIsThereAlreadyIsKept()
-{
-    for (const char* name : {"log.txt.2026-11-20", "log.txt.2026-11-20.1"}) {
-        QFile there(path(name));
-        QVERIFY(there.open(QIODevice::WriteOnly) && there.write("there") == 5);
+    void periodsHaveTheirNames()
+    {
+        QFETCH(QString, pattern);
+        QFETCH(QDateTime, time);
+        QFETCH(QDateTime, start);
+        QFETCH(QString, suffix);
+        const auto period = periodOfPattern(pattern);
+        QVERIFY(period);
+        QCOMPARE(datePattern(*period), pattern);
+        QCOMPARE(periodStart(*period, time), start);
+        QCOMPARE(periodStart(*period, start), start);
+        QCOMPARE(periodSuffix(*period, start), suffix);
     }
-    RollingFileAppender appender(path());
-    write(appender, "2026-11-20 10:00:00", "a");
-    write(appender, "2026-11-21 10:00:00", "b");
-    QCOMPARE(contentOf(path("log.txt.2026-11-20")), QByteArray("there"));
-    QCOMPARE(contentOf(path("log.txt.2026-11-20.1")), QByteArray("there"));
-    QCOMPARE(contentOf(path("log.txt.2026-11-20.2")), QByteArray("a\n"));
-    QCOMPARE(contentOf(path()), QByteArray("b\n"));
-}
 
-void RollingFileAppenderTest::aClockPutBackBeginsNoNewFile()
-{
-    RollingFileAppender appender(path());
-    write(appender, "2026-11-21 10:00:00", "a");
-    write(appender, "2026-11-19 10:00:00", "b");
-    write(appender, "2026-11-21 11:00:00", "c");
-    QCOMPARE(files(), QStringList(QStringLiteral("log.txt")));
-    QCOMPARE(contentOf(path()), QByteArray("a\nb\nc\n"));
-}
+    void onlyTheSixPatternsAreTaken()
+    {
+        RollingFileAppender appender;
+        QCOMPARE(appender.datePatternString(), QStringLiteral("'.'yyyy-MM-dd"));
+        QVERIFY(!appender.setDatePattern(QStringLiteral("yyyy")));
+        QVERIFY(!appender.setDatePattern(QString()));
+        QCOMPARE(appender.datePatternString(), QStringLiteral("'.'yyyy-MM-dd"));
+        QVERIFY(appender.setDatePattern(QStringLiteral("'.'yyyy-ww")));
+        QCOMPARE(appender.datePatternString(), QStringLiteral("'.'yyyy-ww"));
+        appender.setDatePattern(RollingPeriod::Hour);
+        QCOMPARE(appender.datePatternString(), QStringLiteral("'.'yyyy-MM-dd-hh"));
+    }
 
-void RollingFileAppenderTest::aFileThatCantBeMovedGoesOn()
-{
-    // A name too long to have anything behind it.
-    const QByteArray name(250, 'x');
-    RollingFileAppender appender(path(name.constData()));
-    write(appender, "2026-11-20 10:00:00", "a");
-    write(appender, "2026-11-21 10:00:00", "b");
-    QCOMPARE(files().size(), 1);
-    QCOMPARE(contentOf(path(name.constData())), QByteArray("a\nb\n"));
-}
+    void aNewPeriodMovesTheFileAway_data()
+    {
+        QTest::addColumn<int>("period");
+        QTest::addColumn<QStringList>("names");
+        const auto row = [](RollingPeriod p_period, const QStringList& p_names) {
+            QTest::newRow(qPrintable(datePattern(p_period)))
+                << static_cast<int>(p_period) << p_names;
+        };
+        const QString now = QStringLiteral("log.txt");
+        row(RollingPeriod::Minute,
+            {now, QStringLiteral("log.txt.2026-11-20-10-00"),
+             QStringLiteral("log.txt.2026-11-20-10-01"), QStringLiteral("log.txt.2026-11-20-11-00"),
+             QStringLiteral("log.txt.2026-11-20-12-00"),
+             QStringLiteral("log.txt.2026-11-21-12-00")});
+        row(RollingPeriod::Hour,
+            {now, QStringLiteral("log.txt.2026-11-20-10"), QStringLiteral("log.txt.2026-11-20-11"),
+             QStringLiteral("log.txt.2026-11-20-12"), QStringLiteral("log.txt.2026-11-21-12")});
+        row(RollingPeriod::HalfDay,
+            {now, QStringLiteral("log.txt.2026-11-20-am"), QStringLiteral("log.txt.2026-11-20-pm"),
+             QStringLiteral("log.txt.2026-11-21-pm")});
+        row(RollingPeriod::Day,
+            {now, QStringLiteral("log.txt.2026-11-20"), QStringLiteral("log.txt.2026-11-21")});
+        row(RollingPeriod::Week, {now, QStringLiteral("log.txt.2026-47")});
+        row(RollingPeriod::Month, {now, QStringLiteral("log.txt.2026-11")});
+    }
 
-void RollingFileAppenderTest::anotherFileHasAPeriodOfItsOwn()
-{
-    RollingFileAppender appender(path("a.txt"));
-    write(appender, "2026-11-20 10:00:00", "a");
-    appender.setFileName(path("b.txt"));
-    write(appender, "2026-11-21 10:00:00", "b");
-    QCOMPARE(files(), (QStringList{QStringLiteral("a.txt"), QStringLiteral("b.txt")}));
-    write(appender, "2026-11-22 10:00:00", "c");
-    QCOMPARE(files(), (QStringList{QStringLiteral("a.txt"), QStringLiteral("b.txt"),
-                                   QStringLiteral("b.txt.2026-11-21")}));
-}
+    void aNewPeriodMovesTheFileAway()
+    {
+        QFETCH(int, period);
+        QFETCH(QStringList, names);
+        RollingFileAppender appender(path());
+        appender.setDatePattern(static_cast<RollingPeriod>(period));
+        const QList<const char*> times{"2026-11-20 10:00:00", "2026-11-20 10:00:59",
+                                       "2026-11-20 10:01:00", "2026-11-20 11:00:00",
+                                       "2026-11-20 12:00:00", "2026-11-21 12:00:00",
+                                       "2027-01-04 12:00:00"};
+        for (const char* time : times) {
+            write(appender, time, time);
+        }
+        QCOMPARE(files(), names);
+        // Each message is in one file, and the files in order hold all.
+        QByteArray all;
+        for (const QString& name : names.mid(1) + names.mid(0, 1)) {
+            const QByteArray content = contentOf(m_dir->filePath(name));
+            QVERIFY(content.size() > 1);
+            all += content;
+        }
+        QByteArray written;
+        for (const char* time : times) {
+            written += QByteArray(time) + '\n';
+        }
+        QCOMPARE(all, written);
+        QCOMPARE(contentOf(path()), QByteArray("2027-01-04 12:00:00\n"));
+    }
+
+    void aFileOfAnEarlierRunBelongsToItsTime()
+    {
+        {
+            RollingFileAppender earlier(path());
+            write(earlier, "2026-11-19 10:00:00", "old");
+        }
+        QFile file(path());
+        QVERIFY(file.open(QIODevice::Append));
+        QVERIFY(file.setFileTime(at("2026-11-19 10:00:00"), QFileDevice::FileModificationTime));
+        file.close();
+        RollingFileAppender appender(path());
+        write(appender, "2026-11-19 11:00:00", "same day");
+        QCOMPARE(contentOf(path()), QByteArray("old\nsame day\n"));
+
+        QVERIFY(file.open(QIODevice::Append));
+        QVERIFY(file.setFileTime(at("2026-11-19 10:00:00"), QFileDevice::FileModificationTime));
+        file.close();
+        RollingFileAppender next(path());
+        write(next, "2026-11-21 11:00:00", "new");
+        QCOMPARE(contentOf(path("log.txt.2026-11-19")), QByteArray("old\nsame day\n"));
+        QCOMPARE(contentOf(path()), QByteArray("new\n"));
+    }
+
+    void aFileThatIsThereAlreadyIsKept()
+    {
+        for (const char* name : {"log.txt.2026-11-20", "log.txt.2026-11-20.1"}) {
+            QFile there(path(name));
+            QVERIFY(there.open(QIODevice::WriteOnly) && there.write("there") == 5);
+        }
+        RollingFileAppender appender(path());
+        write(appender, "2026-11-20 10:00:00", "a");
+        write(appender, "2026-11-21 10:00:00", "b");
+        QCOMPARE(contentOf(path("log.txt.2026-11-20")), QByteArray("there"));
+        QCOMPARE(contentOf(path("log.txt.2026-11-20.1")), QByteArray("there"));
+        QCOMPARE(contentOf(path("log.txt.2026-11-20.2")), QByteArray("a\n"));
+        QCOMPARE(contentOf(path()), QByteArray("b\n"));
+    }
+
+    void aClockPutBackBeginsNoNewFile()
+    {
+        RollingFileAppender appender(path());
+        write(appender, "2026-11-21 10:00:00", "a");
+        write(appender, "2026-11-19 10:00:00", "b");
+        write(appender, "2026-11-21 11:00:00", "c");
+        QCOMPARE(files(), QStringList(QStringLiteral("log.txt")));
+        QCOMPARE(contentOf(path()), QByteArray("a\nb\nc\n"));
+    }
+
+    void aFileThatCantBeMovedGoesOn()
+    {
+        // A name too long to have anything behind it.
+        const QByteArray name(250, 'x');
+        RollingFileAppender appender(path(name.constData()));
+        write(appender, "2026-11-20 10:00:00", "a");
+        write(appender, "2026-11-21 10:00:00", "b");
+        QCOMPARE(files().size(), 1);
+        QCOMPARE(contentOf(path(name.constData())), QByteArray("a\nb\n"));
+    }
+
+    void anotherFileHasAPeriodOfItsOwn()
+    {
+        RollingFileAppender appender(path("a.txt"));
+        write(appender, "2026-11-20 10:00:00", "a");
+        appender.setFileName(path("b.txt"));
+        write(appender, "2026-11-21 10:00:00", "b");
+        QCOMPARE(files(), (QStringList{QStringLiteral("a.txt"), QStringLiteral("b.txt")}));
+        write(appender, "2026-11-22 10:00:00", "c");
+        QCOMPARE(files(), (QStringList{QStringLiteral("a.txt"), QStringLiteral("b.txt"),
+                                       QStringLiteral("b.txt.2026-11-21")}));
+    }
+
+private:
+    QString path(const char* p_name = "log.txt") const
+    {
+        return m_dir->filePath(QLatin1String(p_name));
+    }
+    QStringList files() const { return QDir(m_dir->path()).entryList(QDir::Files, QDir::Name); }
+    std::unique_ptr<QTemporaryDir> m_dir;
+};
 
 QTEST_APPLESS_MAIN(RollingFileAppenderTest)
 #include "rollingfileappendertest.moc"

@@ -2,7 +2,7 @@
 #include "modules/documentstate.h"
 #include "parameterbench.h"
 #include "proj/controls/selectablebutton.h"
-#include "support/canvas/singleblock.h"
+#include "support/canvas/blockdata.h"
 
 #include <QFile>
 #include <QGraphicsScene>
@@ -24,8 +24,6 @@ public:
 
     QList<int> chosen;
 };
-
-const QSet<int> s_withoutButtons{102, 103, 105, 106, 109, 303, 904};
 
 struct ModeRow {
     int mode;
@@ -126,399 +124,329 @@ class BlockButtonsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void aBlockHasTheButtonsOfItsType_data();
-    void aBlockHasTheButtonsOfItsType();
-    void everyOtherBlockHasNoButtons_data();
-    void everyOtherBlockHasNoButtons();
-    void aModeOfThePopUpShowsItsEntries_data();
-    void aModeOfThePopUpShowsItsEntries();
-    void aChosenEntryComesToTheBlockAndClosesThePopUp_data();
-    void aChosenEntryComesToTheBlockAndClosesThePopUp();
-    void anUnknownModeShowsTheOldBackgroundWithoutEntries();
-    void thePopUpStandsUnderTheMiddleOfTheBlock();
-    void thereIsOnePopUpInTheScene();
-    void aPressOutsideDismissesThePopUpAndOneInsideKeepsIt();
-    void openingForASecondBlockRetargetsThePopUp();
-    void aChoiceForADeletedBlockDoesNothing();
-};
+    void initTestCase() { QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false")); }
 
-void BlockButtonsTest::initTestCase()
-{
-    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
-}
-
-void BlockButtonsTest::aBlockHasTheButtonsOfItsType_data()
-{
-    QTest::addColumn<int>("id");
-    QTest::addColumn<int>("index");
-    QTest::addColumn<QRect>("geometry");
-    QTest::addColumn<int>("mask"); // 0: no number field
-    QTest::addColumn<bool>("arrow");
-    QTest::addColumn<QString>("press"); // a signal of the view, or the pop-up's mode
-    QTest::addColumn<QString>("shows");
-    QTest::addColumn<QString>("style");
-
-    const QRect wide(20, 100, 80, 40);
-    const QRect wider(20, 100, 83, 40);
-    const QRect left(0, 100, 60, 40);
-    const QRect right(60, 100, 60, 40);
-    // The start has none, but isn't dropped as the others are.
-    QSet<int> ids = s_withoutButtons + QSet<int>{0};
-    const auto row = [&ids](const char* p_name, int p_id, int p_index, const QRect& p_geometry,
-                            int p_mask, bool p_arrow, const char* p_press, const QString& p_shows,
-                            const QString& p_style) {
-        ids.insert(p_id);
-        QTest::newRow(p_name) << p_id << p_index << p_geometry << p_mask << p_arrow
-                              << QString::fromLatin1(p_press) << p_shows << p_style;
-    };
-    const QString time =
-        styleSheet(":/select_time__nol_40x80.png", ":/select_time__pre_40x80.png", 29, false);
-    row("speed", 100, 0, wide, 0, true, "mode 0", "",
-        styleSheet(":/item_pulldown_nol_40x80.png", ":/item_pulldown__pre_40x80.png", 29, false));
-    row("wait", 101, 0, wider, 11, false, "number 11", "1", time);
-    row("forward time", 104, 0, wide, 11, false, "number 11", "1", time);
-    row("backward time", 118, 0, wide, 11, false, "number 11", "1", time);
-    row("left time", 119, 0, wide, 11, false, "number 11", "1", time);
-    row("right time", 120, 0, wide, 11, false, "number 11", "1", time);
-    const QString port = styleSheet(":/item_pulldown_nol_40x80.png",
-                                    ":/item_pulldown__pre_40x80.png", 29, true, "background-image");
-    row("motor clockwise", 111, 0, wider, 0, false, "mode 1", "C", port);
-    row("motor anti-clockwise", 110, 0, wider, 0, false, "mode 1", "C", port);
-    row("motor stop", 117, 0, wider, 0, false, "mode 1", "C", port);
-    const QString motorTime =
-        styleSheet(":/single_time_nol_60x40.png", ":/single_time_pre_60x40.png", 29, false);
-    const QString motorPort =
-        styleSheet(":/single_motor_nol_60x40.png", ":/single_motor_pre_60x40.png", 29, true);
-    row("motor clockwise time, left", 113, 0, left, 11, false, "number 11", "1", motorTime);
-    row("motor clockwise time, right", 113, 1, right, 0, false, "mode 1", "C", motorPort);
-    row("motor anti-clockwise time, left", 112, 0, left, 11, false, "number 11", "1", motorTime);
-    row("motor anti-clockwise time, right", 112, 1, right, 0, false, "mode 1", "C", motorPort);
-    row("servo, left", 107, 0, left, 13, false, "number 13", "0" + s_degree,
-        styleSheet(":/single_time_nol_60x40.png", ":/single_time_pre_60x40.png", 0, false));
-    row("servo, right", 107, 1, right, 0, true, "panel 2 1", "",
-        styleSheet(":/single_motor_nol_60x40.png", ":/single_motor_pre_60x40.png", 0, false));
-    row("counted loop", 301, 0, wide, 9, false, "number 9", "10", time);
-    const QString condition =
-        styleSheet(":/control_left_nol_60x40.png", ":/control_left_pre_60x40.png", 29, false);
-    const QString sensorPort =
-        styleSheet(":/control_right_nol_60x40.png", ":/control_right_pre_60x40.png", 29, true);
-    row("loop until infrared, left", 306, 0, {140, 100, 60, 40}, 0, true, "mode 2", "", condition);
-    row("loop until infrared, right", 306, 1, {200, 100, 60, 40}, 0, false, "mode 3", "4",
-        sensorPort);
-    row("loop until touch, left", 307, 0, {140, 100, 60, 40}, 0, true, "mode 4", "", condition);
-    row("loop until touch, right", 307, 1, {200, 100, 60, 40}, 0, false, "mode 3", "5", sensorPort);
-    row("wait for infrared, left", 308, 0, left, 0, true, "mode 2", "", condition);
-    row("wait for infrared, right", 308, 1, right, 0, false, "mode 3", "4", sensorPort);
-    row("wait for touch, left", 309, 0, left, 0, true, "mode 4", "", condition);
-    row("wait for touch, right", 309, 1, right, 0, false, "mode 3", "5", sensorPort);
-    const QString voice = styleSheet(":/voice/voice_down_nol_40x80.png",
-                                     ":/voice/voice_down_pre_40x80.png", 29, false);
-    row("piano", 800, 0, wide, 0, true, "panel 1 0", "", voice);
-    row("hello", 803, 0, wide, 0, true, "voice 1", "", voice);
-    row("animal", 801, 0, wide, 0, true, "voice 2", "", voice);
-    row("traffic", 804, 0, wide, 0, true, "voice 3", "", voice);
-    row("mood", 802, 0, wide, 0, true, "voice 4", "", voice);
-    const QString symbol = styleSheet(":/expression/expression_down_nol_60x40.png",
-                                      ":/expression/expression_down_pre_60x40.png", 29, false);
-    const QString display = styleSheet(":/expression/expression_down_r_nol_60x40.png",
-                                       ":/expression/expression_down_r_pre_60x40.png", 29, true);
-    const struct {
-        int id;
-        const char* name;
-        const char* press;
-    } symbols[] = {{900, "sign", "expression 1"},
-                   {905, "arithmetic", "expression 2"},
-                   {902, "digit", "expression 3"},
-                   {906, "letter", "expression 4"}};
-    for (const auto& each : symbols) {
-        row(qPrintable(QStringLiteral("%1, left").arg(each.name)), each.id, 0, left, 0, true,
-            each.press, "", symbol);
-        row(qPrintable(QStringLiteral("%1, right").arg(each.name)), each.id, 1, right, 0, false,
-            "mode 6", "2", display);
-    }
-    row("face", 903, 0, wide, 0, true, "expression 5", "",
-        styleSheet(":/expression/expression_down_nol_80x40.png",
-                   ":/expression/expression_down_pre_80x40.png", 29, false));
-    // Of the colour of this button's port number nothing is laid down: it is tested with the rest
-    // of its sheet, as white.
-    row("close one", 901, 0, wide, 0, false, "mode 6", "2",
-        styleSheet(":/expression/expression_down_nol_80x40.png",
-                   ":/expression/expression_down_pre_80x40.png", 29, true));
-    QCOMPARE(blocksBeside(ids).join(QLatin1Char('\n')), QString());
-}
-
-void BlockButtonsTest::aBlockHasTheButtonsOfItsType()
-{
-    QFETCH(int, id);
-    QFETCH(int, index);
-    QFETCH(QRect, geometry);
-    QFETCH(int, mask);
-    QFETCH(bool, arrow);
-    QFETCH(QString, press);
-    QFETCH(QString, shows);
-    QFETCH(QString, style);
-    Bench bench;
-    supermodule* block = bench.seen(id);
-    const bool two = geometry.width() == 60;
-    QCOMPARE(block->buttonCount(), two ? 2 : 1);
-    QCOMPARE(block->buttonRect(index), QRectF(geometry));
-    auto* button = qobject_cast<QPushButton*>(block->button(index));
-    QVERIFY(button);
-    const QList<QGraphicsProxyWidget*> proxies = Bench::proxies(block);
-    QCOMPARE(proxies.size(), 1);
-    const QGraphicsProxyWidget* proxy = proxies.first();
-    QCOMPARE(proxy->widget(), button);
-    QCOMPARE(proxy->geometry(), QRectF(geometry));
-    QCOMPARE(button->text(), shows);
-    QCOMPARE(button->styleSheet(), style);
-    QCOMPARE(button->icon().isNull(), !arrow);
-    if (arrow) {
-        QCOMPARE(button->iconSize(), QSize(18, 14));
-        QCOMPARE(button->icon().pixmap(18, 14).toImage(),
-                 QPixmap(QStringLiteral(":/btn_downarrow_18x14.png")).toImage());
-    }
-    auto* field = qobject_cast<SelectableButton*>(button);
-    QCOMPARE(field != nullptr, mask != 0);
-    if (field) {
-        QCOMPARE(field->acceptsKey(Qt::Key_5), (mask & 1) != 0);
-        QCOMPARE(field->acceptsKey(Qt::Key_Period), (mask & 2) != 0);
-        QCOMPARE(field->acceptsKey(Qt::Key_Minus), (mask & 4) != 0);
-        QCOMPARE(field->acceptsKey(Qt::Key_Backspace), (mask & 8) != 0);
-    }
-
-    bench.raised.clear();
-    focusModule.clear();
-    bench.clickButton(block, index);
-    if (!press.startsWith(QLatin1String("mode"))) {
-        QCOMPARE(bench.raised, QStringList{press});
-        QCOMPARE(focusModule.data(), block);
-        QVERIFY(!Bench::popUpIsOpen());
-        return;
-    }
-    QCOMPARE(bench.raised, QStringList());
-    QVERIFY(Bench::popUpIsOpen());
-    QCOMPARE(Bench::popUp()->module(), block);
-    const ModeRow& mode = modeRows().at(press.mid(5).toInt());
-    QCOMPARE(Bench::popUp()->buttons().size(), mode.entries.size());
-    QCOMPARE(Bench::popUp()->boundingRect().size(),
-             QSizeF(QPixmap(QString::fromLatin1(mode.background)).size()));
-    QCOMPARE(Bench::popUp()->buttons().first()->styleSheet(),
-             styleSheet(mode.normal, mode.pressed, 32, mode.white));
-    // Where the mode is for a block as such, its middle counts, else the button's.
-    const bool byBlock = mode.mode == 0 || mode.mode == 1;
-    const qreal centre = byBlock ? block->x() + 60 : proxy->sceneBoundingRect().center().x();
-    QCOMPARE(Bench::popUp()->pos(),
-             QPointF(centre - 0.5 * Bench::popUp()->boundingRect().width(), block->y() + 150));
-}
-
-void BlockButtonsTest::everyOtherBlockHasNoButtons_data()
-{
-    QTest::addColumn<int>("id");
-    for (const int id : s_withoutButtons) {
-        QTest::newRow(qPrintable(QString::number(id))) << id;
-    }
-}
-
-void BlockButtonsTest::everyOtherBlockHasNoButtons()
-{
-    QFETCH(int, id);
-    Bench bench;
-    supermodule* block = bench.seen(id);
-    QCOMPARE(block->buttonCount(), 0);
-    QCOMPARE(Bench::proxies(block).size(), 0);
-    QCOMPARE(block->button(0), nullptr);
-}
-
-void BlockButtonsTest::aModeOfThePopUpShowsItsEntries_data()
-{
-    QTest::addColumn<int>("mode");
-    for (const ModeRow& row : modeRows()) {
-        QTest::newRow(qPrintable(QString::number(row.mode))) << row.mode;
-    }
-}
-
-void BlockButtonsTest::aModeOfThePopUpShowsItsEntries()
-{
-    QFETCH(int, mode);
-    const ModeRow& row = modeRows().at(mode);
-    QGraphicsScene scene;
-    auto* popUp = new graphicsItem_Param(&scene, nullptr);
-    recordingBlock block;
-    popUp->setModule(&block);
-    popUp->setVisible(false);
-    popUp->setMode(mode);
-    QVERIFY(popUp->isVisible());
-    QCOMPARE(popUp->scene(), &scene);
-    QCOMPARE(popUp->zValue(), 10.0);
-    const QPixmap background(QString::fromLatin1(row.background));
-    QVERIFY(!background.isNull());
-    QCOMPARE(popUp->boundingRect(), QRectF(QPointF(0, 0), background.size()));
-    QImage image(background.size(), QImage::Format_ARGB32_Premultiplied);
-    QImage expected = image;
-    image.fill(Qt::black);
-    expected.fill(Qt::black);
+    void aBlockHasTheButtonsOfItsType_data()
     {
-        QPainter painter(&image);
-        popUp->paint(&painter, nullptr, nullptr);
-        QPainter(&expected).drawPixmap(0, 0, background);
-    }
-    QCOMPARE(image, expected);
+        QTest::addColumn<int>("id");
+        QTest::addColumn<int>("index");
+        QTest::addColumn<QRect>("geometry");
+        QTest::addColumn<int>("mask"); // 0: no number field
+        QTest::addColumn<bool>("arrow");
+        QTest::addColumn<QString>("press"); // a signal of the view, or the pop-up's mode
+        QTest::addColumn<QString>("shows");
+        QTest::addColumn<QString>("style");
 
-    QCOMPARE(popUp->buttons().size(), row.entries.size());
-    for (int i = 0; i < row.entries.size(); ++i) {
-        const QPushButton* button = popUp->buttons().at(i);
-        const QGraphicsProxyWidget* proxy = button->graphicsProxyWidget();
-        QVERIFY(proxy);
-        QCOMPARE(proxy->parentItem(), static_cast<QGraphicsItem*>(popUp));
-        QCOMPARE(proxy->geometry(), QRectF(row.places.at(i), QSizeF(60, 60)));
-        QCOMPARE(button->styleSheet(), styleSheet(row.normal, row.pressed, 32, row.white));
-        if (row.iconSide == 0) {
-            QCOMPARE(button->text(), row.entries.at(i));
-            QVERIFY(button->icon().isNull());
-        } else {
-            QCOMPARE(button->text(), QString());
-            QCOMPARE(button->iconSize(), QSize(row.iconSide, row.iconSide));
-            const QPixmap picture(row.entries.at(i));
-            QVERIFY(!picture.isNull());
-            QCOMPARE(button->icon().pixmap(picture.size()).toImage(), picture.toImage());
-        }
-        QVERIFY(QFile::exists(QString::fromLatin1(row.normal)));
-        QVERIFY(QFile::exists(QString::fromLatin1(row.pressed)));
-    }
-    // Each opening builds it anew.
-    popUp->setMode(mode == 0 ? 1 : 0);
-    popUp->setMode(mode);
-    QCOMPARE(popUp->childItems().size(), row.entries.size());
-}
-
-void BlockButtonsTest::aChosenEntryComesToTheBlockAndClosesThePopUp_data()
-{
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<int>("entry");
-    QTest::addColumn<int>("result");
-    for (const ModeRow& row : modeRows()) {
-        for (int i = 0; i < row.results.size(); ++i) {
-            QTest::newRow(qPrintable(QStringLiteral("mode %1 entry %2").arg(row.mode).arg(i)))
-                << row.mode << i << row.results.at(i);
+        for (const BlockData& data : blockData()) {
+            int index = 0;
+            for (const BlockData::Button& button : data.buttons()) {
+                // The keys of the keyboard are those that the field takes.
+                const bool number = button.opens.startsWith(QLatin1String("number"));
+                QTest::newRow(qPrintable(data.value("class") + ' ' + QString::number(index)))
+                    << data.id() << index << button.place
+                    << (number ? button.opens.section(QLatin1Char(' '), 1).toInt() : 0)
+                    << button.arrow << button.opens << button.shows << button.style;
+                ++index;
+            }
         }
     }
-}
 
-void BlockButtonsTest::aChosenEntryComesToTheBlockAndClosesThePopUp()
-{
-    QFETCH(int, mode);
-    QFETCH(int, entry);
-    QFETCH(int, result);
-    Bench bench;
-    auto* block = new recordingBlock;
-    bench.view.scene()->addItem(block);
-    block->setPos(500, 200);
-    block->OnSetParam(mode);
-    QVERIFY(Bench::popUpIsOpen());
-    bench.choose(entry);
-    QCOMPARE(block->chosen, QList<int>{result});
-    QVERIFY(!Bench::popUpIsOpen());
-    supermodule::deleteTree(block);
-}
+    void aBlockHasTheButtonsOfItsType()
+    {
+        QFETCH(int, id);
+        QFETCH(int, index);
+        QFETCH(QRect, geometry);
+        QFETCH(int, mask);
+        QFETCH(bool, arrow);
+        QFETCH(QString, press);
+        QFETCH(QString, shows);
+        QFETCH(QString, style);
+        Bench bench;
+        supermodule* block = bench.seen(id);
+        const bool two = geometry.width() == 60;
+        QCOMPARE(block->buttonCount(), two ? 2 : 1);
+        QCOMPARE(block->buttonRect(index), QRectF(geometry));
+        auto* button = qobject_cast<QPushButton*>(block->button(index));
+        QVERIFY(button);
+        const QList<QGraphicsProxyWidget*> proxies = Bench::proxies(block);
+        QCOMPARE(proxies.size(), 1);
+        const QGraphicsProxyWidget* proxy = proxies.first();
+        QCOMPARE(proxy->widget(), button);
+        QCOMPARE(proxy->geometry(), QRectF(geometry));
+        QCOMPARE(button->text(), shows);
+        QCOMPARE(button->styleSheet(), style);
+        QCOMPARE(button->icon().isNull(), !arrow);
+        if (arrow) {
+            QCOMPARE(button->iconSize(), QSize(18, 14));
+            QCOMPARE(button->icon().pixmap(18, 14).toImage(),
+                     QPixmap(QStringLiteral(":/btn_downarrow_18x14.png")).toImage());
+        }
+        auto* field = qobject_cast<SelectableButton*>(button);
+        QCOMPARE(field != nullptr, mask != 0);
+        if (field) {
+            QCOMPARE(field->acceptsKey(Qt::Key_5), (mask & 1) != 0);
+            QCOMPARE(field->acceptsKey(Qt::Key_Period), (mask & 2) != 0);
+            QCOMPARE(field->acceptsKey(Qt::Key_Minus), (mask & 4) != 0);
+            QCOMPARE(field->acceptsKey(Qt::Key_Backspace), (mask & 8) != 0);
+        }
 
-void BlockButtonsTest::anUnknownModeShowsTheOldBackgroundWithoutEntries()
-{
-    QGraphicsScene scene;
-    auto* popUp = new graphicsItem_Param(&scene, nullptr);
-    recordingBlock block;
-    popUp->setModule(&block);
-    popUp->setMode(1);
-    const QRectF rect = popUp->boundingRect();
-    QVERIFY(!rect.isEmpty());
-    for (const int mode : {7, -1, 100}) {
+        bench.raised.clear();
+        focusModule.clear();
+        bench.clickButton(block, index);
+        if (!press.startsWith(QLatin1String("mode"))) {
+            QCOMPARE(bench.raised, QStringList{press});
+            QCOMPARE(focusModule.data(), block);
+            QVERIFY(!Bench::popUpIsOpen());
+            return;
+        }
+        QCOMPARE(bench.raised, QStringList());
+        QVERIFY(Bench::popUpIsOpen());
+        QCOMPARE(Bench::popUp()->module(), block);
+        const ModeRow& mode = modeRows().at(press.mid(5).toInt());
+        QCOMPARE(Bench::popUp()->buttons().size(), mode.entries.size());
+        QCOMPARE(Bench::popUp()->boundingRect().size(),
+                 QSizeF(QPixmap(QString::fromLatin1(mode.background)).size()));
+        QCOMPARE(Bench::popUp()->buttons().first()->styleSheet(),
+                 styleSheet(mode.normal, mode.pressed, 32, mode.white));
+        // Where the mode is for a block as such, its middle counts, else the button's.
+        const bool byBlock = mode.mode == 0 || mode.mode == 1;
+        const qreal centre = byBlock ? block->x() + 60 : proxy->sceneBoundingRect().center().x();
+        QCOMPARE(Bench::popUp()->pos(),
+                 QPointF(centre - 0.5 * Bench::popUp()->boundingRect().width(), block->y() + 150));
+    }
+
+    void everyOtherBlockHasNoButtons_data()
+    {
+        QTest::addColumn<int>("id");
+        for (const BlockData& data : blockData()) {
+            // The start isn't dropped as the others are.
+            if (data.buttons().isEmpty() && data.category() >= 0) {
+                QTest::newRow(qPrintable(data.value("class"))) << data.id();
+            }
+        }
+    }
+
+    void everyOtherBlockHasNoButtons()
+    {
+        QFETCH(int, id);
+        Bench bench;
+        supermodule* block = bench.seen(id);
+        QCOMPARE(block->buttonCount(), 0);
+        QCOMPARE(Bench::proxies(block).size(), 0);
+        QCOMPARE(block->button(0), nullptr);
+    }
+
+    void aModeOfThePopUpShowsItsEntries_data()
+    {
+        QTest::addColumn<int>("mode");
+        for (const ModeRow& row : modeRows()) {
+            QTest::newRow(qPrintable(QString::number(row.mode))) << row.mode;
+        }
+    }
+
+    void aModeOfThePopUpShowsItsEntries()
+    {
+        QFETCH(int, mode);
+        const ModeRow& row = modeRows().at(mode);
+        QGraphicsScene scene;
+        auto* popUp = new graphicsItem_Param(&scene, nullptr);
+        recordingBlock block;
+        popUp->setModule(&block);
         popUp->setVisible(false);
         popUp->setMode(mode);
         QVERIFY(popUp->isVisible());
-        QCOMPARE(popUp->boundingRect(), rect);
-        QCOMPARE(popUp->buttons().size(), 0);
-        QCOMPARE(popUp->childItems().size(), 0);
+        QCOMPARE(popUp->scene(), &scene);
+        QCOMPARE(popUp->zValue(), 10.0);
+        const QPixmap background(QString::fromLatin1(row.background));
+        QVERIFY(!background.isNull());
+        QCOMPARE(popUp->boundingRect(), QRectF(QPointF(0, 0), background.size()));
+        QImage image(background.size(), QImage::Format_ARGB32_Premultiplied);
+        QImage expected = image;
+        image.fill(Qt::black);
+        expected.fill(Qt::black);
+        {
+            QPainter painter(&image);
+            popUp->paint(&painter, nullptr, nullptr);
+            QPainter(&expected).drawPixmap(0, 0, background);
+        }
+        QCOMPARE(image, expected);
+
+        QCOMPARE(popUp->buttons().size(), row.entries.size());
+        for (int i = 0; i < row.entries.size(); ++i) {
+            const QPushButton* button = popUp->buttons().at(i);
+            const QGraphicsProxyWidget* proxy = button->graphicsProxyWidget();
+            QVERIFY(proxy);
+            QCOMPARE(proxy->parentItem(), static_cast<QGraphicsItem*>(popUp));
+            QCOMPARE(proxy->geometry(), QRectF(row.places.at(i), QSizeF(60, 60)));
+            QCOMPARE(button->styleSheet(), styleSheet(row.normal, row.pressed, 32, row.white));
+            if (row.iconSide == 0) {
+                QCOMPARE(button->text(), row.entries.at(i));
+                QVERIFY(button->icon().isNull());
+            } else {
+                QCOMPARE(button->text(), QString());
+                QCOMPARE(button->iconSize(), QSize(row.iconSide, row.iconSide));
+                const QPixmap picture(row.entries.at(i));
+                QVERIFY(!picture.isNull());
+                QCOMPARE(button->icon().pixmap(picture.size()).toImage(), picture.toImage());
+            }
+            QVERIFY(QFile::exists(QString::fromLatin1(row.normal)));
+            QVERIFY(QFile::exists(QString::fromLatin1(row.pressed)));
+        }
+        // Each opening builds it anew.
+        popUp->setMode(mode == 0 ? 1 : 0);
+        popUp->setMode(mode);
+        QCOMPARE(popUp->childItems().size(), row.entries.size());
     }
-}
 
-void BlockButtonsTest::thePopUpStandsUnderTheMiddleOfTheBlock()
-{
-    Bench bench;
-    auto* block = new recordingBlock;
-    bench.view.scene()->addItem(block);
-    block->setPos(321, 123);
-    block->OnSetParam(1);
-    const qreal width = QPixmap(QStringLiteral(":/param_item_bg_290x92.png")).width();
-    QCOMPARE(Bench::popUp()->pos(), QPointF(321 + 60 - width / 2, 123 + 140 + 10));
-    block->OnSetParamByPos(6, 400);
-    const qreal narrow = QPixmap(QStringLiteral(":/expression/expression_bg_140x80.png")).width();
-    QCOMPARE(Bench::popUp()->pos(), QPointF(400 - narrow / 2, 123 + 150));
-    supermodule::deleteTree(block);
-}
-
-void BlockButtonsTest::thereIsOnePopUpInTheScene()
-{
-    Bench bench;
-    supermodule* first = bench.seen(100, {200, 330});
-    supermodule* second = bench.seen(111, {600, 330});
-    QVERIFY(!graphicsItem_Param::existing());
-    bench.clickButton(first, 0);
-    const graphicsItem_Param* popUp = Bench::popUp();
-    QCOMPARE(popUp->scene(), bench.view.scene());
-    bench.clickButton(second, 0);
-    QCOMPARE(Bench::popUp(), popUp);
-    int count = 0;
-    const QList<QGraphicsItem*> items = bench.view.scene()->items();
-    for (const QGraphicsItem* item : items) {
-        count += item->type() == graphicsItem_Param::Type ? 1 : 0;
+    void aChosenEntryComesToTheBlockAndClosesThePopUp_data()
+    {
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<int>("entry");
+        QTest::addColumn<int>("result");
+        for (const ModeRow& row : modeRows()) {
+            for (int i = 0; i < row.results.size(); ++i) {
+                QTest::newRow(qPrintable(QStringLiteral("mode %1 entry %2").arg(row.mode).arg(i)))
+                    << row.mode << i << row.results.at(i);
+            }
+        }
     }
-    QCOMPARE(count, 1);
-}
 
-void BlockButtonsTest::aPressOutsideDismissesThePopUpAndOneInsideKeepsIt()
-{
-    Bench bench;
-    supermodule* block = bench.seen(100, {500, 200});
-    bench.clickButton(block, 0);
-    QVERIFY(Bench::popUpIsOpen());
-    // Between its upper edge and its entries.
-    bench.click(Bench::popUp()->pos() + QPointF(40, 8));
-    QVERIFY(Bench::popUpIsOpen());
-    bench.click(block->scenePos() + QPointF(30, 30));
-    QVERIFY(!Bench::popUpIsOpen());
-    bench.clickButton(block, 0);
-    QVERIFY(Bench::popUpIsOpen());
-    bench.click({900, 550});
-    QVERIFY(!Bench::popUpIsOpen());
-}
+    void aChosenEntryComesToTheBlockAndClosesThePopUp()
+    {
+        QFETCH(int, mode);
+        QFETCH(int, entry);
+        QFETCH(int, result);
+        Bench bench;
+        auto* block = new recordingBlock;
+        bench.view.scene()->addItem(block);
+        block->setPos(500, 200);
+        block->OnSetParam(mode);
+        QVERIFY(Bench::popUpIsOpen());
+        bench.choose(entry);
+        QCOMPARE(block->chosen, QList<int>{result});
+        QVERIFY(!Bench::popUpIsOpen());
+        supermodule::deleteTree(block);
+    }
 
-void BlockButtonsTest::openingForASecondBlockRetargetsThePopUp()
-{
-    Bench bench;
-    supermodule* first = bench.seen(100, {200, 250});
-    supermodule* second = bench.seen(100, {600, 250});
-    bench.clickButton(first, 0);
-    QCOMPARE(Bench::popUp()->module(), first);
-    bench.clickButton(second, 0);
-    QVERIFY(Bench::popUpIsOpen());
-    QCOMPARE(Bench::popUp()->module(), second);
-    bench.choose(2);
-    QVERIFY(first->cCode().startsWith(QLatin1String("speed1 = 50;")));
-    QVERIFY(second->cCode().startsWith(QLatin1String("speed1 = 80;")));
-}
+    void everyEntryOfAPopUpIsAChoiceOfItsBlock()
+    {
+        for (const BlockData& data : blockData()) {
+            QSet<QString> offered;
+            for (const BlockData::Button& button : data.buttons()) {
+                if (button.opens.startsWith(QLatin1String("mode"))) {
+                    for (const int result : modeRows().at(button.opens.mid(5).toInt()).results) {
+                        offered.insert(QStringLiteral("param %1").arg(result));
+                    }
+                }
+            }
+            QSet<QString> chosen;
+            for (const BlockData::Choice& choice : data.choices()) {
+                const QStringList given = choice.give.filter(QStringLiteral("param"));
+                chosen += QSet<QString>(given.begin(), given.end());
+            }
+            QVERIFY2(offered.isEmpty() || offered == chosen, qPrintable(data.value("class")));
+        }
+    }
 
-void BlockButtonsTest::aChoiceForADeletedBlockDoesNothing()
-{
-    Bench bench;
-    supermodule* block = bench.seen(100, {500, 200});
-    bench.clickButton(block, 0);
-    bench.view.deleteModule(block);
-    QVERIFY(Bench::popUpIsOpen());
-    bench.choose(0);
-    bench.click({900, 550});
-    QVERIFY(!Bench::popUpIsOpen());
-    QCOMPARE(bench.brokenInvariants(), QStringList());
-}
+    void anUnknownModeShowsTheOldBackgroundWithoutEntries()
+    {
+        QGraphicsScene scene;
+        auto* popUp = new graphicsItem_Param(&scene, nullptr);
+        recordingBlock block;
+        popUp->setModule(&block);
+        popUp->setMode(1);
+        const QRectF rect = popUp->boundingRect();
+        QVERIFY(!rect.isEmpty());
+        for (const int mode : {7, -1, 100}) {
+            popUp->setVisible(false);
+            popUp->setMode(mode);
+            QVERIFY(popUp->isVisible());
+            QCOMPARE(popUp->boundingRect(), rect);
+            QCOMPARE(popUp->buttons().size(), 0);
+            QCOMPARE(popUp->childItems().size(), 0);
+        }
+    }
+
+    void thePopUpStandsUnderTheMiddleOfTheBlock()
+    {
+        Bench bench;
+        auto* block = new recordingBlock;
+        bench.view.scene()->addItem(block);
+        block->setPos(321, 123);
+        block->OnSetParam(1);
+        const qreal width = QPixmap(QStringLiteral(":/param_item_bg_290x92.png")).width();
+        QCOMPARE(Bench::popUp()->pos(), QPointF(321 + 60 - width / 2, 123 + 140 + 10));
+        block->OnSetParamByPos(6, 400);
+        const qreal narrow =
+            QPixmap(QStringLiteral(":/expression/expression_bg_140x80.png")).width();
+        QCOMPARE(Bench::popUp()->pos(), QPointF(400 - narrow / 2, 123 + 150));
+        supermodule::deleteTree(block);
+    }
+
+    void thereIsOnePopUpInTheScene()
+    {
+        Bench bench;
+        supermodule* first = bench.seen(100, {200, 330});
+        supermodule* second = bench.seen(111, {600, 330});
+        QVERIFY(!graphicsItem_Param::existing());
+        bench.clickButton(first, 0);
+        const graphicsItem_Param* popUp = Bench::popUp();
+        QCOMPARE(popUp->scene(), bench.view.scene());
+        bench.clickButton(second, 0);
+        QCOMPARE(Bench::popUp(), popUp);
+        int count = 0;
+        const QList<QGraphicsItem*> items = bench.view.scene()->items();
+        for (const QGraphicsItem* item : items) {
+            count += item->type() == graphicsItem_Param::Type ? 1 : 0;
+        }
+        QCOMPARE(count, 1);
+    }
+
+    void aPressOutsideDismissesThePopUpAndOneInsideKeepsIt()
+    {
+        Bench bench;
+        supermodule* block = bench.seen(100, {500, 200});
+        bench.clickButton(block, 0);
+        QVERIFY(Bench::popUpIsOpen());
+        // Between its upper edge and its entries.
+        bench.click(Bench::popUp()->pos() + QPointF(40, 8));
+        QVERIFY(Bench::popUpIsOpen());
+        bench.click(block->scenePos() + QPointF(30, 30));
+        QVERIFY(!Bench::popUpIsOpen());
+        bench.clickButton(block, 0);
+        QVERIFY(Bench::popUpIsOpen());
+        bench.click({900, 550});
+        QVERIFY(!Bench::popUpIsOpen());
+    }
+
+    void openingForASecondBlockRetargetsThePopUp()
+    {
+        Bench bench;
+        supermodule* first = bench.seen(100, {200, 250});
+        supermodule* second = bench.seen(100, {600, 250});
+        bench.clickButton(first, 0);
+        QCOMPARE(Bench::popUp()->module(), first);
+        bench.clickButton(second, 0);
+        QVERIFY(Bench::popUpIsOpen());
+        QCOMPARE(Bench::popUp()->module(), second);
+        bench.choose(2);
+        QVERIFY(first->cCode().startsWith(QLatin1String("speed1 = 50;")));
+        QVERIFY(second->cCode().startsWith(QLatin1String("speed1 = 80;")));
+    }
+
+    void aChoiceForADeletedBlockDoesNothing()
+    {
+        Bench bench;
+        supermodule* block = bench.seen(100, {500, 200});
+        bench.clickButton(block, 0);
+        bench.view.deleteModule(block);
+        QVERIFY(Bench::popUpIsOpen());
+        bench.choose(0);
+        bench.click({900, 550});
+        QVERIFY(!Bench::popUpIsOpen());
+        QCOMPARE(bench.brokenInvariants(), QStringList());
+    }
+};
 
 QTEST_MAIN(BlockButtonsTest)
 #include "blockbuttonstest.moc"

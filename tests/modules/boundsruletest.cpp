@@ -91,73 +91,70 @@ class BoundsRuleTest : public QObject
     Q_OBJECT
 
 private slots:
-    void loopsGrowAsAWalkOverEveryBlockOfTheirBodiesTells();
-    void rulesOneBehindTheOtherDoWhatTheyDoOneByOne();
+    void loopsGrowAsAWalkOverEveryBlockOfTheirBodiesTells()
+    {
+        QRandomGenerator random(20);
+        int loops = 0;
+        for (int i = 0; i < 300; ++i) {
+            QGraphicsScene scene;
+            supermodule* first = randomChain(scene, random, 5);
+            // Whole units, as a document has them at rest, and fractions, as a drag gives them.
+            const qreal unit = i % 2 == 0 ? 1.0 : 0.125;
+            first->setPos(random.bounded(-4000, 4000) * unit, random.bounded(-4000, 4000) * unit);
+            first->updateLayout();
+            const QList<QGraphicsItem*> items = scene.items();
+            for (QGraphicsItem* item : items) {
+                supermodule* module = supermodule::fromItem(item);
+                if (!module) {
+                    continue;
+                }
+                Bounds walked = {random.bounded(-900, 900), random.bounded(-900, 900),
+                                 random.bounded(-900, 900), random.bounded(-900, 900)};
+                Bounds grown = walked;
+                walk(module, walked);
+                module->extent(grown.left, grown.top, grown.right, grown.bottom);
+                QVERIFY(grown == walked);
+                if (isLoop(module) && module->left()) {
+                    ++loops;
+                    const int x = static_cast<int>(module->x());
+                    const int y = static_cast<int>(module->y());
+                    Bounds rect = {x, y, x, static_cast<int>(module->y() + 140)};
+                    walk(module, rect);
+                    QCOMPARE(module->boundingRect(),
+                             QRectF(rect.left - x, rect.top - y, rect.right - rect.left,
+                                    rect.bottom - rect.top));
+                }
+            }
+            supermodule::deleteTree(first);
+        }
+        QVERIFY(loops > 1000);
+    }
+
+    void rulesOneBehindTheOtherDoWhatTheyDoOneByOne()
+    {
+        QRandomGenerator random(21);
+        for (int i = 0; i < 1000; ++i) {
+            Bounds byOne = {random.bounded(-50, 50), random.bounded(-50, 50),
+                            random.bounded(-50, 50), random.bounded(-50, 50)};
+            Bounds atOnce = byOne;
+            BoundsRule all;
+            for (int n = 0; n < 6; ++n) {
+                BoundsRule rule;
+                if (random.bounded(3) > 0) {
+                    rule.left = random.bounded(-50, 50);
+                    rule.top = random.bounded(-50, 50);
+                    rule.right = random.bounded(-50, 50);
+                    rule.bottom = random.bounded(-50, 50);
+                }
+                rule.addMargins(random.bounded(20), random.bounded(40));
+                rule.apply(byOne.left, byOne.top, byOne.right, byOne.bottom);
+                all.then(rule);
+            }
+            all.apply(atOnce.left, atOnce.top, atOnce.right, atOnce.bottom);
+            QVERIFY(atOnce == byOne);
+        }
+    }
 };
-
-void BoundsRuleTest::loopsGrowAsAWalkOverEveryBlockOfTheirBodiesTells()
-{
-    QRandomGenerator random(20);
-    int loops = 0;
-    for (int i = 0; i < 300; ++i) {
-        QGraphicsScene scene;
-        supermodule* first = randomChain(scene, random, 5);
-        // Whole units, as a document has them at rest, and fractions, as a drag gives them.
-        const qreal unit = i % 2 == 0 ? 1.0 : 0.125;
-        first->setPos(random.bounded(-4000, 4000) * unit, random.bounded(-4000, 4000) * unit);
-        first->updateLayout();
-        const QList<QGraphicsItem*> items = scene.items();
-        for (QGraphicsItem* item : items) {
-            supermodule* module = supermodule::fromItem(item);
-            if (!module) {
-                continue;
-            }
-            Bounds walked = {random.bounded(-900, 900), random.bounded(-900, 900),
-                             random.bounded(-900, 900), random.bounded(-900, 900)};
-            Bounds grown = walked;
-            walk(module, walked);
-            module->extent(grown.left, grown.top, grown.right, grown.bottom);
-            QVERIFY(grown == walked);
-            if (isLoop(module) && module->left()) {
-                ++loops;
-                const int x = static_cast<int>(module->x());
-                const int y = static_cast<int>(module->y());
-                Bounds rect = {x, y, x, static_cast<int>(module->y() + 140)};
-                walk(module, rect);
-                QCOMPARE(module->boundingRect(),
-                         QRectF(rect.left - x, rect.top - y, rect.right - rect.left,
-                                rect.bottom - rect.top));
-            }
-        }
-        supermodule::deleteTree(first);
-    }
-    QVERIFY(loops > 1000);
-}
-
-void BoundsRuleTest::rulesOneBehindTheOtherDoWhatTheyDoOneByOne()
-{
-    QRandomGenerator random(21);
-    for (int i = 0; i < 1000; ++i) {
-        Bounds byOne = {random.bounded(-50, 50), random.bounded(-50, 50), random.bounded(-50, 50),
-                        random.bounded(-50, 50)};
-        Bounds atOnce = byOne;
-        BoundsRule all;
-        for (int n = 0; n < 6; ++n) {
-            BoundsRule rule;
-            if (random.bounded(3) > 0) {
-                rule.left = random.bounded(-50, 50);
-                rule.top = random.bounded(-50, 50);
-                rule.right = random.bounded(-50, 50);
-                rule.bottom = random.bounded(-50, 50);
-            }
-            rule.addMargins(random.bounded(20), random.bounded(40));
-            rule.apply(byOne.left, byOne.top, byOne.right, byOne.bottom);
-            all.then(rule);
-        }
-        all.apply(atOnce.left, atOnce.top, atOnce.right, atOnce.bottom);
-        QVERIFY(atOnce == byOne);
-    }
-}
 
 QTEST_MAIN(BoundsRuleTest)
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "modules/supermodule.h"
+#include "support/canvas/blockdata.h"
 #include "support/canvas/canvasfixture.h"
 
 /**
@@ -10,7 +11,7 @@
 inline QPointF dropPoint(const supermodule* p_owner, LinkType p_type, int p_id)
 {
     // As wide as the block is before its first layout.
-    const bool loop = p_id == 301 || p_id == 303 || p_id == 306 || p_id == 307;
+    const bool loop = blockDataOf(p_id)->isLoop();
     const QPointF connector = p_owner->connector(p_type)->scenePos();
     return connector + QPointF(4 + (loop ? 280 : 120) / 2, -30);
 }

@@ -12,179 +12,168 @@ class LoopButtonsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void theButtonsOfAConditionalLoopHangUnderItsLegs();
-    void everyButtonOfALoopAndItsBodyCanBePressed_data();
-    void everyButtonOfALoopAndItsBodyCanBePressed();
-    void aBodyLiesAboveAllItsLoopsHoweverOldTheyAre();
-    void anEmptyConditionalLoopIsPaintedAndHeldDownToItsFeet();
-    void pressOnALoopsLeftButtonPlacesThePopUpUnderThatButton_data();
-    void pressOnALoopsLeftButtonPlacesThePopUpUnderThatButton();
-};
+    void initTestCase() { QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false")); }
 
-void LoopButtonsTest::initTestCase()
-{
-    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
-}
+    void theButtonsOfAConditionalLoopHangUnderItsLegs()
+    {
+        Bench bench;
+        supermodule* loop = bench.seen(306, {300, 300});
+        supermodule* first = dropOn(bench, loop, LeftLink, 103);
+        dropOn(bench, first, NextLink, 105);
+        QCOMPARE(loop->boundingRect().width(), 320.0);
+        // One under each leg, where the drawers of the body's blocks leave them free.
+        QCOMPARE(loop->buttonRect(0).topLeft(), QPointF(0, 100));
+        QCOMPARE(loop->buttonRect(1).topLeft(), QPointF(260, 100));
+        bench.click(first->scenePos() + QPointF(30, 30));
+        bench.key(Qt::Key_Delete);
+        QVERIFY(!loop->left());
+        QCOMPARE(loop->buttonRect(0).topLeft(), QPointF(140, 100));
+        QCOMPARE(loop->buttonRect(1).topLeft(), QPointF(200, 100));
+    }
 
-void LoopButtonsTest::theButtonsOfAConditionalLoopHangUnderItsLegs()
-{
-    Bench bench;
-    supermodule* loop = bench.seen(306, {300, 300});
-    supermodule* first = dropOn(bench, loop, LeftLink, 103);
-    dropOn(bench, first, NextLink, 105);
-    QCOMPARE(loop->boundingRect().width(), 320.0);
-    // One under each leg, where the drawers of the body's blocks leave them free.
-    QCOMPARE(loop->buttonRect(0).topLeft(), QPointF(0, 100));
-    QCOMPARE(loop->buttonRect(1).topLeft(), QPointF(260, 100));
-    bench.click(first->scenePos() + QPointF(30, 30));
-    bench.key(Qt::Key_Delete);
-    QVERIFY(!loop->left());
-    QCOMPARE(loop->buttonRect(0).topLeft(), QPointF(140, 100));
-    QCOMPARE(loop->buttonRect(1).topLeft(), QPointF(200, 100));
-}
-
-void LoopButtonsTest::everyButtonOfALoopAndItsBodyCanBePressed_data()
-{
-    QTest::addColumn<int>("loop");
-    QTest::addColumn<int>("inside");
-    for (int loop : {301, 303, 306, 307}) {
-        // One drawer, two drawers, and a loop.
-        for (int inside : {104, 107, 306}) {
-            QTest::addRow("%d around %d", loop, inside) << loop << inside;
+    void everyButtonOfALoopAndItsBodyCanBePressed_data()
+    {
+        QTest::addColumn<int>("loop");
+        QTest::addColumn<int>("inside");
+        for (int loop : {301, 303, 306, 307}) {
+            // One drawer, two drawers, and a loop.
+            for (int inside : {104, 107, 306}) {
+                QTest::addRow("%d around %d", loop, inside) << loop << inside;
+            }
         }
     }
-}
 
-void LoopButtonsTest::everyButtonOfALoopAndItsBodyCanBePressed()
-{
-    QFETCH(int, loop);
-    QFETCH(int, inside);
-    for (bool bodyFirst : {false, true}) {
-        Bench bench;
-        supermodule* body = bodyFirst ? bench.seen(inside, {300, 500}) : nullptr;
-        supermodule* outer = bench.seen(loop, {300, 300});
-        if (bodyFirst) {
-            const QPointF place = outer->scenePos() + QPointF(loop > 303 ? 60 : 140, 10);
-            bench.drag(body, bench.at(place) - bench.at(body->scenePos()));
-        } else {
-            body = dropOn(bench, outer, LeftLink, inside);
-        }
-        QCOMPARE(outer->left(), body);
-        for (supermodule* block : {outer, body}) {
-            const int buttons = block->buttonCount();
-            // Of the two drawers of a filled loop the 20 towards the body are under its blocks.
-            const bool underLegs = buttons == 2 && block->left();
-            const QVector<QVector<int>> places =
-                underLegs ? QVector<QVector<int>>{{10, 30}, {30, 50}}
-                          : QVector<QVector<int>>{{10, 30, 50}, {10, 30, 50}};
-            for (int i = 0; i < buttons; ++i) {
-                const QAbstractButton* pressed = block->button(i);
-                for (const int x : places.at(i)) {
-                    const QSignalSpy presses(pressed, &QAbstractButton::clicked);
-                    bench.click(Bench::placeOf(block, i).topLeft() + QPointF(x, 20));
-                    QVERIFY2(
-                        presses.count() == 1,
-                        qPrintable(
-                            QStringLiteral("button %1 of %2 at %3").arg(i).arg(block->id).arg(x)));
+    void everyButtonOfALoopAndItsBodyCanBePressed()
+    {
+        QFETCH(int, loop);
+        QFETCH(int, inside);
+        for (bool bodyFirst : {false, true}) {
+            Bench bench;
+            supermodule* body = bodyFirst ? bench.seen(inside, {300, 500}) : nullptr;
+            supermodule* outer = bench.seen(loop, {300, 300});
+            if (bodyFirst) {
+                const QPointF place = outer->scenePos() + QPointF(loop > 303 ? 60 : 140, 10);
+                bench.drag(body, bench.at(place) - bench.at(body->scenePos()));
+            } else {
+                body = dropOn(bench, outer, LeftLink, inside);
+            }
+            QCOMPARE(outer->left(), body);
+            for (supermodule* block : {outer, body}) {
+                const int buttons = block->buttonCount();
+                // Of the two drawers of a filled loop the 20 towards the body are under its blocks.
+                const bool underLegs = buttons == 2 && block->left();
+                const QVector<QVector<int>> places =
+                    underLegs ? QVector<QVector<int>>{{10, 30}, {30, 50}}
+                              : QVector<QVector<int>>{{10, 30, 50}, {10, 30, 50}};
+                for (int i = 0; i < buttons; ++i) {
+                    const QAbstractButton* pressed = block->button(i);
+                    for (const int x : places.at(i)) {
+                        const QSignalSpy presses(pressed, &QAbstractButton::clicked);
+                        bench.click(Bench::placeOf(block, i).topLeft() + QPointF(x, 20));
+                        QVERIFY2(presses.count() == 1,
+                                 qPrintable(QStringLiteral("button %1 of %2 at %3")
+                                                .arg(i)
+                                                .arg(block->id)
+                                                .arg(x)));
+                    }
                 }
             }
         }
     }
-}
 
-void LoopButtonsTest::aBodyLiesAboveAllItsLoopsHoweverOldTheyAre()
-{
-    Bench bench;
-    supermodule* chain = bench.seen(104, {300, 500});
-    supermodule* behind = bench.dropBehind(chain, 107);
-    supermodule* inner = bench.seen(306, {300, 400});
-    supermodule* outer = bench.seen(301, {300, 200});
-    const auto dragInto = [&](supermodule* p_module, supermodule* p_loop, int p_offset) {
-        bench.drag(p_module, bench.at(p_loop->scenePos() + QPointF(p_offset, 10)) -
-                                 bench.at(p_module->scenePos()));
-        QCOMPARE(p_loop->left(), p_module);
-    };
-    const auto place = [&](supermodule* p_module) {
-        return bench.view.scene()
-            ->items(bench.view.sceneRect(), Qt::IntersectsItemShape, Qt::AscendingOrder)
-            .indexOf(p_module);
-    };
-    dragInto(chain, inner, 60);
-    dragInto(inner, outer, 140);
-    QVERIFY(place(outer) < place(inner));
-    QVERIFY(place(inner) < place(chain));
-    QVERIFY(place(inner) < place(behind));
-    // The tip that Qt shows is that of what lies on top.
-    const auto* top = bench.view.itemAt(bench.at(behind->scenePos() + QPointF(60, 40)));
-    QCOMPARE(top->toolTip(), behind->toolTip());
-}
-
-void LoopButtonsTest::anEmptyConditionalLoopIsPaintedAndHeldDownToItsFeet()
-{
-    Bench bench;
-    supermodule* loop = bench.seen(306, {300, 300});
-    // Painted piece by piece it looks as painted at once.
-    const QRect area(loop->scenePos().toPoint() + QPoint(0, -20), QSize(280, 162));
-    const auto painted = [&](const QRect& p_piece) {
-        QImage image(area.size(), QImage::Format_ARGB32);
-        image.fill(Qt::white);
-        QPainter painter(&image);
-        bench.view.scene()->render(&painter, p_piece.translated(-area.topLeft()), p_piece);
-        painter.end();
-        return image.copy(p_piece.translated(-area.topLeft()));
-    };
-    const QImage whole = painted(area);
-    const QRect feet(area.left(), area.top() + 106, area.width(), 14);
-    QCOMPARE(painted(feet), whole.copy(feet.translated(-area.topLeft())));
-    QVERIFY(whole.pixelColor(20, 130) != QColor(Qt::white));
-    // A hand that takes it by a foot takes it.
-    const QPointF before = loop->scenePos();
-    const QPointF foot = before + QPointF(20, 110);
-    bench.press(foot);
-    bench.move(foot + QPointF(30, 20));
-    bench.move(foot + QPointF(60, 40));
-    bench.release(foot + QPointF(60, 40));
-    QCOMPARE(loop->scenePos(), before + QPointF(60, 40));
-    // With a body there is nothing of it behind its end.
-    dropOn(bench, loop, LeftLink, 103);
-    bench.click(loop->scenePos() + QPointF(240, 110));
-    QVERIFY(!bench.view.currentModule());
-}
-
-void LoopButtonsTest::pressOnALoopsLeftButtonPlacesThePopUpUnderThatButton_data()
-{
-    QTest::addColumn<int>("id");
-    QTest::addColumn<int>("blocks");
-    QTest::addColumn<bool>("nested");
-    for (const int id : {306, 307}) {
-        const QByteArray name = QByteArray::number(id);
-        QTest::newRow(name + " empty") << id << 0 << false;
-        QTest::newRow(name + " with two blocks") << id << 2 << false;
-        QTest::newRow(name + " with a loop") << id << 0 << true;
+    void aBodyLiesAboveAllItsLoopsHoweverOldTheyAre()
+    {
+        Bench bench;
+        supermodule* chain = bench.seen(104, {300, 500});
+        supermodule* behind = bench.dropBehind(chain, 107);
+        supermodule* inner = bench.seen(306, {300, 400});
+        supermodule* outer = bench.seen(301, {300, 200});
+        const auto dragInto = [&](supermodule* p_module, supermodule* p_loop, int p_offset) {
+            bench.drag(p_module, bench.at(p_loop->scenePos() + QPointF(p_offset, 10)) -
+                                     bench.at(p_module->scenePos()));
+            QCOMPARE(p_loop->left(), p_module);
+        };
+        const auto place = [&](supermodule* p_module) {
+            return bench.view.scene()
+                ->items(bench.view.sceneRect(), Qt::IntersectsItemShape, Qt::AscendingOrder)
+                .indexOf(p_module);
+        };
+        dragInto(chain, inner, 60);
+        dragInto(inner, outer, 140);
+        QVERIFY(place(outer) < place(inner));
+        QVERIFY(place(inner) < place(chain));
+        QVERIFY(place(inner) < place(behind));
+        // The tip that Qt shows is that of what lies on top.
+        const auto* top = bench.view.itemAt(bench.at(behind->scenePos() + QPointF(60, 40)));
+        QCOMPARE(top->toolTip(), behind->toolTip());
     }
-}
 
-void LoopButtonsTest::pressOnALoopsLeftButtonPlacesThePopUpUnderThatButton()
-{
-    QFETCH(int, id);
-    QFETCH(int, blocks);
-    QFETCH(bool, nested);
-    Bench bench;
-    supermodule* loop = bench.seen(id, {300, 300});
-    for (int i = 0; i < blocks; ++i) {
+    void anEmptyConditionalLoopIsPaintedAndHeldDownToItsFeet()
+    {
+        Bench bench;
+        supermodule* loop = bench.seen(306, {300, 300});
+        // Painted piece by piece it looks as painted at once.
+        const QRect area(loop->scenePos().toPoint() + QPoint(0, -20), QSize(280, 162));
+        const auto painted = [&](const QRect& p_piece) {
+            QImage image(area.size(), QImage::Format_ARGB32);
+            image.fill(Qt::white);
+            QPainter painter(&image);
+            bench.view.scene()->render(&painter, p_piece.translated(-area.topLeft()), p_piece);
+            painter.end();
+            return image.copy(p_piece.translated(-area.topLeft()));
+        };
+        const QImage whole = painted(area);
+        const QRect feet(area.left(), area.top() + 106, area.width(), 14);
+        QCOMPARE(painted(feet), whole.copy(feet.translated(-area.topLeft())));
+        QVERIFY(whole.pixelColor(20, 130) != QColor(Qt::white));
+        // A hand that takes it by a foot takes it.
+        const QPointF before = loop->scenePos();
+        const QPointF foot = before + QPointF(20, 110);
+        bench.press(foot);
+        bench.move(foot + QPointF(30, 20));
+        bench.move(foot + QPointF(60, 40));
+        bench.release(foot + QPointF(60, 40));
+        QCOMPARE(loop->scenePos(), before + QPointF(60, 40));
+        // With a body there is nothing of it behind its end.
         dropOn(bench, loop, LeftLink, 103);
+        bench.click(loop->scenePos() + QPointF(240, 110));
+        QVERIFY(!bench.view.currentModule());
     }
-    if (nested) {
-        dropOn(bench, loop, LeftLink, 303);
+
+    void pressOnALoopsLeftButtonPlacesThePopUpUnderThatButton_data()
+    {
+        QTest::addColumn<int>("id");
+        QTest::addColumn<int>("blocks");
+        QTest::addColumn<bool>("nested");
+        for (const int id : {306, 307}) {
+            const QByteArray name = QByteArray::number(id);
+            QTest::newRow(name + " empty") << id << 0 << false;
+            QTest::newRow(name + " with two blocks") << id << 2 << false;
+            QTest::newRow(name + " with a loop") << id << 0 << true;
+        }
     }
-    bench.clickButton(loop, 0);
-    QVERIFY(Bench::popUpIsOpen());
-    const QRectF button = Bench::placeOf(loop, 0);
-    const QRectF popUp = Bench::popUp()->sceneBoundingRect();
-    QCOMPARE(popUp.center().x(), button.center().x());
-    QCOMPARE(popUp.top(), loop->y() + 150);
-}
+
+    void pressOnALoopsLeftButtonPlacesThePopUpUnderThatButton()
+    {
+        QFETCH(int, id);
+        QFETCH(int, blocks);
+        QFETCH(bool, nested);
+        Bench bench;
+        supermodule* loop = bench.seen(id, {300, 300});
+        for (int i = 0; i < blocks; ++i) {
+            dropOn(bench, loop, LeftLink, 103);
+        }
+        if (nested) {
+            dropOn(bench, loop, LeftLink, 303);
+        }
+        bench.clickButton(loop, 0);
+        QVERIFY(Bench::popUpIsOpen());
+        const QRectF button = Bench::placeOf(loop, 0);
+        const QRectF popUp = Bench::popUp()->sceneBoundingRect();
+        QCOMPARE(popUp.center().x(), button.center().x());
+        QCOMPARE(popUp.top(), loop->y() + 150);
+    }
+};
 
 QTEST_MAIN(LoopButtonsTest)
 #include "loopbuttonstest.moc"

@@ -14,33 +14,6 @@
 #include <QtTest>
 #include <QWindow>
 
-/** When the buttons on blocks have widgets, and what they show while they have none. */
-class ModuleButtonTest : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void initTestCase();
-    void aButtonShowsWhatItsWidgetShows_data();
-    void aButtonShowsWhatItsWidgetShows();
-    void aButtonShowsItsNewTextWithoutAWidget();
-    void theWidgetComesUnderThePointerAndGoesWithIt();
-    void aPressWithoutAPointerBeforeReachesTheWidget();
-    void aDoubleClickAloneReachesTheWidget();
-    void aPressThatMovesAwayKeepsTheWidgetUntilItEnds();
-    void aFieldIsKeptWhileItIsMarkedOrHasTheFocus();
-    void whatWasTypedStaysWhenTheWidgetGoes();
-    void aFieldTakesKeysAgainWhenItsWindowComesBack();
-    void theToolTipIsThereWithoutAWidget();
-    void aRightPressOnAButtonIsOneOnItsBlock();
-    void aWidgetThatWasAskedForStays();
-    void aWidgetStaysThroughACallThatItMakes();
-    void aBlockDiesWithAWidgetAlive_data();
-    void aBlockDiesWithAWidgetAlive();
-    void aHiddenBlockLosesItsWidget();
-    void aScreenFullOfBlocksHasNoWidgets();
-};
-
 namespace
 {
 const char s_otherValues[] = "n=2 port=3 time=12.25 angle=-45 servoId=7 bInfread=0";
@@ -88,366 +61,372 @@ double difference(const QImage& p_a, const QImage& p_b)
 }
 } // namespace
 
-void ModuleButtonTest::initTestCase()
+/** When the buttons on blocks have widgets, and what they show while they have none. */
+class ModuleButtonTest : public QObject
 {
-    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
-}
+    Q_OBJECT
 
-void ModuleButtonTest::aButtonShowsWhatItsWidgetShows_data()
-{
-    QTest::addColumn<int>("id");
-    QTest::addColumn<QString>("values");
-    QTest::addColumn<bool>("loose");
-    QTest::addColumn<qreal>("scale");
-    for (const BlockRecord& record : blockRecords()) {
-        const std::unique_ptr<supermodule> block(createModuleFromId(record.id));
-        if (block->buttonCount() == 0) {
-            continue;
-        }
-        for (const bool fresh : {true, false}) {
-            for (const bool loose : {true, false}) {
-                for (const qreal scale : {1.0, 0.6, 1.5}) {
-                    QTest::addRow("%d %s %s at %g", record.id, fresh ? "new" : "changed",
-                                  loose ? "loose" : "in the program", scale)
-                        << record.id << (fresh ? QString() : QString::fromLatin1(s_otherValues))
-                        << loose << scale;
+private slots:
+    void initTestCase() { QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false")); }
+
+    void aButtonShowsWhatItsWidgetShows_data()
+    {
+        QTest::addColumn<int>("id");
+        QTest::addColumn<QString>("values");
+        QTest::addColumn<bool>("loose");
+        QTest::addColumn<qreal>("scale");
+        for (const BlockRecord& record : blockRecords()) {
+            const std::unique_ptr<supermodule> block(createModuleFromId(record.id));
+            if (block->buttonCount() == 0) {
+                continue;
+            }
+            for (const bool fresh : {true, false}) {
+                for (const bool loose : {true, false}) {
+                    for (const qreal scale : {1.0, 0.6, 1.5}) {
+                        QTest::addRow("%d %s %s at %g", record.id, fresh ? "new" : "changed",
+                                      loose ? "loose" : "in the program", scale)
+                            << record.id << (fresh ? QString() : QString::fromLatin1(s_otherValues))
+                            << loose << scale;
+                    }
                 }
             }
         }
     }
-}
 
-void ModuleButtonTest::aButtonShowsWhatItsWidgetShows()
-{
-    QFETCH(int, id);
-    QFETCH(QString, values);
-    QFETCH(bool, loose);
-    QFETCH(qreal, scale);
-    Bench bench;
-    supermodule* block = bench.drop(id, {500, 330});
-    if (!loose) {
-        bench.main()->appendModule(block);
-        block->updateTreeAndOpacity();
-    }
-    if (!values.isEmpty()) {
-        const QPointF place = block->pos();
-        loadBlock(block, values);
-        block->setPos(place);
-    }
-    hover(bench, {5, 5});
-    QCOMPARE(Bench::proxies(block).size(), 0);
-    const QImage painted = shown(bench, block, scale);
-    for (int i = 0; i < block->buttonCount(); ++i) {
-        QVERIFY(block->button(i)->isVisible());
-    }
-    const QImage byWidget = shown(bench, block, scale);
-    if (scale == 1.0) {
-        QCOMPARE(painted, byWidget);
-    } else {
-        const double found = difference(painted, byWidget);
-        QVERIFY2(found < 1.5, qPrintable(QString::number(found)));
-    }
-    // There is something to be seen at all.
-    for (const QGraphicsProxyWidget* proxy : Bench::proxies(block)) {
-        const_cast<QGraphicsProxyWidget*>(proxy)->setOpacity(0);
-    }
-    QVERIFY(shown(bench, block, scale) != byWidget);
-}
-
-void ModuleButtonTest::aButtonShowsItsNewTextWithoutAWidget()
-{
-    Bench bench;
-    supermodule* block = bench.drop(111, {500, 330});
-    const QImage before = shown(bench, block, 1);
-    block->setParamIndex(0);
-    const QImage after = shown(bench, block, 1);
-    QVERIFY(before != after);
-    QCOMPARE(Bench::proxies(block).size(), 0);
-    QCOMPARE(block->button(0)->text(), QStringLiteral("A"));
-    QCOMPARE(shown(bench, block, 1), after);
-}
-
-void ModuleButtonTest::theWidgetComesUnderThePointerAndGoesWithIt()
-{
-    Bench bench;
-    supermodule* block = bench.drop(113, {500, 330});
-    const QPointF left = Bench::placeOf(block, 0).center();
-    const QPointF right = Bench::placeOf(block, 1).center();
-    QCOMPARE(Bench::proxies(block).size(), 0);
-    hover(bench, left);
-    QVERIFY(qobject_cast<SelectableButton*>(block->liveButton(0)));
-    QVERIFY(!block->liveButton(1));
-    QCOMPARE(Bench::proxies(block).size(), 1);
-    QCOMPARE(Bench::proxies(block).first()->geometry(), block->buttonRect(0));
-    hover(bench, left + QPointF(3, 0));
-    QVERIFY(block->liveButton(0));
-    hover(bench, right);
-    QVERIFY(!block->liveButton(0));
-    QVERIFY(block->liveButton(1));
-    hover(bench, right + QPointF(0, 3));
-    hover(bench, block->scenePos() + QPointF(60, 40));
-    QCOMPARE(Bench::proxies(block).size(), 0);
-    // A pointer that leaves the canvas from a button leaves the button.
-    hover(bench, right);
-    hover(bench, right + QPointF(3, 0));
-    QVERIFY(block->liveButton(1));
-    QEvent leave(QEvent::Leave);
-    QApplication::sendEvent(bench.view.viewport(), &leave);
-    toTheEventLoop();
-    QCOMPARE(Bench::proxies(block).size(), 0);
-}
-
-void ModuleButtonTest::aPressWithoutAPointerBeforeReachesTheWidget()
-{
-    Bench bench;
-    supermodule* block = bench.drop(101, {500, 330});
-    const QPointF field = Bench::placeOf(block, 0).center();
-    bench.press(field);
-    const auto* button = qobject_cast<SelectableButton*>(block->liveButton(0));
-    QVERIFY(button);
-    QVERIFY(button->isDown());
-    QCOMPARE(SelectableButton::current(), button);
-    QCOMPARE(bench.view.currentModule(), block);
-    QCOMPARE(bench.raised, QStringList());
-    bench.release(field);
-    QVERIFY(!button->isDown());
-    QCOMPARE(bench.raised, QStringList{QStringLiteral("number 11")});
-    bench.type(QStringLiteral("25"));
-    QVERIFY(block->cCode().contains(QStringLiteral("wait(25)")));
-}
-
-void ModuleButtonTest::aDoubleClickAloneReachesTheWidget()
-{
-    Bench bench;
-    supermodule* block = bench.drop(101, {500, 330});
-    const QPoint field = bench.at(Bench::placeOf(block, 0).center());
-    QMouseEvent twice(QEvent::MouseButtonDblClick, field, bench.view.viewport()->mapToGlobal(field),
-                      Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(bench.view.viewport(), &twice);
-    QVERIFY(block->liveButton(0));
-    QVERIFY(block->liveButton(0)->isDown());
-}
-
-void ModuleButtonTest::aPressThatMovesAwayKeepsTheWidgetUntilItEnds()
-{
-    Bench bench;
-    supermodule* block = bench.drop(111, {500, 330});
-    const QPointF before = block->scenePos();
-    const QPointF from = Bench::placeOf(block, 0).center();
-    bench.press(from);
-    QPointer<QPushButton> button = block->liveButton(0);
-    QVERIFY(button);
-    for (int step = 1; step < 8; ++step) {
-        bench.move(from + QPointF(10 * step, -10 * step));
-        toTheEventLoop();
-        QVERIFY(button);
-    }
-    QCOMPARE(block->scenePos(), before + QPointF(70, -70));
-    QCOMPARE(Bench::proxies(block).first()->geometry(), block->buttonRect(0));
-    bench.release(from + QPointF(70, -70));
-    hover(bench, {5, 5});
-    bench.click({900, 550});
-    toTheEventLoop();
-    QVERIFY(!button);
-}
-
-void ModuleButtonTest::aFieldIsKeptWhileItIsMarkedOrHasTheFocus()
-{
-    Bench bench;
-    supermodule* block = bench.drop(101, {500, 330});
-    bench.clickButton(block, 0);
-    hover(bench, {5, 5});
-    const QPointer<QPushButton> field = block->liveButton(0);
-    QVERIFY(field);
-    QCOMPARE(SelectableButton::current(), field.data());
-    // A key takes the mark away, but the keyboard's focus stays.
-    bench.type(QStringLiteral("4"));
-    toTheEventLoop();
-    QVERIFY(field && !SelectableButton::current());
-    bench.type(QStringLiteral("2"));
-    QVERIFY(block->cCode().contains(QStringLiteral("wait(42)")));
-    bench.click({900, 550});
-    toTheEventLoop();
-    QVERIFY(!field);
-    QCOMPARE(Bench::proxies(block).size(), 0);
-}
-
-void ModuleButtonTest::whatWasTypedStaysWhenTheWidgetGoes()
-{
-    Bench bench;
-    supermodule* block = bench.drop(101, {500, 330});
-    bench.clickButton(block, 0);
-    bench.type(QStringLiteral("1."));
-    hover(bench, {5, 5});
-    bench.click({900, 550});
-    toTheEventLoop();
-    QCOMPARE(Bench::proxies(block).size(), 0);
-    // On the palette's keyboard it goes on where it was.
-    focusModule = block;
-    bench.tap(QStringLiteral("5"));
-    toTheEventLoop();
-    QCOMPARE(Bench::proxies(block).size(), 0);
-    QCOMPARE(block->button(0)->text(), QStringLiteral("1.5"));
-    QVERIFY(block->cCode().contains(QStringLiteral("wait(1.5)")));
-}
-
-void ModuleButtonTest::aFieldTakesKeysAgainWhenItsWindowComesBack()
-{
-    Bench bench;
-    supermodule* block = bench.drop(101, {500, 330});
-    bench.clickButton(block, 0);
-    bench.type(QStringLiteral("4"));
-    hover(bench, {5, 5});
-    QWidget other;
-    other.show();
-    other.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&other));
-    toTheEventLoop();
-    QVERIFY(block->liveButton(0));
-    bench.view.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&bench.view));
-    bench.type(QStringLiteral("2"));
-    QVERIFY(block->cCode().contains(QStringLiteral("wait(42)")));
-}
-
-void ModuleButtonTest::theToolTipIsThereWithoutAWidget()
-{
-    Bench bench;
-    supermodule* block = bench.drop(107, {500, 330});
-    const auto tipAt = [&](const QPointF& p_scenePos) {
-        QToolTip::hideText();
-        if (!QTest::qWaitFor([] { return !QToolTip::isVisible(); }, 2000)) {
-            qWarning("the tool tip stays");
+    void aButtonShowsWhatItsWidgetShows()
+    {
+        QFETCH(int, id);
+        QFETCH(QString, values);
+        QFETCH(bool, loose);
+        QFETCH(qreal, scale);
+        Bench bench;
+        supermodule* block = bench.drop(id, {500, 330});
+        if (!loose) {
+            bench.main()->appendModule(block);
+            block->updateTreeAndOpacity();
         }
-        const QPoint at = bench.at(p_scenePos);
-        QHelpEvent help(QEvent::ToolTip, at, bench.view.viewport()->mapToGlobal(at));
-        QApplication::sendEvent(bench.view.viewport(), &help);
-        return QToolTip::text();
-    };
-    const QPointF field = Bench::placeOf(block, 0).center();
-    const QPointF chooser = Bench::placeOf(block, 1).center();
-    QCOMPARE(tipAt(field), QStringLiteral("-150 ~ 150"));
-    // A button without a tip shows its block's.
-    QCOMPARE(tipAt(chooser), block->toolTip());
-    QCOMPARE(Bench::proxies(block).size(), 0);
-}
+        if (!values.isEmpty()) {
+            const QPointF place = block->pos();
+            loadBlock(block, values);
+            block->setPos(place);
+        }
+        hover(bench, {5, 5});
+        QCOMPARE(Bench::proxies(block).size(), 0);
+        const QImage painted = shown(bench, block, scale);
+        for (int i = 0; i < block->buttonCount(); ++i) {
+            QVERIFY(block->button(i)->isVisible());
+        }
+        const QImage byWidget = shown(bench, block, scale);
+        if (scale == 1.0) {
+            QCOMPARE(painted, byWidget);
+        } else {
+            const double found = difference(painted, byWidget);
+            QVERIFY2(found < 1.5, qPrintable(QString::number(found)));
+        }
+        // There is something to be seen at all.
+        for (const QGraphicsProxyWidget* proxy : Bench::proxies(block)) {
+            const_cast<QGraphicsProxyWidget*>(proxy)->setOpacity(0);
+        }
+        QVERIFY(shown(bench, block, scale) != byWidget);
+    }
 
-void ModuleButtonTest::aRightPressOnAButtonIsOneOnItsBlock()
-{
-    Bench bench;
-    supermodule* block = bench.drop(101, {500, 330});
-    const QPointF field = Bench::placeOf(block, 0).center();
-    QTest::mousePress(bench.view.viewport(), Qt::RightButton, Qt::NoModifier, bench.at(field));
-    QTest::mouseRelease(bench.view.viewport(), Qt::RightButton, Qt::NoModifier, bench.at(field));
-    QCOMPARE(bench.view.currentModule(), block);
-    QVERIFY(bench.view.contextMenu().isVisible());
-    bench.view.contextMenu().close();
-    QCOMPARE(bench.raised, QStringList());
-    QVERIFY(!SelectableButton::current());
-}
+    void aButtonShowsItsNewTextWithoutAWidget()
+    {
+        Bench bench;
+        supermodule* block = bench.drop(111, {500, 330});
+        const QImage before = shown(bench, block, 1);
+        block->setParamIndex(0);
+        const QImage after = shown(bench, block, 1);
+        QVERIFY(before != after);
+        QCOMPARE(Bench::proxies(block).size(), 0);
+        QCOMPARE(block->button(0)->text(), QStringLiteral("A"));
+        QCOMPARE(shown(bench, block, 1), after);
+    }
 
-void ModuleButtonTest::aWidgetThatWasAskedForStays()
-{
-    Bench bench;
-    supermodule* block = bench.drop(101, {500, 330});
-    const QPointer<QAbstractButton> asked = block->button(0);
-    hover(bench, Bench::placeOf(block, 0).center());
-    hover(bench, {5, 5});
-    QVERIFY(asked);
-    QCOMPARE(block->button(0), asked.data());
-    QCOMPARE(block->button(1), nullptr);
-    QCOMPARE(block->button(-1), nullptr);
-}
-
-void ModuleButtonTest::aWidgetStaysThroughACallThatItMakes()
-{
-    Bench bench;
-    supermodule* block = bench.drop(101, {500, 330});
-    QPointer<QPushButton> field;
-    bool stayed = false;
-    connect(&bench.view, &TzProgramView::showNumKeyboardSignal, &bench.view, [&] {
-        field = block->liveButton(0);
-        // As a dialog would: it takes the pointer, the focus and the mark away.
-        static_cast<SelectableButton*>(field.data())->setSelected(false);
-        bench.view.scene()->setFocusItem(nullptr);
+    void theWidgetComesUnderThePointerAndGoesWithIt()
+    {
+        Bench bench;
+        supermodule* block = bench.drop(113, {500, 330});
+        const QPointF left = Bench::placeOf(block, 0).center();
+        const QPointF right = Bench::placeOf(block, 1).center();
+        QCOMPARE(Bench::proxies(block).size(), 0);
+        hover(bench, left);
+        QVERIFY(qobject_cast<SelectableButton*>(block->liveButton(0)));
+        QVERIFY(!block->liveButton(1));
+        QCOMPARE(Bench::proxies(block).size(), 1);
+        QCOMPARE(Bench::proxies(block).first()->geometry(), block->buttonRect(0));
+        hover(bench, left + QPointF(3, 0));
+        QVERIFY(block->liveButton(0));
+        hover(bench, right);
+        QVERIFY(!block->liveButton(0));
+        QVERIFY(block->liveButton(1));
+        hover(bench, right + QPointF(0, 3));
+        hover(bench, block->scenePos() + QPointF(60, 40));
+        QCOMPARE(Bench::proxies(block).size(), 0);
+        // A pointer that leaves the canvas from a button leaves the button.
+        hover(bench, right);
+        hover(bench, right + QPointF(3, 0));
+        QVERIFY(block->liveButton(1));
         QEvent leave(QEvent::Leave);
         QApplication::sendEvent(bench.view.viewport(), &leave);
         toTheEventLoop();
-        stayed = field && field == block->liveButton(0);
-    });
-    bench.clickButton(block, 0);
-    QVERIFY(stayed);
-    hover(bench, {5, 5});
-    QVERIFY(!field);
-}
-
-void ModuleButtonTest::aBlockDiesWithAWidgetAlive_data()
-{
-    QTest::addColumn<QString>("how");
-    for (const char* how : {"hovered", "focused", "pressed", "asked for"}) {
-        QTest::newRow(how) << QString::fromLatin1(how);
+        QCOMPARE(Bench::proxies(block).size(), 0);
     }
-}
 
-void ModuleButtonTest::aBlockDiesWithAWidgetAlive()
-{
-    QFETCH(QString, how);
-    Bench bench;
-    const QPointer<supermodule> block = bench.drop(101, {500, 330});
-    const QPointF field = Bench::placeOf(block, 0).center();
-    if (how == QLatin1String("hovered")) {
-        hover(bench, field);
-    } else if (how == QLatin1String("focused")) {
-        bench.clickButton(block, 0);
-    } else if (how == QLatin1String("pressed")) {
+    void aPressWithoutAPointerBeforeReachesTheWidget()
+    {
+        Bench bench;
+        supermodule* block = bench.drop(101, {500, 330});
+        const QPointF field = Bench::placeOf(block, 0).center();
         bench.press(field);
-    } else {
-        QVERIFY(block->button(0));
+        const auto* button = qobject_cast<SelectableButton*>(block->liveButton(0));
+        QVERIFY(button);
+        QVERIFY(button->isDown());
+        QCOMPARE(SelectableButton::current(), button);
+        QCOMPARE(bench.view.currentModule(), block);
+        QCOMPARE(bench.raised, QStringList());
+        bench.release(field);
+        QVERIFY(!button->isDown());
+        QCOMPARE(bench.raised, QStringList{QStringLiteral("number 11")});
+        bench.type(QStringLiteral("25"));
+        QVERIFY(block->cCode().contains(QStringLiteral("wait(25)")));
     }
-    const QPointer<QPushButton> button = block->liveButton(0);
-    QVERIFY(button);
-    bench.view.deleteModule(block);
-    QVERIFY(!block && !button);
-    QVERIFY(!SelectableButton::current());
-    toTheEventLoop();
-    bench.release(field);
-    hover(bench, field);
-    bench.view.undoStack().undo();
-    toTheEventLoop();
-    QCOMPARE(bench.blocks().size(), 2);
-    QCOMPARE(bench.brokenInvariants(), QStringList());
-}
 
-void ModuleButtonTest::aHiddenBlockLosesItsWidget()
-{
-    Bench bench;
-    supermodule* block = bench.drop(101, {500, 330});
-    hover(bench, Bench::placeOf(block, 0).center());
-    hover(bench, Bench::placeOf(block, 0).center() + QPointF(1, 0));
-    QVERIFY(block->liveButton(0));
-    block->setVisibleTree(false);
-    hover(bench, {5, 5});
-    QVERIFY(!block->liveButton(0));
-    block->setVisibleTree(true);
-    bench.clickButton(block, 0);
-    QCOMPARE(bench.raised, QStringList{QStringLiteral("number 11")});
-}
-
-void ModuleButtonTest::aScreenFullOfBlocksHasNoWidgets()
-{
-    Bench bench;
-    const int windows = QGuiApplication::allWindows().size();
-    const int topLevels = QApplication::topLevelWidgets().size();
-    const QList<int> ids{101, 104, 107, 111, 113, 301, 306, 309, 800, 900};
-    for (int i = 0; i < 200; ++i) {
-        bench.drop(ids.at(i % ids.size()), QPointF(30 + 8 * (i % 100), 60 + 250 * (i / 100)));
+    void aDoubleClickAloneReachesTheWidget()
+    {
+        Bench bench;
+        supermodule* block = bench.drop(101, {500, 330});
+        const QPoint field = bench.at(Bench::placeOf(block, 0).center());
+        QMouseEvent twice(QEvent::MouseButtonDblClick, field,
+                          bench.view.viewport()->mapToGlobal(field), Qt::LeftButton, Qt::LeftButton,
+                          Qt::NoModifier);
+        QApplication::sendEvent(bench.view.viewport(), &twice);
+        QVERIFY(block->liveButton(0));
+        QVERIFY(block->liveButton(0)->isDown());
     }
-    bench.view.viewport()->repaint();
-    toTheEventLoop();
-    QVERIFY(QGuiApplication::allWindows().size() <= windows + 1);
-    // One unseen widget for each look that there is, however many blocks show it.
-    QVERIFY(QApplication::topLevelWidgets().size() <= topLevels + 20);
-}
+
+    void aPressThatMovesAwayKeepsTheWidgetUntilItEnds()
+    {
+        Bench bench;
+        supermodule* block = bench.drop(111, {500, 330});
+        const QPointF before = block->scenePos();
+        const QPointF from = Bench::placeOf(block, 0).center();
+        bench.press(from);
+        QPointer<QPushButton> button = block->liveButton(0);
+        QVERIFY(button);
+        for (int step = 1; step < 8; ++step) {
+            bench.move(from + QPointF(10 * step, -10 * step));
+            toTheEventLoop();
+            QVERIFY(button);
+        }
+        QCOMPARE(block->scenePos(), before + QPointF(70, -70));
+        QCOMPARE(Bench::proxies(block).first()->geometry(), block->buttonRect(0));
+        bench.release(from + QPointF(70, -70));
+        hover(bench, {5, 5});
+        bench.click({900, 550});
+        toTheEventLoop();
+        QVERIFY(!button);
+    }
+
+    void aFieldIsKeptWhileItIsMarkedOrHasTheFocus()
+    {
+        Bench bench;
+        supermodule* block = bench.drop(101, {500, 330});
+        bench.clickButton(block, 0);
+        hover(bench, {5, 5});
+        const QPointer<QPushButton> field = block->liveButton(0);
+        QVERIFY(field);
+        QCOMPARE(SelectableButton::current(), field.data());
+        // A key takes the mark away, but the keyboard's focus stays.
+        bench.type(QStringLiteral("4"));
+        toTheEventLoop();
+        QVERIFY(field && !SelectableButton::current());
+        bench.type(QStringLiteral("2"));
+        QVERIFY(block->cCode().contains(QStringLiteral("wait(42)")));
+        bench.click({900, 550});
+        toTheEventLoop();
+        QVERIFY(!field);
+        QCOMPARE(Bench::proxies(block).size(), 0);
+    }
+
+    void whatWasTypedStaysWhenTheWidgetGoes()
+    {
+        Bench bench;
+        supermodule* block = bench.drop(101, {500, 330});
+        bench.clickButton(block, 0);
+        bench.type(QStringLiteral("1."));
+        hover(bench, {5, 5});
+        bench.click({900, 550});
+        toTheEventLoop();
+        QCOMPARE(Bench::proxies(block).size(), 0);
+        // On the palette's keyboard it goes on where it was.
+        focusModule = block;
+        bench.tap(QStringLiteral("5"));
+        toTheEventLoop();
+        QCOMPARE(Bench::proxies(block).size(), 0);
+        QCOMPARE(block->button(0)->text(), QStringLiteral("1.5"));
+        QVERIFY(block->cCode().contains(QStringLiteral("wait(1.5)")));
+    }
+
+    void aFieldTakesKeysAgainWhenItsWindowComesBack()
+    {
+        Bench bench;
+        supermodule* block = bench.drop(101, {500, 330});
+        bench.clickButton(block, 0);
+        bench.type(QStringLiteral("4"));
+        hover(bench, {5, 5});
+        QWidget other;
+        other.show();
+        other.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&other));
+        toTheEventLoop();
+        QVERIFY(block->liveButton(0));
+        bench.view.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&bench.view));
+        bench.type(QStringLiteral("2"));
+        QVERIFY(block->cCode().contains(QStringLiteral("wait(42)")));
+    }
+
+    void theToolTipIsThereWithoutAWidget()
+    {
+        Bench bench;
+        supermodule* block = bench.drop(107, {500, 330});
+        const auto tipAt = [&](const QPointF& p_scenePos) {
+            QToolTip::hideText();
+            if (!QTest::qWaitFor([] { return !QToolTip::isVisible(); }, 2000)) {
+                qWarning("the tool tip stays");
+            }
+            const QPoint at = bench.at(p_scenePos);
+            QHelpEvent help(QEvent::ToolTip, at, bench.view.viewport()->mapToGlobal(at));
+            QApplication::sendEvent(bench.view.viewport(), &help);
+            return QToolTip::text();
+        };
+        const QPointF field = Bench::placeOf(block, 0).center();
+        const QPointF chooser = Bench::placeOf(block, 1).center();
+        QCOMPARE(tipAt(field), QStringLiteral("-150 ~ 150"));
+        // A button without a tip shows its block's.
+        QCOMPARE(tipAt(chooser), block->toolTip());
+        QCOMPARE(Bench::proxies(block).size(), 0);
+    }
+
+    void aRightPressOnAButtonIsOneOnItsBlock()
+    {
+        Bench bench;
+        supermodule* block = bench.drop(101, {500, 330});
+        const QPointF field = Bench::placeOf(block, 0).center();
+        QTest::mousePress(bench.view.viewport(), Qt::RightButton, Qt::NoModifier, bench.at(field));
+        QTest::mouseRelease(bench.view.viewport(), Qt::RightButton, Qt::NoModifier,
+                            bench.at(field));
+        QCOMPARE(bench.view.currentModule(), block);
+        QVERIFY(bench.view.contextMenu().isVisible());
+        bench.view.contextMenu().close();
+        QCOMPARE(bench.raised, QStringList());
+        QVERIFY(!SelectableButton::current());
+    }
+
+    void aWidgetThatWasAskedForStays()
+    {
+        Bench bench;
+        supermodule* block = bench.drop(101, {500, 330});
+        const QPointer<QAbstractButton> asked = block->button(0);
+        hover(bench, Bench::placeOf(block, 0).center());
+        hover(bench, {5, 5});
+        QVERIFY(asked);
+        QCOMPARE(block->button(0), asked.data());
+        QCOMPARE(block->button(1), nullptr);
+        QCOMPARE(block->button(-1), nullptr);
+    }
+
+    void aWidgetStaysThroughACallThatItMakes()
+    {
+        Bench bench;
+        supermodule* block = bench.drop(101, {500, 330});
+        QPointer<QPushButton> field;
+        bool stayed = false;
+        connect(&bench.view, &TzProgramView::showNumKeyboardSignal, &bench.view, [&] {
+            field = block->liveButton(0);
+            // As a dialog would: it takes the pointer, the focus and the mark away.
+            static_cast<SelectableButton*>(field.data())->setSelected(false);
+            bench.view.scene()->setFocusItem(nullptr);
+            QEvent leave(QEvent::Leave);
+            QApplication::sendEvent(bench.view.viewport(), &leave);
+            toTheEventLoop();
+            stayed = field && field == block->liveButton(0);
+        });
+        bench.clickButton(block, 0);
+        QVERIFY(stayed);
+        hover(bench, {5, 5});
+        QVERIFY(!field);
+    }
+
+    void aBlockDiesWithAWidgetAlive_data()
+    {
+        QTest::addColumn<QString>("how");
+        for (const char* how : {"hovered", "focused", "pressed", "asked for"}) {
+            QTest::newRow(how) << QString::fromLatin1(how);
+        }
+    }
+
+    void aBlockDiesWithAWidgetAlive()
+    {
+        QFETCH(QString, how);
+        Bench bench;
+        const QPointer<supermodule> block = bench.drop(101, {500, 330});
+        const QPointF field = Bench::placeOf(block, 0).center();
+        if (how == QLatin1String("hovered")) {
+            hover(bench, field);
+        } else if (how == QLatin1String("focused")) {
+            bench.clickButton(block, 0);
+        } else if (how == QLatin1String("pressed")) {
+            bench.press(field);
+        } else {
+            QVERIFY(block->button(0));
+        }
+        const QPointer<QPushButton> button = block->liveButton(0);
+        QVERIFY(button);
+        bench.view.deleteModule(block);
+        QVERIFY(!block && !button);
+        QVERIFY(!SelectableButton::current());
+        toTheEventLoop();
+        bench.release(field);
+        hover(bench, field);
+        bench.view.undoStack().undo();
+        toTheEventLoop();
+        QCOMPARE(bench.blocks().size(), 2);
+        QCOMPARE(bench.brokenInvariants(), QStringList());
+    }
+
+    void aHiddenBlockLosesItsWidget()
+    {
+        Bench bench;
+        supermodule* block = bench.drop(101, {500, 330});
+        hover(bench, Bench::placeOf(block, 0).center());
+        hover(bench, Bench::placeOf(block, 0).center() + QPointF(1, 0));
+        QVERIFY(block->liveButton(0));
+        block->setVisibleTree(false);
+        hover(bench, {5, 5});
+        QVERIFY(!block->liveButton(0));
+        block->setVisibleTree(true);
+        bench.clickButton(block, 0);
+        QCOMPARE(bench.raised, QStringList{QStringLiteral("number 11")});
+    }
+
+    void aScreenFullOfBlocksHasNoWidgets()
+    {
+        Bench bench;
+        const int windows = QGuiApplication::allWindows().size();
+        const int topLevels = QApplication::topLevelWidgets().size();
+        const QList<int> ids{101, 104, 107, 111, 113, 301, 306, 309, 800, 900};
+        for (int i = 0; i < 200; ++i) {
+            bench.drop(ids.at(i % ids.size()), QPointF(30 + 8 * (i % 100), 60 + 250 * (i / 100)));
+        }
+        bench.view.viewport()->repaint();
+        toTheEventLoop();
+        QVERIFY(QGuiApplication::allWindows().size() <= windows + 1);
+        // One unseen widget for each look that there is, however many blocks show it.
+        QVERIFY(QApplication::topLevelWidgets().size() <= topLevels + 20);
+    }
+};
 
 QTEST_MAIN(ModuleButtonTest)
 #include "modulebuttontest.moc"

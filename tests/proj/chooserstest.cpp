@@ -43,154 +43,141 @@ class ChoosersTest : public QObject
     Q_OBJECT
 
 private slots:
-    void digitsAndDeleteAreElevenKeysWithDeleteLast();
-    void digitsMinusAndDelete();
-    void digitsPointAndDelete();
-    void allKeysAndNone();
-    void keysKeepTheirShapeInALowStrip();
-    void keysGrowNoLargerThanTheirPicture();
-    void onlyTheLastKeyGetsALargeIcon();
-    void picturesReportTheirPlace();
-    void picturesAreSquareAndAtMostAHundredWide();
-    void anEmptyRowLeavesThePanelAsItIs();
-    void wordsReportTheirPlace();
-    void wordsAreLaidOutLikePicturesWithAFittingFont();
-    void theVoiceChoosersHoldTheirPictures();
-    void theExpressionChoosersHoldTheirPictures();
+    void digitsAndDeleteAreElevenKeysWithDeleteLast()
+    {
+        NumbersPanel panel(9);
+        QCOMPARE(panel.buttons().size(), 11);
+        QCOMPARE(textsOf(panel), s_digits + QStringList{QString()});
+        QCOMPARE(clickAll(panel), s_digitCodes + QList<int>{s_deleteCode});
+    }
+
+    void digitsMinusAndDelete()
+    {
+        NumbersPanel panel(13);
+        QCOMPARE(textsOf(panel), s_digits + QStringList({QStringLiteral("-"), QString()}));
+        QCOMPARE(clickAll(panel), s_digitCodes + QList<int>({45, s_deleteCode}));
+    }
+
+    void digitsPointAndDelete()
+    {
+        NumbersPanel panel(11);
+        QCOMPARE(textsOf(panel), s_digits + QStringList({QStringLiteral("."), QString()}));
+        QCOMPARE(clickAll(panel), s_digitCodes + QList<int>({46, s_deleteCode}));
+    }
+
+    void allKeysAndNone()
+    {
+        NumbersPanel all(15);
+        QCOMPARE(clickAll(all), s_digitCodes + QList<int>({46, 45, s_deleteCode}));
+        const NumbersPanel none(16);
+        QVERIFY(none.buttons().isEmpty());
+    }
+
+    void keysKeepTheirShapeInALowStrip()
+    {
+        NumbersPanel panel(9);
+        panel.setPanelHeight(148);
+        // 59 is 0.4 times 148, rounded down.
+        QCOMPARE(panel.buttons().at(0)->geometry(), QRect(6, 44, 118, 59));
+        QCOMPARE(panel.buttons().at(1)->geometry(), QRect(6 + 138, 44, 118, 59));
+        QCOMPARE(panel.size(), QSize(6 + 10 * 138 + 118 + 21, 148));
+    }
+
+    void keysGrowNoLargerThanTheirPicture()
+    {
+        NumbersPanel panel(1);
+        for (const int height : {150, 400}) {
+            panel.setPanelHeight(height);
+            QCOMPARE(panel.buttons().at(9)->geometry(),
+                     QRect(6 + 9 * 140, (height - 60) / 2, 120, 60));
+            QCOMPARE(panel.size(), QSize(6 + 9 * 140 + 120 + 21, height));
+        }
+    }
+
+    void onlyTheLastKeyGetsALargeIcon()
+    {
+        NumbersPanel panel(9);
+        panel.setPanelHeight(200);
+        QCOMPARE(panel.buttons().last()->iconSize(), QSize(120, 60));
+        QVERIFY(panel.buttons().first()->iconSize() != QSize(120, 60));
+    }
+
+    void picturesReportTheirPlace()
+    {
+        IconsPanel panel(TzBlockWidget::expressionPictures().value(2), QString());
+        QCOMPARE(clickAll(panel), QList<int>({0, 1, 2, 3, 4}));
+    }
+
+    void picturesAreSquareAndAtMostAHundredWide()
+    {
+        IconsPanel panel(TzBlockWidget::voicePictures().value(3), QString());
+        panel.setPanelHeight(99);
+        QCOMPARE(panel.buttons().at(1)->geometry(), QRect(6 + 79, 20, 59, 59));
+        QCOMPARE(panel.buttons().at(1)->iconSize(), QSize(59, 59));
+        QCOMPARE(panel.size(), QSize(6 + 79 + 59 + 21, 99));
+        panel.setPanelHeight(201);
+        QCOMPARE(panel.buttons().at(1)->geometry(), QRect(6 + 120, 50, 100, 100));
+        QCOMPARE(panel.buttons().at(1)->iconSize(), QSize(100, 100));
+        QCOMPARE(panel.size(), QSize(6 + 120 + 100 + 21, 201));
+    }
+
+    void anEmptyRowLeavesThePanelAsItIs()
+    {
+        IconsPanel icons({}, {});
+        icons.resize(33, 44);
+        icons.setPanelHeight(200);
+        QCOMPARE(icons.size(), QSize(33, 44));
+        NumbersPanel numbers(0);
+        numbers.resize(33, 44);
+        numbers.setPanelHeight(200);
+        QCOMPARE(numbers.size(), QSize(33, 44));
+    }
+
+    void wordsReportTheirPlace()
+    {
+        TextsPanel panel({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")},
+                         QString());
+        QCOMPARE(textsOf(panel),
+                 QStringList({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}));
+        QCOMPARE(clickAll(panel), QList<int>({0, 1, 2}));
+    }
+
+    void wordsAreLaidOutLikePicturesWithAFittingFont()
+    {
+        TextsPanel panel({QStringLiteral("a"), QStringLiteral("b")}, QString());
+        QCOMPARE(panel.buttons().at(0)->font().pixelSize(), 20);
+        panel.setPanelHeight(117);
+        QCOMPARE(panel.buttons().at(1)->geometry(), QRect(6 + 90, 23, 70, 70));
+        QCOMPARE(panel.buttons().at(1)->font().pixelSize(), 17);
+        panel.setPanelHeight(196);
+        QCOMPARE(panel.buttons().at(1)->geometry(), QRect(6 + 120, 48, 100, 100));
+        QCOMPARE(panel.buttons().at(1)->font().pixelSize(), 20);
+    }
+
+    void theVoiceChoosersHoldTheirPictures()
+    {
+        const QMap<int, QStringList>& pictures = TzBlockWidget::voicePictures();
+        QCOMPARE(pictures.keys(), QList<int>({1, 2, 3, 4}));
+        QCOMPARE(pictures.value(1).size(), 5);
+        QCOMPARE(pictures.value(2).size(), 6);
+        QCOMPARE(pictures.value(3), QStringList({QStringLiteral(":/voice/3/1.png"),
+                                                 QStringLiteral(":/voice/3/2.png")}));
+        QCOMPARE(pictures.value(4).size(), 4);
+        QCOMPARE(pictures.value(4).last(), QStringLiteral(":/voice/4/4.png"));
+    }
+
+    void theExpressionChoosersHoldTheirPictures()
+    {
+        const QMap<int, QStringList>& pictures = TzBlockWidget::expressionPictures();
+        QCOMPARE(pictures.keys(), QList<int>({1, 2, 3, 4, 5}));
+        const QList<int> counts{13, 5, 10, 26, 12};
+        for (int key = 1; key <= 5; ++key) {
+            QCOMPARE(pictures.value(key).size(), counts.at(key - 1));
+            QCOMPARE(pictures.value(key).first(), QStringLiteral(":/expression/%1/0.png").arg(key));
+        }
+        QCOMPARE(pictures.value(4).last(), QStringLiteral(":/expression/4/25.png"));
+    }
 };
-
-void ChoosersTest::digitsAndDeleteAreElevenKeysWithDeleteLast()
-{
-    NumbersPanel panel(9);
-    QCOMPARE(panel.buttons().size(), 11);
-    QCOMPARE(textsOf(panel), s_digits + QStringList{QString()});
-    QCOMPARE(clickAll(panel), s_digitCodes + QList<int>{s_deleteCode});
-}
-
-void ChoosersTest::digitsMinusAndDelete()
-{
-    NumbersPanel panel(13);
-    QCOMPARE(textsOf(panel), s_digits + QStringList({QStringLiteral("-"), QString()}));
-    QCOMPARE(clickAll(panel), s_digitCodes + QList<int>({45, s_deleteCode}));
-}
-
-void ChoosersTest::digitsPointAndDelete()
-{
-    NumbersPanel panel(11);
-    QCOMPARE(textsOf(panel), s_digits + QStringList({QStringLiteral("."), QString()}));
-    QCOMPARE(clickAll(panel), s_digitCodes + QList<int>({46, s_deleteCode}));
-}
-
-void ChoosersTest::allKeysAndNone()
-{
-    NumbersPanel all(15);
-    QCOMPARE(clickAll(all), s_digitCodes + QList<int>({46, 45, s_deleteCode}));
-    const NumbersPanel none(16);
-    QVERIFY(none.buttons().isEmpty());
-}
-
-void ChoosersTest::keysKeepTheirShapeInALowStrip()
-{
-    NumbersPanel panel(9);
-    panel.setPanelHeight(148);
-    // 59 is 0.4 times 148, rounded down.
-    QCOMPARE(panel.buttons().at(0)->geometry(), QRect(6, 44, 118, 59));
-    QCOMPARE(panel.buttons().at(1)->geometry(), QRect(6 + 138, 44, 118, 59));
-    QCOMPARE(panel.size(), QSize(6 + 10 * 138 + 118 + 21, 148));
-}
-
-void ChoosersTest::keysGrowNoLargerThanTheirPicture()
-{
-    NumbersPanel panel(1);
-    for (const int height : {150, 400}) {
-        panel.setPanelHeight(height);
-        QCOMPARE(panel.buttons().at(9)->geometry(), QRect(6 + 9 * 140, (height - 60) / 2, 120, 60));
-        QCOMPARE(panel.size(), QSize(6 + 9 * 140 + 120 + 21, height));
-    }
-}
-
-void ChoosersTest::onlyTheLastKeyGetsALargeIcon()
-{
-    NumbersPanel panel(9);
-    panel.setPanelHeight(200);
-    QCOMPARE(panel.buttons().last()->iconSize(), QSize(120, 60));
-    QVERIFY(panel.buttons().first()->iconSize() != QSize(120, 60));
-}
-
-void ChoosersTest::picturesReportTheirPlace()
-{
-    IconsPanel panel(TzBlockWidget::expressionPictures().value(2), QString());
-    QCOMPARE(clickAll(panel), QList<int>({0, 1, 2, 3, 4}));
-}
-
-void ChoosersTest::picturesAreSquareAndAtMostAHundredWide()
-{
-    IconsPanel panel(TzBlockWidget::voicePictures().value(3), QString());
-    panel.setPanelHeight(99);
-    QCOMPARE(panel.buttons().at(1)->geometry(), QRect(6 + 79, 20, 59, 59));
-    QCOMPARE(panel.buttons().at(1)->iconSize(), QSize(59, 59));
-    QCOMPARE(panel.size(), QSize(6 + 79 + 59 + 21, 99));
-    panel.setPanelHeight(201);
-    QCOMPARE(panel.buttons().at(1)->geometry(), QRect(6 + 120, 50, 100, 100));
-    QCOMPARE(panel.buttons().at(1)->iconSize(), QSize(100, 100));
-    QCOMPARE(panel.size(), QSize(6 + 120 + 100 + 21, 201));
-}
-
-void ChoosersTest::anEmptyRowLeavesThePanelAsItIs()
-{
-    IconsPanel icons({}, {});
-    icons.resize(33, 44);
-    icons.setPanelHeight(200);
-    QCOMPARE(icons.size(), QSize(33, 44));
-    NumbersPanel numbers(0);
-    numbers.resize(33, 44);
-    numbers.setPanelHeight(200);
-    QCOMPARE(numbers.size(), QSize(33, 44));
-}
-
-void ChoosersTest::wordsReportTheirPlace()
-{
-    TextsPanel panel({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}, QString());
-    QCOMPARE(textsOf(panel),
-             QStringList({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}));
-    QCOMPARE(clickAll(panel), QList<int>({0, 1, 2}));
-}
-
-void ChoosersTest::wordsAreLaidOutLikePicturesWithAFittingFont()
-{
-    TextsPanel panel({QStringLiteral("a"), QStringLiteral("b")}, QString());
-    QCOMPARE(panel.buttons().at(0)->font().pixelSize(), 20);
-    panel.setPanelHeight(117);
-    QCOMPARE(panel.buttons().at(1)->geometry(), QRect(6 + 90, 23, 70, 70));
-    QCOMPARE(panel.buttons().at(1)->font().pixelSize(), 17);
-    panel.setPanelHeight(196);
-    QCOMPARE(panel.buttons().at(1)->geometry(), QRect(6 + 120, 48, 100, 100));
-    QCOMPARE(panel.buttons().at(1)->font().pixelSize(), 20);
-}
-
-void ChoosersTest::theVoiceChoosersHoldTheirPictures()
-{
-    const QMap<int, QStringList>& pictures = TzBlockWidget::voicePictures();
-    QCOMPARE(pictures.keys(), QList<int>({1, 2, 3, 4}));
-    QCOMPARE(pictures.value(1).size(), 5);
-    QCOMPARE(pictures.value(2).size(), 6);
-    QCOMPARE(pictures.value(3),
-             QStringList({QStringLiteral(":/voice/3/1.png"), QStringLiteral(":/voice/3/2.png")}));
-    QCOMPARE(pictures.value(4).size(), 4);
-    QCOMPARE(pictures.value(4).last(), QStringLiteral(":/voice/4/4.png"));
-}
-
-void ChoosersTest::theExpressionChoosersHoldTheirPictures()
-{
-    const QMap<int, QStringList>& pictures = TzBlockWidget::expressionPictures();
-    QCOMPARE(pictures.keys(), QList<int>({1, 2, 3, 4, 5}));
-    const QList<int> counts{13, 5, 10, 26, 12};
-    for (int key = 1; key <= 5; ++key) {
-        QCOMPARE(pictures.value(key).size(), counts.at(key - 1));
-        QCOMPARE(pictures.value(key).first(), QStringLiteral(":/expression/%1/0.png").arg(key));
-    }
-    QCOMPARE(pictures.value(4).last(), QStringLiteral(":/expression/4/25.png"));
-}
 
 QTEST_MAIN(ChoosersTest)
 #include "chooserstest.moc"

@@ -127,20 +127,275 @@ class BadValuesTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void cleanup();
+    void initTestCase() { QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false")); }
+
+    void init()
+    {
+        m_dir = std::make_unique<QTemporaryDir>();
+        m_canvas = std::make_unique<CanvasFixture>();
+        connect(&view(), &TzProgramView::showNumKeyboardSignal, this,
+                [this] { m_asked = QStringLiteral("keys"); });
+        connect(&view(), &TzProgramView::showVoiceSignal, this,
+                [this] { m_asked = QStringLiteral("list"); });
+        connect(&view(), &TzProgramView::showExpressionSignal, this,
+                [this] { m_asked = QStringLiteral("list"); });
+        connect(&view(), &TzProgramView::showPanelSignal, this, [this](int p_type) {
+            m_asked = p_type == 2 ? QStringLiteral("parameter") : QStringLiteral("list");
+        });
+    }
+
+    void cleanup()
+    {
+        m_blocks.clear();
+        m_canvas.reset();
+        QVERIFY(moduleMap.isEmpty());
+    }
+
     void everyBadValueIsReadAndKept_data() { everyAttribute(); }
-    void everyBadValueIsReadAndKept();
+
+    void everyBadValueIsReadAndKept()
+    {
+        QFETCH(int, id);
+        QFETCH(QString, attribute);
+        QVERIFY(open(id, attribute));
+        BlockAttributes expected =
+            ownAttributes(std::unique_ptr<supermodule>(createModuleFromId(id)).get());
+        for (int i = 0; i < values().size(); ++i) {
+            expected[attribute] = taken(id, attribute, values().at(i));
+            QCOMPARE(joinedAttributes(ownAttributes(m_blocks.at(i))), joinedAttributes(expected));
+        }
+        draw();
+        view().fitInView(view().scene()->itemsBoundingRect(), Qt::KeepAspectRatio);
+        view().viewport()->grab();
+
+        // In the program, one behind the other, each gives its text and no placeholder is left.
+        supermodule* last = m_canvas->main();
+        QString text = last->cCode();
+        for (supermodule* block : qAsConst(m_blocks)) {
+            last->insertModule(block);
+            text += block->cCode();
+            last = block;
+        }
+        QVERIFY(!text.contains(QLatin1Char('%')));
+        const QString code = view().generateProjectCode(1);
+        QCOMPARE(
+            code.simplified().remove(QLatin1Char(' ')),
+            QString("#include \"vantrel.h\"\n" + text + "}").simplified().remove(QLatin1Char(' ')));
+        view().generateProjectCode(2);
+        m_canvas->main()->updateTreeAndOpacity();
+        QCOMPARE(m_canvas->brokenInvariants(), QStringList());
+        const QString path = m_dir->filePath(QStringLiteral("again.tlrx"));
+        QVERIFY(view().saveFile(path));
+        QCOMPARE(view().openFile(path), int(ProjectOpened));
+        QCOMPARE(view().generateProjectCode(1), code);
+    }
+
     void aBlockWithABadValueIsDeletedBroughtBackAndCopied_data() { everyAttribute(); }
-    void aBlockWithABadValueIsDeletedBroughtBackAndCopied();
+
+    void aBlockWithABadValueIsDeletedBroughtBackAndCopied()
+    {
+        QFETCH(int, id);
+        QFETCH(QString, attribute);
+        QVERIFY(open(id, attribute));
+        QStringList texts;
+        QVector<BlockAttributes> before;
+        for (const supermodule* block : qAsConst(m_blocks)) {
+            texts << block->cCode();
+            before << ownAttributes(block);
+        }
+        const QVector<QPointF> places = [this] {
+            QVector<QPointF> all;
+            for (const supermodule* block : qAsConst(m_blocks)) {
+                all << block->pos();
+            }
+            return all;
+        }();
+        for (supermodule* block : qAsConst(m_blocks)) {
+            view().deleteModule(block);
+        }
+        QCOMPARE(m_canvas->blocks().size(), 1);
+        const auto bringBack = [this] {
+            while (view().undoStack().canUndo()) {
+                view().undoStack().undo();
+            }
+        };
+        const auto asBefore = [&] {
+            QStringList wrong;
+            QList<supermodule*> blocks = m_canvas->blocks();
+            for (int i = 0; i < places.size(); ++i) {
+                const auto it =
+                    std::find_if(blocks.cbegin(), blocks.cend(), [&](supermodule* p_block) {
+                        return p_block->pos() == places.at(i) && p_block->id == id;
+                    });
+                if (it == blocks.cend() || (*it)->cCode() != texts.at(i) ||
+                    ownAttributes(*it) != before.at(i)) {
+                    wrong << QString::fromUtf8(values().at(i).text);
+                }
+            }
+            return wrong;
+        };
+        bringBack();
+        QCOMPARE(asBefore(), QStringList());
+        draw();
+        while (view().undoStack().canRedo()) {
+            view().undoStack().redo();
+        }
+        QCOMPARE(m_canvas->blocks().size(), 1);
+        bringBack();
+        QCOMPARE(asBefore(), QStringList());
+        QCOMPARE(m_canvas->brokenInvariants(), QStringList());
+
+        // Some of them copied, as the menu does.
+        const QList<supermodule*> sources = m_canvas->blocks();
+        QStringList copies;
+        for (int i = 0; i < sources.size(); i += 6) {
+            if (sources.at(i)->id == id) {
+                copies << std::unique_ptr<supermodule>(sources.at(i)->clone())->cCode();
+                view().centerOn(sources.at(i));
+                m_canvas->press(sources.at(i)->scenePos() + QPointF(30, 30), Qt::RightButton);
+                view().contextMenu().close();
+                view().OnCopyAndPaste();
+            }
+        }
+        QVERIFY(copies.size() > 5);
+        QStringList pasted;
+        for (supermodule* block : m_canvas->blocks()) {
+            if (!sources.contains(block)) {
+                pasted << block->cCode();
+            }
+        }
+        pasted.sort();
+        copies.sort();
+        QCOMPARE(pasted, copies);
+        bringBack();
+        QCOMPARE(m_canvas->blocks().size(), sources.size());
+    }
+
     void aBlockWithABadValueIsSetRightByItsChoosers_data() { everyAttribute(); }
-    void aBlockWithABadValueIsSetRightByItsChoosers();
-    void aFieldWithABadValueTakesEveryKey_data();
-    void aFieldWithABadValueTakesEveryKey();
-    void aChoiceThatIsNotThereIsDrawnAsNoPicture_data();
-    void aChoiceThatIsNotThereIsDrawnAsNoPicture();
-    void aPortThatIsNotThereHasNoLetter();
+
+    void aBlockWithABadValueIsSetRightByItsChoosers()
+    {
+        QFETCH(int, id);
+        QFETCH(QString, attribute);
+        QVERIFY(open(id, attribute));
+        for (supermodule* block : qAsConst(m_blocks)) {
+            QVERIFY(block->button(0));
+            BlockAttributes expected;
+            for (const QString& each : ownAttributes(block).keys()) {
+                expected.insert(each, setRight(id, each));
+            }
+            for (int button = 0; block->button(button); ++button) {
+                use(block, button);
+            }
+            QCOMPARE(joinedAttributes(ownAttributes(block)), joinedAttributes(expected));
+            // A choice is none of the steps that can be taken back.
+            QCOMPARE(view().undoStack().count(), 0);
+        }
+        draw();
+        // Each gives the very text of the first.
+        for (const supermodule* block : qAsConst(m_blocks)) {
+            QCOMPARE(block->cCode(), m_blocks.first()->cCode());
+        }
+    }
+
+    void aFieldWithABadValueTakesEveryKey_data()
+    {
+        QTest::addColumn<int>("id");
+        QTest::addColumn<QString>("attribute");
+        for (const int id : {101, 104, 118, 119, 120, 301}) {
+            QTest::newRow(qPrintable(QString::number(id))) << id << "n";
+        }
+        QTest::newRow("112") << 112 << "time";
+        QTest::newRow("113") << 113 << "time";
+        QTest::newRow("107") << 107 << "angle";
+    }
+
+    void aFieldWithABadValueTakesEveryKey()
+    {
+        QFETCH(int, id);
+        QFETCH(QString, attribute);
+        QVERIFY(open(id, attribute));
+        const QVector<int> keys{Qt::Key_Backspace, Qt::Key_5,     Qt::Key_Minus,
+                                Qt::Key_Period,    Qt::Key_Minus, Qt::Key_Backspace,
+                                Qt::Key_Backspace, Qt::Key_A,     Qt::Key_0,
+                                Qt::Key_Period,    Qt::Key_9};
+        for (supermodule* block : qAsConst(m_blocks)) {
+            // The block always has what its field shows.
+            for (const int key : keys) {
+                block->setNumberKey(key);
+                QString shown = block->button(0)->text();
+                shown.remove(QChar(0xb0));
+                const QString value = ownAttributes(block).value(attribute);
+                if (isSeconds(id, attribute)) {
+                    QCOMPARE(value.toFloat(), shown.toFloat());
+                } else {
+                    QCOMPARE(value, QString::number(shown.toInt()));
+                }
+                QVERIFY(!block->cCode().isEmpty());
+            }
+            // An emptied field is one like any other, however it came to be so long.
+            for (int i = 0; i < 40; ++i) {
+                block->setNumberKey(Qt::Key_Backspace);
+            }
+            if (id != 107) {
+                QCOMPARE(block->button(0)->text(), QString());
+            }
+        }
+        draw();
+    }
+
+    void aChoiceThatIsNotThereIsDrawnAsNoPicture_data()
+    {
+        QTest::addColumn<int>("id");
+        QTest::addColumn<int>("first");
+        QTest::addColumn<int>("last");
+        QTest::newRow("speed") << 100 << 0 << 2;
+        QTest::newRow("animal") << 801 << 1 << 6;
+        QTest::newRow("mood") << 802 << 1 << 4;
+        QTest::newRow("hello") << 803 << 1 << 5;
+        QTest::newRow("traffic") << 804 << 1 << 2;
+        QTest::newRow("symbol") << 900 << 0 << 12;
+        QTest::newRow("number") << 902 << 0 << 9;
+        QTest::newRow("arithmetic") << 905 << 0 << 4;
+        QTest::newRow("letter") << 906 << 0 << 25;
+        QTest::newRow("expression") << 903 << 1 << 12;
+    }
+
+    void aChoiceThatIsNotThereIsDrawnAsNoPicture()
+    {
+        QFETCH(int, id);
+        QFETCH(int, first);
+        QFETCH(int, last);
+        const auto painted = [id](int p_choice) {
+            const std::unique_ptr<supermodule> block(createModuleFromId(id));
+            loadBlock(block.get(), QStringLiteral("n=%1").arg(p_choice));
+            return paintedBlock(block.get());
+        };
+        // The body is there in any case.
+        const QImage bare = painted(1000);
+        QVERIFY(bare != emptyGround());
+        for (int choice = first; choice <= last; ++choice) {
+            QVERIFY2(painted(choice) != bare, qPrintable(QString::number(choice)));
+        }
+        for (const int choice : {first - 1, last + 1, -1000, std::numeric_limits<int>::max(),
+                                 std::numeric_limits<int>::min()}) {
+            QVERIFY2(painted(choice) == bare, qPrintable(QString::number(choice)));
+        }
+    }
+
+    void aPortThatIsNotThereHasNoLetter()
+    {
+        for (const int id : {110, 111, 112, 113, 117}) {
+            QVERIFY(open(id, QStringLiteral("n")));
+            const int button = id == 112 || id == 113 ? 1 : 0;
+            for (int i = 0; i < values().size(); ++i) {
+                const int port = QByteArray(values().at(i).number).toInt();
+                const QString letter =
+                    0 <= port && port < 4 ? QStringLiteral("ABCD").mid(port, 1) : QString();
+                QCOMPARE(m_blocks.at(i)->button(button)->text(), letter);
+            }
+        }
+    }
 
 private:
     void everyAttribute();
@@ -158,33 +413,6 @@ private:
     QVector<supermodule*> m_blocks;
     QString m_asked;
 };
-
-void BadValuesTest::initTestCase()
-{
-    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
-}
-
-void BadValuesTest::init()
-{
-    m_dir = std::make_unique<QTemporaryDir>();
-    m_canvas = std::make_unique<CanvasFixture>();
-    connect(&view(), &TzProgramView::showNumKeyboardSignal, this,
-            [this] { m_asked = QStringLiteral("keys"); });
-    connect(&view(), &TzProgramView::showVoiceSignal, this,
-            [this] { m_asked = QStringLiteral("list"); });
-    connect(&view(), &TzProgramView::showExpressionSignal, this,
-            [this] { m_asked = QStringLiteral("list"); });
-    connect(&view(), &TzProgramView::showPanelSignal, this, [this](int p_type) {
-        m_asked = p_type == 2 ? QStringLiteral("parameter") : QStringLiteral("list");
-    });
-}
-
-void BadValuesTest::cleanup()
-{
-    m_blocks.clear();
-    m_canvas.reset();
-    QVERIFY(moduleMap.isEmpty());
-}
 
 void BadValuesTest::everyAttribute()
 {
@@ -254,244 +482,6 @@ void BadValuesTest::use(supermodule* p_module, int p_button)
         QVERIFY(graphicsItem_Param::existing());
         QVERIFY(graphicsItem_Param::existing()->isVisible());
         graphicsItem_Param::existing()->buttons().first()->click();
-    }
-}
-
-void BadValuesTest::everyBadValueIsReadAndKept()
-{
-    QFETCH(int, id);
-    QFETCH(QString, attribute);
-    QVERIFY(open(id, attribute));
-    BlockAttributes expected =
-        ownAttributes(std::unique_ptr<supermodule>(createModuleFromId(id)).get());
-    for (int i = 0; i < values().size(); ++i) {
-        expected[attribute] = taken(id, attribute, values().at(i));
-        QCOMPARE(joinedAttributes(ownAttributes(m_blocks.at(i))), joinedAttributes(expected));
-    }
-    draw();
-    view().fitInView(view().scene()->itemsBoundingRect(), Qt::KeepAspectRatio);
-    view().viewport()->grab();
-
-    // In the program, one behind the other, each gives its text and no placeholder is left.
-    supermodule* last = m_canvas->main();
-    QString text = last->cCode();
-    for (supermodule* block : qAsConst(m_blocks)) {
-        last->insertModule(block);
-        text += block->cCode();
-        last = block;
-    }
-    QVERIFY(!text.contains(QLatin1Char('%')));
-    const QString code = view().generateProjectCode(1);
-    QCOMPARE(
-        code.simplified().remove(QLatin1Char(' ')),
-        QString("#include \"vantrel.h\"\n" + text + "}").simplified().remove(QLatin1Char(' ')));
-    view().generateProjectCode(2);
-    m_canvas->main()->updateTreeAndOpacity();
-    QCOMPARE(m_canvas->brokenInvariants(), QStringList());
-    const QString path = m_dir->filePath(QStringLiteral("again.tlrx"));
-    QVERIFY(view().saveFile(path));
-    QCOMPARE(view().openFile(path), int(ProjectOpened));
-    QCOMPARE(view().generateProjectCode(1), code);
-}
-
-void BadValuesTest::aBlockWithABadValueIsDeletedBroughtBackAndCopied()
-{
-    QFETCH(int, id);
-    QFETCH(QString, attribute);
-    QVERIFY(open(id, attribute));
-    QStringList texts;
-    QVector<BlockAttributes> before;
-    for (const supermodule* block : qAsConst(m_blocks)) {
-        texts << block->cCode();
-        before << ownAttributes(block);
-    }
-    const QVector<QPointF> places = [this] {
-        QVector<QPointF> all;
-        for (const supermodule* block : qAsConst(m_blocks)) {
-            all << block->pos();
-        }
-        return all;
-    }();
-    for (supermodule* block : qAsConst(m_blocks)) {
-        view().deleteModule(block);
-    }
-    QCOMPARE(m_canvas->blocks().size(), 1);
-    const auto bringBack = [this] {
-        while (view().undoStack().canUndo()) {
-            view().undoStack().undo();
-        }
-    };
-    const auto asBefore = [&] {
-        QStringList wrong;
-        QList<supermodule*> blocks = m_canvas->blocks();
-        for (int i = 0; i < places.size(); ++i) {
-            const auto it = std::find_if(blocks.cbegin(), blocks.cend(), [&](supermodule* p_block) {
-                return p_block->pos() == places.at(i) && p_block->id == id;
-            });
-            if (it == blocks.cend() || (*it)->cCode() != texts.at(i) ||
-                ownAttributes(*it) != before.at(i)) {
-                wrong << QString::fromUtf8(values().at(i).text);
-            }
-        }
-        return wrong;
-    };
-    bringBack();
-    QCOMPARE(asBefore(), QStringList());
-    draw();
-    while (view().undoStack().canRedo()) {
-        view().undoStack().redo();
-    }
-    QCOMPARE(m_canvas->blocks().size(), 1);
-    bringBack();
-    QCOMPARE(asBefore(), QStringList());
-    QCOMPARE(m_canvas->brokenInvariants(), QStringList());
-
-    // Some of them copied, as the menu does.
-    const QList<supermodule*> sources = m_canvas->blocks();
-    QStringList copies;
-    for (int i = 0; i < sources.size(); i += 6) {
-        if (sources.at(i)->id == id) {
-            copies << std::unique_ptr<supermodule>(sources.at(i)->clone())->cCode();
-            view().centerOn(sources.at(i));
-            m_canvas->press(sources.at(i)->scenePos() + QPointF(30, 30), Qt::RightButton);
-            view().contextMenu().close();
-            view().OnCopyAndPaste();
-        }
-    }
-    QVERIFY(copies.size() > 5);
-    QStringList pasted;
-    for (supermodule* block : m_canvas->blocks()) {
-        if (!sources.contains(block)) {
-            pasted << block->cCode();
-        }
-    }
-    pasted.sort();
-    copies.sort();
-    QCOMPARE(pasted, copies);
-    bringBack();
-    QCOMPARE(m_canvas->blocks().size(), sources.size());
-}
-
-void BadValuesTest::aBlockWithABadValueIsSetRightByItsChoosers()
-{
-    QFETCH(int, id);
-    QFETCH(QString, attribute);
-    QVERIFY(open(id, attribute));
-    for (supermodule* block : qAsConst(m_blocks)) {
-        QVERIFY(block->button(0));
-        BlockAttributes expected;
-        for (const QString& each : ownAttributes(block).keys()) {
-            expected.insert(each, setRight(id, each));
-        }
-        for (int button = 0; block->button(button); ++button) {
-            use(block, button);
-        }
-        QCOMPARE(joinedAttributes(ownAttributes(block)), joinedAttributes(expected));
-        // A choice is none of the steps that can be taken back.
-        QCOMPARE(view().undoStack().count(), 0);
-    }
-    draw();
-    // Each gives the very text of the first.
-    for (const supermodule* block : qAsConst(m_blocks)) {
-        QCOMPARE(block->cCode(), m_blocks.first()->cCode());
-    }
-}
-
-void BadValuesTest::aFieldWithABadValueTakesEveryKey_data()
-{
-    QTest::addColumn<int>("id");
-    QTest::addColumn<QString>("attribute");
-    for (const int id : {101, 104, 118, 119, 120, 301}) {
-        QTest::newRow(qPrintable(QString::number(id))) << id << "n";
-    }
-    QTest::newRow("112") << 112 << "time";
-    QTest::newRow("113") << 113 << "time";
-    QTest::newRow("107") << 107 << "angle";
-}
-
-void BadValuesTest::aFieldWithABadValueTakesEveryKey()
-{
-    QFETCH(int, id);
-    QFETCH(QString, attribute);
-    QVERIFY(open(id, attribute));
-    const QVector<int> keys{Qt::Key_Backspace, Qt::Key_5,         Qt::Key_Minus,     Qt::Key_Period,
-                            Qt::Key_Minus,     Qt::Key_Backspace, Qt::Key_Backspace, Qt::Key_A,
-                            Qt::Key_0,         Qt::Key_Period,    Qt::Key_9};
-    for (supermodule* block : qAsConst(m_blocks)) {
-        // The block always has what its field shows.
-        for (const int key : keys) {
-            block->setNumberKey(key);
-            QString shown = block->button(0)->text();
-            shown.remove(QChar(0xb0));
-            const QString value = ownAttributes(block).value(attribute);
-            if (isSeconds(id, attribute)) {
-                QCOMPARE(value.toFloat(), shown.toFloat());
-            } else {
-                QCOMPARE(value, QString::number(shown.toInt()));
-            }
-            QVERIFY(!block->cCode().isEmpty());
-        }
-        // An emptied field is one like any other, however it came to be so long.
-        for (int i = 0; i < 40; ++i) {
-            block->setNumberKey(Qt::Key_Backspace);
-        }
-        if (id != 107) {
-            QCOMPARE(block->button(0)->text(), QString());
-        }
-    }
-    draw();
-}
-
-void BadValuesTest::aChoiceThatIsNotThereIsDrawnAsNoPicture_data()
-{
-    QTest::addColumn<int>("id");
-    QTest::addColumn<int>("first");
-    QTest::addColumn<int>("last");
-    QTest::newRow("speed") << 100 << 0 << 2;
-    QTest::newRow("animal") << 801 << 1 << 6;
-    QTest::newRow("mood") << 802 << 1 << 4;
-    QTest::newRow("hello") << 803 << 1 << 5;
-    QTest::newRow("traffic") << 804 << 1 << 2;
-    QTest::newRow("symbol") << 900 << 0 << 12;
-    QTest::newRow("number") << 902 << 0 << 9;
-    QTest::newRow("arithmetic") << 905 << 0 << 4;
-    QTest::newRow("letter") << 906 << 0 << 25;
-    QTest::newRow("expression") << 903 << 1 << 12;
-}
-
-void BadValuesTest::aChoiceThatIsNotThereIsDrawnAsNoPicture()
-{
-    QFETCH(int, id);
-    QFETCH(int, first);
-    QFETCH(int, last);
-    const auto painted = [id](int p_choice) {
-        const std::unique_ptr<supermodule> block(createModuleFromId(id));
-        loadBlock(block.get(), QStringLiteral("n=%1").arg(p_choice));
-        return paintedBlock(block.get());
-    };
-    // The body is there in any case.
-    const QImage bare = painted(1000);
-    QVERIFY(bare != emptyGround());
-    for (int choice = first; choice <= last; ++choice) {
-        QVERIFY2(painted(choice) != bare, qPrintable(QString::number(choice)));
-    }
-    for (const int choice : {first - 1, last + 1, -1000, std::numeric_limits<int>::max(),
-                             std::numeric_limits<int>::min()}) {
-        QVERIFY2(painted(choice) == bare, qPrintable(QString::number(choice)));
-    }
-}
-
-void BadValuesTest::aPortThatIsNotThereHasNoLetter()
-{
-    for (const int id : {110, 111, 112, 113, 117}) {
-        QVERIFY(open(id, QStringLiteral("n")));
-        const int button = id == 112 || id == 113 ? 1 : 0;
-        for (int i = 0; i < values().size(); ++i) {
-            const int port = QByteArray(values().at(i).number).toInt();
-            const QString letter =
-                0 <= port && port < 4 ? QStringLiteral("ABCD").mid(port, 1) : QString();
-            QCOMPARE(m_blocks.at(i)->button(button)->text(), letter);
-        }
     }
 }
 

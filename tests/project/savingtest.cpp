@@ -91,24 +91,300 @@ class SavingTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
-    void cleanup();
-    void aSaveThatIsKilledLeavesTheOldOrTheNewProjectWhole();
-    void aFullDiskKeepsTheOldProject();
-    void aDiskThatTakesNoMoreFilesKeepsTheOldProject();
-    void aFullDiskKeepsAProjectThatIsWrittenInPlace();
-    void aReadOnlyFolderKeepsTheOldProject();
-    void aFileInAClosedFolderIsWrittenInPlace_data();
-    void aFileInAClosedFolderIsWrittenInPlace();
-    void aFileOfSomeoneElseInASharedFolder_data();
-    void aFileOfSomeoneElseInASharedFolder();
-    void aFolderThatVanishesFailsTheSaveUntilItIsBack();
-    void aNameAsLongAsTheDiskTakesIsSaved();
-    void whatIsNoFileIsNotOverwritten();
-    void linksAndRightsOfAProjectStay();
-    void theDeepestProjectOpensAgainAndADeeperOneIsNotSaved();
-    void theLargestProjectOpensAgainAndALargerOneIsNotSaved();
+    void initTestCase() { QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false")); }
+
+    void init()
+    {
+        m_dir = std::make_unique<QTemporaryDir>();
+        m_canvas = std::make_unique<CanvasFixture>();
+        recentFiles = QStringList{QStringLiteral("/before.tlrx")};
+        show(*m_canvas, 0);
+    }
+
+    void cleanup() { m_canvas.reset(); }
+
+    void aSaveThatIsKilledLeavesTheOldOrTheNewProjectWhole()
+    {
+        QRandomGenerator random(s_seed);
+        int found[] = {0, 0};
+        for (int i = 0; i < 25; ++i) {
+            QProcess process;
+            process.start(QCoreApplication::applicationFilePath(),
+                          {QLatin1String(s_loopOption), path()});
+            QVERIFY(process.waitForStarted());
+            while (!process.canReadLine()) {
+                QVERIFY(process.waitForReadyRead(30000));
+            }
+            // Some hundred saves fit in here.
+            usleep(static_cast<useconds_t>(random.bounded(1, 60000)));
+            process.kill();
+            QVERIFY(process.waitForFinished());
+            QCOMPARE(process.exitStatus(), QProcess::CrashExit);
+            const int project = projectIn(path());
+            QVERIFY2(project >= 0, "neither of the two");
+            QCOMPARE(view().openFile(path()), 0);
+            QCOMPARE(m_canvas->brokenInvariants(), QStringList());
+            ++found[project];
+        }
+        QVERIFY(found[0] > 0);
+        QVERIFY(found[1] > 0);
+        // What a killed save leaves beside the project is no project by its name.
+        QCOMPARE(QDir(m_dir->path()).entryList({QStringLiteral("*.tlrx")}),
+                 QStringList{QStringLiteral("a.tlrx")});
+    }
+
+    void aFullDiskKeepsTheOldProject()
+    {
+        SmallDisk disk("size=256k");
+        if (!disk.isMounted()) {
+            QSKIP("This user can't mount a disk.");
+        }
+        const QString file = disk.path("a.tlrx");
+        QVERIFY(view().saveFile(file, tail(0)));
+        show(*m_canvas, 1);
+        // Not a byte left, room for the text alone, and room for nearly all of it.
+        for (const int left : {0, 8 * 1024, 56 * 1024}) {
+            disk.fill(left);
+            QCOMPARE(refused(file), QString());
+            QCOMPARE(refused(disk.path("b.tlrx")), QString());
+            QCOMPARE(projectIn(file), 0);
+        }
+        disk.empty();
+        QVERIFY(view().saveFile(file, tail(1)));
+        QCOMPARE(projectIn(file), 1);
+    }
+
+    void aDiskThatTakesNoMoreFilesKeepsTheOldProject()
+    {
+        // The folder itself, the project, and one more for the save of the first.
+        SmallDisk disk("size=1m,nr_inodes=3");
+        if (!disk.isMounted()) {
+            QSKIP("This user can't mount a disk.");
+        }
+        QVERIFY(view().saveFile(disk.path("a.tlrx"), tail(0)));
+        QVERIFY(writeWhole(disk.path("other"), QByteArray()));
+        show(*m_canvas, 1);
+        QCOMPARE(refused(disk.path("b.tlrx")), QString());
+        // There is no other way to save this one.
+        QVERIFY(view().saveFile(disk.path("a.tlrx"), tail(1)));
+        QCOMPARE(projectIn(disk.path("a.tlrx")), 1);
+    }
+
+    void aFullDiskKeepsAProjectThatIsWrittenInPlace()
+    {
+        SmallDisk disk("size=256k,mode=0755");
+        if (!disk.isMounted()) {
+            QSKIP("This user can't mount a disk.");
+        }
+        if (!Unprivileged::works()) {
+            QSKIP("The rights of this user can't be given away.");
+        }
+        const QString file = disk.path("a.tlrx");
+        QVERIFY(view().saveFile(file, tail(0)));
+        QVERIFY(Unprivileged::openToChanges(file));
+        QVERIFY(Unprivileged::closeToChanges(disk.path()));
+        // The new project needs more room than the old one had.
+        show(*m_canvas, 1);
+        supermodule* loose = nest(view().scene(), 60);
+        loose->updateTreeAndOpacity();
+        disk.fill();
+        {
+            const Unprivileged user;
+            QCOMPARE(refused(file), QString());
+        }
+        QCOMPARE(projectIn(file), 0);
+        supermodule::deleteTree(loose);
+        disk.empty();
+        const Unprivileged user;
+        QVERIFY(view().saveFile(file, tail(1)));
+        QCOMPARE(projectIn(file), 1);
+    }
+
+    void aReadOnlyFolderKeepsTheOldProject()
+    {
+        if (!Unprivileged::works()) {
+            QSKIP("The rights of this user can't be given away.");
+        }
+        QVERIFY(view().saveFile(path(), tail(0)));
+        QVERIFY(Unprivileged::closeToChanges(m_dir->path()));
+        show(*m_canvas, 1);
+        {
+            const Unprivileged user;
+            if (geteuid() == QFileInfo(m_dir->path()).ownerId()) {
+                QVERIFY(QFile::setPermissions(path(), QFile::ReadOwner));
+            }
+            QCOMPARE(refused(path()), QString());
+            QCOMPARE(refused(path("b.tlrx")), QString());
+        }
+        QCOMPARE(projectIn(path()), 0);
+        QVERIFY(Unprivileged::openToChanges(m_dir->path()));
+    }
+
+    void aFileInAClosedFolderIsWrittenInPlace_data()
+    {
+        QTest::addColumn<int>("first");
+        QTest::newRow("a longer one") << 0;
+        QTest::newRow("a shorter one") << 1;
+    }
+
+    void aFileInAClosedFolderIsWrittenInPlace()
+    {
+        QFETCH(int, first);
+        if (!Unprivileged::works()) {
+            QSKIP("The rights of this user can't be given away.");
+        }
+        show(*m_canvas, first);
+        QVERIFY(view().saveFile(path(), tail(first)));
+        QVERIFY(Unprivileged::openToChanges(path()));
+        QVERIFY(Unprivileged::closeToChanges(m_dir->path()));
+        const qint64 before = QFileInfo(path()).size();
+        show(*m_canvas, 1 - first);
+        {
+            const Unprivileged user;
+            QVERIFY(view().saveFile(path(), tail(1 - first)));
+        }
+        QCOMPARE(QFileInfo(path()).size() > before, first == 0);
+        QCOMPARE(projectIn(path()), 1 - first);
+        QVERIFY(Unprivileged::openToChanges(m_dir->path()));
+    }
+
+    void aFileOfSomeoneElseInASharedFolder_data()
+    {
+        QTest::addColumn<bool>("open");
+        QTest::newRow("closed to changes") << false;
+        QTest::newRow("open to changes") << true;
+    }
+
+    void aFileOfSomeoneElseInASharedFolder()
+    {
+        QFETCH(bool, open);
+        if (geteuid() != 0 || !Unprivileged::works()) {
+            QSKIP("There is no one else to be.");
+        }
+        // Everyone may put files there, but not take away those of others.
+        QVERIFY(view().saveFile(path(), tail(0)));
+        QVERIFY(open ? Unprivileged::openToChanges(path()) : Unprivileged::closeToChanges(path()));
+        QCOMPARE(chmod(QFile::encodeName(m_dir->path()).constData(), 01777), 0);
+        show(*m_canvas, 1);
+        {
+            const Unprivileged user;
+            if (open) {
+                QVERIFY(view().saveFile(path(), tail(1)));
+            } else {
+                QCOMPARE(refused(path()), QString());
+            }
+        }
+        QCOMPARE(projectIn(path()), open ? 1 : 0);
+        QCOMPARE(QDir(m_dir->path()).entryList(QDir::Files), QStringList{QStringLiteral("a.tlrx")});
+    }
+
+    void aFolderThatVanishesFailsTheSaveUntilItIsBack()
+    {
+        const QString folder = m_dir->filePath(QStringLiteral("lesson"));
+        const QString file = folder + QStringLiteral("/a.tlrx");
+        QVERIFY(QDir().mkdir(folder));
+        QVERIFY(view().saveFile(file, tail(0)));
+        QCOMPARE(view().openFile(file), 0);
+        QVERIFY(QDir(folder).removeRecursively());
+        QCOMPARE(refused(file), QString());
+        // Something else in its place.
+        QVERIFY(writeWhole(folder, "a file"));
+        QCOMPARE(refused(file), QString());
+        QVERIFY(QFile::remove(folder));
+        QVERIFY(QDir().mkdir(folder));
+        QVERIFY(view().saveFile(file, tail(0)));
+        QCOMPARE(projectIn(file), 0);
+    }
+
+    void aNameAsLongAsTheDiskTakesIsSaved()
+    {
+        // There is no room in it for the ending of another file beside it.
+        const QString file =
+            m_dir->filePath(QString(250, QLatin1Char('x')) + QLatin1String(".tlrx"));
+        QVERIFY(view().saveFile(file, tail(0)));
+        QCOMPARE(projectIn(file), 0);
+        show(*m_canvas, 1);
+        QVERIFY(view().saveFile(file, tail(1)));
+        QCOMPARE(projectIn(file), 1);
+        QCOMPARE(refused(m_dir->filePath(QString(256, QLatin1Char('x')))), QString());
+    }
+
+    void whatIsNoFileIsNotOverwritten()
+    {
+        QVERIFY(QDir().mkdir(path("folder.tlrx")));
+        QCOMPARE(refused(path("folder.tlrx")), QString());
+        QVERIFY(QFileInfo(path("folder.tlrx")).isDir());
+        QCOMPARE(refused(QString()), QString());
+    }
+
+    void linksAndRightsOfAProjectStay()
+    {
+        QVERIFY(QDir().mkdir(path("elsewhere")));
+        QVERIFY(view().saveFile(path("elsewhere/a.tlrx"), tail(0)));
+        QVERIFY(QFile::link(path("elsewhere/a.tlrx"), path("link.tlrx")));
+        const QFile::Permissions rights = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup;
+        QVERIFY(QFile::setPermissions(path("elsewhere/a.tlrx"), rights));
+        show(*m_canvas, 1);
+        QVERIFY(view().saveFile(path("link.tlrx"), tail(1)));
+        QVERIFY(QFileInfo(path("link.tlrx")).isSymLink());
+        QCOMPARE(projectIn(path("elsewhere/a.tlrx")), 1);
+        struct stat status = {};
+        QCOMPARE(stat(QFile::encodeName(path("elsewhere/a.tlrx")).constData(), &status), 0);
+        QCOMPARE(status.st_mode & 0777U, 0640U);
+    }
+
+    void theDeepestProjectOpensAgainAndADeeperOneIsNotSaved()
+    {
+        QVERIFY(view().saveFile(path(), tail(0)));
+        // Two elements a body, and three down to the outermost block.
+        const int deepest = 499;
+        m_canvas->main()->lastOf()->appendModule(nest(view().scene(), deepest));
+        m_canvas->main()->updateTreeAndOpacity();
+        const QString text = view().generateProjectCode(1);
+        QVERIFY(view().saveFile(path("deep.tlrx"), tail(1)));
+        QCOMPARE(view().openFile(path("deep.tlrx")), 0);
+        QCOMPARE(m_canvas->blocks().size(), 3 + deepest);
+        QCOMPARE(view().generateProjectCode(1), text);
+        // One more in the innermost, from where it came loose.
+        supermodule* innermost = m_canvas->main()->lastOf();
+        while (innermost->left()) {
+            innermost = innermost->left();
+        }
+        innermost->setLeftModule(nest(view().scene(), 1));
+        QCOMPARE(refused(path()), QString());
+        QCOMPARE(refused(path("new.tlrx")), QString());
+        QCOMPARE(m_canvas->blocks().size(), 4 + deepest);
+        QCOMPARE(projectIn(path()), 0);
+        // The same in a loose chain, and in the branch of a block that has one.
+        innermost->removeChild(innermost->left());
+        QVERIFY(view().saveFile(path("deep.tlrx"), tail(1)));
+        supermodule* loose = nest(view().scene(), deepest + 1);
+        QCOMPARE(refused(path()), QString());
+        supermodule::deleteTree(loose);
+        QVERIFY(view().saveFile(path(), tail(1)));
+        innermost->setRightModule(nest(view().scene(), 1));
+        QCOMPARE(refused(path("deep.tlrx")), QString());
+        // Ten thousand more are refused as safely.
+        innermost->removeChild(innermost->right());
+        innermost->hangModule(LeftLink, nest(view().scene(), 10000));
+        QCOMPARE(refused(path("deep.tlrx")), QString());
+    }
+
+    void theLargestProjectOpensAgainAndALargerOneIsNotSaved()
+    {
+        const QByteArray xml = "<vantrel/>";
+        const QByteArray most =
+            xml +
+            QByteArray(static_cast<int>(MaximalProjectSize - ProjectTailSize) - xml.size(), ' ');
+        QVERIFY(writeProject(path(), most, tail(0)));
+        ProjectContent project;
+        QCOMPARE(readProject(path(), project), static_cast<int>(ProjectOpened));
+        QVERIFY(project.actions == tail(0));
+        const QByteArray old = readWhole(path());
+        QVERIFY(!writeProject(path(), most + ' ', tail(0)));
+        QVERIFY(!writeProject(path(), QByteArray(), tail(0)));
+        QVERIFY(readWhole(path()) == old);
+    }
 
 private:
     QString path(const char* p_name = "a.tlrx") const
@@ -125,21 +401,6 @@ private:
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<CanvasFixture> m_canvas;
 };
-
-void SavingTest::initTestCase()
-{
-    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
-}
-
-void SavingTest::init()
-{
-    m_dir = std::make_unique<QTemporaryDir>();
-    m_canvas = std::make_unique<CanvasFixture>();
-    recentFiles = QStringList{QStringLiteral("/before.tlrx")};
-    show(*m_canvas, 0);
-}
-
-void SavingTest::cleanup() { m_canvas.reset(); }
 
 QString SavingTest::refused(const QString& p_path)
 {
@@ -177,287 +438,6 @@ int SavingTest::projectIn(const QString& p_path)
         }
     }
     return -1;
-}
-
-void SavingTest::aSaveThatIsKilledLeavesTheOldOrTheNewProjectWhole()
-{
-    QRandomGenerator random(s_seed);
-    int found[] = {0, 0};
-    for (int i = 0; i < 25; ++i) {
-        QProcess process;
-        process.start(QCoreApplication::applicationFilePath(),
-                      {QLatin1String(s_loopOption), path()});
-        QVERIFY(process.waitForStarted());
-        while (!process.canReadLine()) {
-            QVERIFY(process.waitForReadyRead(30000));
-        }
-        // Some hundred saves fit in here.
-        usleep(static_cast<useconds_t>(random.bounded(1, 60000)));
-        process.kill();
-        QVERIFY(process.waitForFinished());
-        QCOMPARE(process.exitStatus(), QProcess::CrashExit);
-        const int project = projectIn(path());
-        QVERIFY2(project >= 0, "neither of the two");
-        QCOMPARE(view().openFile(path()), 0);
-        QCOMPARE(m_canvas->brokenInvariants(), QStringList());
-        ++found[project];
-    }
-    QVERIFY(found[0] > 0);
-    QVERIFY(found[1] > 0);
-    // What a killed save leaves beside the project is no project by its name.
-    QCOMPARE(QDir(m_dir->path()).entryList({QStringLiteral("*.tlrx")}),
-             QStringList{QStringLiteral("a.tlrx")});
-}
-
-void SavingTest::aFullDiskKeepsTheOldProject()
-{
-    SmallDisk disk("size=256k");
-    if (!disk.isMounted()) {
-        QSKIP("This user can't mount a disk.");
-    }
-    const QString file = disk.path("a.tlrx");
-    QVERIFY(view().saveFile(file, tail(0)));
-    show(*m_canvas, 1);
-    // Not a byte left, room for the text alone, and room for nearly all of it.
-    for (const int left : {0, 8 * 1024, 56 * 1024}) {
-        disk.fill(left);
-        QCOMPARE(refused(file), QString());
-        QCOMPARE(refused(disk.path("b.tlrx")), QString());
-        QCOMPARE(projectIn(file), 0);
-    }
-    disk.empty();
-    QVERIFY(view().saveFile(file, tail(1)));
-    QCOMPARE(projectIn(file), 1);
-}
-
-void SavingTest::aDiskThatTakesNoMoreFilesKeepsTheOldProject()
-{
-    // The folder itself, the project, and one more for the save of the first.
-    SmallDisk disk("size=1m,nr_inodes=3");
-    if (!disk.isMounted()) {
-        QSKIP("This user can't mount a disk.");
-    }
-    QVERIFY(view().saveFile(disk.path("a.tlrx"), tail(0)));
-    QVERIFY(writeWhole(disk.path("other"), QByteArray()));
-    show(*m_canvas, 1);
-    QCOMPARE(refused(disk.path("b.tlrx")), QString());
-    // There is no other way to save this one.
-    QVERIFY(view().saveFile(disk.path("a.tlrx"), tail(1)));
-    QCOMPARE(projectIn(disk.path("a.tlrx")), 1);
-}
-
-void SavingTest::aFullDiskKeepsAProjectThatIsWrittenInPlace()
-{
-    SmallDisk disk("size=256k,mode=0755");
-    if (!disk.isMounted()) {
-        QSKIP("This user can't mount a disk.");
-    }
-    if (!Unprivileged::works()) {
-        QSKIP("The rights of this user can't be given away.");
-    }
-    const QString file = disk.path("a.tlrx");
-    QVERIFY(view().saveFile(file, tail(0)));
-    QVERIFY(Unprivileged::openToChanges(file));
-    QVERIFY(Unprivileged::closeToChanges(disk.path()));
-    // The new project needs more room than the old one had.
-    show(*m_canvas, 1);
-    supermodule* loose = nest(view().scene(), 60);
-    loose->updateTreeAndOpacity();
-    disk.fill();
-    {
-        const Unprivileged user;
-        QCOMPARE(refused(file), QString());
-    }
-    QCOMPARE(projectIn(file), 0);
-    supermodule::deleteTree(loose);
-    disk.empty();
-    const Unprivileged user;
-    QVERIFY(view().saveFile(file, tail(1)));
-    QCOMPARE(projectIn(file), 1);
-}
-
-void SavingTest::aReadOnlyFolderKeepsTheOldProject()
-{
-    if (!Unprivileged::works()) {
-        QSKIP("The rights of this user can't be given away.");
-    }
-    QVERIFY(view().saveFile(path(), tail(0)));
-    QVERIFY(Unprivileged::closeToChanges(m_dir->path()));
-    show(*m_canvas, 1);
-    {
-        const Unprivileged user;
-        if (geteuid() == QFileInfo(m_dir->path()).ownerId()) {
-            QVERIFY(QFile::setPermissions(path(), QFile::ReadOwner));
-        }
-        QCOMPARE(refused(path()), QString());
-        QCOMPARE(refused(path("b.tlrx")), QString());
-    }
-    QCOMPARE(projectIn(path()), 0);
-    QVERIFY(Unprivileged::openToChanges(m_dir->path()));
-}
-
-void SavingTest::aFileInAClosedFolderIsWrittenInPlace_data()
-{
-    QTest::addColumn<int>("first");
-    QTest::newRow("a longer one") << 0;
-    QTest::newRow("a shorter one") << 1;
-}
-
-void SavingTest::aFileInAClosedFolderIsWrittenInPlace()
-{
-    QFETCH(int, first);
-    if (!Unprivileged::works()) {
-        QSKIP("The rights of this user can't be given away.");
-    }
-    show(*m_canvas, first);
-    QVERIFY(view().saveFile(path(), tail(first)));
-    QVERIFY(Unprivileged::openToChanges(path()));
-    QVERIFY(Unprivileged::closeToChanges(m_dir->path()));
-    const qint64 before = QFileInfo(path()).size();
-    show(*m_canvas, 1 - first);
-    {
-        const Unprivileged user;
-        QVERIFY(view().saveFile(path(), tail(1 - first)));
-    }
-    QCOMPARE(QFileInfo(path()).size() > before, first == 0);
-    QCOMPARE(projectIn(path()), 1 - first);
-    QVERIFY(Unprivileged::openToChanges(m_dir->path()));
-}
-
-void SavingTest::aFileOfSomeoneElseInASharedFolder_data()
-{
-    QTest::addColumn<bool>("open");
-    QTest::newRow("closed to changes") << false;
-    QTest::newRow("open to changes") << true;
-}
-
-void SavingTest::aFileOfSomeoneElseInASharedFolder()
-{
-    QFETCH(bool, open);
-    if (geteuid() != 0 || !Unprivileged::works()) {
-        QSKIP("There is no one else to be.");
-    }
-    // Everyone may put files there, but not take away those of others.
-    QVERIFY(view().saveFile(path(), tail(0)));
-    QVERIFY(open ? Unprivileged::openToChanges(path()) : Unprivileged::closeToChanges(path()));
-    QCOMPARE(chmod(QFile::encodeName(m_dir->path()).constData(), 01777), 0);
-    show(*m_canvas, 1);
-    {
-        const Unprivileged user;
-        if (open) {
-            QVERIFY(view().saveFile(path(), tail(1)));
-        } else {
-            QCOMPARE(refused(path()), QString());
-        }
-    }
-    QCOMPARE(projectIn(path()), open ? 1 : 0);
-    QCOMPARE(QDir(m_dir->path()).entryList(QDir::Files), QStringList{QStringLiteral("a.tlrx")});
-}
-
-void SavingTest::aFolderThatVanishesFailsTheSaveUntilItIsBack()
-{
-    const QString folder = m_dir->filePath(QStringLiteral("lesson"));
-    const QString file = folder + QStringLiteral("/a.tlrx");
-    QVERIFY(QDir().mkdir(folder));
-    QVERIFY(view().saveFile(file, tail(0)));
-    QCOMPARE(view().openFile(file), 0);
-    QVERIFY(QDir(folder).removeRecursively());
-    QCOMPARE(refused(file), QString());
-    // Something else in its place.
-    QVERIFY(writeWhole(folder, "a file"));
-    QCOMPARE(refused(file), QString());
-    QVERIFY(QFile::remove(folder));
-    QVERIFY(QDir().mkdir(folder));
-    QVERIFY(view().saveFile(file, tail(0)));
-    QCOMPARE(projectIn(file), 0);
-}
-
-void SavingTest::aNameAsLongAsTheDiskTakesIsSaved()
-{
-    // There is no room in it for the ending of another file beside it.
-    const QString file = m_dir->filePath(QString(250, QLatin1Char('x')) + QLatin1String(".tlrx"));
-    QVERIFY(view().saveFile(file, tail(0)));
-    QCOMPARE(projectIn(file), 0);
-    show(*m_canvas, 1);
-    QVERIFY(view().saveFile(file, tail(1)));
-    QCOMPARE(projectIn(file), 1);
-    QCOMPARE(refused(m_dir->filePath(QString(256, QLatin1Char('x')))), QString());
-}
-
-void SavingTest::whatIsNoFileIsNotOverwritten()
-{
-    QVERIFY(QDir().mkdir(path("folder.tlrx")));
-    QCOMPARE(refused(path("folder.tlrx")), QString());
-    QVERIFY(QFileInfo(path("folder.tlrx")).isDir());
-    QCOMPARE(refused(QString()), QString());
-}
-
-void SavingTest::linksAndRightsOfAProjectStay()
-{
-    QVERIFY(QDir().mkdir(path("elsewhere")));
-    QVERIFY(view().saveFile(path("elsewhere/a.tlrx"), tail(0)));
-    QVERIFY(QFile::link(path("elsewhere/a.tlrx"), path("link.tlrx")));
-    const QFile::Permissions rights = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup;
-    QVERIFY(QFile::setPermissions(path("elsewhere/a.tlrx"), rights));
-    show(*m_canvas, 1);
-    QVERIFY(view().saveFile(path("link.tlrx"), tail(1)));
-    QVERIFY(QFileInfo(path("link.tlrx")).isSymLink());
-    QCOMPARE(projectIn(path("elsewhere/a.tlrx")), 1);
-    struct stat status = {};
-    QCOMPARE(stat(QFile::encodeName(path("elsewhere/a.tlrx")).constData(), &status), 0);
-    QCOMPARE(status.st_mode & 0777U, 0640U);
-}
-
-void SavingTest::theDeepestProjectOpensAgainAndADeeperOneIsNotSaved()
-{
-    QVERIFY(view().saveFile(path(), tail(0)));
-    // Two elements a body, and three down to the outermost block.
-    const int deepest = 499;
-    m_canvas->main()->lastOf()->appendModule(nest(view().scene(), deepest));
-    m_canvas->main()->updateTreeAndOpacity();
-    const QString text = view().generateProjectCode(1);
-    QVERIFY(view().saveFile(path("deep.tlrx"), tail(1)));
-    QCOMPARE(view().openFile(path("deep.tlrx")), 0);
-    QCOMPARE(m_canvas->blocks().size(), 3 + deepest);
-    QCOMPARE(view().generateProjectCode(1), text);
-    // One more in the innermost, from where it came loose.
-    supermodule* innermost = m_canvas->main()->lastOf();
-    while (innermost->left()) {
-        innermost = innermost->left();
-    }
-    innermost->setLeftModule(nest(view().scene(), 1));
-    QCOMPARE(refused(path()), QString());
-    QCOMPARE(refused(path("new.tlrx")), QString());
-    QCOMPARE(m_canvas->blocks().size(), 4 + deepest);
-    QCOMPARE(projectIn(path()), 0);
-    // The same in a loose chain, and in the branch of a block that has one.
-    innermost->removeChild(innermost->left());
-    QVERIFY(view().saveFile(path("deep.tlrx"), tail(1)));
-    supermodule* loose = nest(view().scene(), deepest + 1);
-    QCOMPARE(refused(path()), QString());
-    supermodule::deleteTree(loose);
-    QVERIFY(view().saveFile(path(), tail(1)));
-    innermost->setRightModule(nest(view().scene(), 1));
-    QCOMPARE(refused(path("deep.tlrx")), QString());
-    // Ten thousand more are refused as safely.
-    innermost->removeChild(innermost->right());
-    innermost->hangModule(LeftLink, nest(view().scene(), 10000));
-    QCOMPARE(refused(path("deep.tlrx")), QString());
-}
-
-void SavingTest::theLargestProjectOpensAgainAndALargerOneIsNotSaved()
-{
-    const QByteArray xml = "<vantrel/>";
-    const QByteArray most =
-        xml + QByteArray(static_cast<int>(MaximalProjectSize - ProjectTailSize) - xml.size(), ' ');
-    QVERIFY(writeProject(path(), most, tail(0)));
-    ProjectContent project;
-    QCOMPARE(readProject(path(), project), static_cast<int>(ProjectOpened));
-    QVERIFY(project.actions == tail(0));
-    const QByteArray old = readWhole(path());
-    QVERIFY(!writeProject(path(), most + ' ', tail(0)));
-    QVERIFY(!writeProject(path(), QByteArray(), tail(0)));
-    QVERIFY(readWhole(path()) == old);
 }
 
 int main(int argc, char** argv)

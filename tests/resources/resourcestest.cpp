@@ -13,73 +13,69 @@ class ResourcesTest : public QObject
     Q_OBJECT
 
 private slots:
-    void everyPictureCanBeReadAndShowsSomething();
-    void everyBlockAndVariableHasItsPictures();
-    void everyChooserHasItsPictures();
-};
-
-void ResourcesTest::everyPictureCanBeReadAndShowsSomething()
-{
-    int count = 0;
-    QDirIterator pictures(QStringLiteral(":/"), {QStringLiteral("*.png")}, QDir::Files,
-                          QDirIterator::Subdirectories);
-    while (pictures.hasNext()) {
-        const QString path = pictures.next();
-        if (path.startsWith(QStringLiteral(":/qt-project.org"))) {
-            continue;
-        }
-        ++count;
-        const QImage image(path);
-        QVERIFY2(!image.isNull(), qPrintable(path));
-        bool painted = false;
-        for (int y = 0; y < image.height() && !painted; ++y) {
-            for (int x = 0; x < image.width() && !painted; ++x) {
-                painted = qAlpha(image.pixel(x, y)) > 32;
+    void everyPictureCanBeReadAndShowsSomething()
+    {
+        int count = 0;
+        QDirIterator pictures(QStringLiteral(":/"), {QStringLiteral("*.png")}, QDir::Files,
+                              QDirIterator::Subdirectories);
+        while (pictures.hasNext()) {
+            const QString path = pictures.next();
+            if (path.startsWith(QStringLiteral(":/qt-project.org"))) {
+                continue;
             }
+            ++count;
+            const QImage image(path);
+            QVERIFY2(!image.isNull(), qPrintable(path));
+            bool painted = false;
+            for (int y = 0; y < image.height() && !painted; ++y) {
+                for (int x = 0; x < image.width() && !painted; ++x) {
+                    painted = qAlpha(image.pixel(x, y)) > 32;
+                }
+            }
+            QVERIFY2(painted, qPrintable(path));
         }
-        QVERIFY2(painted, qPrintable(path));
+        QVERIFY(count > 250);
     }
-    QVERIFY(count > 250);
-}
 
-void ResourcesTest::everyBlockAndVariableHasItsPictures()
-{
-    for (const BlockRecord& record : blockRecords()) {
-        QCOMPARE(QImage(record.image).size(), QSize(140, 120));
-    }
-    QCOMPARE(variableKinds().size(), 26);
-    for (const VariableKind& kind : variableKinds()) {
-        const VariablePictures pictures = variablePictures(kind.key);
-        QVERIFY2(QFile::exists(pictures.normal), qPrintable(kind.prefix));
-        QVERIFY2(QFile::exists(pictures.pressed), qPrintable(kind.prefix));
-    }
-    for (const CategoryRecord& record : categoryRecords()) {
-        QVERIFY(QFile::exists(record.selectedImage));
-        QVERIFY(QFile::exists(record.normalImage));
-    }
-}
-
-void ResourcesTest::everyChooserHasItsPictures()
-{
-    const QList<QPair<QString, QPair<int, int>>> families{
-        {QStringLiteral(":/voice/1/%1.png"), {1, 5}},
-        {QStringLiteral(":/voice/2/%1.png"), {1, 6}},
-        {QStringLiteral(":/voice/3/%1.png"), {1, 2}},
-        {QStringLiteral(":/voice/4/%1.png"), {1, 4}},
-        {QStringLiteral(":/expression/1/%1.png"), {0, 12}},
-        {QStringLiteral(":/expression/2/%1.png"), {0, 4}},
-        {QStringLiteral(":/expression/3/%1.png"), {0, 9}},
-        {QStringLiteral(":/expression/4/%1.png"), {0, 25}},
-        {QStringLiteral(":/expression/5/%1.png"), {0, 11}},
-    };
-    for (const auto& family : families) {
-        for (int i = family.second.first; i <= family.second.second; ++i) {
-            const QString path = family.first.arg(i);
-            QVERIFY2(QFile::exists(path), qPrintable(path));
+    void everyBlockAndVariableHasItsPictures()
+    {
+        for (const BlockRecord& record : blockRecords()) {
+            QCOMPARE(QImage(record.image).size(), QSize(140, 120));
         }
-        QVERIFY(!QFile::exists(family.first.arg(family.second.second + 1)));
+        QCOMPARE(variableKinds().size(), 26);
+        for (const VariableKind& kind : variableKinds()) {
+            const VariablePictures pictures = variablePictures(kind.key);
+            QVERIFY2(QFile::exists(pictures.normal), qPrintable(kind.prefix));
+            QVERIFY2(QFile::exists(pictures.pressed), qPrintable(kind.prefix));
+        }
+        for (const CategoryRecord& record : categoryRecords()) {
+            QVERIFY(QFile::exists(record.selectedImage));
+            QVERIFY(QFile::exists(record.normalImage));
+        }
     }
-}
+
+    void everyChooserHasItsPictures()
+    {
+        const QList<QPair<QString, QPair<int, int>>> families{
+            {QStringLiteral(":/voice/1/%1.png"), {1, 5}},
+            {QStringLiteral(":/voice/2/%1.png"), {1, 6}},
+            {QStringLiteral(":/voice/3/%1.png"), {1, 2}},
+            {QStringLiteral(":/voice/4/%1.png"), {1, 4}},
+            {QStringLiteral(":/expression/1/%1.png"), {0, 12}},
+            {QStringLiteral(":/expression/2/%1.png"), {0, 4}},
+            {QStringLiteral(":/expression/3/%1.png"), {0, 9}},
+            {QStringLiteral(":/expression/4/%1.png"), {0, 25}},
+            {QStringLiteral(":/expression/5/%1.png"), {0, 11}},
+        };
+        for (const auto& family : families) {
+            for (int i = family.second.first; i <= family.second.second; ++i) {
+                const QString path = family.first.arg(i);
+                QVERIFY2(QFile::exists(path), qPrintable(path));
+            }
+            QVERIFY(!QFile::exists(family.first.arg(family.second.second + 1)));
+        }
+    }
+};
 
 QTEST_MAIN(ResourcesTest)
 #include "resourcestest.moc"

@@ -238,177 +238,171 @@ class TranslationsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void everySourceTextIsInBothTranslations();
-    void windowsToComeLeaveTheListWhenTheyAreBuilt();
-    void everyChineseTextOfTheSourcesAsksForItsTranslation();
-    void theEnglishTextsAreEnglish();
-    void theChineseTextsAreThoseOfTheSources();
-    void placesOfNumbersStayInATranslation();
-    void bothTranslationsLoad();
-    void noWordingIsGivenTwice();
-    void theWordingStandsAsItIs_data();
-    void theWordingStandsAsItIs();
-};
-
-void TranslationsTest::everySourceTextIsInBothTranslations()
-{
-    const Messages needed = messagesOfSources();
-    QVERIFY(needed.size() > 100);
-    const QSet<QString> toCome = keysToCome();
-    for (const char* language : {"en", "zh_cn"}) {
-        const Messages there = messagesIn(language);
-        for (auto it = needed.constBegin(); it != needed.constEnd(); ++it) {
-            QVERIFY2(!there.value(it.key()).isEmpty(),
-                     qPrintable(it.key() + QLatin1Char(' ') + QLatin1String(language)));
-        }
-        for (auto it = there.constBegin(); it != there.constEnd(); ++it) {
-            QVERIFY2(needed.contains(it.key()) || toCome.contains(it.key()),
-                     qPrintable(QStringLiteral("left over: ") + it.key()));
-        }
-    }
-}
-
-void TranslationsTest::windowsToComeLeaveTheListWhenTheyAreBuilt()
-{
-    const Messages needed = messagesOfSources();
-    QVERIFY(needed.size() > 100);
-    const QSet<QString> asking = contextsOf(needed);
-    QVERIFY(asking.contains(QStringLiteral("MainWindow")));
-    QVERIFY(classStands(QStringLiteral("MainWindow")));
-    QSet<QString> worded;
-    for (const Wording& wording : wordings()) {
-        worded.insert(wording.context);
-    }
-    for (const ToCome& window : s_windowsToCome) {
-        const QString name = QString::fromLatin1(window.context);
-        QVERIFY2(worded.contains(name), window.context);
-        const QByteArray advice =
-            QByteArray("built by now? Take it off the list: ") + window.context;
-        QVERIFY2(!asking.contains(name), advice.constData());
-        QVERIFY2(classStands(name) == window.standsWithoutTexts, advice.constData());
-    }
-    for (const TextToCome& text : s_textsToCome) {
-        const QString context = QString::fromUtf8(text.context);
-        const QByteArray advice = QByteArray("used by now? Take it off the list: ") + text.source;
-        QVERIFY2(asking.contains(context), text.context);
-        QVERIFY2(!needed.contains(keyOf(context, QString::fromUtf8(text.source))),
-                 advice.constData());
-    }
-}
-
-void TranslationsTest::everyChineseTextOfTheSourcesAsksForItsTranslation()
-{
-    QStringList untranslated;
-    for (const char* text : s_untranslated) {
-        untranslated << QString::fromUtf8(text);
-    }
-    QSet<QString> usedExceptions;
-    int count = 0;
-    for (const QString& room : roomFolders()) {
-        QDirIterator files(room, {QStringLiteral("*.cpp"), QStringLiteral("*.h")}, QDir::Files,
-                           QDirIterator::Subdirectories);
-        while (files.hasNext()) {
-            QFile file(files.next());
-            QVERIFY(file.open(QIODevice::ReadOnly));
-            for (const Literal& literal : chineseLiteralsOf(QString::fromUtf8(file.readAll()))) {
-                if (untranslated.contains(literal.text)) {
-                    usedExceptions.insert(literal.text);
-                    continue;
-                }
-                ++count;
-                QVERIFY2(asksForTranslation(literal.before), qPrintable(QStringLiteral("%1:%2 %3")
-                                                                            .arg(file.fileName())
-                                                                            .arg(literal.line)
-                                                                            .arg(literal.text)));
+    void everySourceTextIsInBothTranslations()
+    {
+        const Messages needed = messagesOfSources();
+        QVERIFY(needed.size() > 100);
+        const QSet<QString> toCome = keysToCome();
+        for (const char* language : {"en", "zh_cn"}) {
+            const Messages there = messagesIn(language);
+            for (auto it = needed.constBegin(); it != needed.constEnd(); ++it) {
+                QVERIFY2(!there.value(it.key()).isEmpty(),
+                         qPrintable(it.key() + QLatin1Char(' ') + QLatin1String(language)));
+            }
+            for (auto it = there.constBegin(); it != there.constEnd(); ++it) {
+                QVERIFY2(needed.contains(it.key()) || toCome.contains(it.key()),
+                         qPrintable(QStringLiteral("left over: ") + it.key()));
             }
         }
     }
-    QVERIFY(count > 100);
-    QCOMPARE(usedExceptions.size(), untranslated.size());
-}
 
-void TranslationsTest::theEnglishTextsAreEnglish()
-{
-    const Messages texts = messagesIn("en");
-    QVERIFY(texts.size() > 100);
-    for (auto it = texts.constBegin(); it != texts.constEnd(); ++it) {
-        QVERIFY2(!chinese().match(it.value()).hasMatch(),
-                 qPrintable(it.key() + QStringLiteral(" -> ") + it.value()));
-    }
-}
-
-void TranslationsTest::theChineseTextsAreThoseOfTheSources()
-{
-    const Messages texts = messagesIn("zh_cn");
-    QVERIFY(texts.size() > 100);
-    for (auto it = texts.constBegin(); it != texts.constEnd(); ++it) {
-        QCOMPARE(it.value(), sourceOf(it.key()));
-    }
-}
-
-void TranslationsTest::placesOfNumbersStayInATranslation()
-{
-    QCOMPARE(placesIn(QStringLiteral("%2 of %1")),
-             (QStringList{QStringLiteral("%1"), QStringLiteral("%2")}));
-    for (const char* language : {"en", "zh_cn"}) {
-        const Messages texts = messagesIn(language);
-        for (auto it = texts.constBegin(); it != texts.constEnd(); ++it) {
-            QVERIFY2(placesIn(it.value()) == placesIn(sourceOf(it.key())), qPrintable(it.key()));
+    void windowsToComeLeaveTheListWhenTheyAreBuilt()
+    {
+        const Messages needed = messagesOfSources();
+        QVERIFY(needed.size() > 100);
+        const QSet<QString> asking = contextsOf(needed);
+        QVERIFY(asking.contains(QStringLiteral("MainWindow")));
+        QVERIFY(classStands(QStringLiteral("MainWindow")));
+        QSet<QString> worded;
+        for (const Wording& wording : wordings()) {
+            worded.insert(wording.context);
+        }
+        for (const ToCome& window : s_windowsToCome) {
+            const QString name = QString::fromLatin1(window.context);
+            QVERIFY2(worded.contains(name), window.context);
+            const QByteArray advice =
+                QByteArray("built by now? Take it off the list: ") + window.context;
+            QVERIFY2(!asking.contains(name), advice.constData());
+            QVERIFY2(classStands(name) == window.standsWithoutTexts, advice.constData());
+        }
+        for (const TextToCome& text : s_textsToCome) {
+            const QString context = QString::fromUtf8(text.context);
+            const QByteArray advice =
+                QByteArray("used by now? Take it off the list: ") + text.source;
+            QVERIFY2(asking.contains(context), text.context);
+            QVERIFY2(!needed.contains(keyOf(context, QString::fromUtf8(text.source))),
+                     advice.constData());
         }
     }
-}
 
-void TranslationsTest::bothTranslationsLoad()
-{
-    QTranslator english;
-    QVERIFY(english.load(QStringLiteral(":/vantrel_en.qm")));
-    QCOMPARE(english.translate("QObject", "前进"), QStringLiteral("Forward"));
-    QTranslator chinese;
-    QVERIFY(chinese.load(QStringLiteral(":/vantrel_zh_cn.qm")));
-    QCOMPARE(chinese.translate("QObject", "前进"), QStringLiteral("前进"));
-}
-
-void TranslationsTest::noWordingIsGivenTwice()
-{
-    QSet<QString> keys;
-    for (const Wording& wording : wordings()) {
-        const QString key = keyOf(wording.context, wording.source);
-        QVERIFY2(!keys.contains(key), qPrintable(key));
-        keys.insert(key);
+    void everyChineseTextOfTheSourcesAsksForItsTranslation()
+    {
+        QStringList untranslated;
+        for (const char* text : s_untranslated) {
+            untranslated << QString::fromUtf8(text);
+        }
+        QSet<QString> usedExceptions;
+        int count = 0;
+        for (const QString& room : roomFolders()) {
+            QDirIterator files(room, {QStringLiteral("*.cpp"), QStringLiteral("*.h")}, QDir::Files,
+                               QDirIterator::Subdirectories);
+            while (files.hasNext()) {
+                QFile file(files.next());
+                QVERIFY(file.open(QIODevice::ReadOnly));
+                for (const Literal& literal :
+                     chineseLiteralsOf(QString::fromUtf8(file.readAll()))) {
+                    if (untranslated.contains(literal.text)) {
+                        usedExceptions.insert(literal.text);
+                        continue;
+                    }
+                    ++count;
+                    QVERIFY2(asksForTranslation(literal.before),
+                             qPrintable(QStringLiteral("%1:%2 %3")
+                                            .arg(file.fileName())
+                                            .arg(literal.line)
+                                            .arg(literal.text)));
+                }
+            }
+        }
+        QVERIFY(count > 100);
+        QCOMPARE(usedExceptions.size(), untranslated.size());
     }
-    QVERIFY(keys.size() > 200);
-}
 
-void TranslationsTest::theWordingStandsAsItIs_data()
-{
-    QTest::addColumn<QByteArray>("context");
-    QTest::addColumn<QByteArray>("source");
-    QTest::addColumn<QString>("english");
-    for (const Wording& wording : wordings()) {
-        const QByteArray context = wording.context.toUtf8();
-        const QByteArray source = wording.source.toUtf8();
-        QTest::addRow("%s %s", context.constData(),
-                      QByteArray(source).replace('\n', ' ').constData())
-            << context << source << wording.english;
+    void theEnglishTextsAreEnglish()
+    {
+        const Messages texts = messagesIn("en");
+        QVERIFY(texts.size() > 100);
+        for (auto it = texts.constBegin(); it != texts.constEnd(); ++it) {
+            QVERIFY2(!chinese().match(it.value()).hasMatch(),
+                     qPrintable(it.key() + QStringLiteral(" -> ") + it.value()));
+        }
     }
-}
+
+    void theChineseTextsAreThoseOfTheSources()
+    {
+        const Messages texts = messagesIn("zh_cn");
+        QVERIFY(texts.size() > 100);
+        for (auto it = texts.constBegin(); it != texts.constEnd(); ++it) {
+            QCOMPARE(it.value(), sourceOf(it.key()));
+        }
+    }
+
+    void placesOfNumbersStayInATranslation()
+    {
+        QCOMPARE(placesIn(QStringLiteral("%2 of %1")),
+                 (QStringList{QStringLiteral("%1"), QStringLiteral("%2")}));
+        for (const char* language : {"en", "zh_cn"}) {
+            const Messages texts = messagesIn(language);
+            for (auto it = texts.constBegin(); it != texts.constEnd(); ++it) {
+                QVERIFY2(placesIn(it.value()) == placesIn(sourceOf(it.key())),
+                         qPrintable(it.key()));
+            }
+        }
+    }
+
+    void bothTranslationsLoad()
+    {
+        QTranslator english;
+        QVERIFY(english.load(QStringLiteral(":/vantrel_en.qm")));
+        QCOMPARE(english.translate("QObject", "前进"), QStringLiteral("Forward"));
+        QTranslator chinese;
+        QVERIFY(chinese.load(QStringLiteral(":/vantrel_zh_cn.qm")));
+        QCOMPARE(chinese.translate("QObject", "前进"), QStringLiteral("前进"));
+    }
+
+    void noWordingIsGivenTwice()
+    {
+        QSet<QString> keys;
+        for (const Wording& wording : wordings()) {
+            const QString key = keyOf(wording.context, wording.source);
+            QVERIFY2(!keys.contains(key), qPrintable(key));
+            keys.insert(key);
+        }
+        QVERIFY(keys.size() > 200);
+    }
+
+    void theWordingStandsAsItIs_data()
+    {
+        QTest::addColumn<QByteArray>("context");
+        QTest::addColumn<QByteArray>("source");
+        QTest::addColumn<QString>("english");
+        for (const Wording& wording : wordings()) {
+            const QByteArray context = wording.context.toUtf8();
+            const QByteArray source = wording.source.toUtf8();
+            QTest::addRow("%s %s", context.constData(),
+                          QByteArray(source).replace('\n', ' ').constData())
+                << context << source << wording.english;
+        }
+    }
+
+    void theWordingStandsAsItIs()
+    {
+        QFETCH(QByteArray, context);
+        QFETCH(QByteArray, source);
+        QFETCH(QString, english);
+        for (const char* language : {"en", "zh_cn"}) {
+            QTranslator translator;
+            QVERIFY(
+                translator.load(QStringLiteral(":/vantrel_%1.qm").arg(QLatin1String(language))));
+            // The program falls back on the source, which would hide that a text is missing.
+            QVERIFY(!translator.translate(context.constData(), source.constData()).isEmpty());
+            QVERIFY(QCoreApplication::installTranslator(&translator));
+            QCOMPARE(QCoreApplication::translate(context.constData(), source.constData()),
+                     qstrcmp(language, "en") == 0 ? english : QString::fromUtf8(source));
+        }
+    }
+};
 
 /** As the program asks for it: through the translator that it installs. */
-void TranslationsTest::theWordingStandsAsItIs()
-{
-    QFETCH(QByteArray, context);
-    QFETCH(QByteArray, source);
-    QFETCH(QString, english);
-    for (const char* language : {"en", "zh_cn"}) {
-        QTranslator translator;
-        QVERIFY(translator.load(QStringLiteral(":/vantrel_%1.qm").arg(QLatin1String(language))));
-        // The program falls back on the source, which would hide that a text is missing.
-        QVERIFY(!translator.translate(context.constData(), source.constData()).isEmpty());
-        QVERIFY(QCoreApplication::installTranslator(&translator));
-        QCOMPARE(QCoreApplication::translate(context.constData(), source.constData()),
-                 qstrcmp(language, "en") == 0 ? english : QString::fromUtf8(source));
-    }
-}
-
 QTEST_GUILESS_MAIN(TranslationsTest)
 #include "translationstest.moc"

@@ -10,6 +10,24 @@
 #include <algorithm>
 #include <memory>
 
+namespace
+{
+const QString s_cantOpen = QStringLiteral("Cannot open the log file ");
+
+void putFile(const QString& p_path, const QByteArray& p_content)
+{
+    QFile file(p_path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(p_content), qint64(p_content.size()));
+}
+
+QByteArray contentOf(const QString& p_path)
+{
+    QFile file(p_path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("not to be read");
+}
+} // namespace
+
 /**
  * The real program where it can't keep what it wants to keep: it starts, opens a project and ends
  * in order.
@@ -19,14 +37,95 @@ class ClosedFoldersTest : public QObject
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup();
-    void aFileInPlaceOfTheSettingsFolder();
-    void aFileInPlaceOfTheFileWithAllSettings();
-    void aSettingsFolderThatCantBeMade();
-    void settingsThatCantBeChangedAreReadAllTheSame();
-    void aFileInPlaceOfTheLogFolder();
-    void aLogFolderThatCantBeMade();
+    void init()
+    {
+        m_dir = std::make_unique<QTemporaryDir>();
+        m_installation = m_dir->filePath(QStringLiteral("tiler"));
+        m_settings = m_dir->filePath(QStringLiteral("settings"));
+        m_said.clear();
+        m_labels.clear();
+        QVERIFY(QDir().mkpath(m_installation) && QDir().mkpath(m_settings));
+        QVERIFY(QFile::copy(qEnvironmentVariable("TILER_PROGRAM"), installed("vantrel")));
+    }
+
+    void cleanup()
+    {
+        if (!m_disk && !m_place.isEmpty()) {
+            Unprivileged::openToChanges(m_place);
+        }
+        m_disk.reset();
+        m_place.clear();
+    }
+
+    void aFileInPlaceOfTheSettingsFolder()
+    {
+        putFile(setting("vantrel"), "mine");
+        useProgram();
+        QVERIFY2(m_said.contains(QStringLiteral("Starting Tiler version")), qPrintable(m_said));
+        QCOMPARE(contentOf(setting("vantrel")), QByteArray("mine"));
+    }
+
+    void aFileInPlaceOfTheFileWithAllSettings()
+    {
+        m_settings = m_dir->filePath(QStringLiteral("no-folder"));
+        putFile(m_settings, "mine");
+        useProgram();
+        QCOMPARE(contentOf(m_settings), QByteArray("mine"));
+    }
+
+    void aSettingsFolderThatCantBeMade()
+    {
+        m_settings = makePlace();
+        if (!closePlace()) {
+            QSKIP("an administrator who can't mount a disk");
+        }
+        useProgram();
+        QCOMPARE(QDir(m_settings).entryList(QDir::NoDotAndDotDot | QDir::AllEntries),
+                 QStringList());
+    }
+
+    void settingsThatCantBeChangedAreReadAllTheSame()
+    {
+        m_settings = makePlace();
+        QVERIFY(QDir().mkpath(setting("vantrel/configs")));
+        const QByteArray settings = "{\"fw.update_time\":\"" +
+                                    QDateTime::currentDateTime().toString(Qt::TextDate).toUtf8() +
+                                    "\"}";
+        putFile(setting("vantrel/configs/config.json"), settings);
+        if (!closePlace()) {
+            QSKIP("an administrator who can't mount a disk");
+        }
+        useProgram();
+        const bool noticed =
+            std::any_of(m_labels.begin(), m_labels.end(), [](const QJsonObject& p_label) {
+                return p_label[QStringLiteral("text")].toString() ==
+                       QStringLiteral("Controller firmware has a new version, please update");
+            });
+        QVERIFY(noticed);
+        QCOMPARE(contentOf(setting("vantrel/configs/config.json")), settings);
+    }
+
+    void aFileInPlaceOfTheLogFolder()
+    {
+        putFile(installed("log"), "mine");
+        useProgram();
+        QCOMPARE(m_said.count(s_cantOpen + installed("log/app-log.txt")), 1);
+        QVERIFY2(m_said.contains(QStringLiteral("Starting Tiler version")), qPrintable(m_said));
+        QCOMPARE(contentOf(installed("log")), QByteArray("mine"));
+    }
+
+    void aLogFolderThatCantBeMade()
+    {
+        m_installation = makePlace();
+        QVERIFY(QFile::copy(qEnvironmentVariable("TILER_PROGRAM"), installed("vantrel")));
+        if (!closePlace()) {
+            QSKIP("an administrator who can't mount a disk");
+        }
+        useProgram();
+        QCOMPARE(m_said.count(s_cantOpen + installed("log/app-log.txt")), 1);
+        QCOMPARE(QDir(m_installation).entryList(QDir::NoDotAndDotDot | QDir::AllEntries),
+                 QStringList(QStringLiteral("vantrel")));
+    }
 
 private:
     QString installed(const char* p_name) const
@@ -52,44 +151,6 @@ private:
     QString m_said;
     QList<QJsonObject> m_labels;
 };
-
-namespace
-{
-const QString s_cantOpen = QStringLiteral("Cannot open the log file ");
-
-void putFile(const QString& p_path, const QByteArray& p_content)
-{
-    QFile file(p_path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(p_content), qint64(p_content.size()));
-}
-
-QByteArray contentOf(const QString& p_path)
-{
-    QFile file(p_path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("not to be read");
-}
-} // namespace
-
-void ClosedFoldersTest::init()
-{
-    m_dir = std::make_unique<QTemporaryDir>();
-    m_installation = m_dir->filePath(QStringLiteral("tiler"));
-    m_settings = m_dir->filePath(QStringLiteral("settings"));
-    m_said.clear();
-    m_labels.clear();
-    QVERIFY(QDir().mkpath(m_installation) && QDir().mkpath(m_settings));
-    QVERIFY(QFile::copy(qEnvironmentVariable("TILER_PROGRAM"), installed("vantrel")));
-}
-
-void ClosedFoldersTest::cleanup()
-{
-    if (!m_disk && !m_place.isEmpty()) {
-        Unprivileged::openToChanges(m_place);
-    }
-    m_disk.reset();
-    m_place.clear();
-}
 
 QString ClosedFoldersTest::makePlace()
 {
@@ -127,75 +188,6 @@ void ClosedFoldersTest::useProgram()
     // No box stands in the way.
     QCOMPARE(titles, QStringList(QStringLiteral("Tiler v1.1.2 2020-12-17:  %1[*]").arg(project)));
     m_labels = program.widgets(QStringLiteral("QLabel"));
-}
-
-void ClosedFoldersTest::aFileInPlaceOfTheSettingsFolder()
-{
-    putFile(setting("vantrel"), "mine");
-    useProgram();
-    QVERIFY2(m_said.contains(QStringLiteral("Starting Tiler version")), qPrintable(m_said));
-    QCOMPARE(contentOf(setting("vantrel")), QByteArray("mine"));
-}
-
-void ClosedFoldersTest::aFileInPlaceOfTheFileWithAllSettings()
-{
-    m_settings = m_dir->filePath(QStringLiteral("no-folder"));
-    putFile(m_settings, "mine");
-    useProgram();
-    QCOMPARE(contentOf(m_settings), QByteArray("mine"));
-}
-
-void ClosedFoldersTest::aSettingsFolderThatCantBeMade()
-{
-    m_settings = makePlace();
-    if (!closePlace()) {
-        QSKIP("an administrator who can't mount a disk");
-    }
-    useProgram();
-    QCOMPARE(QDir(m_settings).entryList(QDir::NoDotAndDotDot | QDir::AllEntries), QStringList());
-}
-
-void ClosedFoldersTest::settingsThatCantBeChangedAreReadAllTheSame()
-{
-    m_settings = makePlace();
-    QVERIFY(QDir().mkpath(setting("vantrel/configs")));
-    const QByteArray settings = "{\"fw.update_time\":\"" +
-                                QDateTime::currentDateTime().toString(Qt::TextDate).toUtf8() +
-                                "\"}";
-    putFile(setting("vantrel/configs/config.json"), settings);
-    if (!closePlace()) {
-        QSKIP("an administrator who can't mount a disk");
-    }
-    useProgram();
-    const bool noticed =
-        std::any_of(m_labels.begin(), m_labels.end(), [](const QJsonObject& p_label) {
-            return p_label[QStringLiteral("text")].toString() ==
-                   QStringLiteral("Controller firmware has a new version, please update");
-        });
-    QVERIFY(noticed);
-    QCOMPARE(contentOf(setting("vantrel/configs/config.json")), settings);
-}
-
-void ClosedFoldersTest::aFileInPlaceOfTheLogFolder()
-{
-    putFile(installed("log"), "mine");
-    useProgram();
-    QCOMPARE(m_said.count(s_cantOpen + installed("log/app-log.txt")), 1);
-    QVERIFY2(m_said.contains(QStringLiteral("Starting Tiler version")), qPrintable(m_said));
-    QCOMPARE(contentOf(installed("log")), QByteArray("mine"));
-}
-
-void ClosedFoldersTest::aLogFolderThatCantBeMade()
-{
-    m_installation = makePlace();
-    QVERIFY(QFile::copy(qEnvironmentVariable("TILER_PROGRAM"), installed("vantrel")));
-    if (!closePlace()) {
-        QSKIP("an administrator who can't mount a disk");
-    }
-    useProgram();
-    QCOMPARE(m_said.count(s_cantOpen + installed("log/app-log.txt")), 1);
-    QCOMPARE(QDir(m_installation).entryList(QDir::NoDotAndDotDot | QDir::AllEntries),
-             QStringList(QStringLiteral("vantrel")));
 }
 
 QTEST_GUILESS_MAIN(ClosedFoldersTest)

@@ -5,32 +5,6 @@
 #include <QStandardPaths>
 #include <QTest>
 
-/** The command line of the real program: what it answers, what it refuses and what it opens. */
-class CommandLineTest : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void aQuestionOrAMistakeEndsTheProgram_data();
-    void aQuestionOrAMistakeEndsTheProgram();
-    void withoutADisplayTheProgramSaysSo_data();
-    void withoutADisplayTheProgramSaysSo();
-    void theWindowOpens_data();
-    void theWindowOpens();
-    void theWindowOpensOnADisplayThatAnOptionNames();
-    void openGlIsLoadedForThoseAloneWhoAskForIt();
-    void aMissingProjectIsAskedAboutAndTheProgramGoesOn();
-
-private:
-    /** Starts a virtual display and returns its name; empty where there is none to start. */
-    static QString startScreen(QProcess& p_server);
-    /** The environment with a display or none, by "NAME=value". */
-    QProcessEnvironment environment(const QString& p_display) const;
-
-    /** For the user alone, as the graphics library wants it, or it complains. */
-    QTemporaryDir m_runtime;
-};
-
 namespace
 {
 const char* const s_untitled = "Tiler v1.1.2 2020-12-17:  untitled[*]";
@@ -45,6 +19,266 @@ QString textOf(const QByteArray& p_output)
     return QString::fromUtf8(p_output).remove(QLatin1Char('\r'));
 }
 } // namespace
+
+/** The command line of the real program: what it answers, what it refuses and what it opens. */
+class CommandLineTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aQuestionOrAMistakeEndsTheProgram_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QString>("output");
+        QTest::addColumn<QString>("error");
+        const QString usage = QStringLiteral("^Usage: \\S*vantrel(\\.exe)? \\[options\\]\\n(.*\\n)*"
+                                             "  (-\\?, )?-h, --help +\\S.*\\n(.*\\n)*"
+                                             "  -v, --version +\\S.*\\n(.*\\n)*"
+                                             "  --loglevel <loglevel> +log level "
+                                             "\\[trace,debug,info,warning,error,fatal\\]\\n$");
+        const QString version = QStringLiteral("^Tiler 1\\.1\\.2\\n$");
+        const QString nothing = QStringLiteral("^$");
+        const auto row = [](const QString& p_arguments, int p_exitCode, const QString& p_output,
+                            const QString& p_error) {
+            QTest::newRow(qPrintable(p_arguments))
+                << p_arguments.split(QLatin1Char(' ')) << p_exitCode << p_output << p_error;
+        };
+        row(QStringLiteral("--help"), 0, usage, nothing);
+        row(QStringLiteral("-h"), 0, usage, nothing);
+        row(QStringLiteral("--loglevel=debug --help"), 0, usage, nothing);
+        row(QStringLiteral("--version"), 0, version, nothing);
+        row(QStringLiteral("-v"), 0, version, nothing);
+        row(QStringLiteral("a.tlrx -v"), 0, version, nothing);
+        row(QStringLiteral("--nonsense"), 1, nothing,
+            QStringLiteral("^vantrel: Unknown option 'nonsense'\\.\\n$"));
+        row(QStringLiteral("--help --nonsense"), 1, nothing,
+            QStringLiteral("^vantrel: Unknown option 'nonsense'\\.\\n$"));
+        row(QStringLiteral("-x"), 1, nothing,
+            QStringLiteral("^vantrel: Unknown option 'x'\\.\\n$"));
+        row(QStringLiteral("--loglevel"), 1, nothing,
+            QStringLiteral("^vantrel: Missing value after '--loglevel'\\.\\n$"));
+        row(QStringLiteral("--version=2"), 1, nothing,
+            QStringLiteral("^vantrel: Unexpected value after '--version'\\.\\n$"));
+        // Next to options of the graphics library, and in the place of their values.
+        row(QStringLiteral("-platform offscreen --version"), 0, version, nothing);
+        row(QStringLiteral("--style=fusion --version"), 0, version, nothing);
+        row(QStringLiteral("--style fusion --nonsense -reverse"), 1, nothing,
+            QStringLiteral("^vantrel: Unknown option 'nonsense'\\.\\n$"));
+        row(QStringLiteral("-reverse --nonsense"), 1, nothing,
+            QStringLiteral("^vantrel: Unknown option 'nonsense'\\.\\n$"));
+        row(QStringLiteral("-platform=x"), 1, nothing,
+            QStringLiteral("^vantrel: Unknown options: p, l, a, t, f, o, r, m, =, x\\.\\n$"));
+        row(QStringLiteral("reverse --nonsense"), 1, nothing,
+            QStringLiteral("^vantrel: Unknown option 'nonsense'\\.\\n$"));
+    }
+
+    void aQuestionOrAMistakeEndsTheProgram()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(int, exitCode);
+        QFETCH(QString, output);
+        QFETCH(QString, error);
+        for (const QString& display : {s_offscreen, s_none, s_dead, s_named}) {
+            QProcess process;
+            process.setProcessEnvironment(environment(display));
+            process.start(qEnvironmentVariable("TILER_PROGRAM"), arguments);
+            QVERIFY(process.waitForFinished());
+            QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+            QCOMPARE(process.exitCode(), exitCode);
+            const QString told = textOf(process.readAllStandardOutput());
+            const QString complaint = textOf(process.readAllStandardError());
+            QVERIFY2(QRegularExpression(output).match(told).hasMatch(), qPrintable(told));
+            QVERIFY2(QRegularExpression(error).match(complaint).hasMatch(), qPrintable(complaint));
+        }
+    }
+
+    void withoutADisplayTheProgramSaysSo_data()
+    {
+        QTest::addColumn<QString>("display");
+        QTest::addColumn<QStringList>("arguments");
+        QTest::newRow("none") << s_none << QStringList();
+        QTest::newRow("nobody answers") << s_dead << QStringList();
+        QTest::newRow("a platform, but no display") << s_named << QStringList();
+        QTest::newRow("no such platform")
+            << s_offscreen << QStringList{QStringLiteral("-platform"), QStringLiteral("none")};
+    }
+
+    void withoutADisplayTheProgramSaysSo()
+    {
+#ifdef Q_OS_WIN
+        QSKIP("Windows always has a display");
+#endif
+        QFETCH(QString, display);
+        QFETCH(QStringList, arguments);
+        QProcess process;
+        process.setProcessEnvironment(environment(display));
+        process.start(qEnvironmentVariable("TILER_PROGRAM"), arguments);
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process.exitCode(), 1);
+        QCOMPARE(process.readAllStandardOutput(), QByteArray());
+        // In front of that stands what the graphics library tells of the cause, and no more.
+        QByteArrayList lines = process.readAllStandardError().split('\n');
+        QCOMPARE(lines.takeLast(), QByteArray());
+        QCOMPARE(lines.takeLast(),
+                 QByteArray("vantrel: No window can be opened. Is there a display?"));
+        QVERIFY(!lines.isEmpty());
+        for (const QByteArray& line : lines) {
+            QVERIFY2(line.startsWith("qt.qpa."), line);
+        }
+    }
+
+    void theWindowOpens_data()
+    {
+        QTest::addColumn<QString>("display");
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("title");
+        const QString untitled = QString::fromUtf8(s_untitled);
+        const QString project =
+            qEnvironmentVariable("TILER_EXAMPLES") + QStringLiteral("/square.tlrx");
+        const QString titled = QStringLiteral("Tiler v1.1.2 2020-12-17:  %1[*]").arg(project);
+        QTest::newRow("no argument") << s_offscreen << QStringList() << untitled;
+        QTest::newRow("a project") << s_offscreen << QStringList{project} << titled;
+        QTest::newRow("a project and a level")
+            << s_offscreen << QStringList{project, QStringLiteral("--loglevel=debug")} << titled;
+        // The first argument is always taken for a path, and one of no known kind is not opened.
+        QTest::newRow("a level first")
+            << s_offscreen << QStringList{QStringLiteral("--loglevel=debug")} << untitled;
+        QTest::newRow("a level first, then a project")
+            << s_offscreen << QStringList{QStringLiteral("--loglevel=debug"), project} << untitled;
+        QTest::newRow("a level in two arguments")
+            << s_offscreen << QStringList{QStringLiteral("--loglevel"), QStringLiteral("--help")}
+            << untitled;
+        QTest::newRow("a name behind the options")
+            << s_offscreen << QStringList{QStringLiteral("--"), QStringLiteral("--help")}
+            << untitled;
+        const QStringList offscreen{QStringLiteral("-platform"), QStringLiteral("offscreen")};
+        QTest::newRow("a platform where there is no display") << s_none << offscreen << untitled;
+        QTest::newRow("a platform where the display is dead")
+            << s_dead
+            << QStringList{project, QStringLiteral("--platform"), QStringLiteral("offscreen"),
+                           QStringLiteral("--loglevel=debug")}
+            << titled;
+        QTest::newRow("a style") << s_offscreen
+                                 << QStringList{QStringLiteral("-style"), QStringLiteral("fusion")}
+                                 << untitled;
+        // The folder for plugins must hold them, or the window doesn't open.
+        const QString plugins = QLibraryInfo::location(QLibraryInfo::PluginsPath);
+        QTest::newRow("all options of the graphics library")
+            << s_dead
+            << offscreen + QStringList{QStringLiteral("--style=fusion"),
+                                       QStringLiteral("-stylesheet=none.qss"),
+                                       QStringLiteral("--stylesheet"),
+                                       QStringLiteral("none.qss"),
+                                       QStringLiteral("-platformpluginpath"),
+                                       plugins + QStringLiteral("/platforms"),
+                                       QStringLiteral("-platformtheme"),
+                                       QStringLiteral("none"),
+                                       QStringLiteral("-plugin"),
+                                       QStringLiteral("none"),
+                                       QStringLiteral("-qmljsdebugger=port:1"),
+                                       QStringLiteral("-qmljsdebugger"),
+                                       QStringLiteral("port:1"),
+                                       QStringLiteral("-qwindowgeometry"),
+                                       QStringLiteral("800x600"),
+                                       QStringLiteral("-qwindowicon"),
+                                       QStringLiteral("none.png"),
+                                       QStringLiteral("-qwindowtitle"),
+                                       QStringLiteral("--nonsense"),
+                                       QStringLiteral("-reverse"),
+                                       QStringLiteral("-session"),
+                                       QStringLiteral("--help"),
+                                       QStringLiteral("-testability"),
+                                       QStringLiteral("--widgetcount")}
+            << untitled;
+    }
+
+    void theWindowOpens()
+    {
+        QFETCH(QString, display);
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, title);
+        ProbedProgram program(environment(display));
+        QVERIFY2(program.run(arguments), qPrintable(program.story()));
+        const QList<QJsonObject> windows = program.visibleWindows();
+        QCOMPARE(windows.size(), 1);
+        QCOMPARE(windows.first()[QStringLiteral("windowTitle")].toString(), title);
+    }
+
+    void theWindowOpensOnADisplayThatAnOptionNames()
+    {
+        QProcess server;
+        const QString screen = startScreen(server);
+        if (screen.isEmpty()) {
+            QSKIP("no virtual display is installed");
+        }
+        ProbedProgram program(environment(s_dead));
+        const bool ran = program.run(
+            {QStringLiteral("-display"), screen, QStringLiteral("-geometry"),
+             QStringLiteral("800x600"), QStringLiteral("-name"), QStringLiteral("--nonsense"),
+             QStringLiteral("-title"), QStringLiteral("--nonsense"), QStringLiteral("-icon"),
+             QStringLiteral("none.png"), QStringLiteral("-nograb"), QStringLiteral("-dograb")});
+        server.kill();
+        server.waitForFinished();
+        QVERIFY2(ran, qPrintable(program.story()));
+        QCOMPARE(program.visibleWindows().size(), 1);
+    }
+
+    void openGlIsLoadedForThoseAloneWhoAskForIt()
+    {
+        QProcess server;
+        const QString screen = startScreen(server);
+        if (screen.isEmpty()) {
+            QSKIP("no virtual display is installed");
+        }
+        // Asked for is one that there isn't: what a real one leaves behind in memory is no leak of
+        // ours.
+        const QString own = QStringLiteral("own");
+        QProcessEnvironment surroundings = environment(QStringLiteral("DISPLAY=") + screen);
+        surroundings.remove(QStringLiteral("QT_XCB_GL_INTEGRATION"));
+        ProbedProgram usual(surroundings);
+        surroundings.insert(QStringLiteral("QT_XCB_GL_INTEGRATION"), own);
+        ProbedProgram asked(surroundings);
+        const bool usualRan = usual.run({});
+        const bool askedRan = asked.run({});
+        server.kill();
+        server.waitForFinished();
+        QVERIFY2(usualRan, qPrintable(usual.story()));
+        QVERIFY2(askedRan, qPrintable(asked.story()));
+        QCOMPARE(usual.glIntegration(), QStringLiteral("none"));
+        QCOMPARE(asked.glIntegration(), own);
+        const QStringList libraries = usual.libraries();
+        QVERIFY(!libraries.filter(QStringLiteral("libqxcb.so")).isEmpty());
+        for (const char* name : {"libqxcb-glx-integration", "libqxcb-egl-integration", "libGLX_",
+                                 "libEGL_", "libgallium", "swrast_dri", "libLLVM"}) {
+            QVERIFY2(libraries.filter(QLatin1String(name)).isEmpty(), name);
+        }
+    }
+
+    void aMissingProjectIsAskedAboutAndTheProgramGoesOn()
+    {
+        // Only the end of an argument tells a project.
+        ProbedProgram program(environment(s_offscreen));
+        QVERIFY2(program.run({QStringLiteral("--loglevel=debug.tlrx")}),
+                 qPrintable(program.story()));
+        QStringList titles;
+        for (const QJsonObject& window : program.visibleWindows()) {
+            titles << window[QStringLiteral("windowTitle")].toString();
+        }
+        titles.sort();
+        QCOMPARE(titles, (QStringList{QStringLiteral("Info"), QString::fromUtf8(s_untitled)}));
+    }
+
+private:
+    /** Starts a virtual display and returns its name; empty where there is none to start. */
+    static QString startScreen(QProcess& p_server);
+    /** The environment with a display or none, by "NAME=value". */
+    QProcessEnvironment environment(const QString& p_display) const;
+
+    /** For the user alone, as the graphics library wants it, or it complains. */
+    QTemporaryDir m_runtime;
+};
 
 QProcessEnvironment CommandLineTest::environment(const QString& p_display) const
 {
@@ -61,182 +295,6 @@ QProcessEnvironment CommandLineTest::environment(const QString& p_display) const
     return environment;
 }
 
-void CommandLineTest::aQuestionOrAMistakeEndsTheProgram_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<int>("exitCode");
-    QTest::addColumn<QString>("output");
-    QTest::addColumn<QString>("error");
-    const QString usage = QStringLiteral("^Usage: \\S*vantrel(\\.exe)? \\[options\\]\\n(.*\\n)*"
-                                         "  (-\\?, )?-h, --help +\\S.*\\n(.*\\n)*"
-                                         "  -v, --version +\\S.*\\n(.*\\n)*"
-                                         "  --loglevel <loglevel> +log level "
-                                         "\\[trace,debug,info,warning,error,fatal\\]\\n$");
-    const QString version = QStringLiteral("^Tiler 1\\.1\\.2\\n$");
-    const QString nothing = QStringLiteral("^$");
-    const auto row = [](const QString& p_arguments, int p_exitCode, const QString& p_output,
-                        const QString& p_error) {
-        QTest::newRow(qPrintable(p_arguments))
-            << p_arguments.split(QLatin1Char(' ')) << p_exitCode << p_output << p_error;
-    };
-    row(QStringLiteral("--help"), 0, usage, nothing);
-    row(QStringLiteral("-h"), 0, usage, nothing);
-    row(QStringLiteral("--loglevel=debug --help"), 0, usage, nothing);
-    row(QStringLiteral("--version"), 0, version, nothing);
-    row(QStringLiteral("-v"), 0, version, nothing);
-    row(QStringLiteral("a.tlrx -v"), 0, version, nothing);
-    row(QStringLiteral("--nonsense"), 1, nothing,
-        QStringLiteral("^vantrel: Unknown option 'nonsense'\\.\\n$"));
-    row(QStringLiteral("--help --nonsense"), 1, nothing,
-        QStringLiteral("^vantrel: Unknown option 'nonsense'\\.\\n$"));
-    row(QStringLiteral("-x"), 1, nothing, QStringLiteral("^vantrel: Unknown option 'x'\\.\\n$"));
-    row(QStringLiteral("--loglevel"), 1, nothing,
-        QStringLiteral("^vantrel: Missing value after '--loglevel'\\.\\n$"));
-    row(QStringLiteral("--version=2"), 1, nothing,
-        QStringLiteral("^vantrel: Unexpected value after '--version'\\.\\n$"));
-    // Next to options of the graphics library, and in the place of their values.
-    row(QStringLiteral("-platform offscreen --version"), 0, version, nothing);
-    row(QStringLiteral("--style=fusion --version"), 0, version, nothing);
-    row(QStringLiteral("--style fusion --nonsense -reverse"), 1, nothing,
-        QStringLiteral("^vantrel: Unknown option 'nonsense'\\.\\n$"));
-    row(QStringLiteral("-reverse --nonsense"), 1, nothing,
-        QStringLiteral("^vantrel: Unknown option 'nonsense'\\.\\n$"));
-    row(QStringLiteral("-platform=x"), 1, nothing,
-        QStringLiteral("^vantrel: Unknown options: p, l, a, t, f, o, r, m, =, x\\.\\n$"));
-    row(QStringLiteral("reverse --nonsense"), 1, nothing,
-        QStringLiteral("^vantrel: Unknown option 'nonsense'\\.\\n$"));
-}
-
-void CommandLineTest::aQuestionOrAMistakeEndsTheProgram()
-{
-    QFETCH(QStringList, arguments);
-    QFETCH(int, exitCode);
-    QFETCH(QString, output);
-    QFETCH(QString, error);
-    for (const QString& display : {s_offscreen, s_none, s_dead, s_named}) {
-        QProcess process;
-        process.setProcessEnvironment(environment(display));
-        process.start(qEnvironmentVariable("TILER_PROGRAM"), arguments);
-        QVERIFY(process.waitForFinished());
-        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
-        QCOMPARE(process.exitCode(), exitCode);
-        const QString told = textOf(process.readAllStandardOutput());
-        const QString complaint = textOf(process.readAllStandardError());
-        QVERIFY2(QRegularExpression(output).match(told).hasMatch(), qPrintable(told));
-        QVERIFY2(QRegularExpression(error).match(complaint).hasMatch(), qPrintable(complaint));
-    }
-}
-
-void CommandLineTest::withoutADisplayTheProgramSaysSo_data()
-{
-    QTest::addColumn<QString>("display");
-    QTest::addColumn<QStringList>("arguments");
-    QTest::newRow("none") << s_none << QStringList();
-    QTest::newRow("nobody answers") << s_dead << QStringList();
-    QTest::newRow("a platform, but no display") << s_named << QStringList();
-    QTest::newRow("no such platform")
-        << s_offscreen << QStringList{QStringLiteral("-platform"), QStringLiteral("none")};
-}
-
-void CommandLineTest::withoutADisplayTheProgramSaysSo()
-{
-#ifdef Q_OS_WIN
-    QSKIP("Windows always has a display");
-#endif
-    QFETCH(QString, display);
-    QFETCH(QStringList, arguments);
-    QProcess process;
-    process.setProcessEnvironment(environment(display));
-    process.start(qEnvironmentVariable("TILER_PROGRAM"), arguments);
-    QVERIFY(process.waitForFinished());
-    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(process.exitCode(), 1);
-    QCOMPARE(process.readAllStandardOutput(), QByteArray());
-    // In front of that stands what the graphics library tells of the cause, and no more.
-    QByteArrayList lines = process.readAllStandardError().split('\n');
-    QCOMPARE(lines.takeLast(), QByteArray());
-    QCOMPARE(lines.takeLast(), QByteArray("vantrel: No window can be opened. Is there a display?"));
-    QVERIFY(!lines.isEmpty());
-    for (const QByteArray& line : lines) {
-        QVERIFY2(line.startsWith("qt.qpa."), line);
-    }
-}
-
-void CommandLineTest::theWindowOpens_data()
-{
-    QTest::addColumn<QString>("display");
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<QString>("title");
-    const QString untitled = QString::fromUtf8(s_untitled);
-    const QString project = qEnvironmentVariable("TILER_EXAMPLES") + QStringLiteral("/square.tlrx");
-    const QString titled = QStringLiteral("Tiler v1.1.2 2020-12-17:  %1[*]").arg(project);
-    QTest::newRow("no argument") << s_offscreen << QStringList() << untitled;
-    QTest::newRow("a project") << s_offscreen << QStringList{project} << titled;
-    QTest::newRow("a project and a level")
-        << s_offscreen << QStringList{project, QStringLiteral("--loglevel=debug")} << titled;
-    // The first argument is always taken for a path, and one of no known kind is not opened.
-    QTest::newRow("a level first")
-        << s_offscreen << QStringList{QStringLiteral("--loglevel=debug")} << untitled;
-    QTest::newRow("a level first, then a project")
-        << s_offscreen << QStringList{QStringLiteral("--loglevel=debug"), project} << untitled;
-    QTest::newRow("a level in two arguments")
-        << s_offscreen << QStringList{QStringLiteral("--loglevel"), QStringLiteral("--help")}
-        << untitled;
-    QTest::newRow("a name behind the options")
-        << s_offscreen << QStringList{QStringLiteral("--"), QStringLiteral("--help")} << untitled;
-    const QStringList offscreen{QStringLiteral("-platform"), QStringLiteral("offscreen")};
-    QTest::newRow("a platform where there is no display") << s_none << offscreen << untitled;
-    QTest::newRow("a platform where the display is dead")
-        << s_dead
-        << QStringList{project, QStringLiteral("--platform"), QStringLiteral("offscreen"),
-                       QStringLiteral("--loglevel=debug")}
-        << titled;
-    QTest::newRow("a style") << s_offscreen
-                             << QStringList{QStringLiteral("-style"), QStringLiteral("fusion")}
-                             << untitled;
-    // The folder for plugins must hold them, or the window doesn't open.
-    const QString plugins = QLibraryInfo::location(QLibraryInfo::PluginsPath);
-    QTest::newRow("all options of the graphics library")
-        << s_dead
-        << offscreen + QStringList{QStringLiteral("--style=fusion"),
-                                   QStringLiteral("-stylesheet=none.qss"),
-                                   QStringLiteral("--stylesheet"),
-                                   QStringLiteral("none.qss"),
-                                   QStringLiteral("-platformpluginpath"),
-                                   plugins + QStringLiteral("/platforms"),
-                                   QStringLiteral("-platformtheme"),
-                                   QStringLiteral("none"),
-                                   QStringLiteral("-plugin"),
-                                   QStringLiteral("none"),
-                                   QStringLiteral("-qmljsdebugger=port:1"),
-                                   QStringLiteral("-qmljsdebugger"),
-                                   QStringLiteral("port:1"),
-                                   QStringLiteral("-qwindowgeometry"),
-                                   QStringLiteral("800x600"),
-                                   QStringLiteral("-qwindowicon"),
-                                   QStringLiteral("none.png"),
-                                   QStringLiteral("-qwindowtitle"),
-                                   QStringLiteral("--nonsense"),
-                                   QStringLiteral("-reverse"),
-                                   QStringLiteral("-session"),
-                                   QStringLiteral("--help"),
-                                   QStringLiteral("-testability"),
-                                   QStringLiteral("--widgetcount")}
-        << untitled;
-}
-
-void CommandLineTest::theWindowOpens()
-{
-    QFETCH(QString, display);
-    QFETCH(QStringList, arguments);
-    QFETCH(QString, title);
-    ProbedProgram program(environment(display));
-    QVERIFY2(program.run(arguments), qPrintable(program.story()));
-    const QList<QJsonObject> windows = program.visibleWindows();
-    QCOMPARE(windows.size(), 1);
-    QCOMPARE(windows.first()[QStringLiteral("windowTitle")].toString(), title);
-}
-
 QString CommandLineTest::startScreen(QProcess& p_server)
 {
     const QString server = QStandardPaths::findExecutable(QStringLiteral("Xvfb"));
@@ -247,69 +305,6 @@ QString CommandLineTest::startScreen(QProcess& p_server)
     return p_server.waitForReadyRead(30000)
                ? QLatin1Char(':') + QString::fromLatin1(p_server.readLine()).trimmed()
                : QString();
-}
-
-void CommandLineTest::theWindowOpensOnADisplayThatAnOptionNames()
-{
-    QProcess server;
-    const QString screen = startScreen(server);
-    if (screen.isEmpty()) {
-        QSKIP("no virtual display is installed");
-    }
-    ProbedProgram program(environment(s_dead));
-    const bool ran = program.run(
-        {QStringLiteral("-display"), screen, QStringLiteral("-geometry"), QStringLiteral("800x600"),
-         QStringLiteral("-name"), QStringLiteral("--nonsense"), QStringLiteral("-title"),
-         QStringLiteral("--nonsense"), QStringLiteral("-icon"), QStringLiteral("none.png"),
-         QStringLiteral("-nograb"), QStringLiteral("-dograb")});
-    server.kill();
-    server.waitForFinished();
-    QVERIFY2(ran, qPrintable(program.story()));
-    QCOMPARE(program.visibleWindows().size(), 1);
-}
-
-void CommandLineTest::openGlIsLoadedForThoseAloneWhoAskForIt()
-{
-    QProcess server;
-    const QString screen = startScreen(server);
-    if (screen.isEmpty()) {
-        QSKIP("no virtual display is installed");
-    }
-    // Asked for is one that there isn't: what a real one leaves behind in memory is no leak of
-    // ours.
-    const QString own = QStringLiteral("own");
-    QProcessEnvironment surroundings = environment(QStringLiteral("DISPLAY=") + screen);
-    surroundings.remove(QStringLiteral("QT_XCB_GL_INTEGRATION"));
-    ProbedProgram usual(surroundings);
-    surroundings.insert(QStringLiteral("QT_XCB_GL_INTEGRATION"), own);
-    ProbedProgram asked(surroundings);
-    const bool usualRan = usual.run({});
-    const bool askedRan = asked.run({});
-    server.kill();
-    server.waitForFinished();
-    QVERIFY2(usualRan, qPrintable(usual.story()));
-    QVERIFY2(askedRan, qPrintable(asked.story()));
-    QCOMPARE(usual.glIntegration(), QStringLiteral("none"));
-    QCOMPARE(asked.glIntegration(), own);
-    const QStringList libraries = usual.libraries();
-    QVERIFY(!libraries.filter(QStringLiteral("libqxcb.so")).isEmpty());
-    for (const char* name : {"libqxcb-glx-integration", "libqxcb-egl-integration", "libGLX_",
-                             "libEGL_", "libgallium", "swrast_dri", "libLLVM"}) {
-        QVERIFY2(libraries.filter(QLatin1String(name)).isEmpty(), name);
-    }
-}
-
-void CommandLineTest::aMissingProjectIsAskedAboutAndTheProgramGoesOn()
-{
-    // Only the end of an argument tells a project.
-    ProbedProgram program(environment(s_offscreen));
-    QVERIFY2(program.run({QStringLiteral("--loglevel=debug.tlrx")}), qPrintable(program.story()));
-    QStringList titles;
-    for (const QJsonObject& window : program.visibleWindows()) {
-        titles << window[QStringLiteral("windowTitle")].toString();
-    }
-    titles.sort();
-    QCOMPARE(titles, (QStringList{QStringLiteral("Info"), QString::fromUtf8(s_untitled)}));
 }
 
 QTEST_GUILESS_MAIN(CommandLineTest)

@@ -1,14 +1,13 @@
 #include "programoutline.h"
 
 #include "modules/supermodule.h"
+#include "support/canvas/blockdata.h"
 #include "support/canvas/documentinvariants.h"
 
 #include <algorithm>
 
 namespace
 {
-const int s_endlessLoop = 303;
-
 template <class Tell> QString outlineOf(const supermodule* p_first, Tell p_tell)
 {
     QStringList blocks;
@@ -107,10 +106,7 @@ QStringList documentOutline(const TzProgramView& p_view, Telling p_telling)
     return lines;
 }
 
-bool ProgramModel::isLoop(int p_type)
-{
-    return p_type == 301 || p_type == s_endlessLoop || p_type == 306 || p_type == 307;
-}
+bool ProgramModel::isLoop(int p_type) { return loopTypes().contains(p_type); }
 
 void ProgramModel::add(int p_type, int p_key) { m_blocks[p_key].type = p_type; }
 
@@ -125,7 +121,8 @@ void ProgramModel::link(int p_key, int p_target, LinkType p_link)
         return;
     }
     // What stood here goes on behind the block, but nothing follows an endless loop.
-    const bool follows = m_blocks[p_key].type != s_endlessLoop;
+    const bool follows =
+        blockDataOf(m_blocks[p_key].type)->value("shape") != QLatin1String("endless");
     m_blocks[before].parent = follows ? p_key : 0;
     if (follows) {
         m_blocks[p_key].next = before;

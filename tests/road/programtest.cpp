@@ -13,8 +13,44 @@ class ProgramTest : public QObject
     Q_OBJECT
 
 private slots:
-    void aProjectNamedOnTheCommandLineIsOpened();
-    void itRunsFromFoldersWithBlanksAndChineseCharacters();
+    void aProjectNamedOnTheCommandLineIsOpened()
+    {
+        QTemporaryDir folder;
+        const QString path = folder.filePath(QString::fromUtf8("小 车.tlrx"));
+        QVERIFY(QFile::copy(qEnvironmentVariable("TILER_EXAMPLES") + QStringLiteral("/square.tlrx"),
+                            path));
+        QVERIFY(outputOf({path, QStringLiteral("--loglevel=debug")})
+                    .contains(QStringLiteral("supermodule::appendModule")));
+        QVERIFY(!outputOf(
+                     {folder.filePath(QStringLiteral("a.txt")), QStringLiteral("--loglevel=debug")})
+                     .contains(QStringLiteral("supermodule::appendModule")));
+    }
+
+    void itRunsFromFoldersWithBlanksAndChineseCharacters()
+    {
+        QTemporaryDir computer;
+        const QDir root(computer.path());
+        const QString installation = root.filePath(QStringLiteral("安装 目录"));
+        const QString home = root.filePath(QStringLiteral("小明 的家"));
+        QVERIFY(root.mkpath(installation) && root.mkpath(home));
+        const QString copied = installation + QStringLiteral("/vantrel");
+        QVERIFY(QFile::copy(program(), copied));
+        const QString project = home + QStringLiteral("/我的 车.tlrx");
+        QVERIFY(QFile::copy(qEnvironmentVariable("TILER_EXAMPLES") + QStringLiteral("/square.tlrx"),
+                            project));
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("HOME"), home);
+        environment.remove(QStringLiteral("XDG_CONFIG_HOME"));
+        QProcess process;
+        process.setProcessEnvironment(environment);
+        const QString output =
+            outputOf(process, copied, {project, QStringLiteral("--loglevel=debug")});
+        QVERIFY2(
+            output.contains(QStringLiteral("install dir = ") + installation + QLatin1Char('\n')),
+            qPrintable(output));
+        QVERIFY(output.contains(QStringLiteral("supermodule::appendModule")));
+        QVERIFY(QFileInfo(home + QStringLiteral("/.config/vantrel/configs")).isDir());
+    }
 
 private:
     static QString program() { return qEnvironmentVariable("TILER_PROGRAM"); }
@@ -43,43 +79,6 @@ QString ProgramTest::outputOf(QProcess& p_process, const QString& p_program,
     p_process.kill();
     p_process.waitForFinished();
     return QString::fromUtf8(output + p_process.readAll());
-}
-
-void ProgramTest::aProjectNamedOnTheCommandLineIsOpened()
-{
-    QTemporaryDir folder;
-    const QString path = folder.filePath(QString::fromUtf8("小 车.tlrx"));
-    QVERIFY(
-        QFile::copy(qEnvironmentVariable("TILER_EXAMPLES") + QStringLiteral("/square.tlrx"), path));
-    QVERIFY(outputOf({path, QStringLiteral("--loglevel=debug")})
-                .contains(QStringLiteral("supermodule::appendModule")));
-    QVERIFY(
-        !outputOf({folder.filePath(QStringLiteral("a.txt")), QStringLiteral("--loglevel=debug")})
-             .contains(QStringLiteral("supermodule::appendModule")));
-}
-
-void ProgramTest::itRunsFromFoldersWithBlanksAndChineseCharacters()
-{
-    QTemporaryDir computer;
-    const QDir root(computer.path());
-    const QString installation = root.filePath(QStringLiteral("安装 目录"));
-    const QString home = root.filePath(QStringLiteral("小明 的家"));
-    QVERIFY(root.mkpath(installation) && root.mkpath(home));
-    const QString copied = installation + QStringLiteral("/vantrel");
-    QVERIFY(QFile::copy(program(), copied));
-    const QString project = home + QStringLiteral("/我的 车.tlrx");
-    QVERIFY(QFile::copy(qEnvironmentVariable("TILER_EXAMPLES") + QStringLiteral("/square.tlrx"),
-                        project));
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("HOME"), home);
-    environment.remove(QStringLiteral("XDG_CONFIG_HOME"));
-    QProcess process;
-    process.setProcessEnvironment(environment);
-    const QString output = outputOf(process, copied, {project, QStringLiteral("--loglevel=debug")});
-    QVERIFY2(output.contains(QStringLiteral("install dir = ") + installation + QLatin1Char('\n')),
-             qPrintable(output));
-    QVERIFY(output.contains(QStringLiteral("supermodule::appendModule")));
-    QVERIFY(QFileInfo(home + QStringLiteral("/.config/vantrel/configs")).isDir());
 }
 
 QTEST_GUILESS_MAIN(ProgramTest)

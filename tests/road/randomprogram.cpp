@@ -11,6 +11,7 @@
 #include "proj/tzblockwidget.h"
 #include "project/projectfile.h"
 #include "shell/tztoolbar.h"
+#include "support/canvas/blockdata.h"
 #include "support/canvas/canvasfixture.h"
 #include "support/canvas/documentinvariants.h"
 #include "support/canvas/documentpicture.h"
@@ -106,9 +107,8 @@ QPoint RandomProgram::somePoint()
 int RandomProgram::nextType()
 {
     // Every type once, then every type again; and loops more often, for they do the hard things.
-    static const int s_loops[] = {301, 303, 306, 307};
     if (below(m_goesDeep ? 2 : 4) == 0) {
-        return s_loops[below(4)];
+        return loopTypes().at(below(loopTypes().size()));
     }
     if (m_deck.isEmpty()) {
         for (const BlockRecord& record : blockRecords()) {

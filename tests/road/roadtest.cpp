@@ -41,28 +41,173 @@ class RoadTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void everyExampleGoesTheWholeRoad_data();
-    void everyExampleGoesTheWholeRoad();
-    void aProgramThatDoesNotCompileSaysSo();
-    void theRoadLeadsFromFoldersWithBlanksAndChineseCharacters();
+    void initTestCase()
+    {
+        // The kit lies beside the program under test.
+        const QString source = qEnvironmentVariable("TILER_KIT");
+        const QString target = QCoreApplication::applicationDirPath() + QStringLiteral("/gcc");
+        QVERIFY(QFileInfo(source + QStringLiteral("/example/vantrel.h")).exists());
+        QDir(target).removeRecursively();
+        QProcess copy;
+        copy.start(QStringLiteral("cp"), {QStringLiteral("-r"), source, target});
+        QVERIFY(copy.waitForFinished() && copy.exitCode() == 0);
+    }
+
+    void everyExampleGoesTheWholeRoad_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("binary");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QStringList>("expected");
+
+        const auto drive = [](int p_a, int p_b) {
+            return QStringList{QStringLiteral("motor A (1) speed %1").arg(p_a),
+                               QStringLiteral("motor B (2) speed %1").arg(p_b)};
+        };
+        const auto timed = [&drive](int p_a, int p_b, const char* p_seconds) {
+            return drive(p_a, p_b) +
+                   QStringList{QStringLiteral("wait %1 s").arg(QLatin1String(p_seconds))} +
+                   drive(0, 0);
+        };
+        const QStringList start{QStringLiteral("start")};
+        const QStringList stop = drive(0, 0) + QStringList{QStringLiteral("motor C (3) speed 0"),
+                                                           QStringLiteral("motor D (4) speed 0")};
+        const QStringList end{QStringLiteral("end")};
+
+        QStringList square = start;
+        for (int side = 0; side < 4; ++side) {
+            square += timed(50, -50, "1") + timed(50, 50, "0.5");
+        }
+        QTest::newRow("square") << "square"
+                                << "Square" << 0 << square + stop + end;
+        QTest::newRow("there-and-back")
+            << "there-and-back"
+            << "Back" << 0
+            << start + timed(50, -50, "2") + QStringList{QStringLiteral("wait 1 s")} +
+                   timed(-50, 50, "2") + stop + end;
+        QTest::newRow("slow-and-fast")
+            << "slow-and-fast"
+            << "Speed" << 0
+            << start + timed(30, -30, "1") + timed(50, -50, "1") + timed(80, -80, "1") + stop + end;
+        QTest::newRow("zigzag") << "zigzag"
+                                << "Zigzag" << 0
+                                << start + timed(50, -50, "1") + timed(50, 50, "0.5") +
+                                       timed(50, -50, "1") + timed(-50, -50, "1") +
+                                       timed(50, -50, "1") + timed(50, 50, "0.5") + stop + end;
+        const auto arms = [](int p_one, int p_two, int p_sound) {
+            return QStringList{QStringLiteral("servo 1 speed 716 position %1").arg(p_one),
+                               QStringLiteral("servo 2 speed 716 position %1").arg(p_two),
+                               QStringLiteral("sound %1").arg(p_sound)};
+        };
+        QStringList dance = start + QStringList{QStringLiteral("sound 4")};
+        for (int round = 0; round < 2; ++round) {
+            dance += arms(335, 689, 25) + QStringList{QStringLiteral("wait 0.5 s")} +
+                     arms(689, 335, 21) + QStringList{QStringLiteral("wait 0.5 s")};
+        }
+        dance += timed(-50, -50, "1") + timed(50, 50, "1") + arms(512, 512, 14);
+        QTest::newRow("dance") << "dance"
+                               << "Dance" << 0 << dance + end;
+        const auto shown = [](const QStringList& p_what) {
+            QStringList lines;
+            for (const QString& what : p_what) {
+                lines += QStringLiteral("display ") + what;
+            }
+            return lines + QStringList{QStringLiteral("wait 1 s")};
+        };
+        QTest::newRow("face-show")
+            << "face-show"
+            << "Face" << 0
+            << start + shown({"2 3 emoji 1 happy"}) + shown({"2 3 emoji 4 angry"}) +
+                   shown({"2 custom", "3 custom", "2 symbol 45", "3 symbol 45"}) +
+                   shown({"2 symbol 26", "3 symbol 27"}) + shown({"2 symbol 13", "3 symbol 5"}) +
+                   shown({"2 custom", "3 custom"}).mid(0, 2) + end;
+        // Endless ones: they begin like this, and the limit stops them.
+        QTest::newRow("line-follower")
+            << "line-follower"
+            << "Line" << 3
+            << start + QStringList{QStringLiteral("analogue 4 -> 1000")} + drive(-50, -50) +
+                   QStringList{QStringLiteral("wait 0.1 s")} + stop + drive(-50, -50);
+        QTest::newRow("bumper") << "bumper"
+                                << "Bumper" << 3 << start + drive(50, -50);
+    }
+
+    void everyExampleGoesTheWholeRoad()
+    {
+        QFETCH(QString, file);
+        QFETCH(QString, binary);
+        QFETCH(int, exitCode);
+        QFETCH(QStringList, expected);
+
+        MainWindow window;
+        window.resize(1280, 768);
+        window.show();
+        window.openPath(qEnvironmentVariable("TILER_EXAMPLES") + QLatin1Char('/') + file +
+                        QStringLiteral(".tlrx"));
+        QVERIFY(window.fileName().endsWith(file + QStringLiteral(".tlrx")));
+        QCOMPARE(window.toolBar()->programName(), binary);
+        QCOMPARE(download(window), QStringLiteral("连接控制器...."));
+
+        const QString path =
+            QCoreApplication::applicationDirPath() + s_objects + binary + QStringLiteral(".bin");
+        QVERIFY(QFileInfo(path).size() > 57536);
+        int code = -1;
+        // Without the rows of dots that show what stands on a display.
+        const QStringList lines =
+            trace(path, 20, &code).filter(QRegularExpression(QStringLiteral("[^ .#]")));
+        QCOMPARE(code, exitCode);
+        if (exitCode == 0) {
+            QCOMPARE(lines, expected);
+        } else {
+            QCOMPARE(lines.mid(0, expected.size()), expected);
+        }
+    }
+
+    void aProgramThatDoesNotCompileSaysSo()
+    {
+        MainWindow window;
+        window.show();
+        // A name that no program can have: projects may bring in any.
+        window.toolBar()->setProgramName(QStringLiteral("a b"));
+        QCOMPARE(download(window), QStringLiteral("编译失败！"));
+        QDirIterator left(QCoreApplication::applicationDirPath() + s_objects,
+                          {QStringLiteral("a*.bin")}, QDir::Files);
+        QVERIFY(!left.hasNext());
+    }
+
+    void theRoadLeadsFromFoldersWithBlanksAndChineseCharacters()
+    {
+        // This very test once more: installed, with its projects and its user somewhere else.
+        QTemporaryDir computer;
+        const QDir root(computer.path());
+        const QString installation = root.filePath(QStringLiteral("安装 目录"));
+        const QString projects = root.filePath(QStringLiteral("我的 项目"));
+        const QString home = root.filePath(QStringLiteral("小明 的家"));
+        for (const QString& folder : {installation, projects, home}) {
+            QVERIFY(root.mkpath(folder));
+        }
+        const QString program = installation + QStringLiteral("/road test");
+        QVERIFY(QFile::copy(QCoreApplication::applicationFilePath(), program));
+        QVERIFY(QFile::copy(qEnvironmentVariable("TILER_EXAMPLES") + QStringLiteral("/square.tlrx"),
+                            projects + QStringLiteral("/square.tlrx")));
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("TILER_EXAMPLES"), projects);
+        environment.insert(QStringLiteral("HOME"), home);
+        environment.remove(QStringLiteral("XDG_CONFIG_HOME"));
+
+        QProcess road;
+        road.setProcessEnvironment(environment);
+        road.setProcessChannelMode(QProcess::MergedChannels);
+        road.start(program, {QStringLiteral("everyExampleGoesTheWholeRoad:square")});
+        QVERIFY(road.waitForFinished(120000));
+        const QByteArray output = road.readAll();
+        QVERIFY2(road.exitStatus() == QProcess::NormalExit && road.exitCode() == 0, output);
+        QVERIFY(QFile::exists(installation + s_objects + QStringLiteral("Square.bin")));
+    }
 
 private:
     /** Presses the download button and cancels the dialog once it waits for the controller. */
     QString download(MainWindow& p_window);
 };
-
-void RoadTest::initTestCase()
-{
-    // The kit lies beside the program under test.
-    const QString source = qEnvironmentVariable("TILER_KIT");
-    const QString target = QCoreApplication::applicationDirPath() + QStringLiteral("/gcc");
-    QVERIFY(QFileInfo(source + QStringLiteral("/example/vantrel.h")).exists());
-    QDir(target).removeRecursively();
-    QProcess copy;
-    copy.start(QStringLiteral("cp"), {QStringLiteral("-r"), source, target});
-    QVERIFY(copy.waitForFinished() && copy.exitCode() == 0);
-}
 
 QString RoadTest::download(MainWindow& p_window)
 {
@@ -87,158 +232,6 @@ QString RoadTest::download(MainWindow& p_window)
         }
     }
     return status;
-}
-
-void RoadTest::everyExampleGoesTheWholeRoad_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QString>("binary");
-    QTest::addColumn<int>("exitCode");
-    QTest::addColumn<QStringList>("expected");
-
-    const auto drive = [](int p_a, int p_b) {
-        return QStringList{QStringLiteral("motor A (1) speed %1").arg(p_a),
-                           QStringLiteral("motor B (2) speed %1").arg(p_b)};
-    };
-    const auto timed = [&drive](int p_a, int p_b, const char* p_seconds) {
-        return drive(p_a, p_b) +
-               QStringList{QStringLiteral("wait %1 s").arg(QLatin1String(p_seconds))} + drive(0, 0);
-    };
-    const QStringList start{QStringLiteral("start")};
-    const QStringList stop = drive(0, 0) + QStringList{QStringLiteral("motor C (3) speed 0"),
-                                                       QStringLiteral("motor D (4) speed 0")};
-    const QStringList end{QStringLiteral("end")};
-
-    QStringList square = start;
-    for (int side = 0; side < 4; ++side) {
-        square += timed(50, -50, "1") + timed(50, 50, "0.5");
-    }
-    QTest::newRow("square") << "square"
-                            << "Square" << 0 << square + stop + end;
-    QTest::newRow("there-and-back")
-        << "there-and-back"
-        << "Back" << 0
-        << start + timed(50, -50, "2") + QStringList{QStringLiteral("wait 1 s")} +
-               timed(-50, 50, "2") + stop + end;
-    QTest::newRow("slow-and-fast")
-        << "slow-and-fast"
-        << "Speed" << 0
-        << start + timed(30, -30, "1") + timed(50, -50, "1") + timed(80, -80, "1") + stop + end;
-    QTest::newRow("zigzag") << "zigzag"
-                            << "Zigzag" << 0
-                            << start + timed(50, -50, "1") + timed(50, 50, "0.5") +
-                                   timed(50, -50, "1") + timed(-50, -50, "1") +
-                                   timed(50, -50, "1") + timed(50, 50, "0.5") + stop + end;
-    const auto arms = [](int p_one, int p_two, int p_sound) {
-        return QStringList{QStringLiteral("servo 1 speed 716 position %1").arg(p_one),
-                           QStringLiteral("servo 2 speed 716 position %1").arg(p_two),
-                           QStringLiteral("sound %1").arg(p_sound)};
-    };
-    QStringList dance = start + QStringList{QStringLiteral("sound 4")};
-    for (int round = 0; round < 2; ++round) {
-        dance += arms(335, 689, 25) + QStringList{QStringLiteral("wait 0.5 s")} +
-                 arms(689, 335, 21) + QStringList{QStringLiteral("wait 0.5 s")};
-    }
-    dance += timed(-50, -50, "1") + timed(50, 50, "1") + arms(512, 512, 14);
-    QTest::newRow("dance") << "dance"
-                           << "Dance" << 0 << dance + end;
-    const auto shown = [](const QStringList& p_what) {
-        QStringList lines;
-        for (const QString& what : p_what) {
-            lines += QStringLiteral("display ") + what;
-        }
-        return lines + QStringList{QStringLiteral("wait 1 s")};
-    };
-    QTest::newRow("face-show") << "face-show"
-                               << "Face" << 0
-                               << start + shown({"2 3 emoji 1 happy"}) +
-                                      shown({"2 3 emoji 4 angry"}) +
-                                      shown(
-                                          {"2 custom", "3 custom", "2 symbol 45", "3 symbol 45"}) +
-                                      shown({"2 symbol 26", "3 symbol 27"}) +
-                                      shown({"2 symbol 13", "3 symbol 5"}) +
-                                      shown({"2 custom", "3 custom"}).mid(0, 2) + end;
-    // Endless ones: they begin like this, and the limit stops them.
-    QTest::newRow("line-follower")
-        << "line-follower"
-        << "Line" << 3
-        << start + QStringList{QStringLiteral("analogue 4 -> 1000")} + drive(-50, -50) +
-               QStringList{QStringLiteral("wait 0.1 s")} + stop + drive(-50, -50);
-    QTest::newRow("bumper") << "bumper"
-                            << "Bumper" << 3 << start + drive(50, -50);
-}
-
-void RoadTest::everyExampleGoesTheWholeRoad()
-{
-    QFETCH(QString, file);
-    QFETCH(QString, binary);
-    QFETCH(int, exitCode);
-    QFETCH(QStringList, expected);
-
-    MainWindow window;
-    window.resize(1280, 768);
-    window.show();
-    window.openPath(qEnvironmentVariable("TILER_EXAMPLES") + QLatin1Char('/') + file +
-                    QStringLiteral(".tlrx"));
-    QVERIFY(window.fileName().endsWith(file + QStringLiteral(".tlrx")));
-    QCOMPARE(window.toolBar()->programName(), binary);
-    QCOMPARE(download(window), QStringLiteral("连接控制器...."));
-
-    const QString path =
-        QCoreApplication::applicationDirPath() + s_objects + binary + QStringLiteral(".bin");
-    QVERIFY(QFileInfo(path).size() > 57536);
-    int code = -1;
-    // Without the rows of dots that show what stands on a display.
-    const QStringList lines =
-        trace(path, 20, &code).filter(QRegularExpression(QStringLiteral("[^ .#]")));
-    QCOMPARE(code, exitCode);
-    if (exitCode == 0) {
-        QCOMPARE(lines, expected);
-    } else {
-        QCOMPARE(lines.mid(0, expected.size()), expected);
-    }
-}
-
-void RoadTest::aProgramThatDoesNotCompileSaysSo()
-{
-    MainWindow window;
-    window.show();
-    // A name that no program can have: projects may bring in any.
-    window.toolBar()->setProgramName(QStringLiteral("a b"));
-    QCOMPARE(download(window), QStringLiteral("编译失败！"));
-    QDirIterator left(QCoreApplication::applicationDirPath() + s_objects,
-                      {QStringLiteral("a*.bin")}, QDir::Files);
-    QVERIFY(!left.hasNext());
-}
-
-void RoadTest::theRoadLeadsFromFoldersWithBlanksAndChineseCharacters()
-{
-    // This very test once more: installed, with its projects and its user somewhere else.
-    QTemporaryDir computer;
-    const QDir root(computer.path());
-    const QString installation = root.filePath(QStringLiteral("安装 目录"));
-    const QString projects = root.filePath(QStringLiteral("我的 项目"));
-    const QString home = root.filePath(QStringLiteral("小明 的家"));
-    for (const QString& folder : {installation, projects, home}) {
-        QVERIFY(root.mkpath(folder));
-    }
-    const QString program = installation + QStringLiteral("/road test");
-    QVERIFY(QFile::copy(QCoreApplication::applicationFilePath(), program));
-    QVERIFY(QFile::copy(qEnvironmentVariable("TILER_EXAMPLES") + QStringLiteral("/square.tlrx"),
-                        projects + QStringLiteral("/square.tlrx")));
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("TILER_EXAMPLES"), projects);
-    environment.insert(QStringLiteral("HOME"), home);
-    environment.remove(QStringLiteral("XDG_CONFIG_HOME"));
-
-    QProcess road;
-    road.setProcessEnvironment(environment);
-    road.setProcessChannelMode(QProcess::MergedChannels);
-    road.start(program, {QStringLiteral("everyExampleGoesTheWholeRoad:square")});
-    QVERIFY(road.waitForFinished(120000));
-    const QByteArray output = road.readAll();
-    QVERIFY2(road.exitStatus() == QProcess::NormalExit && road.exitCode() == 0, output);
-    QVERIFY(QFile::exists(installation + s_objects + QStringLiteral("Square.bin")));
 }
 
 QTEST_MAIN(RoadTest)

@@ -65,48 +65,47 @@ class StartOrderTest : public QObject
     Q_OBJECT
 
 private slots:
-    void logThenSettingsThenTranslationThenWindowThenProject();
-};
+    void logThenSettingsThenTranslationThenWindowThenProject()
+    {
+        const QTemporaryDir computer;
+        const QDir root(computer.path());
+        for (const char* folder : {"tiler/log", "config", "work"}) {
+            QVERIFY(root.mkpath(QLatin1String(folder)));
+        }
+        const QString program = root.filePath(QStringLiteral("tiler/vantrel"));
+        const QString project = root.filePath(QStringLiteral("work/car.tlrx"));
+        QVERIFY(QFile::copy(qEnvironmentVariable("TILER_PROGRAM"), program));
+        QVERIFY(QFile::copy(qEnvironmentVariable("TILER_EXAMPLES") + QStringLiteral("/square.tlrx"),
+                            project));
+        QFile oldLog(root.filePath(QStringLiteral("tiler/log/app-log.txt")));
+        QVERIFY(oldLog.open(QIODevice::WriteOnly));
+        oldLog.close();
 
-void StartOrderTest::logThenSettingsThenTranslationThenWindowThenProject()
-{
-    const QTemporaryDir computer;
-    const QDir root(computer.path());
-    for (const char* folder : {"tiler/log", "config", "work"}) {
-        QVERIFY(root.mkpath(QLatin1String(folder)));
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("XDG_CONFIG_HOME"),
+                           root.filePath(QStringLiteral("config")));
+        ProbedProgram probed(environment, program);
+        FolderWatch watch;
+        QVERIFY(watch.watch(QFileInfo(oldLog).path(), IN_CREATE | IN_DELETE | IN_MODIFY));
+        QVERIFY(watch.watch(root.filePath(QStringLiteral("config")), IN_CREATE));
+        QVERIFY(watch.watch(root.filePath(QStringLiteral("work")), IN_OPEN));
+        QVERIFY(watch.watch(probed.stepsFolder(), IN_CREATE));
+        QVERIFY2(probed.run({project}), qPrintable(probed.story()));
+
+        const QStringList steps{QStringLiteral("deleted app-log.txt"),
+                                QStringLiteral("made app-log.txt"),
+                                QStringLiteral("written app-log.txt"),
+                                QStringLiteral("made vantrel"),
+                                QStringLiteral("made widgets.json.translation"),
+                                QStringLiteral("made widgets.json.window"),
+                                QStringLiteral("made widgets.json.shown"),
+                                QStringLiteral("read car.tlrx"),
+                                QStringLiteral("made widgets.json")};
+        QCOMPARE(watch.happened(), steps);
+        QCOMPARE(probed.fontBeforeTranslation(), probed.font());
+        QCOMPARE(probed.font()[QStringLiteral("family")].toString(), QStringLiteral("微软雅黑"));
     }
-    const QString program = root.filePath(QStringLiteral("tiler/vantrel"));
-    const QString project = root.filePath(QStringLiteral("work/car.tlrx"));
-    QVERIFY(QFile::copy(qEnvironmentVariable("TILER_PROGRAM"), program));
-    QVERIFY(QFile::copy(qEnvironmentVariable("TILER_EXAMPLES") + QStringLiteral("/square.tlrx"),
-                        project));
-    QFile oldLog(root.filePath(QStringLiteral("tiler/log/app-log.txt")));
-    QVERIFY(oldLog.open(QIODevice::WriteOnly));
-    oldLog.close();
-
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), root.filePath(QStringLiteral("config")));
-    ProbedProgram probed(environment, program);
-    FolderWatch watch;
-    QVERIFY(watch.watch(QFileInfo(oldLog).path(), IN_CREATE | IN_DELETE | IN_MODIFY));
-    QVERIFY(watch.watch(root.filePath(QStringLiteral("config")), IN_CREATE));
-    QVERIFY(watch.watch(root.filePath(QStringLiteral("work")), IN_OPEN));
-    QVERIFY(watch.watch(probed.stepsFolder(), IN_CREATE));
-    QVERIFY2(probed.run({project}), qPrintable(probed.story()));
-
-    const QStringList steps{QStringLiteral("deleted app-log.txt"),
-                            QStringLiteral("made app-log.txt"),
-                            QStringLiteral("written app-log.txt"),
-                            QStringLiteral("made vantrel"),
-                            QStringLiteral("made widgets.json.translation"),
-                            QStringLiteral("made widgets.json.window"),
-                            QStringLiteral("made widgets.json.shown"),
-                            QStringLiteral("read car.tlrx"),
-                            QStringLiteral("made widgets.json")};
-    QCOMPARE(watch.happened(), steps);
-    QCOMPARE(probed.fontBeforeTranslation(), probed.font());
-    QCOMPARE(probed.font()[QStringLiteral("family")].toString(), QStringLiteral("微软雅黑"));
-}
+};
 
 QTEST_GUILESS_MAIN(StartOrderTest)
 #include "startordertest.moc"

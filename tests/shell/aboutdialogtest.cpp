@@ -23,30 +23,6 @@ public slots:
     void open(const QUrl& p_url) { m_opened.append(p_url); }
 };
 
-/** The about box. */
-class AboutDialogTest : public QObject
-{
-    Q_OBJECT
-
-private slots:
-    void itTellsNameAndVersionAndLinksToTheSite();
-    void itsTextsAreTranslated();
-    void itsTextsHaveTheirFontAndColour();
-    void everyTextIsShownWhole();
-    void everyTextIsShownWholeInEnglish();
-    void thePictureIsItsBackground();
-    void theCloseButtonClosesIt();
-    void itIsDraggedByItsBody();
-    void itIsDraggedByItsTexts();
-    void theCloseButtonDoesNotDragIt();
-    void aPressOutsideOfItIsNotSeen();
-    void aMoveWithoutAPressStartsFromZero();
-    void theLinkOpensOutside();
-
-private:
-    static void checkThatTextsAreShownWhole();
-};
-
 namespace
 {
 /** Moves the mouse over a widget, its left button down, by way of the widgets below it. */
@@ -58,52 +34,174 @@ void moveMouse(QWidget& p_widget, const QPoint& p_global)
 }
 } // namespace
 
-void AboutDialogTest::itTellsNameAndVersionAndLinksToTheSite()
+/** The about box. */
+class AboutDialogTest : public QObject
 {
-    aboutDialog dialog;
-    const auto text = [&dialog](const char* p_name) {
-        return dialog.findChild<QLabel*>(QString::fromLatin1(p_name))->text();
-    };
-    QCOMPARE(text("titleLabel"), QStringLiteral("塔勒积木编程"));
-    QCOMPARE(text("nameLabel"), QStringLiteral("名称: 塔勒积木编程"));
-    QCOMPARE(text("versionLabel"), QStringLiteral("版本: ") + programVersion());
-    QVERIFY(text("infoLabel").contains(QStringLiteral("更多信息请访问")));
-    QVERIFY(text("infoLabel").contains(QStringLiteral("href=\"https://")));
-    QVERIFY(dialog.findChild<QLabel*>(QStringLiteral("infoLabel"))->openExternalLinks());
-    QVERIFY(dialog.windowFlags() & Qt::FramelessWindowHint);
-    QVERIFY(dialog.testAttribute(Qt::WA_TranslucentBackground));
-}
+    Q_OBJECT
 
-void AboutDialogTest::itsTextsAreTranslated()
-{
-    QTranslator english;
-    QVERIFY(english.load(QStringLiteral(":/vantrel_en.qm")));
-    QVERIFY(QCoreApplication::installTranslator(&english));
-    const aboutDialog dialog;
-    const QString title = english.translate("QObject", "塔勒积木编程");
-    QVERIFY(!title.isEmpty());
-    const auto text = [&dialog](const char* p_name) {
-        return dialog.findChild<QLabel*>(QString::fromLatin1(p_name))->text();
-    };
-    QCOMPARE(text("titleLabel"), title);
-    QCOMPARE(dialog.windowTitle(), title);
-    QCOMPARE(text("nameLabel"), QStringLiteral("Name: ") + title);
-    QCOMPARE(text("versionLabel"), QStringLiteral("Version: ") + programVersion());
-    QVERIFY(text("infoLabel").startsWith(QStringLiteral("More Information")));
-}
-
-void AboutDialogTest::itsTextsHaveTheirFontAndColour()
-{
-    aboutDialog dialog;
-    dialog.show();
-    for (const QLabel* label : dialog.findChildren<QLabel*>()) {
-        QVERIFY(label->styleSheet().contains(QStringLiteral("font: 9pt \"微软雅黑\";")));
-        QCOMPARE(label->font().pointSize(), 9);
-        QCOMPARE(label->font().family(), QStringLiteral("微软雅黑"));
+private slots:
+    void itTellsNameAndVersionAndLinksToTheSite()
+    {
+        aboutDialog dialog;
+        const auto text = [&dialog](const char* p_name) {
+            return dialog.findChild<QLabel*>(QString::fromLatin1(p_name))->text();
+        };
+        QCOMPARE(text("titleLabel"), QStringLiteral("塔勒积木编程"));
+        QCOMPARE(text("nameLabel"), QStringLiteral("名称: 塔勒积木编程"));
+        QCOMPARE(text("versionLabel"), QStringLiteral("版本: ") + programVersion());
+        QVERIFY(text("infoLabel").contains(QStringLiteral("更多信息请访问")));
+        QVERIFY(text("infoLabel").contains(QStringLiteral("href=\"https://")));
+        QVERIFY(dialog.findChild<QLabel*>(QStringLiteral("infoLabel"))->openExternalLinks());
+        QVERIFY(dialog.windowFlags() & Qt::FramelessWindowHint);
+        QVERIFY(dialog.testAttribute(Qt::WA_TranslucentBackground));
     }
-    const auto* info = dialog.findChild<QLabel*>(QStringLiteral("infoLabel"));
-    QVERIFY(info->text().contains(QStringLiteral("<a style=\"color:white;\"")));
-}
+
+    void itsTextsAreTranslated()
+    {
+        QTranslator english;
+        QVERIFY(english.load(QStringLiteral(":/vantrel_en.qm")));
+        QVERIFY(QCoreApplication::installTranslator(&english));
+        const aboutDialog dialog;
+        const QString title = english.translate("QObject", "塔勒积木编程");
+        QVERIFY(!title.isEmpty());
+        const auto text = [&dialog](const char* p_name) {
+            return dialog.findChild<QLabel*>(QString::fromLatin1(p_name))->text();
+        };
+        QCOMPARE(text("titleLabel"), title);
+        QCOMPARE(dialog.windowTitle(), title);
+        QCOMPARE(text("nameLabel"), QStringLiteral("Name: ") + title);
+        QCOMPARE(text("versionLabel"), QStringLiteral("Version: ") + programVersion());
+        QVERIFY(text("infoLabel").startsWith(QStringLiteral("More Information")));
+    }
+
+    void itsTextsHaveTheirFontAndColour()
+    {
+        aboutDialog dialog;
+        dialog.show();
+        for (const QLabel* label : dialog.findChildren<QLabel*>()) {
+            QVERIFY(label->styleSheet().contains(QStringLiteral("font: 9pt \"微软雅黑\";")));
+            QCOMPARE(label->font().pointSize(), 9);
+            QCOMPARE(label->font().family(), QStringLiteral("微软雅黑"));
+        }
+        const auto* info = dialog.findChild<QLabel*>(QStringLiteral("infoLabel"));
+        QVERIFY(info->text().contains(QStringLiteral("<a style=\"color:white;\"")));
+    }
+
+    void everyTextIsShownWhole() { checkThatTextsAreShownWhole(); }
+
+    void everyTextIsShownWholeInEnglish()
+    {
+        QTranslator english;
+        QVERIFY(english.load(QStringLiteral(":/vantrel_en.qm")));
+        QVERIFY(QCoreApplication::installTranslator(&english));
+        checkThatTextsAreShownWhole();
+    }
+
+    void thePictureIsItsBackground()
+    {
+        aboutDialog dialog;
+        const QList<QWidget*> children = dialog.findChildren<QWidget*>();
+        qDeleteAll(children);
+        const QImage picture = QImage(QStringLiteral(":/guanyutankuang-400x210.png"))
+                                   .convertToFormat(QImage::Format_RGB32);
+        QCOMPARE(picture.size(), dialog.size());
+        const QImage shown = dialog.grab().toImage().convertToFormat(QImage::Format_RGB32);
+        for (int x = 20; x < picture.width() - 20; x += 7) {
+            for (int y = 20; y < picture.height() - 20; y += 7) {
+                QCOMPARE(QColor(shown.pixel(x, y)), QColor(picture.pixel(x, y)));
+            }
+        }
+    }
+
+    void theCloseButtonClosesIt()
+    {
+        aboutDialog dialog;
+        dialog.show();
+        QTest::mouseClick(dialog.findChild<QPushButton*>(), Qt::LeftButton);
+        QVERIFY(!dialog.isVisible());
+    }
+
+    void itIsDraggedByItsBody()
+    {
+        aboutDialog dialog;
+        dialog.move(100, 100);
+        dialog.show();
+        const QPoint before = dialog.pos();
+        QTest::mousePress(&dialog, Qt::LeftButton, Qt::NoModifier, QPoint(20, 60));
+        moveMouse(dialog, dialog.mapToGlobal(QPoint(50, 45)));
+        QCOMPARE(dialog.pos() - before, QPoint(30, -15));
+    }
+
+    void itIsDraggedByItsTexts()
+    {
+        aboutDialog dialog;
+        dialog.move(100, 100);
+        dialog.show();
+        const QPoint before = dialog.pos();
+        auto* label = dialog.findChild<QLabel*>(QStringLiteral("nameLabel"));
+        QTest::mousePress(label, Qt::LeftButton, Qt::NoModifier, QPoint(3, 4));
+        moveMouse(*label, label->mapToGlobal(QPoint(13, -16)));
+        QCOMPARE(dialog.pos() - before, QPoint(10, -20));
+    }
+
+    void theCloseButtonDoesNotDragIt()
+    {
+        aboutDialog dialog;
+        dialog.move(100, 100);
+        dialog.show();
+        const QPoint before = dialog.pos();
+        auto* button = dialog.findChild<QPushButton*>();
+        QTest::mousePress(button, Qt::LeftButton, Qt::NoModifier, QPoint(3, 4));
+        moveMouse(*button, button->mapToGlobal(QPoint(13, -16)));
+        QCOMPARE(dialog.pos(), before);
+    }
+
+    void aPressOutsideOfItIsNotSeen()
+    {
+        QWidget other;
+        other.setGeometry(300, 300, 100, 100);
+        other.show();
+        aboutDialog dialog;
+        dialog.move(100, 100);
+        dialog.show();
+        const QPoint before = dialog.pos();
+        const QPoint start = dialog.mapToGlobal(QPoint(20, 60));
+        QTest::mousePress(&dialog, Qt::LeftButton, Qt::NoModifier, QPoint(20, 60));
+        QTest::mousePress(&other, Qt::LeftButton, Qt::NoModifier, QPoint(20, 60));
+        moveMouse(other, other.mapToGlobal(QPoint(50, 45)));
+        QCOMPARE(dialog.pos(), before);
+        // The next move over the box goes on from the press on the box itself.
+        moveMouse(dialog, start + QPoint(7, 9));
+        QCOMPARE(dialog.pos() - before, QPoint(7, 9));
+    }
+
+    void aMoveWithoutAPressStartsFromZero()
+    {
+        aboutDialog dialog;
+        dialog.move(100, 100);
+        dialog.show();
+        moveMouse(dialog, QPoint(33, 44));
+        QCOMPARE(dialog.pos(), QPoint(33, 44));
+    }
+
+    void theLinkOpensOutside()
+    {
+        const Desktop desktop;
+        aboutDialog dialog;
+        dialog.show();
+        auto* info = dialog.findChild<QLabel*>(QStringLiteral("infoLabel"));
+        // Through the text from its end, where the link stands.
+        for (int x = info->sizeHint().width() - 2; x > 0 && desktop.m_opened.isEmpty(); x -= 10) {
+            QTest::mouseClick(info, Qt::LeftButton, Qt::NoModifier, QPoint(x, info->height() / 2));
+        }
+        QCOMPARE(desktop.m_opened.size(), 1);
+        QCOMPARE(desktop.m_opened.first().scheme(), QStringLiteral("https"));
+        QVERIFY(info->text().contains(desktop.m_opened.first().toString()));
+    }
+
+private:
+    static void checkThatTextsAreShownWhole();
+};
 
 void AboutDialogTest::checkThatTextsAreShownWhole()
 {
@@ -117,118 +215,6 @@ void AboutDialogTest::checkThatTextsAreShownWhole()
         QVERIFY2(needed.height() <= label->height(), qPrintable(label->text()));
         QVERIFY(dialog.rect().contains(label->geometry()));
     }
-}
-
-void AboutDialogTest::everyTextIsShownWhole() { checkThatTextsAreShownWhole(); }
-
-void AboutDialogTest::everyTextIsShownWholeInEnglish()
-{
-    QTranslator english;
-    QVERIFY(english.load(QStringLiteral(":/vantrel_en.qm")));
-    QVERIFY(QCoreApplication::installTranslator(&english));
-    checkThatTextsAreShownWhole();
-}
-
-void AboutDialogTest::thePictureIsItsBackground()
-{
-    aboutDialog dialog;
-    const QList<QWidget*> children = dialog.findChildren<QWidget*>();
-    qDeleteAll(children);
-    const QImage picture = QImage(QStringLiteral(":/guanyutankuang-400x210.png"))
-                               .convertToFormat(QImage::Format_RGB32);
-    QCOMPARE(picture.size(), dialog.size());
-    const QImage shown = dialog.grab().toImage().convertToFormat(QImage::Format_RGB32);
-    for (int x = 20; x < picture.width() - 20; x += 7) {
-        for (int y = 20; y < picture.height() - 20; y += 7) {
-            QCOMPARE(QColor(shown.pixel(x, y)), QColor(picture.pixel(x, y)));
-        }
-    }
-}
-
-void AboutDialogTest::theCloseButtonClosesIt()
-{
-    aboutDialog dialog;
-    dialog.show();
-    QTest::mouseClick(dialog.findChild<QPushButton*>(), Qt::LeftButton);
-    QVERIFY(!dialog.isVisible());
-}
-
-void AboutDialogTest::itIsDraggedByItsBody()
-{
-    aboutDialog dialog;
-    dialog.move(100, 100);
-    dialog.show();
-    const QPoint before = dialog.pos();
-    QTest::mousePress(&dialog, Qt::LeftButton, Qt::NoModifier, QPoint(20, 60));
-    moveMouse(dialog, dialog.mapToGlobal(QPoint(50, 45)));
-    QCOMPARE(dialog.pos() - before, QPoint(30, -15));
-}
-
-void AboutDialogTest::itIsDraggedByItsTexts()
-{
-    aboutDialog dialog;
-    dialog.move(100, 100);
-    dialog.show();
-    const QPoint before = dialog.pos();
-    auto* label = dialog.findChild<QLabel*>(QStringLiteral("nameLabel"));
-    QTest::mousePress(label, Qt::LeftButton, Qt::NoModifier, QPoint(3, 4));
-    moveMouse(*label, label->mapToGlobal(QPoint(13, -16)));
-    QCOMPARE(dialog.pos() - before, QPoint(10, -20));
-}
-
-void AboutDialogTest::theCloseButtonDoesNotDragIt()
-{
-    aboutDialog dialog;
-    dialog.move(100, 100);
-    dialog.show();
-    const QPoint before = dialog.pos();
-    auto* button = dialog.findChild<QPushButton*>();
-    QTest::mousePress(button, Qt::LeftButton, Qt::NoModifier, QPoint(3, 4));
-    moveMouse(*button, button->mapToGlobal(QPoint(13, -16)));
-    QCOMPARE(dialog.pos(), before);
-}
-
-void AboutDialogTest::aPressOutsideOfItIsNotSeen()
-{
-    QWidget other;
-    other.setGeometry(300, 300, 100, 100);
-    other.show();
-    aboutDialog dialog;
-    dialog.move(100, 100);
-    dialog.show();
-    const QPoint before = dialog.pos();
-    const QPoint start = dialog.mapToGlobal(QPoint(20, 60));
-    QTest::mousePress(&dialog, Qt::LeftButton, Qt::NoModifier, QPoint(20, 60));
-    QTest::mousePress(&other, Qt::LeftButton, Qt::NoModifier, QPoint(20, 60));
-    moveMouse(other, other.mapToGlobal(QPoint(50, 45)));
-    QCOMPARE(dialog.pos(), before);
-    // The next move over the box goes on from the press on the box itself.
-    moveMouse(dialog, start + QPoint(7, 9));
-    QCOMPARE(dialog.pos() - before, QPoint(7, 9));
-}
-
-void AboutDialogTest::aMoveWithoutAPressStartsFromZero()
-{
-    aboutDialog dialog;
-    dialog.move(100, 100);
-    dialog.show();
-    moveMouse(dialog, QPoint(33, 44));
-    QCOMPARE(dialog.pos(), QPoint(33, 44));
-}
-
-void AboutDialogTest::theLinkOpensOutside()
-{
-    const Desktop desktop;
-    aboutDialog dialog;
-    dialog.show();
-    auto* info = dialog.findChild<QLabel*>(QStringLiteral("infoLabel"));
-    // Through the text from its end, where the link stands.
-    for (int x = info->sizeHint().width() - 2; x > 0 && desktop.m_opened.isEmpty(); x -= 10) {
-        QTest::mouseClick(info, Qt::LeftButton, Qt::NoModifier, QPoint(x, info->height() / 2));
-    }
-    QCOMPARE(desktop.m_opened.size(), 1);
-    QCOMPARE(desktop.m_opened.first().scheme(), QStringLiteral("https"));
-    QVERIFY(info->text().contains(desktop.m_opened.first().toString()));
 }
 
 QTEST_MAIN(AboutDialogTest)

@@ -83,220 +83,206 @@ class LanguageTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void beforeAnyChoiceEnglishIsChecked();
-    void thereIsOneObjectForAll();
-    void theSettingDecides_data();
-    void theSettingDecides();
-    void withoutASettingTheSystemDecides_data();
-    void withoutASettingTheSystemDecides();
-    void withoutItsTranslationsTheSourceTextsStand();
-    void eachCodeHasItsFile_data();
-    void eachCodeHasItsFile();
-    void theNextChoiceRemovesTheTranslationBefore();
-    void theMenuOffersThreeLanguagesInOrder();
-    void theMenuSpeaksTheLanguageOfTheInterface();
-    void choosingFromTheMenuHasNoEffect();
-    void aMenuMayGoBeforeTheNextOne();
-};
+    void initTestCase()
+    {
+        configSetUp();
+        setString(s_key, QString());
+    }
 
-void LanguageTest::initTestCase()
-{
-    configSetUp();
-    setString(s_key, QString());
-}
+    void beforeAnyChoiceEnglishIsChecked()
+    {
+        QCOMPARE(checkedEntries(), QStringList({QStringLiteral("English")}));
+        QVERIFY(!Language::instance()->findChild<QTranslator*>());
+    }
 
-void LanguageTest::beforeAnyChoiceEnglishIsChecked()
-{
-    QCOMPARE(checkedEntries(), QStringList({QStringLiteral("English")}));
-    QVERIFY(!Language::instance()->findChild<QTranslator*>());
-}
+    void thereIsOneObjectForAll()
+    {
+        QVERIFY(Language::instance());
+        QCOMPARE(Language::instance(), Language::instance());
+        QVERIFY(!Language::instance()->parent());
+    }
 
-void LanguageTest::thereIsOneObjectForAll()
-{
-    QVERIFY(Language::instance());
-    QCOMPARE(Language::instance(), Language::instance());
-    QVERIFY(!Language::instance()->parent());
-}
+    void theSettingDecides_data()
+    {
+        QTest::addColumn<QString>("setting");
+        QTest::addColumn<QStringList>("checked");
+        QTest::newRow("Simplified Chinese") << "1" << QStringList(QStringLiteral("简体中文"));
+        QTest::newRow("English") << "2" << QStringList(QStringLiteral("English"));
+        QTest::newRow("Traditional Chinese") << "3" << QStringList(QStringLiteral("繁体中文"));
+        QTest::newRow("no number") << "nonsense" << QStringList();
+        QTest::newRow("a code of no language") << "17" << QStringList();
+        QTest::newRow("more than a number holds") << "99999999999999" << QStringList();
+    }
 
-void LanguageTest::theSettingDecides_data()
-{
-    QTest::addColumn<QString>("setting");
-    QTest::addColumn<QStringList>("checked");
-    QTest::newRow("Simplified Chinese") << "1" << QStringList(QStringLiteral("简体中文"));
-    QTest::newRow("English") << "2" << QStringList(QStringLiteral("English"));
-    QTest::newRow("Traditional Chinese") << "3" << QStringList(QStringLiteral("繁体中文"));
-    QTest::newRow("no number") << "nonsense" << QStringList();
-    QTest::newRow("a code of no language") << "17" << QStringList();
-    QTest::newRow("more than a number holds") << "99999999999999" << QStringList();
-}
+    void theSettingDecides()
+    {
+        QFETCH(QString, setting);
+        QFETCH(QStringList, checked);
+        setString(s_key, setting);
+        QTest::ignoreMessage(QtDebugMsg, qPrintable(s_loadError));
+        Language::instance()->init();
+        QCOMPARE(checkedEntries(), checked);
+        QCOMPARE(getString(s_key), setting);
+        setString(s_key, QString());
+    }
 
-void LanguageTest::theSettingDecides()
-{
-    QFETCH(QString, setting);
-    QFETCH(QStringList, checked);
-    setString(s_key, setting);
-    QTest::ignoreMessage(QtDebugMsg, qPrintable(s_loadError));
-    Language::instance()->init();
-    QCOMPARE(checkedEntries(), checked);
-    QCOMPARE(getString(s_key), setting);
-    setString(s_key, QString());
-}
+    void withoutASettingTheSystemDecides_data()
+    {
+        QTest::addColumn<QString>("locale");
+        QTest::addColumn<QString>("checked");
+        QTest::newRow("China") << "zh_CN" << QStringLiteral("简体中文");
+        QTest::newRow("Taiwan") << "zh_TW" << QStringLiteral("繁体中文");
+        QTest::newRow("Japan") << "ja_JP" << QStringLiteral("English");
+    }
 
-void LanguageTest::withoutASettingTheSystemDecides_data()
-{
-    QTest::addColumn<QString>("locale");
-    QTest::addColumn<QString>("checked");
-    QTest::newRow("China") << "zh_CN" << QStringLiteral("简体中文");
-    QTest::newRow("Taiwan") << "zh_TW" << QStringLiteral("繁体中文");
-    QTest::newRow("Japan") << "ja_JP" << QStringLiteral("English");
-}
-
-// The system's locale is settled when a program starts, so another one has to.
-void LanguageTest::withoutASettingTheSystemDecides()
-{
+    // The system's locale is settled when a program starts, so another one has to.
+    void withoutASettingTheSystemDecides()
+    {
 #ifdef Q_OS_WIN
-    QSKIP("the locale of a program can't be told from outside");
+        QSKIP("the locale of a program can't be told from outside");
 #endif
-    QFETCH(QString, locale);
-    QFETCH(QString, checked);
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.remove(QStringLiteral("LANGUAGE"));
-    environment.insert(QStringLiteral("LC_ALL"), locale + QStringLiteral(".UTF-8"));
-    QProcess program;
-    program.setProcessEnvironment(environment);
-    program.start(QCoreApplication::applicationFilePath(), {QLatin1String(s_printChecked)});
-    QVERIFY(program.waitForFinished());
-    QCOMPARE(program.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(program.exitCode(), 0);
-    QCOMPARE(QString::fromUtf8(program.readAllStandardOutput()).trimmed(), checked);
-}
-
-void LanguageTest::withoutItsTranslationsTheSourceTextsStand()
-{
-    for (const char* file : {":/sketchpad_zh_cn.qm", ":/sketchpad_en.qm", ":/sketchpad_zh_tw.qm"}) {
-        QVERIFY(!QFile::exists(QLatin1String(file)));
+        QFETCH(QString, locale);
+        QFETCH(QString, checked);
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.remove(QStringLiteral("LANGUAGE"));
+        environment.insert(QStringLiteral("LC_ALL"), locale + QStringLiteral(".UTF-8"));
+        QProcess program;
+        program.setProcessEnvironment(environment);
+        program.start(QCoreApplication::applicationFilePath(), {QLatin1String(s_printChecked)});
+        QVERIFY(program.waitForFinished());
+        QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(program.exitCode(), 0);
+        QCOMPARE(QString::fromUtf8(program.readAllStandardOutput()).trimmed(), checked);
     }
-    for (const int code : {1, 2, 3, 0}) {
+
+    void withoutItsTranslationsTheSourceTextsStand()
+    {
+        for (const char* file :
+             {":/sketchpad_zh_cn.qm", ":/sketchpad_en.qm", ":/sketchpad_zh_tw.qm"}) {
+            QVERIFY(!QFile::exists(QLatin1String(file)));
+        }
+        for (const int code : {1, 2, 3, 0}) {
+            const LoggedMessages logged;
+            Language::instance()->setLanguage(code);
+            QCOMPARE(LoggedMessages::texts(), oneLoadError());
+            QCOMPARE(forwardText(), QStringLiteral("前进"));
+        }
+    }
+
+    void eachCodeHasItsFile_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QList<int>>("codes");
+        QTest::newRow("Simplified Chinese") << "sketchpad_zh_cn.qm" << QList<int>{1};
+        QTest::newRow("English and what is unknown")
+            << "sketchpad_en.qm" << QList<int>{2, 0, 4, 17, -1};
+        QTest::newRow("Traditional Chinese") << "sketchpad_zh_tw.qm" << QList<int>{3};
+    }
+
+    void eachCodeHasItsFile()
+    {
+        QFETCH(QString, name);
+        QFETCH(QList<int>, codes);
+        // The English texts of the program do for each language here.
+        const QTemporaryDir folder;
+        QVERIFY(QFile::copy(QStringLiteral(":/vantrel_en.qm"), folder.filePath(name)));
+        QFile list(folder.filePath(QStringLiteral("list.qrc")));
+        QVERIFY(list.open(QIODevice::WriteOnly));
+        list.write("<RCC><qresource prefix=\"/\"><file>" + name.toUtf8() +
+                   "</file></qresource></RCC>");
+        list.close();
+        const QString resources = folder.filePath(QStringLiteral("resources.rcc"));
+        QCOMPARE(QProcess::execute(qEnvironmentVariable("TILER_RCC"),
+                                   {QStringLiteral("--binary"), list.fileName(),
+                                    QStringLiteral("-o"), resources}),
+                 0);
+        QVERIFY(QResource::registerResource(resources));
+        for (const int code : {1, 2, 3, 0, 4, 17, -1}) {
+            const LoggedMessages logged;
+            Language::instance()->setLanguage(code);
+            const bool loads = codes.contains(code);
+            QCOMPARE(forwardText(), loads ? QStringLiteral("Forward") : QStringLiteral("前进"));
+            QCOMPARE(LoggedMessages::texts(), loads ? QStringList() : oneLoadError());
+        }
         const LoggedMessages logged;
-        Language::instance()->setLanguage(code);
-        QCOMPARE(LoggedMessages::texts(), oneLoadError());
-        QCOMPARE(forwardText(), QStringLiteral("前进"));
+        Language::instance()->setLanguage(codes.first() == 1 ? 2 : 1);
+        QVERIFY(QResource::unregisterResource(resources));
     }
-}
 
-void LanguageTest::eachCodeHasItsFile_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QList<int>>("codes");
-    QTest::newRow("Simplified Chinese") << "sketchpad_zh_cn.qm" << QList<int>{1};
-    QTest::newRow("English and what is unknown")
-        << "sketchpad_en.qm" << QList<int>{2, 0, 4, 17, -1};
-    QTest::newRow("Traditional Chinese") << "sketchpad_zh_tw.qm" << QList<int>{3};
-}
-
-void LanguageTest::eachCodeHasItsFile()
-{
-    QFETCH(QString, name);
-    QFETCH(QList<int>, codes);
-    // The English texts of the program do for each language here.
-    const QTemporaryDir folder;
-    QVERIFY(QFile::copy(QStringLiteral(":/vantrel_en.qm"), folder.filePath(name)));
-    QFile list(folder.filePath(QStringLiteral("list.qrc")));
-    QVERIFY(list.open(QIODevice::WriteOnly));
-    list.write("<RCC><qresource prefix=\"/\"><file>" + name.toUtf8() + "</file></qresource></RCC>");
-    list.close();
-    const QString resources = folder.filePath(QStringLiteral("resources.rcc"));
-    QCOMPARE(QProcess::execute(
-                 qEnvironmentVariable("TILER_RCC"),
-                 {QStringLiteral("--binary"), list.fileName(), QStringLiteral("-o"), resources}),
-             0);
-    QVERIFY(QResource::registerResource(resources));
-    for (const int code : {1, 2, 3, 0, 4, 17, -1}) {
+    void theNextChoiceRemovesTheTranslationBefore()
+    {
         const LoggedMessages logged;
-        Language::instance()->setLanguage(code);
-        const bool loads = codes.contains(code);
-        QCOMPARE(forwardText(), loads ? QStringLiteral("Forward") : QStringLiteral("前进"));
-        QCOMPARE(LoggedMessages::texts(), loads ? QStringList() : oneLoadError());
+        Language* language = Language::instance();
+        language->setLanguage(1);
+        const QPointer<QTranslator> first = language->findChild<QTranslator*>();
+        QVERIFY(first);
+        QCOMPARE(first->parent(), language);
+        language->setLanguage(2);
+        QVERIFY(first.isNull());
+        QCOMPARE(language->findChildren<QTranslator*>().size(), 1);
     }
-    const LoggedMessages logged;
-    Language::instance()->setLanguage(codes.first() == 1 ? 2 : 1);
-    QVERIFY(QResource::unregisterResource(resources));
-}
 
-void LanguageTest::theNextChoiceRemovesTheTranslationBefore()
-{
-    const LoggedMessages logged;
-    Language* language = Language::instance();
-    language->setLanguage(1);
-    const QPointer<QTranslator> first = language->findChild<QTranslator*>();
-    QVERIFY(first);
-    QCOMPARE(first->parent(), language);
-    language->setLanguage(2);
-    QVERIFY(first.isNull());
-    QCOMPARE(language->findChildren<QTranslator*>().size(), 1);
-}
-
-void LanguageTest::theMenuOffersThreeLanguagesInOrder()
-{
-    QMenu menu;
-    menu.addAction(QStringLiteral("something before"));
-    const QList<QAction*> entries = entriesIn(menu);
-    QCOMPARE(menu.actions().size(), 2);
-    QCOMPARE(menu.actions().last()->text(), QStringLiteral("选择语言"));
-    QStringList texts;
-    for (const QAction* entry : entries) {
-        texts.append(entry->text());
-        QVERIFY(entry->isCheckable());
-    }
-    QCOMPARE(texts, QStringList({QStringLiteral("简体中文"), QStringLiteral("繁体中文"),
-                                 QStringLiteral("English")}));
-}
-
-void LanguageTest::theMenuSpeaksTheLanguageOfTheInterface()
-{
-    QTranslator english;
-    QVERIFY(english.load(QStringLiteral(":/vantrel_en.qm")));
-    QVERIFY(QCoreApplication::installTranslator(&english));
-    QMenu menu;
-    const QList<QAction*> entries = entriesIn(menu);
-    QCOMPARE(menu.actions().first()->text(), QStringLiteral("Select Language"));
-    QCOMPARE(entries.at(0)->text(), QStringLiteral("Simplified Chinese"));
-    QCOMPARE(entries.at(1)->text(), QStringLiteral("Traditional Chinese"));
-    QCOMPARE(entries.at(2)->text(), QStringLiteral("English"));
-}
-
-void LanguageTest::choosingFromTheMenuHasNoEffect()
-{
-    const LoggedMessages logged;
-    Language* language = Language::instance();
-    language->setLanguage(2);
-    LoggedMessages::texts().clear();
-    const QPointer<QTranslator> before = language->findChild<QTranslator*>();
-    QMenu menu;
-    for (QAction* entry : entriesIn(menu)) {
-        entry->trigger();
-    }
-    language->onChineseS();
-    language->onChineseT();
-    language->onEnglish();
-    QVERIFY(before);
-    QCOMPARE(language->findChildren<QTranslator*>(), QList<QTranslator*>({before}));
-    QCOMPARE(LoggedMessages::texts(), QStringList());
-    QCOMPARE(getString(s_key), QString());
-    QCOMPARE(checkedEntries(), QStringList({QStringLiteral("English")}));
-}
-
-void LanguageTest::aMenuMayGoBeforeTheNextOne()
-{
-    const LoggedMessages logged;
+    void theMenuOffersThreeLanguagesInOrder()
     {
         QMenu menu;
-        QCOMPARE(entriesIn(menu).size(), 3);
+        menu.addAction(QStringLiteral("something before"));
+        const QList<QAction*> entries = entriesIn(menu);
+        QCOMPARE(menu.actions().size(), 2);
+        QCOMPARE(menu.actions().last()->text(), QStringLiteral("选择语言"));
+        QStringList texts;
+        for (const QAction* entry : entries) {
+            texts.append(entry->text());
+            QVERIFY(entry->isCheckable());
+        }
+        QCOMPARE(texts, QStringList({QStringLiteral("简体中文"), QStringLiteral("繁体中文"),
+                                     QStringLiteral("English")}));
     }
-    Language::instance()->setLanguage(3);
-    QCOMPARE(checkedEntries(), QStringList({QStringLiteral("繁体中文")}));
-}
+
+    void theMenuSpeaksTheLanguageOfTheInterface()
+    {
+        QTranslator english;
+        QVERIFY(english.load(QStringLiteral(":/vantrel_en.qm")));
+        QVERIFY(QCoreApplication::installTranslator(&english));
+        QMenu menu;
+        const QList<QAction*> entries = entriesIn(menu);
+        QCOMPARE(menu.actions().first()->text(), QStringLiteral("Select Language"));
+        QCOMPARE(entries.at(0)->text(), QStringLiteral("Simplified Chinese"));
+        QCOMPARE(entries.at(1)->text(), QStringLiteral("Traditional Chinese"));
+        QCOMPARE(entries.at(2)->text(), QStringLiteral("English"));
+    }
+
+    void choosingFromTheMenuHasNoEffect()
+    {
+        const LoggedMessages logged;
+        Language* language = Language::instance();
+        language->setLanguage(2);
+        LoggedMessages::texts().clear();
+        const QPointer<QTranslator> before = language->findChild<QTranslator*>();
+        QMenu menu;
+        for (QAction* entry : entriesIn(menu)) {
+            entry->trigger();
+        }
+        language->onChineseS();
+        language->onChineseT();
+        language->onEnglish();
+        QVERIFY(before);
+        QCOMPARE(language->findChildren<QTranslator*>(), QList<QTranslator*>({before}));
+        QCOMPARE(LoggedMessages::texts(), QStringList());
+        QCOMPARE(getString(s_key), QString());
+        QCOMPARE(checkedEntries(), QStringList({QStringLiteral("English")}));
+    }
+
+    void aMenuMayGoBeforeTheNextOne()
+    {
+        const LoggedMessages logged;
+        {
+            QMenu menu;
+            QCOMPARE(entriesIn(menu).size(), 3);
+        }
+        Language::instance()->setLanguage(3);
+        QCOMPARE(checkedEntries(), QStringList({QStringLiteral("繁体中文")}));
+    }
+};
 
 int main(int p_argc, char** p_argv)
 {

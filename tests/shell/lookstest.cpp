@@ -492,6 +492,15 @@ private slots:
         QCOMPARE(widget(*parts.value(QStringLiteral("colour bar"))).styleSheet(),
                  QStringLiteral("background-color:") + colour);
         QCOMPARE(m_bench->palette().folders().at(tab)->imagePath(), picture);
+        // A strip of blocks fills the area but for the room of its bar.
+        const auto& strip = as<QScrollArea>(*parts.value(QStringLiteral("strip")));
+        QCOMPARE(strip.widget()->height(), strip.height() - 16);
+        const QList<QLabel*> blocks = strip.widget()->findChildren<QLabel*>();
+        QVERIFY(!blocks.isEmpty());
+        for (const QLabel* block : blocks) {
+            QCOMPARE(block->height(), int(0.6 * (strip.height() - 16)));
+            QVERIFY(block->testAttribute(Qt::WA_DeleteOnClose));
+        }
         QCOMPARE(colourAt(m_bench->palette(), QPoint(1270, 12)), colour);
     }
 
@@ -503,6 +512,21 @@ private slots:
         QCOMPARE(colourAt(m_bench->palette(), ground), QStringLiteral("#043c66"));
         m_bench->clickAt(m_bench->add(804), QPointF(60, 120));
         QCOMPARE(colourAt(m_bench->palette(), ground), QStringLiteral("#ebf6ff"));
+        // The keys stay with the block's field.
+        QCOMPARE(m_bench->chooser().size(), 2);
+        QCOMPARE(m_bench->chooser().first()->focusPolicy(), Qt::NoFocus);
+    }
+
+    // Unlike at later sizes, where the whole picture is seen: that is meant.
+    void atFirstTheBackgroundFillsTheWholeCanvas()
+    {
+        m_bench.reset();
+        MainWindow window;
+        const TzProgramView& canvas = *window.view();
+        const QSize texture = canvas.palette().brush(canvas.backgroundRole()).texture().size();
+        // The frame that the style sheet takes away was there still.
+        const QSize seen = canvas.viewport()->size() - QSize(2, 2);
+        QVERIFY(texture.width() >= seen.width() && texture.height() >= seen.height());
     }
 
     void aWindowThatGrowsGivesTheRoomToTheCanvas()
@@ -518,6 +542,16 @@ private slots:
         QCOMPARE(canvas.size(), before + QSize(200, 100));
         QCOMPARE(m_bench->palette().height(), 236);
         QCOMPARE(pane.width(), 400);
+    }
+
+    void aWindowThatGrowsLeavesThePaletteAsTheUserMadeIt()
+    {
+        auto& splitter = as<QSplitter>(*partsOf(*m_bench).value(QStringLiteral("splitter")));
+        splitter.setSizes({splitter.height() - 150, 150});
+        QCOMPARE(m_bench->palette().height(), 150);
+        m_bench->window.resize(1280, 868);
+        QCoreApplication::processEvents();
+        QCOMPARE(m_bench->palette().height(), 150);
     }
 
     void thePaletteKeepsWithinItsLimits()

@@ -57,197 +57,171 @@ class ToolBarNoticeTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void withoutAFindingThereIsNoNoticeAtStart();
-    void aFindingOfYesterdayGivesNoNoticeAtStart();
-    void aFindingOfTomorrowGivesNoNoticeAtStart();
-    void aFindingOfTodayBringsTheNoticeBackAtStart();
-    void aTimeThatIsNoDateBringsTheNoticeBack();
-    void anOldFindingIsKnownAsOldInTheLanguageOfTheSystem_data();
-    void anOldFindingIsKnownAsOldInTheLanguageOfTheSystem();
-    void aFindingIsKeptAsTheSystemWritesDates();
-    void theNoticeStandsAfterARestartOnTheSameDay();
-    void twoFindingsLeaveOneNotice();
-    void removingTakesAllNoticesAway();
-    void theNoticeTellsWhatToDo();
-    void theUpdateButtonStartsTheUpdateAndLeavesTheNotice();
-    void aFindingDuringTheUpdateIsHarmless();
-};
+    void initTestCase() { configSetUp(); }
 
-void ToolBarNoticeTest::initTestCase() { configSetUp(); }
+    void withoutAFindingThereIsNoNoticeAtStart() { QCOMPARE(noticesAtStart(QString()), 0); }
 
-void ToolBarNoticeTest::withoutAFindingThereIsNoNoticeAtStart()
-{
-    QCOMPARE(noticesAtStart(QString()), 0);
-}
+    void aFindingOfYesterdayGivesNoNoticeAtStart() { QCOMPARE(noticesAtStart(textDate(-1)), 0); }
 
-void ToolBarNoticeTest::aFindingOfYesterdayGivesNoNoticeAtStart()
-{
-    QCOMPARE(noticesAtStart(textDate(-1)), 0);
-}
+    void aFindingOfTomorrowGivesNoNoticeAtStart() { QCOMPARE(noticesAtStart(textDate(1)), 0); }
 
-void ToolBarNoticeTest::aFindingOfTomorrowGivesNoNoticeAtStart()
-{
-    QCOMPARE(noticesAtStart(textDate(1)), 0);
-}
+    void aFindingOfTodayBringsTheNoticeBackAtStart() { QCOMPARE(noticesAtStart(textDate(0)), 1); }
 
-void ToolBarNoticeTest::aFindingOfTodayBringsTheNoticeBackAtStart()
-{
-    QCOMPARE(noticesAtStart(textDate(0)), 1);
-}
-
-void ToolBarNoticeTest::aTimeThatIsNoDateBringsTheNoticeBack()
-{
-    QCOMPARE(noticesAtStart(QStringLiteral("not a date")), 1);
-}
-
-void ToolBarNoticeTest::anOldFindingIsKnownAsOldInTheLanguageOfTheSystem_data()
-{
-    QTest::addColumn<QString>("locale");
-    QTest::addColumn<QByteArray>("months");
-    const QByteArray none;
-    QTest::newRow("Chinese, China") << "zh_CN" << none;
-    QTest::newRow("Chinese, Taiwan") << "zh_TW" << none;
-    QTest::newRow("Chinese, Hong Kong") << "zh_HK" << none;
-    QTest::newRow("Chinese, Singapore") << "zh_SG" << none;
-    QTest::newRow("Chinese, Macau") << "zh_MO" << none;
-    QTest::newRow("English") << "en_US" << none;
-    QTest::newRow("Japanese") << "ja_JP" << none;
-    QTest::newRow("Spanish") << "es_ES" << none;
-    // Qt doesn't read back the names of months that it writes with a full stop, and what is no
-    // date counts as today: here the notice stays until the next finding.
-    QTest::newRow("German") << "de_DE" << QByteArray("1 2 4 8 9 10 11 12");
-}
-
-// The system's locale is settled when a program starts, so another one has to.
-void ToolBarNoticeTest::anOldFindingIsKnownAsOldInTheLanguageOfTheSystem()
-{
-#ifdef Q_OS_WIN
-    QSKIP("the locale of a program can't be told from outside");
-#endif
-    QFETCH(QString, locale);
-    QFETCH(QByteArray, months);
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.remove(QStringLiteral("LANGUAGE"));
-    environment.insert(QStringLiteral("LC_ALL"), locale + QStringLiteral(".UTF-8"));
-    QProcess program;
-    program.setProcessEnvironment(environment);
-    program.start(QCoreApplication::applicationFilePath(), {QLatin1String(s_printMonths)});
-    QVERIFY(program.waitForFinished());
-    QCOMPARE(program.exitCode(), 0);
-    QCOMPARE(program.readAllStandardOutput().trimmed(), months);
-}
-
-void ToolBarNoticeTest::aFindingIsKeptAsTheSystemWritesDates()
-{
-    TzToolBar toolBar;
-    const QDateTime before = QDateTime::currentDateTime();
-    toolBar.showFirmwareNotice();
-    const QDateTime after = QDateTime::currentDateTime();
-    const QString stored = getString(s_key);
-    // The text has no parts of a second.
-    bool isMoment = false;
-    for (QDateTime time = before; time <= after.addSecs(1) && !isMoment; time = time.addSecs(1)) {
-        isMoment = stored == time.toString(Qt::TextDate);
+    void aTimeThatIsNoDateBringsTheNoticeBack()
+    {
+        QCOMPARE(noticesAtStart(QStringLiteral("not a date")), 1);
     }
-    QVERIFY2(isMoment, qPrintable(stored));
-}
 
-void ToolBarNoticeTest::theNoticeStandsAfterARestartOnTheSameDay()
-{
-    setString(s_key, QString());
-    save();
+    void anOldFindingIsKnownAsOldInTheLanguageOfTheSystem_data()
+    {
+        QTest::addColumn<QString>("locale");
+        QTest::addColumn<QByteArray>("months");
+        const QByteArray none;
+        QTest::newRow("Chinese, China") << "zh_CN" << none;
+        QTest::newRow("Chinese, Taiwan") << "zh_TW" << none;
+        QTest::newRow("Chinese, Hong Kong") << "zh_HK" << none;
+        QTest::newRow("Chinese, Singapore") << "zh_SG" << none;
+        QTest::newRow("Chinese, Macau") << "zh_MO" << none;
+        QTest::newRow("English") << "en_US" << none;
+        QTest::newRow("Japanese") << "ja_JP" << none;
+        QTest::newRow("Spanish") << "es_ES" << none;
+        // Qt doesn't read back the names of months that it writes with a full stop, and what is no
+        // date counts as today: here the notice stays until the next finding.
+        QTest::newRow("German") << "de_DE" << QByteArray("1 2 4 8 9 10 11 12");
+    }
+
+    // The system's locale is settled when a program starts, so another one has to.
+    void anOldFindingIsKnownAsOldInTheLanguageOfTheSystem()
+    {
+#ifdef Q_OS_WIN
+        QSKIP("the locale of a program can't be told from outside");
+#endif
+        QFETCH(QString, locale);
+        QFETCH(QByteArray, months);
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.remove(QStringLiteral("LANGUAGE"));
+        environment.insert(QStringLiteral("LC_ALL"), locale + QStringLiteral(".UTF-8"));
+        QProcess program;
+        program.setProcessEnvironment(environment);
+        program.start(QCoreApplication::applicationFilePath(), {QLatin1String(s_printMonths)});
+        QVERIFY(program.waitForFinished());
+        QCOMPARE(program.exitCode(), 0);
+        QCOMPARE(program.readAllStandardOutput().trimmed(), months);
+    }
+
+    void aFindingIsKeptAsTheSystemWritesDates()
     {
         TzToolBar toolBar;
+        const QDateTime before = QDateTime::currentDateTime();
+        toolBar.showFirmwareNotice();
+        const QDateTime after = QDateTime::currentDateTime();
+        const QString stored = getString(s_key);
+        // The text has no parts of a second.
+        bool isMoment = false;
+        for (QDateTime time = before; time <= after.addSecs(1) && !isMoment;
+             time = time.addSecs(1)) {
+            isMoment = stored == time.toString(Qt::TextDate);
+        }
+        QVERIFY2(isMoment, qPrintable(stored));
+    }
+
+    void theNoticeStandsAfterARestartOnTheSameDay()
+    {
+        setString(s_key, QString());
+        save();
+        {
+            TzToolBar toolBar;
+            toolBar.showFirmwareNotice();
+            QCOMPARE(noticesOf(toolBar).size(), 1);
+        }
+        // What was written to memory alone is gone with the next reading of the file.
+        setString(s_key, QString());
+        configSetUp();
+        const TzToolBar toolBar;
+        QCOMPARE(noticesOf(toolBar).size(), 1);
+        const QDateTime stored = QDateTime::fromString(getString(s_key), Qt::TextDate);
+        QVERIFY(qAbs(stored.secsTo(QDateTime::currentDateTime())) < 60);
+    }
+
+    void twoFindingsLeaveOneNotice()
+    {
+        setString(s_key, QString());
+        TzToolBar toolBar;
+        toolBar.showFirmwareNotice();
         toolBar.showFirmwareNotice();
         QCOMPARE(noticesOf(toolBar).size(), 1);
     }
-    // What was written to memory alone is gone with the next reading of the file.
-    setString(s_key, QString());
-    configSetUp();
-    const TzToolBar toolBar;
-    QCOMPARE(noticesOf(toolBar).size(), 1);
-    const QDateTime stored = QDateTime::fromString(getString(s_key), Qt::TextDate);
-    QVERIFY(qAbs(stored.secsTo(QDateTime::currentDateTime())) < 60);
-}
 
-void ToolBarNoticeTest::twoFindingsLeaveOneNotice()
-{
-    setString(s_key, QString());
-    TzToolBar toolBar;
-    toolBar.showFirmwareNotice();
-    toolBar.showFirmwareNotice();
-    QCOMPARE(noticesOf(toolBar).size(), 1);
-}
+    void removingTakesAllNoticesAway()
+    {
+        setString(s_key, QString());
+        TzToolBar toolBar;
+        toolBar.addInfo(QStringLiteral("one"));
+        toolBar.addInfo(QStringLiteral("two"));
+        QCOMPARE(noticesOf(toolBar).size(), 2);
+        toolBar.removeInfo();
+        QCOMPARE(noticesOf(toolBar).size(), 0);
+    }
 
-void ToolBarNoticeTest::removingTakesAllNoticesAway()
-{
-    setString(s_key, QString());
-    TzToolBar toolBar;
-    toolBar.addInfo(QStringLiteral("one"));
-    toolBar.addInfo(QStringLiteral("two"));
-    QCOMPARE(noticesOf(toolBar).size(), 2);
-    toolBar.removeInfo();
-    QCOMPARE(noticesOf(toolBar).size(), 0);
-}
+    void theNoticeTellsWhatToDo()
+    {
+        setString(s_key, QString());
+        TzToolBar toolBar;
+        toolBar.showFirmwareNotice();
+        const QWidget* notice = noticesOf(toolBar).first();
+        QCOMPARE(notice->findChild<QLabel*>()->text(),
+                 QStringLiteral("控制器固件有新的版本，请更新"));
+        QCOMPARE(notice->findChild<QPushButton*>(QStringLiteral("info_button"))->text(),
+                 QStringLiteral(" 更新 "));
+    }
 
-void ToolBarNoticeTest::theNoticeTellsWhatToDo()
-{
-    setString(s_key, QString());
-    TzToolBar toolBar;
-    toolBar.showFirmwareNotice();
-    const QWidget* notice = noticesOf(toolBar).first();
-    QCOMPARE(notice->findChild<QLabel*>()->text(), QStringLiteral("控制器固件有新的版本，请更新"));
-    QCOMPARE(notice->findChild<QPushButton*>(QStringLiteral("info_button"))->text(),
-             QStringLiteral(" 更新 "));
-}
+    void theUpdateButtonStartsTheUpdateAndLeavesTheNotice()
+    {
+        setString(s_key, QString());
+        TzToolBar toolBar;
+        toolBar.resize(1280, 34);
+        toolBar.showFirmwareNotice();
+        toolBar.show();
+        bool updateShown = false;
+        QTimer::singleShot(0, &toolBar, [&updateShown] {
+            auto* dialog = qobject_cast<buildDialog*>(QApplication::activeModalWidget());
+            updateShown = dialog != nullptr;
+            if (dialog) {
+                dialog->close();
+            }
+        });
+        QTest::mouseClick(noticesOf(toolBar).first()->findChild<QPushButton*>(), Qt::LeftButton);
+        QVERIFY(updateShown);
+        QVERIFY(!QApplication::activeModalWidget());
+        QCOMPARE(noticesOf(toolBar).size(), 1);
+    }
 
-void ToolBarNoticeTest::theUpdateButtonStartsTheUpdateAndLeavesTheNotice()
-{
-    setString(s_key, QString());
-    TzToolBar toolBar;
-    toolBar.resize(1280, 34);
-    toolBar.showFirmwareNotice();
-    toolBar.show();
-    bool updateShown = false;
-    QTimer::singleShot(0, &toolBar, [&updateShown] {
-        auto* dialog = qobject_cast<buildDialog*>(QApplication::activeModalWidget());
-        updateShown = dialog != nullptr;
-        if (dialog) {
-            dialog->close();
-        }
-    });
-    QTest::mouseClick(noticesOf(toolBar).first()->findChild<QPushButton*>(), Qt::LeftButton);
-    QVERIFY(updateShown);
-    QVERIFY(!QApplication::activeModalWidget());
-    QCOMPARE(noticesOf(toolBar).size(), 1);
-}
-
-void ToolBarNoticeTest::aFindingDuringTheUpdateIsHarmless()
-{
-    setString(s_key, QString());
-    TzToolBar toolBar;
-    toolBar.resize(1280, 34);
-    toolBar.showFirmwareNotice();
-    toolBar.show();
-    const QPointer<QPushButton> pressed = noticesOf(toolBar).first()->findChild<QPushButton*>();
-    bool goneDuringTheUpdate = false;
-    QTimer::singleShot(0, &toolBar, [&toolBar] { toolBar.showFirmwareNotice(); });
-    // Ends the update once the button is gone, or after a long while.
-    QTimer watcher;
-    int rounds = 0;
-    connect(&watcher, &QTimer::timeout, &toolBar, [&] {
-        goneDuringTheUpdate = pressed.isNull();
-        QWidget* dialog = QApplication::activeModalWidget();
-        if (dialog && (goneDuringTheUpdate || ++rounds > 500)) {
-            dialog->close();
-        }
-    });
-    watcher.start(10);
-    QTest::mouseClick(pressed, Qt::LeftButton);
-    QVERIFY(goneDuringTheUpdate);
-    QCOMPARE(noticesOf(toolBar).size(), 1);
-}
+    void aFindingDuringTheUpdateIsHarmless()
+    {
+        setString(s_key, QString());
+        TzToolBar toolBar;
+        toolBar.resize(1280, 34);
+        toolBar.showFirmwareNotice();
+        toolBar.show();
+        const QPointer<QPushButton> pressed = noticesOf(toolBar).first()->findChild<QPushButton*>();
+        bool goneDuringTheUpdate = false;
+        QTimer::singleShot(0, &toolBar, [&toolBar] { toolBar.showFirmwareNotice(); });
+        // Ends the update once the button is gone, or after a long while.
+        QTimer watcher;
+        int rounds = 0;
+        connect(&watcher, &QTimer::timeout, &toolBar, [&] {
+            goneDuringTheUpdate = pressed.isNull();
+            QWidget* dialog = QApplication::activeModalWidget();
+            if (dialog && (goneDuringTheUpdate || ++rounds > 500)) {
+                dialog->close();
+            }
+        });
+        watcher.start(10);
+        QTest::mouseClick(pressed, Qt::LeftButton);
+        QVERIFY(goneDuringTheUpdate);
+        QCOMPARE(noticesOf(toolBar).size(), 1);
+    }
+};
 
 int main(int p_argc, char** p_argv)
 {

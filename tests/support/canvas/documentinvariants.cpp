@@ -7,6 +7,7 @@
 #include "modules/feedbackmodule.h"
 #include "modules/graphicsitem_param.h"
 #include "modules/mainmodule.h"
+#include "support/canvas/blockdata.h"
 
 #include <QSet>
 
@@ -18,16 +19,11 @@ namespace
 /** Where a loop's body begins, from the loop; 0 for a block that is no loop. */
 int bodyOffset(const supermodule* p_module)
 {
-    switch (p_module->id) {
-    case 301:
-    case 303:
-        return 120;
-    case 306:
-    case 307:
-        return 40;
-    default:
+    const BlockData* data = blockDataOf(p_module->id);
+    if (!data || !data->isLoop()) {
         return 0;
     }
+    return data->value("shape") == QLatin1String("conditional") ? 40 : 120;
 }
 
 struct Bounds {

@@ -1,6 +1,5 @@
 #include "support/canvas/singleblock.h"
 
-#include "modules/catalogue/blocktables.h"
 #include "modules/supermodule.h"
 
 #include <QGraphicsPixmapItem>
@@ -67,17 +66,6 @@ void loadBlock(supermodule* p_module, const QString& p_attributes)
         element.setAttribute(it.key(), it.value());
     }
     p_module->loadXml(element);
-}
-
-QStringList blocksBeside(const QSet<int>& p_ids)
-{
-    QStringList list;
-    for (const BlockRecord& record : blockRecords()) {
-        if (!p_ids.contains(record.id)) {
-            list << QString::number(record.id) + QLatin1Char(' ') + record.caption;
-        }
-    }
-    return list;
 }
 
 QImage emptyGround()

@@ -29,9 +29,6 @@ QDomElement storedBlock(const supermodule* p_module, QDomDocument& p_document);
 /** Loads a block from an element with these attributes alone, given like "port=4 bInfread=1". */
 void loadBlock(supermodule* p_module, const QString& p_attributes);
 
-/** The types of the catalogue that aren't among these, by number and caption. */
-QStringList blocksBeside(const QSet<int>& p_ids);
-
 /** A ground as large as a block of no body with its tab. */
 QImage emptyGround();
 /** What a block paints of itself, without its buttons, on that ground. */

@@ -84,29 +84,77 @@ class LoopFrameTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void aFrameHasNoSeamsAtAnySizeAndDepth_data();
-    void aFrameHasNoSeamsAtAnySizeAndDepth();
+    void initTestCase() { QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false")); }
+
+    void aFrameHasNoSeamsAtAnySizeAndDepth_data()
+    {
+        QTest::addColumn<int>("id");
+        QTest::addColumn<int>("legWidth");
+        QTest::newRow("counted") << 301 << 120;
+        QTest::newRow("endless") << 303 << 120;
+        QTest::newRow("until infrared") << 306 << 40;
+        QTest::newRow("until touch") << 307 << 40;
+    }
+
+    void aFrameHasNoSeamsAtAnySizeAndDepth()
+    {
+        QFETCH(int, id);
+        QFETCH(int, legWidth);
+        CanvasFixture canvas;
+        TzProgramView& view = canvas.view;
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("loops.tlrx"));
+        QVERIFY(writeWhole(path, tower(id)));
+        QCOMPARE(view.openFile(path), int(ProjectOpened));
+        // It is part of the ground, but doesn't change with it.
+        static_cast<tzprogramscene*>(view.scene())->logo().hide();
+        QVector<const supermodule*> loops; // from the inside out
+        for (const supermodule* block = canvas.main()->next(); block;) {
+            if (block->id == id) {
+                loops.prepend(block);
+                block = block->left();
+            } else {
+                block = block->next();
+            }
+        }
+        QCOMPARE(loops.size(), s_deepest + 1);
+        const supermodule* outermost = loops.last();
+
+        QStringList wrong;
+        for (const double zoom : {0.3, 0.5, 0.6, 0.75, 0.9, 1.0, 1.1, 1.5, 2.0}) {
+            // Of places beside each other the edges fall on other parts of a pixel.
+            for (const int shift : {0, 1}) {
+                canvas.main()->setPos(100 + shift, 400 + 3 * shift);
+                canvas.main()->updateTree();
+                const QRectF all = outermost->boundingRect()
+                                       .translated(outermost->scenePos())
+                                       .adjusted(-10, -10, 30, 30);
+                view.resetMatrix();
+                view.scale(zoom, zoom);
+                view.resize((all.size() * zoom).toSize() + QSize(20, 20));
+                view.centerOn(all.center());
+                // Painted once: the blocks that came into view have their buttons then.
+                QApplication::processEvents();
+                const TwoGrounds shown(view);
+                for (int depth = 0; depth < loops.size(); ++depth) {
+                    const QString text = wrongWith(shown, *loops.at(depth), legWidth);
+                    if (!text.isEmpty()) {
+                        wrong << QStringLiteral("zoom %1, shift %2, depth %3: %4")
+                                     .arg(zoom)
+                                     .arg(shift)
+                                     .arg(depth)
+                                     .arg(text);
+                    }
+                }
+            }
+        }
+        QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join(QLatin1Char('\n'))));
+    }
 
 private:
     /** What is wrong with a loop's frame in a picture; empty if nothing. */
     static QString wrongWith(const TwoGrounds& p_shown, const supermodule& p_loop, int p_legWidth);
 };
-
-void LoopFrameTest::initTestCase()
-{
-    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
-}
-
-void LoopFrameTest::aFrameHasNoSeamsAtAnySizeAndDepth_data()
-{
-    QTest::addColumn<int>("id");
-    QTest::addColumn<int>("legWidth");
-    QTest::newRow("counted") << 301 << 120;
-    QTest::newRow("endless") << 303 << 120;
-    QTest::newRow("until infrared") << 306 << 40;
-    QTest::newRow("until touch") << 307 << 40;
-}
 
 QString LoopFrameTest::wrongWith(const TwoGrounds& p_shown, const supermodule& p_loop,
                                  int p_legWidth)
@@ -187,61 +235,6 @@ QString LoopFrameTest::wrongWith(const TwoGrounds& p_shown, const supermodule& p
         }
     }
     return QString();
-}
-
-void LoopFrameTest::aFrameHasNoSeamsAtAnySizeAndDepth()
-{
-    QFETCH(int, id);
-    QFETCH(int, legWidth);
-    CanvasFixture canvas;
-    TzProgramView& view = canvas.view;
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("loops.tlrx"));
-    QVERIFY(writeWhole(path, tower(id)));
-    QCOMPARE(view.openFile(path), int(ProjectOpened));
-    // It is part of the ground, but doesn't change with it.
-    static_cast<tzprogramscene*>(view.scene())->logo().hide();
-    QVector<const supermodule*> loops; // from the inside out
-    for (const supermodule* block = canvas.main()->next(); block;) {
-        if (block->id == id) {
-            loops.prepend(block);
-            block = block->left();
-        } else {
-            block = block->next();
-        }
-    }
-    QCOMPARE(loops.size(), s_deepest + 1);
-    const supermodule* outermost = loops.last();
-
-    QStringList wrong;
-    for (const double zoom : {0.3, 0.5, 0.6, 0.75, 0.9, 1.0, 1.1, 1.5, 2.0}) {
-        // Of places beside each other the edges fall on other parts of a pixel.
-        for (const int shift : {0, 1}) {
-            canvas.main()->setPos(100 + shift, 400 + 3 * shift);
-            canvas.main()->updateTree();
-            const QRectF all = outermost->boundingRect()
-                                   .translated(outermost->scenePos())
-                                   .adjusted(-10, -10, 30, 30);
-            view.resetMatrix();
-            view.scale(zoom, zoom);
-            view.resize((all.size() * zoom).toSize() + QSize(20, 20));
-            view.centerOn(all.center());
-            // Painted once: the blocks that came into view have their buttons then.
-            QApplication::processEvents();
-            const TwoGrounds shown(view);
-            for (int depth = 0; depth < loops.size(); ++depth) {
-                const QString text = wrongWith(shown, *loops.at(depth), legWidth);
-                if (!text.isEmpty()) {
-                    wrong << QStringLiteral("zoom %1, shift %2, depth %3: %4")
-                                 .arg(zoom)
-                                 .arg(shift)
-                                 .arg(depth)
-                                 .arg(text);
-                }
-            }
-        }
-    }
-    QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join(QLatin1Char('\n'))));
 }
 
 QTEST_MAIN(LoopFrameTest)

@@ -7,6 +7,7 @@
 #include "proj/tzlabel.h"
 #include "randomuser.h"
 #include "shell/tztoolbar.h"
+#include "support/canvas/blockdata.h"
 #include "support/canvas/canvasfixture.h"
 
 #include <QApplication>
@@ -97,8 +98,8 @@ void RandomUser::dropFromPalette()
 {
     const QVector<BlockRecord>& records = blockRecords();
     // Loops more often than others: what they do is harder.
-    static const int s_loops[] = {301, 303, 306, 307};
-    const int id = below(3) == 0 ? s_loops[below(4)] : records.at(1 + below(records.size() - 1)).id;
+    const int id = below(3) == 0 ? loopTypes().at(below(loopTypes().size()))
+                                 : records.at(1 + below(records.size() - 1)).id;
     const QPoint to = someTarget();
     const bool drops = below(8) != 0;
     note(QStringLiteral("%1 %2 from the palette at %3")

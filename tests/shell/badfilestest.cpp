@@ -1,0 +1,387 @@
+#include "actions/model/actionimage.h"
+#include "base/recentfiles.h"
+#include "modules/documentstate.h"
+#include "modules/mainmodule.h"
+#include "project/projectfile.h"
+#include "shell/mainwindow.h"
+#include "shell/tztoolbar.h"
+#include "support/canvas/canvasfixture.h"
+#include "support/canvas/documentpicture.h"
+#include "support/system/answers.h"
+#include "support/system/smalldisk.h"
+#include "support/system/unprivileged.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QLoggingCategory>
+#include <QMimeData>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QUrl>
+
+#include <sys/stat.h>
+
+namespace
+{
+/** The ways by which a project comes into the window. */
+enum class Way { Dialog, CommandLine, RecentList, Drop };
+
+/** What may be wrong with a project, as the window tells it. */
+enum class Fault { NoProject, WrongTag, CutOff, Folder, Pipe, Device, NoRights, TooLarge, Missing };
+
+const char s_question[] = "保存|文件已修改，是否保存";
+const char s_openFailed[] = "打开文件|文件打开失败";
+const char s_checkFailed[] = "打开文件|文件校验错误";
+const char s_missing[] = "提示|文件不存在，是否在列表中删除？";
+} // namespace
+
+Q_DECLARE_METATYPE(Way)
+Q_DECLARE_METATYPE(Fault)
+
+/**
+ * The window before files that it can't open and places that it can't save to: it says what it has
+ * to say, and the document is as it was.
+ */
+class BadFilesTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
+        // The dialogs of Qt itself: those of a desktop can't be answered from here.
+        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    }
+
+    void init()
+    {
+        m_dir = std::make_unique<QTemporaryDir>();
+        m_window = std::make_unique<MainWindow>();
+        m_window->resize(1280, 768);
+        m_window->show();
+        QApplication::processEvents();
+        recentFiles.clear();
+        // A saved project, and changes since then.
+        addBlock(103);
+        ActionImage image;
+        image.page(3)->nextPage = 7;
+        QVERIFY(view()->saveFile(path("mine.tlrx"), image.bytes()));
+        documentModified = false;
+        m_window->openPath(path("mine.tlrx"));
+        addBlock(101);
+        addBlock(102);
+        view()->deleteModule(view()->mainBlock()->lastOf());
+        QVERIFY(documentModified);
+        QVERIFY(m_window->isWindowModified());
+    }
+
+    void cleanup()
+    {
+        documentModified = false;
+        m_window.reset();
+        QVERIFY(moduleMap.isEmpty());
+    }
+
+    void aBadFileIsToldAndTheDocumentStays_data()
+    {
+        QTest::addColumn<Way>("way");
+        QTest::addColumn<Fault>("fault");
+        const QVector<QPair<const char*, Way>> ways{{"dialog", Way::Dialog},
+                                                    {"command line", Way::CommandLine},
+                                                    {"recent list", Way::RecentList},
+                                                    {"drop", Way::Drop}};
+        const QVector<QPair<const char*, Fault>> faults{{"no project", Fault::NoProject},
+                                                        {"wrong tag", Fault::WrongTag},
+                                                        {"cut off", Fault::CutOff},
+                                                        {"folder", Fault::Folder},
+                                                        {"pipe", Fault::Pipe},
+                                                        {"device", Fault::Device},
+                                                        {"no rights", Fault::NoRights},
+                                                        {"too large", Fault::TooLarge},
+                                                        {"missing", Fault::Missing}};
+        for (const auto& way : ways) {
+            for (const auto& fault : faults) {
+                // The dialog itself asks again for what is no file or is missing.
+                const bool isFile = fault.second != Fault::Folder && fault.second != Fault::Missing;
+                if (way.second != Way::Dialog || isFile) {
+                    QTest::addRow("%s, %s", way.first, fault.first) << way.second << fault.second;
+                }
+            }
+        }
+    }
+
+    void aBadFileIsToldAndTheDocumentStays()
+    {
+        QFETCH(Way, way);
+        QFETCH(Fault, fault);
+        const QByteArray whole = readWhole(path("mine.tlrx"));
+        QString message = QString::fromUtf8(s_openFailed);
+        std::unique_ptr<Unprivileged> user;
+        switch (fault) {
+        case Fault::NoProject:
+            QVERIFY(writeWhole(path(), "no project"));
+            break;
+        case Fault::WrongTag:
+            QVERIFY(writeWhole(path(), QByteArray(whole).replace("id=\"103\"", "id=\"102\"")));
+            message = QString::fromUtf8(s_checkFailed);
+            break;
+        case Fault::CutOff:
+            QVERIFY(writeWhole(path(), whole.left(whole.size() - 1000)));
+            break;
+        case Fault::Folder:
+            QVERIFY(QDir().mkdir(path()));
+            break;
+        case Fault::Pipe:
+            QCOMPARE(mkfifo(QFile::encodeName(path()).constData(), 0600), 0);
+            break;
+        case Fault::Device:
+            QVERIFY(QFile::link(QStringLiteral("/dev/zero"), path()));
+            break;
+        case Fault::NoRights:
+            if (!Unprivileged::works()) {
+                QSKIP("The rights of this user can't be given away.");
+            }
+            QVERIFY(writeWhole(path(), whole));
+            QVERIFY(QFile::setPermissions(path(), QFileDevice::Permissions()));
+            QVERIFY(Unprivileged::openToChanges(m_dir->path()));
+            user = std::make_unique<Unprivileged>();
+            break;
+        case Fault::TooLarge: {
+            QFile file(path());
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            QVERIFY(file.resize(qint64(1) << 40));
+            break;
+        }
+        case Fault::Missing:
+            message = QString::fromUtf8(s_missing);
+            break;
+        }
+        const QStringList before = everything();
+        QVariantList answers{No};
+        QStringList said{QString::fromUtf8(s_question)};
+        if (way == Way::Dialog) {
+            answers << path();
+            said << QStringLiteral("打开文件");
+        }
+        // The box about a file that can't be opened has one button; the list is left as it is.
+        answers << (fault == Fault::Missing ? 1 : 0);
+        said << message;
+        Answers hands(answers);
+        open(way, path());
+        user.reset();
+        QCOMPARE(Answers::said(), said);
+        QVERIFY(hands.allUsed());
+        QCOMPARE(everything(), before);
+        QVERIFY(documentModified);
+        QVERIFY(m_window->isWindowModified());
+        // What was done can still be taken back, and saved.
+        view()->undoStack().undo();
+        QCOMPARE(CanvasFixture::ids(view()->mainBlock()), (QList<int>{0, 103, 101, 102}));
+        QCOMPARE(m_window->OnSaveFile(), 0);
+        QVERIFY(readWhole(path("mine.tlrx")).contains("id=\"102\""));
+    }
+
+    void aMissingFileLeavesTheListWhenTheUserSaysSo()
+    {
+        recentFiles = QStringList{path("gone.tlrx"), path("mine.tlrx")};
+        Answers hands({No, 0});
+        open(Way::RecentList, path("gone.tlrx"));
+        QVERIFY(hands.allUsed());
+        QCOMPARE(recentFiles, QStringList{path("mine.tlrx")});
+        QCOMPARE(m_window->fileName(), path("mine.tlrx"));
+        QVERIFY(documentModified);
+    }
+
+    void afterABadFileAGoodOneOpens()
+    {
+        QVERIFY(writeWhole(path(), "no project"));
+        {
+            Answers hands({No, 0});
+            m_window->openPath(path());
+            QVERIFY(hands.allUsed());
+        }
+        Answers hands({No});
+        m_window->openPath(path("mine.tlrx"));
+        QVERIFY(hands.allUsed());
+        QCOMPARE(CanvasFixture::ids(view()->mainBlock()), (QList<int>{0, 103}));
+        QVERIFY(!documentModified);
+        QVERIFY(!m_window->isWindowModified());
+        QVERIFY(!view()->undoStack().canUndo());
+    }
+
+    void aFailedSaveSaysNothingAndKeepsEverything_data()
+    {
+        QTest::addColumn<QString>("place");
+        for (const char* place : {"full disk", "closed folder", "vanished folder"}) {
+            QTest::newRow(place) << QString::fromLatin1(place);
+        }
+    }
+
+    void aFailedSaveSaysNothingAndKeepsEverything()
+    {
+        QFETCH(QString, place);
+        SmallDisk disk("size=128k");
+        std::unique_ptr<Unprivileged> user;
+        const bool isDisk = place == QLatin1String("full disk");
+        const bool isClosed = place == QLatin1String("closed folder");
+        if (isDisk && !disk.isMounted()) {
+            QSKIP("This user can't mount a disk.");
+        }
+        if (isClosed && !Unprivileged::works()) {
+            QSKIP("The rights of this user can't be given away.");
+        }
+        const QString folder = isDisk ? disk.path() : path("folder");
+        const QString file = folder + QStringLiteral("/b.tlrx");
+        QVERIFY(QDir().mkpath(folder));
+        {
+            Answers hands({file});
+            m_window->OnSaveAsFile();
+            QCOMPARE(m_window->fileName(), file);
+        }
+        addBlock(104);
+        const QByteArray old = readWhole(file);
+        if (isDisk) {
+            disk.fill();
+        } else if (isClosed) {
+            QVERIFY(QFile::setPermissions(file, QFile::ReadOwner));
+            QVERIFY(Unprivileged::closeToChanges(folder));
+            QVERIFY(Unprivileged::openToChanges(m_dir->path()));
+            user = std::make_unique<Unprivileged>();
+        } else {
+            QVERIFY(QDir(folder).removeRecursively());
+        }
+
+        const QStringList before = everything();
+        {
+            Answers none({});
+            QCOMPARE(m_window->OnSaveFile(), 1);
+            // There is no box that would wait for an answer, either.
+            QVERIFY(Answers::said().isEmpty());
+        }
+        QCOMPARE(everything(), before);
+        // Whatever would lose the document asks first, and goes no further.
+        const auto stops = [&](const std::function<void()>& p_do) {
+            Answers hands({Yes});
+            p_do();
+            return hands.allUsed() &&
+                   Answers::said() == QStringList{QString::fromUtf8(s_question)} &&
+                   everything() == before;
+        };
+        QVERIFY(stops([this] { m_window->close(); }));
+        QVERIFY(m_window->isVisible());
+        QVERIFY(stops([this] { m_window->OnNewFile(); }));
+        QVERIFY(stops([this] { m_window->OnOpenFile(); }));
+        QVERIFY(stops([this] { m_window->openPath(path("mine.tlrx")); }));
+        user.reset();
+        QVERIFY(documentModified);
+        QVERIFY(m_window->isWindowModified());
+        if (place != QLatin1String("vanished folder")) {
+            QCOMPARE(readWhole(file), old);
+        }
+
+        // When the place is there again, so is the way out.
+        disk.empty();
+        QVERIFY(QDir().mkpath(folder));
+        QVERIFY(Unprivileged::openToChanges(folder));
+        if (QFileInfo::exists(file)) {
+            QVERIFY(Unprivileged::openToChanges(file));
+        }
+        Answers hands({Yes});
+        QVERIFY(m_window->close());
+        QVERIFY(hands.allUsed());
+        QVERIFY(!documentModified);
+        m_window->show();
+        m_window->openPath(file);
+        QCOMPARE(CanvasFixture::ids(view()->mainBlock()), (QList<int>{0, 103, 101, 104}));
+        QCOMPARE(int(m_window->document().actions().page(3)->nextPage), 7);
+    }
+
+    void saveAsThatFailsKeepsTheOldName()
+    {
+        const QStringList before = everything();
+        QVERIFY(writeWhole(path("file"), QByteArray()));
+        Answers hands({path("file/b.tlrx")});
+        m_window->OnSaveAsFile();
+        QCOMPARE(everything(), before);
+        QCOMPARE(m_window->fileName(), path("mine.tlrx"));
+        QVERIFY(documentModified);
+    }
+
+    void aProjectThatIsMadeOnTheCanvasComesBackWithItsActions()
+    {
+        QCOMPARE(m_window->OnSaveFile(), 0);
+        QVERIFY(!documentModified);
+        m_window->OnNewFile();
+        QCOMPARE(int(m_window->document().actions().page(3)->nextPage), 0);
+        m_window->openPath(path("mine.tlrx"));
+        QCOMPARE(CanvasFixture::ids(view()->mainBlock()), (QList<int>{0, 103, 101}));
+        QCOMPARE(int(m_window->document().actions().page(3)->nextPage), 7);
+    }
+
+private:
+    QString path(const char* p_name = "a.tlrx") const
+    {
+        return m_dir->filePath(QLatin1String(p_name));
+    }
+    TzProgramView* view() { return m_window->view(); }
+    void addBlock(int p_id);
+    /** Opens a file by one of the ways. */
+    void open(Way p_way, const QString& p_path);
+    /** All that the window holds: the document, its name and the action data. */
+    QStringList everything();
+
+    std::unique_ptr<QTemporaryDir> m_dir;
+    std::unique_ptr<MainWindow> m_window;
+};
+
+void BadFilesTest::addBlock(int p_id)
+{
+    const supermodule* last = view()->mainBlock()->lastOf();
+    view()->centerOn(last);
+    const QPoint at = view()->mapFromScene(
+        QPointF(last->sceneBoundingRect().right() + 70, last->scenePos().y() + 10));
+    const std::unique_ptr<QMimeData> data(blockDrag(p_id));
+    QDragEnterEvent enter(at, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(view()->viewport(), &enter);
+    QDragMoveEvent move(at, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(view()->viewport(), &move);
+    QDropEvent drop(at, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(view()->viewport(), &drop);
+}
+
+void BadFilesTest::open(Way p_way, const QString& p_path)
+{
+    switch (p_way) {
+    case Way::Dialog:
+        m_window->OnOpenFile();
+        break;
+    case Way::CommandLine:
+        m_window->openPath(p_path);
+        break;
+    case Way::RecentList:
+        emit m_window->toolBar()->openRecentFileSignal(p_path);
+        break;
+    case Way::Drop: {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(p_path)});
+        QDragEnterEvent enter(QPoint(200, 200), Qt::CopyAction, &data, Qt::LeftButton,
+                              Qt::NoModifier);
+        QApplication::sendEvent(view()->viewport(), &enter);
+        QDropEvent drop(QPoint(200, 200), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(view()->viewport(), &drop);
+        break;
+    }
+    }
+}
+
+QStringList BadFilesTest::everything()
+{
+    return documentPicture(*view())
+           << m_window->fileName() << m_window->toolBar()->programName()
+           << QString::fromLatin1(m_window->document().actions().bytes().toHex());
+}
+
+QTEST_MAIN(BadFilesTest)
+#include "badfilestest.moc"

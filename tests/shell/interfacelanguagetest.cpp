@@ -1,0 +1,44 @@
+#include "shell/interfacelanguage.h"
+#include "shell/tztoolbar.h"
+
+#include <QApplication>
+#include <QPushButton>
+#include <QTest>
+#include <QTranslator>
+
+/** The interface in each language, read from live widgets. */
+class InterfaceLanguageTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void fontAndTextsFollowTheLanguageCode_data()
+    {
+        QTest::addColumn<int>("code");
+        QTest::addColumn<int>("points");
+        QTest::addColumn<QString>("download");
+        QTest::newRow("Simplified Chinese") << 1 << 10 << QStringLiteral("下载");
+        QTest::newRow("any other language") << 2 << 8 << QStringLiteral("Download");
+        QTest::newRow("Traditional Chinese sees the same") << 3 << 10 << QStringLiteral("下载");
+    }
+
+    void fontAndTextsFollowTheLanguageCode()
+    {
+        QFETCH(int, code);
+        QFETCH(int, points);
+        QFETCH(QString, download);
+        QTranslator translator;
+        setUpInterface(code, translator);
+        TzToolBar toolBar;
+        QCOMPARE(toolBar.font().pointSize(), points);
+        QCOMPARE(toolBar.font().family(), QStringLiteral("微软雅黑"));
+        QStringList toolTips;
+        for (const QPushButton* button : toolBar.findChildren<QPushButton*>()) {
+            toolTips << button->toolTip();
+        }
+        QVERIFY(toolTips.contains(download));
+    }
+};
+
+QTEST_MAIN(InterfaceLanguageTest)
+#include "interfacelanguagetest.moc"

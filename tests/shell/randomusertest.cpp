@@ -1,0 +1,77 @@
+#include "randomuser.h"
+
+#include "modules/documentstate.h"
+
+#include <QApplication>
+#include <QLoggingCategory>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace
+{
+/** A number from the environment, for a longer run or for one seed alone. */
+int setting(const char* p_name, int p_default)
+{
+    bool given = false;
+    const int value = qEnvironmentVariableIntValue(p_name, &given);
+    return given ? value : p_default;
+}
+} // namespace
+
+/**
+ * A random user on the real window; after each action the document must be in order. A run is told
+ * by its seed: RANDOM_USER_SEED=17 RANDOM_USER_RUNS=1 RANDOM_USER_TELL=1 does it once more and
+ * tells each action as it comes. The long form is RANDOM_USER_RUNS=1000.
+ */
+class RandomUserTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase()
+    {
+        // The dialogs of Qt itself: those of a desktop can't be answered from here.
+        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+        QApplication::setQuitOnLastWindowClosed(false);
+        QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
+        qSetGlobalQHashSeed(0);
+    }
+
+    void nothingBreaks_data()
+    {
+        QTest::addColumn<int>("seed");
+        const int first = setting("RANDOM_USER_SEED", 1);
+        const int runs = setting("RANDOM_USER_RUNS", 12);
+        for (int seed = first; seed < first + runs; ++seed) {
+            QTest::newRow(qPrintable(QStringLiteral("seed %1").arg(seed))) << seed;
+        }
+    }
+
+    void nothingBreaks()
+    {
+        QFETCH(int, seed);
+        const int actions = setting("RANDOM_USER_ACTIONS", 200);
+        QTemporaryDir folder;
+        RandomUser user(static_cast<quint32>(seed), folder.path());
+        for (int i = 1; i <= actions; ++i) {
+            user.act();
+            QStringList broken = user.broken();
+            if (broken.isEmpty() && (i % 20 == 0 || i == actions)) {
+                broken = user.brokenRoundTrip(i % 60 == 0 || i == actions);
+            }
+            if (!broken.isEmpty()) {
+                documentModified = false;
+                const QString message = QStringLiteral("Seed %1, after action %2:\n%3\nAfter:\n%4")
+                                            .arg(seed)
+                                            .arg(i)
+                                            .arg(broken.join(QLatin1Char('\n')),
+                                                 user.actions().join(QLatin1Char('\n')));
+                QFAIL(qPrintable(message));
+            }
+        }
+        documentModified = false;
+    }
+};
+
+QTEST_MAIN(RandomUserTest)
+#include "randomusertest.moc"
