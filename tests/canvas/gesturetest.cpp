@@ -1,3 +1,4 @@
+#include "document/programslots.h"
 #include "document/tzprogramscene.h"
 #include "modules/catalogue/mousestate.h"
 #include "modules/documentstate.h"
@@ -36,6 +37,38 @@ class GestureTest : public QObject
     Q_OBJECT
 
 private slots:
+    void anUndoInMidDragEndsTheDragFirst()
+    {
+        CanvasFixture canvas;
+        supermodule* gone = canvas.drop(104, QPointF(700, 450));
+        const int key = gone->registryKey();
+        canvas.view.deleteModule(gone);
+        supermodule* held = canvas.drop(103, QPointF(600, 80));
+        canvas.press(held->scenePos() + QPointF(30, 30));
+        canvas.move(QPointF(250, 210) + QPointF(30, 30));
+        QVERIFY(canvas.view.preview()->isVisible());
+        canvas.view.undoStack().undo();
+        QVERIFY(!canvas.view.preview()->isVisible());
+        QCOMPARE(canvas.main()->next(), held);
+        QVERIFY(moduleMap.contains(key));
+        QCOMPARE(canvas.brokenInvariants(), QStringList());
+        canvas.release(QPointF(280, 240));
+        QCOMPARE(canvas.main()->next(), held);
+    }
+
+    void aDocumentGoesOnWithoutItsView()
+    {
+        Document document;
+        {
+            TzProgramView view(document);
+            document.addModule(700, 400, 103);
+        }
+        QVERIFY(!programView);
+        document.undoStack().undo();
+        document.undoStack().redo();
+        QCOMPARE(rootBlocks(document.scene()).size(), 2);
+    }
+
     void aPressMeansTheBlockThatIsSeenThere()
     {
         CanvasFixture canvas;

@@ -1,5 +1,6 @@
 #include "gesturebench.h"
 
+#include <QRegularExpression>
 #include <QTest>
 
 /** The preview of a link over a scene that nobody shows. */
@@ -42,6 +43,18 @@ private slots:
         bench.preview.follow(block);
         QVERIFY(!bench.preview.block()->isVisible());
         QCOMPARE(bench.chain(), QList<int>{104});
+    }
+
+    void eachLinkIsLogged()
+    {
+        GestureBench bench;
+        supermodule* block = bench.put(103, QPointF(245, 205));
+        const QRegularExpression line(QStringLiteral("^ TzProgramView::moduleDrop  ?p_module .*"
+                                                     "m_target .*m_type  ?0$"));
+        QTest::ignoreMessage(QtDebugMsg, line);
+        bench.preview.follow(block);
+        QTest::ignoreMessage(QtDebugMsg, line);
+        bench.preview.settle(block);
     }
 
     void aBlockSettlesWhereTheGapIs()

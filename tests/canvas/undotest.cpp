@@ -268,7 +268,7 @@ private slots:
     void undoAndRedoPaintTheKnobThatStandsOutOfTheBlock()
     {
         CanvasFixture canvas;
-        supermodule* last = canvas.dropBehind(canvas.main(), 103);
+        supermodule* last = canvas.drop(103, QPointF(700, 300));
         const QRectF frame = last->sceneBoundingRect();
         const QRect knob(canvas.at(frame.topRight() + QPointF(1, 0)),
                          canvas.at(frame.bottomRight() + QPointF(15, 0)));

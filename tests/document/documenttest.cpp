@@ -200,10 +200,11 @@ private slots:
         document.undoStack().undo();
         QCOMPARE(ids(document.mainBlock()), (QList<int>{0, 104, 105}));
         QVERIFY(document.isModified());
-        QCOMPARE(notices.take(), Kinds{DocumentChange::Content});
+        QCOMPARE(notices.take(), (Kinds{DocumentChange::Preparing, DocumentChange::Content}));
         document.undoStack().redo();
         QCOMPARE(ids(document.mainBlock()), QList<int>{0});
-        QCOMPARE(notices.take(), (Kinds{DocumentChange::Removing, DocumentChange::Content}));
+        QCOMPARE(notices.take(), (Kinds{DocumentChange::Preparing, DocumentChange::Removing,
+                                        DocumentChange::Content}));
     }
 
     void theMainBlockIsNotDeleted()
@@ -242,7 +243,7 @@ private slots:
         Notices notices(document);
         document.addModule(310, 210, 103);
         QCOMPARE(ids(document.mainBlock()), (QList<int>{0, 103}));
-        QCOMPARE(notices.take(), Kinds{DocumentChange::Content});
+        QCOMPARE(notices.take(), (Kinds{DocumentChange::Preparing, DocumentChange::Content}));
         document.undoStack().undo();
         QVERIFY(!document.mainBlock()->next());
         QCOMPARE(rootBlocks(document.scene()).size(), 1);

@@ -1,5 +1,9 @@
 #include "canvas/linkcandidates.h"
 
+#include "base/tilerlog.h"
+
+#include <QDebug>
+
 QList<LinkCandidate> collectLinkCandidates(const supermodule* p_module,
                                            const supermodule* p_mainModule,
                                            const supermodule* p_preview)
@@ -32,5 +36,7 @@ LinkCandidate bestLinkCandidate(const QList<LinkCandidate>& p_list)
 
 void linkAt(supermodule* p_target, int p_type, supermodule* p_module)
 {
+    qCDebug(tilerLog) << " TzProgramView::moduleDrop "
+                      << "p_module" << p_module << "m_target " << p_target << "m_type " << p_type;
     p_target->insert(static_cast<LinkType>(p_type), p_module);
 }

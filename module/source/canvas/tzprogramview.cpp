@@ -82,9 +82,6 @@ void TzProgramView::setUpScene()
     m_document.scene().setSceneRect(s_sceneRect);
     setScene(&m_document.scene());
     connect(&m_document.scene(), &tzprogramscene::addModuleSignal, this, &TzProgramView::addModule);
-    // A block's tab is painted outside of its bounding rectangle, the only part that adding and
-    // removing an item marks dirty.
-    connect(&undoStack(), &QUndoStack::indexChanged, scene(), [this] { scene()->update(); });
     centreLogo();
     const int blockHeight = static_cast<int>(mainBlock()->boundingRect().height());
     mainBlock()->setPos(mapToScene(50, viewport()->height() / 2 - blockHeight / 2).toPoint());

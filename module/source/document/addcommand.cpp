@@ -15,6 +15,7 @@ addCommand::addCommand(Document& p_document, int p_x, int p_y, int p_id, int p_k
 
 void addCommand::redo()
 {
+    m_document.prepareChange();
     supermodule* module = createModuleFromId(m_id);
     if (!module) {
         return;
@@ -35,6 +36,7 @@ void addCommand::redo()
 
 void addCommand::undo()
 {
+    m_document.prepareChange();
     if (supermodule* module = moduleMap.value(m_key)) {
         module->detachFromParent();
         // What was linked behind it since then stays, as a loose chain.

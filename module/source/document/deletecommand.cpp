@@ -14,6 +14,7 @@ deleteCommand::deleteCommand(Document& p_document, supermodule* p_module,
 
 void deleteCommand::redo()
 {
+    m_document.prepareChange();
     supermodule* module = moduleMap.value(m_key);
     if (!module) {
         return;
@@ -48,6 +49,7 @@ bool deleteCommand::hangAgain(supermodule* p_module) const
 
 void deleteCommand::undo()
 {
+    m_document.prepareChange();
     if (moduleMap.contains(m_key)) {
         return;
     }

@@ -17,6 +17,9 @@
 
 Document::Document(QObject* p_parent) : QObject(p_parent)
 {
+    // A block's tab is painted outside of its bounding rectangle, the only part that adding and
+    // removing an item marks dirty.
+    connect(&m_undoStack, &QUndoStack::indexChanged, &m_scene, [this] { m_scene.update(); });
     const QString path = QStringLiteral(":/main.png");
     m_mainModule = new mainModule(0, path, path, QCoreApplication::translate("QObject", "主程序"));
     m_mainModule->enterScene(&m_scene);
@@ -165,7 +168,6 @@ void Document::deleteModule(supermodule* p_module, const ModulePlace& p_place)
     if (!p_module || p_module == m_mainModule) {
         return;
     }
-    prepareChange();
     m_undoStack.push(new moduleUndoCommand::deleteCommand(*this, p_module, p_place));
     focusModule.clear();
     m_scene.update();

@@ -40,6 +40,7 @@ pasteCommand::pasteCommand(Document& p_document, const QString& p_text, int p_x,
 
 void pasteCommand::redo()
 {
+    m_document.prepareChange();
     m_document.setModified(true);
     QVector<QVector<int>> keysBefore;
     keysBefore.swap(m_keys);
@@ -68,6 +69,7 @@ void pasteCommand::redo()
 
 void pasteCommand::undo()
 {
+    m_document.prepareChange();
     m_document.setModified(true);
     for (const QVector<int>& keys : qAsConst(m_keys)) {
         supermodule* head = moduleMap.value(keys.first());

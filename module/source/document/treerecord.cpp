@@ -75,12 +75,14 @@ supermodule* TreeRecord::rebuild(QGraphicsScene* p_scene) const
         stream >> parent >> link >> key;
         QDomElement element = document.createElement(QStringLiteral("module"));
         readAttributes(stream, element);
-        supermodule* module = buildBlock(element, p_scene);
-        if (key != 0 && !moduleMap.contains(key)) {
+        // A type that the catalogue can't build is left out with all that hung under it.
+        supermodule* above = parent >= 0 ? modules.at(parent) : nullptr;
+        supermodule* module = parent >= 0 && !above ? nullptr : buildBlock(element, p_scene);
+        if (module && key != 0 && !moduleMap.contains(key)) {
             ModuleRegistry::addAs(key, module);
         }
-        if (parent >= 0) {
-            modules.at(parent)->hangModule(static_cast<LinkType>(link), module);
+        if (module && above) {
+            above->hangModule(static_cast<LinkType>(link), module);
         }
         modules.append(module);
     }
