@@ -10,5 +10,8 @@ struct VariablePictures {
     QString pressed;
 };
 
-/** The pictures of a kind by its key, a bit mask with one bit set. */
+/**
+ * The pictures of a kind by its key, a bit mask with one bit set. For who shows variables; nothing
+ * does at present.
+ */
 VariablePictures variablePictures(uint32_t p_key);

@@ -28,8 +28,7 @@ supermodule* PaletteDrag::enter(int p_id)
 void PaletteDrag::move(const QPointF& p_corner)
 {
     if (m_module) {
-        // Said before anything moves: then no block has to tell its own place.
-        m_scene.update();
+        // It is hidden, so that its own moves are of no matter to the scene.
         m_module->setPos(p_corner);
         m_preview.follow(m_module);
     }

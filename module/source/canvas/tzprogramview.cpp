@@ -2,6 +2,7 @@
 
 #include "base/recentfiles.h"
 #include "base/tilerlog.h"
+#include "canvas/movedregion.h"
 #include "generator/codegenerator.h"
 #include "generator/usermainfile.h"
 #include "modules/catalogue/dragpayload.h"
@@ -395,7 +396,10 @@ void TzProgramView::mouseMoveEvent(QMouseEvent* p_event)
 {
     if (!m_drag.isHeld()) {
         QGraphicsView::mouseMoveEvent(p_event);
-    } else if (m_drag.move(mapToScene(p_event->pos())) && m_current != mainBlock()) {
+        return;
+    }
+    const MovedRegion region(*this);
+    if (m_drag.move(mapToScene(p_event->pos())) && m_current != mainBlock()) {
         emit mouseSignal(lowerEdgeIsOut(m_current) ? MouseDragsOut : MouseDragsInside);
     }
 }
@@ -473,6 +477,7 @@ void TzProgramView::dragMoveEvent(QDragMoveEvent* p_event)
     if (const supermodule* incoming = m_paletteDrag.module()) {
         // The cursor holds the middle of the block's top edge.
         const int width = static_cast<int>(incoming->boundingRect().width());
+        const MovedRegion region(*this);
         m_paletteDrag.move(
             mapToScene(p_event->pos().x() - width / 2, p_event->pos().y()).toPoint());
     }

@@ -1,0 +1,112 @@
+#include "gesturebench.h"
+
+#include <QTest>
+
+/** The preview of a link over a scene that nobody shows. */
+class LinkPreviewTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void itOpensAGapWhereTheBlockWouldGo()
+    {
+        GestureBench bench;
+        supermodule* first = bench.append(104);
+        const QPointF firstAt = first->pos();
+        supermodule* block = bench.put(103, QPointF(245, 205));
+        QVERIFY(!bench.preview.block()->isVisible());
+        bench.preview.follow(block);
+        QCOMPARE(bench.preview.place().m_target.data(), static_cast<supermodule*>(bench.main()));
+        QCOMPARE(bench.preview.place().m_type, int(NextLink));
+        QVERIFY(bench.preview.block()->isVisible());
+        QCOMPARE(bench.chain(), (QList<int>{-1, 104}));
+        QCOMPARE(first->x(), firstAt.x() + 120);
+        bench.preview.hide();
+        QVERIFY(!bench.preview.block()->isVisible());
+        QVERIFY(!bench.preview.place().m_target);
+        QCOMPARE(bench.chain(), QList<int>{104});
+        QCOMPARE(first->pos(), firstAt);
+    }
+
+    void theGapGoesAlongWithTheBlock()
+    {
+        GestureBench bench;
+        supermodule* first = bench.append(104);
+        supermodule* block = bench.put(103, QPointF(245, 205));
+        bench.preview.follow(block);
+        block->setPos(first->pos() + QPointF(125, 5));
+        bench.preview.follow(block);
+        QCOMPARE(bench.preview.place().m_target.data(), first);
+        QCOMPARE(bench.chain(), (QList<int>{104, -1}));
+        block->setPos(900, 700);
+        bench.preview.follow(block);
+        QVERIFY(!bench.preview.block()->isVisible());
+        QCOMPARE(bench.chain(), QList<int>{104});
+    }
+
+    void aBlockSettlesWhereTheGapIs()
+    {
+        GestureBench bench;
+        bench.append(104);
+        supermodule* block = bench.put(103, QPointF(245, 205));
+        bench.preview.follow(block);
+        bench.preview.settle(block);
+        QCOMPARE(bench.chain(), (QList<int>{103, 104}));
+        QVERIFY(!bench.preview.block()->parentModule());
+        QVERIFY(!bench.preview.block()->isVisible());
+        QCOMPARE(block->opacity(), 1.0);
+    }
+
+    void withoutAGapItSettlesLooseInWholeUnits()
+    {
+        GestureBench bench;
+        supermodule* block = bench.put(103, QPointF(700.4, 500.6));
+        bench.preview.follow(block);
+        bench.preview.settle(block);
+        QVERIFY(!block->parentModule());
+        QCOMPARE(block->pos(), QPointF(700, 501));
+        QCOMPARE(block->opacity(), 0.5);
+    }
+
+    void theMainBlockAndThePreviewItselfAreNoMatterOfIt()
+    {
+        GestureBench bench;
+        supermodule* loose = bench.put(103, QPointF(700, 500));
+        bench.main()->setPos(825, 505);
+        bench.preview.follow(bench.main());
+        QVERIFY(!bench.preview.place().m_target);
+        QVERIFY(!loose->next());
+    }
+
+    void whenItGoesTheGapIsClosed()
+    {
+        GestureBench bench;
+        bench.append(104);
+        supermodule* block = bench.put(103, QPointF(245, 205));
+        {
+            LinkPreview other(bench.document.scene(), bench.main());
+            other.follow(block);
+            QCOMPARE(bench.chain(), (QList<int>{-1, 104}));
+        }
+        QCOMPARE(bench.chain(), QList<int>{104});
+    }
+
+    void aTargetThatDiedLeavesWhatStoodBehindLoose()
+    {
+        GestureBench bench;
+        supermodule* head = bench.put(104, QPointF(500, 500));
+        head->insert(NextLink, bench.put(105, QPointF()));
+        supermodule* behind = head->next();
+        supermodule* block = bench.put(103, QPointF(625, 505));
+        bench.preview.follow(block);
+        QCOMPARE(bench.preview.place().m_target.data(), head);
+        bench.preview.block()->detachFromParent();
+        supermodule::deleteTree(head);
+        bench.preview.hide();
+        QVERIFY(!behind->parentModule());
+        QVERIFY(!bench.preview.block()->next());
+    }
+};
+
+QTEST_MAIN(LinkPreviewTest)
+#include "linkpreviewtest.moc"

@@ -1,0 +1,161 @@
+#include "modules/mainmodule.h"
+#include "support/canvas/canvasfixture.h"
+
+#include <QApplication>
+#include <QPaintEvent>
+#include <QRandomGenerator>
+#include <QScreen>
+#include <QTest>
+#include <QWindow>
+
+namespace
+{
+/** The paint events of a widget: how many, and the region of all. */
+class Paints : public QObject
+{
+public:
+    explicit Paints(QWidget* p_widget) { p_widget->installEventFilter(this); }
+    int count = 0;
+    QRegion region;
+    void clear()
+    {
+        count = 0;
+        region = QRegion();
+    }
+
+protected:
+    bool eventFilter(QObject*, QEvent* p_event) override
+    {
+        if (p_event->type() == QEvent::Paint) {
+            ++count;
+            region += static_cast<QPaintEvent*>(p_event)->region();
+        }
+        return false;
+    }
+};
+
+/** What the window shows by now, without painting anything. */
+QImage shown(const QWidget& p_window)
+{
+    return p_window.screen()
+        ->grabWindow(p_window.winId())
+        .toImage()
+        .convertToFormat(QImage::Format_RGB32);
+}
+
+/** Scaled pictures come out a little different where a paint is cut off beside them. */
+const int s_rounding = 8;
+
+/** The largest difference of a colour's part between two pictures of one size. */
+int farthest(const QImage& p_a, const QImage& p_b)
+{
+    int most = 0;
+    for (int y = 0; y < p_a.height(); ++y) {
+        const QRgb* a = reinterpret_cast<const QRgb*>(p_a.constScanLine(y));
+        const QRgb* b = reinterpret_cast<const QRgb*>(p_b.constScanLine(y));
+        for (int x = 0; x < p_a.width(); ++x) {
+            most = qMax(most, qAbs(qRed(a[x]) - qRed(b[x])));
+            most = qMax(most, qAbs(qGreen(a[x]) - qGreen(b[x])));
+            most = qMax(most, qAbs(qBlue(a[x]) - qBlue(b[x])));
+        }
+    }
+    return most;
+}
+} // namespace
+
+/** What a drag paints. */
+class MovedRegionTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void aDragPaintsWhatItMovesAndNothingElse()
+    {
+        CanvasFixture canvas;
+        supermodule* block = canvas.drop(103, QPointF(600, 450));
+        canvas.press(block->scenePos() + QPointF(30, 30));
+        canvas.move(block->scenePos() + QPointF(32, 30));
+        QApplication::processEvents();
+        Paints paints(canvas.view.viewport());
+        canvas.move(block->scenePos() + QPointF(40, 30));
+        QCOMPARE(paints.count, 1);
+        QApplication::processEvents();
+        QCOMPARE(paints.count, 1);
+        const QRect around = paints.region.boundingRect();
+        QVERIFY(around.contains(QRect(canvas.at(block->scenePos()), QSize(120, 140))));
+        QVERIFY(around.width() < 300 && around.height() < 300);
+        canvas.release(block->scenePos() + QPointF(30, 30));
+    }
+
+    void aDragOverNothingFromThePalettePaintsNothing()
+    {
+        CanvasFixture canvas;
+        canvas.dragOver(103, QPointF(600, 450));
+        QApplication::processEvents();
+        Paints paints(canvas.view.viewport());
+        canvas.dragOverOn(QPointF(620, 450));
+        QApplication::processEvents();
+        QCOMPARE(paints.count, 0);
+        canvas.leave();
+    }
+
+    void anUpdateThatWaitsIsNotLost()
+    {
+        CanvasFixture canvas;
+        supermodule* block = canvas.drop(103, QPointF(600, 450));
+        canvas.press(block->scenePos() + QPointF(30, 30));
+        canvas.move(block->scenePos() + QPointF(32, 30));
+        QApplication::processEvents();
+        Paints paints(canvas.view.viewport());
+        canvas.view.scene()->update();
+        canvas.move(block->scenePos() + QPointF(40, 30));
+        QApplication::processEvents();
+        QCOMPARE(paints.region.boundingRect(), canvas.view.viewport()->rect());
+        canvas.release(block->scenePos() + QPointF(30, 30));
+    }
+
+    void afterAnyDragTheWindowShowsWhatAFullPaintWould_data()
+    {
+        QTest::addColumn<int>("seed");
+        for (int seed = 1; seed <= 8; ++seed) {
+            QTest::newRow(qPrintable(QString::number(seed))) << seed;
+        }
+    }
+    void afterAnyDragTheWindowShowsWhatAFullPaintWould()
+    {
+        QFETCH(int, seed);
+        QRandomGenerator random(static_cast<quint32>(seed));
+        CanvasFixture canvas;
+        canvas.view.zoomView(seed % 2 == 0 ? 0 : -1);
+        const QList<int> types{103, 104, 301, 306, 303, 903, 801, 107};
+        for (int i = 0; i < 10; ++i) {
+            canvas.drop(types.at(random.bounded(types.size())),
+                        QPointF(random.bounded(150, 900), random.bounded(50, 500)));
+        }
+        for (int turn = 0; turn < 8; ++turn) {
+            const QList<supermodule*> blocks = canvas.blocks();
+            const supermodule* block = blocks.at(random.bounded(blocks.size()));
+            const QPointF from = block->scenePos() + QPointF(20, 20);
+            if (!canvas.view.viewport()->rect().contains(canvas.at(from))) {
+                continue;
+            }
+            canvas.press(from);
+            QPointF to = from;
+            for (int step = 0; step < 8; ++step) {
+                to += QPointF(random.bounded(-60, 60), random.bounded(-40, 40));
+                canvas.move(to);
+                QApplication::processEvents();
+                const QImage painted = shown(canvas.view);
+                canvas.view.viewport()->update();
+                QApplication::processEvents();
+                const int difference = farthest(painted, shown(canvas.view));
+                QVERIFY2(difference <= s_rounding, qPrintable(QString::number(difference)));
+            }
+            canvas.release(to);
+            QApplication::processEvents();
+        }
+    }
+};
+
+QTEST_MAIN(MovedRegionTest)
+#include "movedregiontest.moc"
