@@ -340,23 +340,25 @@ private slots:
     void aWidgetStaysThroughACallThatItMakes()
     {
         Bench bench;
-        supermodule* block = bench.drop(101, {500, 330});
-        QPointer<QPushButton> field;
+        supermodule* block = bench.drop(803, {500, 330});
+        bench.clickButton(block, 0);
+        const QPointer<QPushButton> chooser = block->liveButton(0);
+        QVERIFY(chooser);
         bool stayed = false;
-        connect(&bench.view, &TzProgramView::showNumKeyboardSignal, &bench.view, [&] {
-            field = block->liveButton(0);
-            // As a dialog would: it takes the pointer, the focus and the mark away.
-            static_cast<SelectableButton*>(field.data())->setSelected(false);
+        connect(&bench.view, &TzProgramView::showVoiceSignal, &bench.view, [&] {
+            // As a dialog would: it takes the pointer and the focus away, and handles events.
             bench.view.scene()->setFocusItem(nullptr);
             QEvent leave(QEvent::Leave);
             QApplication::sendEvent(bench.view.viewport(), &leave);
             toTheEventLoop();
-            stayed = field && field == block->liveButton(0);
+            stayed = chooser && chooser == block->liveButton(0);
         });
-        bench.clickButton(block, 0);
+        // By the keyboard, for the mouse would hold it, too.
+        QTest::keyClick(bench.view.viewport(), Qt::Key_Space);
+        QCOMPARE(bench.raised.size(), 2);
         QVERIFY(stayed);
-        hover(bench, {5, 5});
-        QVERIFY(!field);
+        toTheEventLoop();
+        QVERIFY(!chooser);
     }
 
     void aBlockDiesWithAWidgetAlive_data()
