@@ -7,11 +7,15 @@
 #include <QEvent>
 #include <QGraphicsScene>
 #include <QGraphicsView>
+#include <QMarginsF>
 
 namespace
 {
-/** How far what belongs to a block is painted beyond its rectangle: tabs, feet, drawers, frames. */
-const qreal s_margin = 80;
+/**
+ * How far what belongs to a block is painted beyond its rectangle: tabs and frames to the right,
+ * the feet and drawers of an empty loop below, and everywhere the pixel that scaling adds.
+ */
+const QMarginsF s_overhang(12, 30, 36, 72);
 /** How far a block paints its tab to the right of its rectangle. */
 const qreal s_tab = 25;
 /** What of a block's rectangle is painted along with its tab. */
@@ -20,9 +24,9 @@ const qreal s_edge = 4;
 
 MovedRegion::MovedRegion(QGraphicsView& p_view)
     : m_view(p_view),
-      m_sight(p_view.mapToScene(p_view.viewport()->rect())
-                  .boundingRect()
-                  .adjusted(-s_margin, -s_margin, s_margin, s_margin))
+      m_sight(
+          p_view.mapToScene(p_view.viewport()->rect()).boundingRect() +
+          QMarginsF(s_overhang.right(), s_overhang.bottom(), s_overhang.left(), s_overhang.top()))
 {
     // Deliver the scene's queued updates first: they would be discarded with the full update.
     QCoreApplication::sendPostedEvents(p_view.scene(), QEvent::MetaCall);
@@ -37,9 +41,7 @@ MovedRegion::~MovedRegion()
     QRegion region;
     const auto add = [&](const QRectF& p_place) {
         if (!p_place.isNull()) {
-            region +=
-                m_view.mapFromScene(p_place.adjusted(-s_margin, -s_margin, s_margin, s_margin))
-                    .boundingRect();
+            region += m_view.mapFromScene(p_place + s_overhang).boundingRect();
         }
     };
     const int count = qMin(m_before.size(), liveModules.size());

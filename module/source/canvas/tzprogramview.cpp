@@ -25,6 +25,8 @@
 #include <QUrl>
 #include <QWheelEvent>
 
+#include <optional>
+
 QPointer<TzProgramView> programView;
 
 namespace
@@ -396,7 +398,12 @@ void TzProgramView::mouseMoveEvent(QMouseEvent* p_event)
         QGraphicsView::mouseMoveEvent(p_event);
         return;
     }
-    const MovedRegion region(*this);
+    // The first move paints all: the press has marked the block dirty, and painting its rectangle
+    // alone takes the tabs of others off it.
+    std::optional<MovedRegion> region;
+    if (m_current->m_moved) {
+        region.emplace(*this);
+    }
     if (m_drag.move(mapToScene(p_event->pos())) && m_current != mainBlock()) {
         emit mouseSignal(lowerEdgeIsOut(m_current) ? MouseDragsOut : MouseDragsInside);
     }
