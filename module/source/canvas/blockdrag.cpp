@@ -70,7 +70,7 @@ BlockDrag::End BlockDrag::release(bool p_outside, bool p_away)
 
 BlockDrag::End BlockDrag::cancel()
 {
-    const QPointer<supermodule> module = m_module;
+    supermodule* module = m_module;
     m_module.clear();
     if (!module || !module->m_moved) {
         m_preview.hide();

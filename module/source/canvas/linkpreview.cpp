@@ -55,10 +55,11 @@ void LinkPreview::hide()
 
 void LinkPreview::settle(supermodule* p_module)
 {
-    const LinkCandidate place = m_place;
+    supermodule* target = m_place.m_target;
+    const int type = m_place.m_type;
     hide();
-    if (place.m_target) {
-        linkAt(place.m_target, place.m_type, p_module);
+    if (target) {
+        linkAt(target, type, p_module);
     }
     if (!p_module->parentModule()) {
         // Whole scene units: a project file reads back no others.
