@@ -167,8 +167,10 @@ void ModuleButton::reviewLater()
 {
     if (!m_reviewing) {
         m_reviewing = true;
+#ifndef __clang_analyzer__ // It takes the functor, which Qt owns from here on, for a leak.
         QMetaObject::invokeMethod(
             &m_module, [this] { review(); }, Qt::QueuedConnection);
+#endif
     }
 }
 

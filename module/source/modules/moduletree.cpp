@@ -9,7 +9,7 @@
 namespace
 {
 /** Blocks to pass while others are looked for; below that sorting the rest takes longer. */
-const qint64 s_manySteps = 10 * 1000 * 1000;
+const qint64 s_manySteps = 10000000;
 } // namespace
 
 supermodule* supermodule::rootOf()
