@@ -121,7 +121,7 @@ QRectF supermodule::boundingRect() const { return QRectF(0, 0, 120, 140); }
 
 void supermodule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
 {
-    p_painter->drawPixmap(0, 0, m_pixmap);
+    drawPicture(p_painter, 0, 0, m_pixmap);
     QFont font;
     font.setPixelSize(12);
     p_painter->setFont(font);

@@ -68,7 +68,7 @@ QDomElement parameterModule::portAlone(int p_port)
 
 void parameterModule::drawPicture(QPainter* p_painter, const char* p_path, int p_x, int p_y)
 {
-    p_painter->drawPixmap(p_x, p_y, picture(QString::fromLatin1(p_path)));
+    ::drawPicture(p_painter, p_x, p_y, picture(QString::fromLatin1(p_path)));
 }
 
 void parameterModule::drawOn(QPainter* p_painter, const char* p_body, const char* p_overlay)
@@ -91,8 +91,8 @@ void parameterModule::drawCentred(QPainter* p_painter, const QPixmap& p_picture)
     const QRectF rect = boundingRect();
     const int halfWidth = p_picture.width() / 2;
     const int halfHeight = p_picture.height() / 2;
-    p_painter->drawPixmap(static_cast<int>(0.5 * rect.width() - halfWidth),
-                          static_cast<int>(0.5 * rect.height() - halfHeight - 10), p_picture);
+    ::drawPicture(p_painter, static_cast<int>(0.5 * rect.width() - halfWidth),
+                  static_cast<int>(0.5 * rect.height() - halfHeight - 10), p_picture);
 }
 
 void choiceModule::loadXml(const QDomElement& p_element)
