@@ -195,6 +195,14 @@ class TaskTest(KitCase):
         self.assertEqual(lines[-2], "bad access")
         self.assertRegex(lines[-1], "^crash at 0x[0-9a-f]{8}$")
 
+    def test_crash_with_a_broken_stack_pointer_is_told(self):
+        result = self.run_file(self.built(program('__asm__ volatile("mov sp, %0\\n\\tudf #0" :: "r"(0xFFFFFFF0));\n')),
+                               "--bare")
+        self.assertEqual(result.returncode, CRASHED)
+        self.assertTrue(result.stdout.endswith("bad access\n[   0.000] crash at 0x00000000\n"), result.stdout)
+        # The handler reads nothing that isn't there.
+        self.assertNotIn("read", result.stderr)
+
 
 class SensorTest(KitCase):
     LOOPS = program("while(switch_state(5) == 0)\n{\nwait(0.1);\n}\nPlaySpeech(1);\n"

@@ -165,11 +165,13 @@ uint32_t *kernel_switch(uint32_t *stack)
 void kernel_crash(uint32_t *frame)
 {
 	uint32_t bottom = tasks[current].bottom;
+	/* The stack pointer itself may be what the program broke. */
+	int stacked = (char *)frame >= __task_space_start && (char *)frame < __task_space_end;
 
 	processor_guard(0);
 	if (bottom != 0 && processor_overflowed(bottom, frame))
 		board_stop(BOARD_OVERFLOW, 0);
-	board_stop(BOARD_CRASHED, processor_fault_address(frame));
+	board_stop(BOARD_CRASHED, stacked ? processor_fault_address(frame) : 0);
 }
 
 /* Every task begins here. */
