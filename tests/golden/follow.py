@@ -49,7 +49,7 @@ class Follower(Robot):
         self.lines.append(text)
 
     def wait(self, time):
-        if time >= 0.0005:
+        if time > 0:
             self.calls = 0
         self.tell("wait %g s" % time)
         self.time += time

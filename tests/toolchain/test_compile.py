@@ -93,6 +93,14 @@ class CompileTest(KitCase):
         self.assertNotEqual(result.returncode, 0)
         self.assertRegex(result.stderr, "(?m)^%s5:7: error: .*'fly'" % re.escape(PREFIX))
 
+    def test_frames_that_could_step_over_the_guard_are_errors(self):
+        for body in ('char room[2500];Printf("%s", room);', 'char room[held];Printf("%s", room);',
+                     'Printf("%s", __builtin_alloca(held));'):
+            with self.subTest(body=body):
+                result = self.kit.make(text=program(body, before="int held = 9;\n"))
+                self.assertNotEqual(result.returncode, 0)
+                self.assertRegex(result.stderr, "(?m)^%s[0-9]+:[0-9]+: error: " % re.escape(PREFIX))
+
     def test_error_removes_the_older_result(self):
         self.built(program(""), name="older")
         result = self.kit.make("older", text=program("      oops\n"))

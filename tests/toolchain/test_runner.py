@@ -60,6 +60,13 @@ class RunnerTest(KitCase):
             with self.subTest(options=options[:2]):
                 self.assertEqual(self.run_file(path, "--bare", *options).returncode, BAD_FILE)
 
+    def test_what_the_chip_does_not_have_is_told_and_fails(self):
+        path = self.built(program("*(volatile int *)0x4000C0F0 = 1;wait(1);PlaySpeech(3);\n"))
+        result = self.run_file(path, "--bare")
+        self.assertEqual(result.returncode, EMULATOR_FAILED)
+        self.assertIn("sound 3\n[   1.000] end\n", result.stdout)
+        self.assertRegex(result.stderr, "^emulator: .*pl011.*\nemulator: the program did what a real controller can't do\n$")
+
     def test_limit(self):
         lines = self.trace(program("while(1)\n{\nwait(0.4);\n}\n"), "--limit", "1.5", expected=LIMIT_REACHED)
         self.assertEqual(lines[-1], [1.5, None, "limit reached"])

@@ -122,16 +122,44 @@ class TaskTest(KitCase):
             self.assertAlmostEqual(line[0], due, delta=0.05)
         self.assertEqual(lines[-1], [3.0, None, "limit reached"])
 
-    def test_lines_are_not_torn(self):
-        # All tasks write for their whole time slices; the trace is parsed line by line.
-        body = 'for(int i = 0;i < 40; ++i)\n{\nPrintf("%%f %s", %d.5);wait(0.001);\n}\n'
-        text = program(body % ("m" * 30, 0) + "wait(3);\n",
-                       after="".join(task(n, body % ("t" * 30, n)) for n in range(1, 17)))
-        lines = self.trace(text, tasks=16)
-        for n in range(17):
-            who, letter = ("task %d" % n, "t") if n else ("main", "m")
-            prints = [line[2] for line in lines if line[1] == who and line[2].startswith("print")]
-            self.assertEqual(prints, ["print %d.500000 %s" % (n, letter * 30)] * 40)
+    def test_lines_of_every_call_are_not_torn(self):
+        # All tasks write at the same time; each line and the dots below it have to come whole.
+        rows = picture("........ " * 8)
+        calls = {
+            'Printf("%%%%f %s", %%d + 0.5);' % ("m" * 30): "print %%d.500000 %s" % ("m" * 30),
+            "set_motor(%d, i);": "motor ? (%d) speed {i}",
+            "servo_ctrl(%d, i, 7, 9);": "servo %d speed {i} position 7 last 9",
+            "PlaySpeech(%d + i);": "sound {sum}",
+            "switch_state(%d + 100 * i);": "touch {port} -> 0",
+            "TZ_AI(%d + 100 * i);": "analogue {port} -> 1000",
+            "disp_symble(%d, 99);": "display %d symbol 99 unknown" + rows,
+            "disp_emoji(%d, 3, 99);": "display %d 3 emoji 99 unknown" + rows.replace("........", "........  ........"),
+            "disp_custom(%d,(LedMaritx){{0,0,0,0,0,0,0,0}});": "display %d custom" + rows,
+            "wait(0.001 + %d / 1000.0);": "wait {time:g} s",
+        }
+        for call, line in calls.items():
+            with self.subTest(call=call):
+                body = "for(int i = 0;i < 30; ++i)\n{\n%swait(0.001);\n}\n" % call
+                lines = self.trace(program(body % 10 + "wait(3);\n", after="".join(
+                    task(n, body % (n + 10)) for n in range(1, 17))), tasks=16)
+                for n in range(17):
+                    number = n + 10
+                    expected = [(line % number if "%d" in line else line).format(
+                        i=i, sum=number + i, port=number + 100 * i, time=0.001 + number / 1000)
+                        for i in range(30)]
+                    heard = [text for _, who, text in lines if who == ("task %d" % n if n else "main")
+                             and text.split()[0] == expected[0].split()[0] and text not in ("wait 0.001 s", "wait 3 s")]
+                    self.assertEqual(heard, expected)
+
+    def test_switch_that_is_due_after_a_lock_is_made_up_for(self):
+        # The main program is hardly ever without the lock; the task has to get its turn all the same.
+        lines = self.trace(program("while(1)\n{\nPrintf(\"%f\", 1.5);\n}\n",
+                                   after=task(1, "while(1)\n{\nwait(0.01);PlaySpeech(1);\n}\n")),
+                           "--limit", "1", tasks=1, expected=LIMIT_REACHED)
+        sounds = [seconds for seconds, _, text in lines if text == "sound 1"]
+        late = [round(after - before - 0.01, 3) for before, after in zip(sounds[10:], sounds[11:])]
+        self.assertGreater(len(late), 50)
+        self.assertLessEqual(max(late), 0.003)
 
     def test_only_as_many_tasks_as_told_are_started(self):
         text = program("wait(1);\n", after=task(1, "PlaySpeech(1);\n") + task(2, "PlaySpeech(2);\n"))
@@ -146,10 +174,34 @@ class TaskTest(KitCase):
         lines = self.trace(text, tasks=1, expected=CRASHED)
         self.assertEqual([line[1:] for line in lines[-2:]], [["task 1", "stack overflow"], [None, "crash"]])
 
+    def test_frame_does_not_step_over_the_guard(self):
+        # Frames of nearly the largest size, of which hardly a byte is touched.
+        text = program("wait(9);\n", before="volatile int held = 0;\n", after=(
+            "int deep(int n)\n{\nvolatile char room[1900];\nreturn n > 100000 ? room[n] : deep(n + 1) + held;\n}\n"
+            + "".join(task(n, "int own = %d;\nwhile(1)\n{\nwait(0.1);own = own + held;\n}\n" % n)
+                      for n in range(1, 6))
+            + task(6, "wait(1);Printf(\"%d\", deep(0));\n")))
+        lines = self.trace(text, tasks=6, expected=CRASHED)
+        self.assertEqual([line[1:] for line in lines[-2:]], [["task 6", "stack overflow"], [None, "crash"]])
+
+    def test_stack_of_the_lowest_task_has_a_guard_too(self):
+        text = program("Printf(\"%d\", deep(0));\n", before=(
+            "volatile int held = 0;\n"
+            "int deep(int n)\n{\nvolatile char room[1900];\nreturn n > 100000 ? room[n] : deep(n + 1) + held;\n}\n"))
+        self.assertEqual(self.texts(text, expected=CRASHED)[-2:], ["stack overflow", "crash"])
+
     def test_crash_is_told(self):
         lines = self.texts(program("wait(1);__builtin_trap();\n"), expected=CRASHED)
         self.assertEqual(lines[-2], "bad access")
         self.assertRegex(lines[-1], "^crash at 0x[0-9a-f]{8}$")
+
+    def test_crash_with_a_broken_stack_pointer_is_told(self):
+        result = self.run_file(self.built(program('__asm__ volatile("mov sp, %0\\n\\tudf #0" :: "r"(0xFFFFFFF0));\n')),
+                               "--bare")
+        self.assertEqual(result.returncode, CRASHED)
+        self.assertTrue(result.stdout.endswith("bad access\n[   0.000] crash at 0x00000000\n"), result.stdout)
+        # The handler reads nothing that isn't there.
+        self.assertNotIn("read", result.stderr)
 
 
 class SensorTest(KitCase):

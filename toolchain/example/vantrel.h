@@ -8,6 +8,14 @@
 #ifndef VANTREL_H
 #define VANTREL_H
 
+/*
+ * Below each stack lie 4096 bytes that may not be touched. Not even two frames, one on the other,
+ * may reach beyond them: a call that needs too much stack has to hit them.
+ */
+#pragma GCC diagnostic error "-Wframe-larger-than=2040"
+#pragma GCC diagnostic error "-Wvla"
+#pragma GCC diagnostic error "-Walloca"
+
 /* One 8 by 8 display: eight rows from the top, the leftmost dot is bit 7. */
 typedef struct {
 	unsigned char rows[8];

@@ -1,154 +1,151 @@
-/* The calls that a program makes. Nothing moves here: they are told. */
+/* The calls that a program makes: one task at a time reaches the board. */
 
 #include "vantrel.h"
 
 #include <stdarg.h>
-#include <stddef.h>
+#include <stdint.h>
 #include <stdio.h>
 
+#include "board.h"
 #include "faces.h"
 #include "kernel.h"
-#include "sensors.h"
 #include "symbols.h"
-#include "trace.h"
 
 #define WAIT_LONGEST 2000000000u
+#define PRINT_LONGEST 505
 
 static const uint8_t dark[8];
 
 void set_motor(int port, int speed)
 {
-	char letter = port >= 1 && port <= 4 ? (char)('A' + port - 1) : '?';
-
 	kernel_lock();
-	if (trace_heard(trace_changed(TRACE_MOTOR, port, (uint32_t)speed)))
-		trace_line("motor %c (%d) speed %d", letter, port, speed);
+	board_motor(port, speed);
 	kernel_unlock();
+}
+
+/* Rounded up, but for the thousandth of one that a fraction may be too large as a number. */
+static uint32_t milliseconds(double seconds)
+{
+	double exact = seconds * 1000 - 0.001;
+	uint32_t whole;
+
+	if (!(exact > 0))
+		return 0;
+	if (exact >= WAIT_LONGEST)
+		return WAIT_LONGEST;
+	whole = (uint32_t)exact;
+	return whole < exact ? whole + 1 : whole;
 }
 
 void wait(double seconds)
 {
-	uint32_t ms;
-
-	if (!(seconds > 0))
-		ms = 0;
-	else if (seconds >= WAIT_LONGEST / 1000.0)
-		ms = WAIT_LONGEST;
-	else
-		ms = (uint32_t)(seconds * 1000 + 0.5);
-
 	kernel_lock();
-	if (ms > 0)
-		trace_waited();
-	if (trace_heard(trace_changed(TRACE_WAIT, kernel_task(), ms)))
-		trace_line("wait %g s", seconds);
+	board_waits(seconds);
 	kernel_unlock();
-	kernel_sleep(ms);
+	kernel_sleep(milliseconds(seconds));
 }
 
 void servo_ctrl(int id, int speed, int position, int last)
 {
-	int values[3] = { speed, position, last };
-
 	kernel_lock();
-	if (trace_heard(trace_changed(TRACE_SERVO, id, trace_hash(values, sizeof(values))))) {
-		if (last == 0)
-			trace_line("servo %d speed %d position %d", id, speed, position);
-		else
-			trace_line("servo %d speed %d position %d last %d", id, speed, position, last);
-	}
+	board_servo(id, speed, position, last);
 	kernel_unlock();
-}
-
-/*
- * Reading is what loops do all the time, so a read is told the first time and
- * when the task gets another value than before.
- */
-static int read_sensor(enum sensor_kind kind, int port)
-{
-	int touch = kind == SENSOR_TOUCH;
-	int value = sensors_read(kind, port);
-	int reader = kernel_task() << 20 | (port & 0xFFFFF);
-
-	kernel_lock();
-	if (trace_changed(touch ? TRACE_TOUCH : TRACE_ANALOGUE, reader, (uint32_t)value))
-		trace_line("%s %d -> %d", touch ? "touch" : "analogue", port, value);
-	kernel_unlock();
-	return value;
 }
 
 int switch_state(int port)
 {
-	return read_sensor(SENSOR_TOUCH, port);
+	int value;
+
+	kernel_lock();
+	value = board_touch(port);
+	kernel_unlock();
+	return value;
 }
 
 int TZ_AI(int port)
 {
-	return read_sensor(SENSOR_ANALOGUE, port);
+	int value;
+
+	kernel_lock();
+	value = board_analogue(port);
+	kernel_unlock();
+	return value;
 }
 
 void PlaySpeech(int sound)
 {
 	kernel_lock();
-	if (trace_heard(trace_changed(TRACE_SOUND, kernel_task(), (uint32_t)sound)))
-		trace_line("sound %d", sound);
+	board_sound(sound);
+	kernel_unlock();
+}
+
+static void display(const struct board_picture *pictures, int count,
+		    const char *what, int number, const char *remark)
+{
+	static char name[40];
+
+	kernel_lock();
+	snprintf(name, sizeof(name), "%s %d%s%s", what, number, *remark ? " " : "", remark);
+	board_display(pictures, count, name);
 	kernel_unlock();
 }
 
 void disp_symble(int port, int symbol)
 {
 	int known = symbol >= 0 && symbol < SYMBOL_COUNT;
-	const uint8_t *rows = known ? symbols[symbol] : dark;
+	struct board_picture picture = { port, known ? symbols[symbol] : dark };
 
-	kernel_lock();
-	if (trace_heard(trace_changed(TRACE_DISPLAY, port, trace_hash(rows, 8)))) {
-		trace_line("display %d symbol %d%s", port, symbol, known ? "" : " unknown");
-		trace_rows(rows, NULL);
-	}
-	kernel_unlock();
+	display(&picture, 1, "symbol", symbol, known ? "" : "unknown");
 }
 
 void disp_emoji(int left_port, int right_port, int emoji)
 {
 	int known = emoji >= 1 && emoji <= FACE_COUNT;
-	const uint8_t *left = known ? faces[emoji - 1].left : dark;
-	const uint8_t *right = known ? faces[emoji - 1].right : dark;
-	int changed;
+	const struct face *face = &faces[known ? emoji - 1 : 0];
+	struct board_picture pictures[2] = {
+		{ left_port, known ? face->left : dark },
+		{ right_port, known ? face->right : dark },
+	};
 
-	kernel_lock();
-	changed = trace_changed(TRACE_DISPLAY, left_port, trace_hash(left, 8));
-	changed |= trace_changed(TRACE_DISPLAY, right_port, trace_hash(right, 8));
-	if (trace_heard(changed)) {
-		trace_line("display %d %d emoji %d %s", left_port, right_port, emoji,
-			   known ? faces[emoji - 1].name : "unknown");
-		trace_rows(left, right);
-	}
-	kernel_unlock();
+	display(pictures, 2, "emoji", emoji, known ? face->name : "unknown");
 }
 
 void disp_custom(int port, LedMaritx matrix)
 {
+	struct board_picture picture = { port, matrix.rows };
+
 	kernel_lock();
-	if (trace_heard(trace_changed(TRACE_DISPLAY, port, trace_hash(matrix.rows, 8)))) {
-		trace_line("display %d custom", port);
-		trace_rows(matrix.rows, NULL);
-	}
+	board_display(&picture, 1, "custom");
 	kernel_unlock();
+}
+
+static void put_text(const char *text)
+{
+	while (*text)
+		board_put(*text++);
 }
 
 void Printf(const char *format, ...)
 {
-	static char text[512];
+	/* Shared by the tasks, as is what the C library formats fractions with. */
+	static char text[PRINT_LONGEST + 1];
 	va_list arguments;
-	uint32_t length;
+	const char *c;
+	int length;
 
 	kernel_lock();
 	va_start(arguments, format);
-	length = (uint32_t)vsnprintf(text, sizeof(text), format, arguments);
+	length = vsnprintf(text, sizeof(text), format, arguments);
 	va_end(arguments);
-	if (length >= sizeof(text))
-		length = sizeof(text) - 1;
-	if (trace_heard(trace_changed(TRACE_PRINT, kernel_task(), trace_hash(text, length))))
-		trace_line("print %s", text);
+
+	for (c = text; *c; c++) {
+		if (*c == '\n')
+			put_text("\\n");
+		else if ((uint8_t)*c < ' ' || *c == 127)
+			board_put('?');
+		else
+			board_put(*c);
+	}
+	put_text(length > PRINT_LONGEST ? "...\n" : "\n");
 	kernel_unlock();
 }

@@ -2,20 +2,18 @@
 
 #include <stddef.h>
 
-#include "registers.h"
-#include "sensors.h"
-#include "trace.h"
+#include "board.h"
+#include "processor.h"
 #include "vantrel.h"
 
 #define TASKS_MAX 16
-#define GUARD_BYTES 256u
 #define IDLE_STACK_WORDS 128
 
 enum state { UNUSED, READY, SLEEPING };
 
 struct task {
 	uint32_t *stack;	/* saved stack pointer while it does not run */
-	uint32_t guard;		/* address of the guard below its stack, or 0 */
+	uint32_t bottom;	/* of its stack, or 0 if that has no guard */
 	uint32_t wake;
 	volatile enum state state;
 };
@@ -58,7 +56,7 @@ static volatile int current = IDLE;
 static volatile uint32_t now;
 static volatile uint32_t locks;
 static volatile int switch_due;
-static volatile int limit_due;
+static volatile int stop_due;
 
 uint32_t kernel_time(void)
 {
@@ -75,12 +73,6 @@ int kernel_task_count(void)
 	return (int)(uintptr_t)__user_task_number;
 }
 
-static void request_switch(void)
-{
-	INTERRUPT_CONTROL = SWITCH_PENDING;
-	__asm__ volatile("dsb\n\tisb" ::: "memory");
-}
-
 void kernel_lock(void)
 {
 	/* A task that comes between load and store leaves the count as it was. */
@@ -91,33 +83,38 @@ void kernel_lock(void)
 void kernel_unlock(void)
 {
 	__asm__ volatile("" ::: "memory");
-	if (locks == 1 && limit_due)
-		trace_limit();
+	if (locks == 1 && stop_due)
+		board_stop(BOARD_STOPPED, 0);
 	locks--;
 	if (locks == 0 && switch_due)
-		request_switch();
+		processor_request_switch();
 }
 
 void kernel_sleep(uint32_t ms)
 {
-	__asm__ volatile("cpsid i" ::: "memory");
-	if (ms > 0) {
-		tasks[current].wake = now + ms;
-		tasks[current].state = SLEEPING;
+	uint32_t wake, part;
+
+	if (ms == 0) {
+		processor_request_switch();
+		return;
 	}
-	INTERRUPT_CONTROL = SWITCH_PENDING;
-	__asm__ volatile("cpsie i\n\tisb" ::: "memory");
+
+	do {
+		wake = now + ms;
+		part = board_tick_part();
+	} while (wake != now + ms);
+
+	processor_interrupts_off();
+	tasks[current].wake = wake;
+	tasks[current].state = SLEEPING;
+	processor_request_switch();
+	processor_interrupts_on();
+
+	/* The ticks count from the one before the call: what had passed since that is still due. */
+	while (now == wake && board_tick_part() < part)
+		processor_request_switch();
 }
 
-void kernel_halt(void)
-{
-	__asm__ volatile("cpsid i" ::: "memory");
-	TICK_CONTROL = 0;
-	for (;;)
-		__asm__ volatile("wfi");
-}
-
-/* Called every millisecond. */
 void kernel_tick(void)
 {
 	int i, ready = 0;
@@ -130,29 +127,17 @@ void kernel_tick(void)
 			ready = 1;
 	}
 
-	if (sensors_limit() != 0 && now >= sensors_limit())
-		limit_due = 1;
+	if (board_stop_wanted())
+		stop_due = 1;
 
 	if (locks > 0) {
 		switch_due |= ready;
 		return;
 	}
-	if (limit_due)
-		trace_limit();
+	if (stop_due)
+		board_stop(BOARD_STOPPED, 0);
 	if (ready)
-		INTERRUPT_CONTROL = SWITCH_PENDING;
-}
-
-/* Moves the guard below the stack of the task that runs next. */
-static void set_guard(uint32_t address)
-{
-	GUARD_NUMBER = 0;
-	GUARD_SIZE = 0;
-	if (address == 0)
-		return;
-	GUARD_BASE = address;
-	/* 2^(7+1) bytes without any access, never executed. */
-	GUARD_SIZE = 1u << 28 | 7u << 1 | 1u;
+		processor_request_switch();
 }
 
 /* Takes the stack of the task that ran and gives that of the next one. */
@@ -173,70 +158,43 @@ uint32_t *kernel_switch(uint32_t *stack)
 		}
 	}
 	current = next;
-	set_guard(tasks[next].guard);
+	processor_guard(tasks[next].bottom);
 	return tasks[next].stack;
 }
 
 void kernel_crash(uint32_t *frame)
 {
-	uint32_t guard = tasks[current].guard;
-	uint32_t address = FAULT_ADDRESS;
-	int overflow = 0;
+	uint32_t bottom = tasks[current].bottom;
+	/* The stack pointer itself may be what the program broke. */
+	int stacked = (char *)frame >= __task_space_start && (char *)frame < __task_space_end;
 
-	set_guard(0);
-	if (guard != 0) {
-		/* The access, or the frame that should have been stacked, hit the guard. */
-		overflow = (FAULT_STATUS & 0x80) && address - guard < GUARD_BYTES;
-		overflow |= (uintptr_t)frame < guard + GUARD_BYTES;
-	}
-	trace_crash(overflow, overflow ? 0 : frame[6]);
+	processor_guard(0);
+	if (bottom != 0 && processor_overflowed(bottom, frame))
+		board_stop(BOARD_OVERFLOW, 0);
+	board_stop(BOARD_CRASHED, stacked ? processor_fault_address(frame) : 0);
 }
 
-/* Every task begins here; its number is in the first register. */
+/* Every task begins here. */
 static void task_entry(int number)
 {
-	trace_task_start();
-	bodies[number]();
-	trace_task_end();
-	if (number == 0)
-		trace_end();
+	kernel_lock();
+	board_task_started();
+	kernel_unlock();
 
-	__asm__ volatile("cpsid i" ::: "memory");
+	bodies[number]();
+
+	kernel_lock();
+	board_task_finished();
+	if (number == 0)
+		board_stop(BOARD_ENDED, 0);
+	kernel_unlock();
+
+	processor_interrupts_off();
 	tasks[number].state = UNUSED;
-	INTERRUPT_CONTROL = SWITCH_PENDING;
-	__asm__ volatile("cpsie i\n\tisb" ::: "memory");
+	processor_request_switch();
+	processor_interrupts_on();
 	for (;;)
 		;
-}
-
-static void prepare(int number, uint32_t bottom, uint32_t size)
-{
-	uint32_t *stack = (uint32_t *)(bottom + size);
-	int i;
-
-	*--stack = 1u << 24;				/* status: Thumb */
-	*--stack = (uint32_t)(uintptr_t)task_entry;
-	*--stack = 0;					/* the entry does not return */
-	for (i = 0; i < 4; i++)
-		*--stack = 0;				/* r12, r3 to r1 */
-	*--stack = (uint32_t)number;
-	for (i = 0; i < 8; i++)
-		*--stack = 0;				/* r11 to r4 */
-
-	tasks[number].stack = stack;
-	tasks[number].guard = bottom;
-	tasks[number].state = READY;
-}
-
-static void start_clock(void)
-{
-	/* 8 MHz crystal, 200 MHz from the loop, divided by four. */
-	SYSTEM_CLOCK = 3u << 23 | 1u << 22 | 14u << 6 | 1u;
-
-	HANDLER_PRIORITY_3 = 0xE0E00000;	/* tick and switch never interrupt one another */
-	TICK_RELOAD = 50000 - 1;
-	TICK_VALUE = 0;
-	TICK_CONTROL = 7;
 }
 
 void kernel_run(void)
@@ -244,26 +202,20 @@ void kernel_run(void)
 	uint32_t bottom = (uint32_t)(uintptr_t)__task_space_start;
 	uint32_t space = (uint32_t)(uintptr_t)__task_space_end - bottom;
 	int count = kernel_task_count() + 1;
-	uint32_t size = space / (uint32_t)count & ~(GUARD_BYTES - 1);
+	uint32_t size = space / (uint32_t)count & ~(PROCESSOR_STACK_UNIT - 1);
 	int i;
 
-	trace_open();
-	sensors_open();
-	for (i = 0; i < count; i++)
-		prepare(i, bottom + (uint32_t)i * size, size);
+	board_open();
+	processor_open();
+	for (i = 0; i < count; i++) {
+		tasks[i].bottom = bottom + (uint32_t)i * size;
+		tasks[i].stack = processor_prepare_stack(tasks[i].bottom + size, task_entry, i);
+		tasks[i].state = READY;
+	}
 
-	/* Guards on, with the usual map for everything that they do not cover. */
-	GUARD_CONTROL = 5;
-
-	start_clock();
-
-	/* From here on this is the idle task. */
+	/* What runs when all the others sleep is this. */
 	tasks[IDLE].state = READY;
-	__asm__ volatile("msr psp, %0\n\t"
-			 "movs r3, #2\n\t"
-			 "msr control, r3\n\t"
-			 "isb" :: "r"(idle_stack + IDLE_STACK_WORDS) : "r3", "memory");
-	request_switch();
-	for (;;)
-		__asm__ volatile("wfi");
+	board_start_tick();
+	processor_request_switch();
+	processor_idle(idle_stack + IDLE_STACK_WORDS);
 }

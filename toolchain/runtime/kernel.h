@@ -13,7 +13,9 @@ int kernel_task(void);
 /* Number of tasks beside the main program. */
 int kernel_task_count(void);
 
-/* Lets the running task sleep; with 0 the others only get their turn. */
+/*
+ * Lets the running task sleep for no less than this; with 0 the others only get their turn.
+ */
 void kernel_sleep(uint32_t ms);
 
 /*
@@ -23,7 +25,7 @@ void kernel_sleep(uint32_t ms);
 void kernel_lock(void);
 void kernel_unlock(void);
 
-/* Stops everything for good. */
-void kernel_halt(void) __attribute__((noreturn));
+/* Called every millisecond, as a handler. */
+void kernel_tick(void);
 
 #endif

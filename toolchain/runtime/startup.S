@@ -29,6 +29,8 @@ vectors:
 	.global __reset_entry
 	.thumb_func
 __reset_entry:
+	/* Until there is a task's stack to switch from. */
+	cpsid	i
 	ldr	r0, =__data_start
 	ldr	r1, =__data_end
 	ldr	r2, =__data_load

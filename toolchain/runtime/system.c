@@ -7,7 +7,7 @@
 #include <stddef.h>
 #include <stdint.h>
 
-#include "trace.h"
+#include "board.h"
 
 #define HEAP_BYTES 4096
 
@@ -32,7 +32,7 @@ void *_sbrk(ptrdiff_t increment)
 
 void abort(void)
 {
-	trace_crash(0, (uint32_t)(uintptr_t)__builtin_return_address(0));
+	board_stop(BOARD_CRASHED, (uint32_t)(uintptr_t)__builtin_return_address(0));
 }
 
 /* Stands in for that of the library, which would bring all its files along. */

@@ -1,10 +1,9 @@
-#include "trace.h"
+#include "emulator_trace.h"
 
 #include <stdarg.h>
 #include <stdio.h>
 
 #include "kernel.h"
-#include "registers.h"
 
 #define TASKS 18
 #define CALLS_HEARD 100
@@ -22,12 +21,7 @@ static struct {
 	uint32_t unheard;
 } heard[TASKS];
 
-static void put(char c)
-{
-	while (UART_FLAGS & UART_FULL)
-		;
-	UART_DATA = (uint8_t)c;
-}
+static void (*put)(char byte);
 
 static void put_text(const char *text)
 {
@@ -74,12 +68,9 @@ static void put_task(int task)
 	put_text(": ");
 }
 
-void trace_open(void)
+void trace_open(void (*put_byte)(char))
 {
-	CLOCK_GATES_1 |= 1;
-	CLOCK_GATES_2 |= 1;
-	UART_LINE = 0x70;
-	UART_CONTROL = 0x301;
+	put = put_byte;
 }
 
 uint32_t trace_hash(const void *data, uint32_t size)
@@ -124,31 +115,25 @@ int trace_heard(int changed)
 	return changed;
 }
 
+void trace_text(const char *what, const char *text)
+{
+	put_time();
+	put_task(kernel_task());
+	put_text(what);
+	put_text(text);
+	put('\n');
+}
+
 void trace_line(const char *format, ...)
 {
 	/* Shared by the tasks, which is safe while they are locked out. */
-	static char text[512];
+	static char text[128];
 	va_list arguments;
-	const char *c;
-	int length;
 
 	va_start(arguments, format);
-	length = vsnprintf(text, sizeof(text), format, arguments);
+	vsnprintf(text, sizeof(text), format, arguments);
 	va_end(arguments);
-
-	put_time();
-	put_task(kernel_task());
-	for (c = text; *c; c++) {
-		if (*c == '\n')
-			put_text("\\n");
-		else if ((uint8_t)*c < ' ' || *c == 127)
-			put('?');
-		else
-			put(*c);
-	}
-	if (length >= (int)sizeof(text))
-		put_text("...");
-	put('\n');
+	trace_text("", text);
 }
 
 static void put_row(uint8_t row)
@@ -194,23 +179,14 @@ void trace_waited(void)
 	heard[task].calls = 0;
 }
 
-void trace_task_start(void)
+void trace_task_finished(void)
 {
-	kernel_lock();
-	trace_line("start");
-	kernel_unlock();
-}
-
-void trace_task_end(void)
-{
-	kernel_lock();
 	put_unheard(kernel_task());
 	if (kernel_task_count() > 0)
-		trace_line("finished");
-	kernel_unlock();
+		trace_text("", "finished");
 }
 
-static void finish(const char *text)
+void trace_end(const char *text, const uint32_t *address)
 {
 	int i;
 
@@ -218,33 +194,10 @@ static void finish(const char *text)
 		put_unheard(i);
 	put_time();
 	put_text(text);
+	if (address) {
+		put_text(" at 0x");
+		for (i = 28; i >= 0; i -= 4)
+			put("0123456789abcdef"[*address >> i & 15]);
+	}
 	put('\n');
-	kernel_halt();
-}
-
-void trace_end(void)
-{
-	kernel_lock();
-	finish("end");
-	__builtin_unreachable();
-}
-
-void trace_limit(void)
-{
-	finish("limit reached");
-	__builtin_unreachable();
-}
-
-void trace_crash(int overflow, uint32_t address)
-{
-	static char text[40];
-
-	put_time();
-	put_task(kernel_task());
-	put_text(overflow ? "stack overflow\n" : "bad access\n");
-	if (overflow)
-		finish("crash");
-	snprintf(text, sizeof(text), "crash at 0x%08lx", (unsigned long)address);
-	finish(text);
-	__builtin_unreachable();
 }

@@ -1,4 +1,4 @@
-#include "sensors.h"
+#include "emulator_sensors.h"
 
 #include "kernel.h"
 

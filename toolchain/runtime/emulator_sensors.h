@@ -1,6 +1,6 @@
 /* Values of the sensors, as a script that was laid into memory tells them. */
-#ifndef SENSORS_H
-#define SENSORS_H
+#ifndef EMULATOR_SENSORS_H
+#define EMULATOR_SENSORS_H
 
 #include <stdint.h>
 

@@ -1,10 +1,11 @@
 /* The trace: one line for each call that a program makes. */
-#ifndef TRACE_H
-#define TRACE_H
+#ifndef EMULATOR_TRACE_H
+#define EMULATOR_TRACE_H
 
 #include <stdint.h>
 
-void trace_open(void);
+/* Told where its bytes go. */
+void trace_open(void (*put_byte)(char));
 
 /* What a line is about; with the number it tells what its value belongs to. */
 enum trace_subject {
@@ -13,8 +14,8 @@ enum trace_subject {
 };
 
 /*
- * A call locks the other tasks out, asks whether it is to be heard, writes its
- * lines and unlocks. kernel_lock() is due before any of the functions below.
+ * A call asks whether it is to be heard, then writes its lines. No other task
+ * may run meanwhile.
  */
 
 /* Remembers the value of a subject; answers whether it is a new one. */
@@ -27,7 +28,10 @@ int trace_changed(enum trace_subject subject, int number, uint32_t value);
  */
 int trace_heard(int changed);
 
-/* One line with time and task before it. */
+/* A line with time and task before it, of any length. */
+void trace_text(const char *what, const char *text);
+
+/* The same, formatted, of up to 127 bytes. */
 void trace_line(const char *format, ...) __attribute__((format(printf, 1, 2)));
 
 /* Rows of one display, or of two side by side. */
@@ -36,13 +40,11 @@ void trace_rows(const uint8_t *left, const uint8_t *right);
 /* The running task has waited: its calls count anew. */
 void trace_waited(void);
 
-void trace_task_start(void);
-void trace_task_end(void);
+/* The running task is over. */
+void trace_task_finished(void);
 
-/* The three ways in which a run is over. */
-void trace_end(void) __attribute__((noreturn));
-void trace_limit(void) __attribute__((noreturn));
-void trace_crash(int overflow, uint32_t address) __attribute__((noreturn));
+/* The last line, and for a crash where it was. */
+void trace_end(const char *text, const uint32_t *address);
 
 /* Value for a text or a picture, equal for equal ones. */
 uint32_t trace_hash(const void *data, uint32_t size);
