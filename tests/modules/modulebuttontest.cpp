@@ -309,6 +309,31 @@ private slots:
         QCOMPARE(Bench::proxies(block).size(), 0);
     }
 
+    void theToolTipComesThoughTheWidgetIsThere_data()
+    {
+        QTest::addColumn<int>("moves");
+        QTest::newRow("one move") << 1;
+        QTest::newRow("two moves") << 2;
+        QTest::newRow("three moves") << 3;
+    }
+
+    void theToolTipComesThoughTheWidgetIsThere()
+    {
+        QFETCH(int, moves);
+        Bench bench;
+        supermodule* block = bench.drop(107, {500, 330});
+        const QPoint field = bench.at(Bench::placeOf(block, 0).center());
+        QToolTip::hideText();
+        QTRY_VERIFY(!QToolTip::isVisible());
+        for (int i = 0; i < moves; ++i) {
+            QTest::mouseMove(bench.view.windowHandle(), field + QPoint(i, 0));
+            toTheEventLoop();
+        }
+        // The widget that is there by now must not keep the tip to itself.
+        QVERIFY(block->liveButton(0));
+        QTRY_COMPARE(QToolTip::text(), QStringLiteral("-150 ~ 150"));
+    }
+
     void aRightPressOnAButtonIsOneOnItsBlock()
     {
         Bench bench;
