@@ -41,6 +41,14 @@ protected:
         return QGraphicsProxyWidget::event(p_event);
     }
 
+    QVariant itemChange(GraphicsItemChange p_change, const QVariant& p_value) override
+    {
+        if (p_change == ItemVisibleHasChanged) {
+            m_owner.reviewLater();
+        }
+        return QGraphicsProxyWidget::itemChange(p_change, p_value);
+    }
+
     bool sceneEvent(QEvent* p_event) override
     {
         switch (p_event->type()) {
