@@ -7,7 +7,6 @@
 #include "support/canvas/singleblock.h"
 
 #include <QApplication>
-#include <QLoggingCategory>
 #include <QPainter>
 #include <QPushButton>
 #include <QToolTip>
@@ -67,8 +66,6 @@ class ModuleButtonTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false")); }
-
     void aButtonShowsWhatItsWidgetShows_data()
     {
         QTest::addColumn<int>("id");

@@ -8,7 +8,6 @@
 #include <QDir>
 #include <QDomDocument>
 #include <QFileInfo>
-#include <QLoggingCategory>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -58,9 +57,7 @@ class RandomProgramsTest : public QObject
 private slots:
     void initTestCase()
     {
-        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
         QApplication::setQuitOnLastWindowClosed(false);
-        QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
         qSetGlobalQHashSeed(0);
         QVERIFY2(m_kit.isValid(), "TILER_KIT doesn't name the folder of a kit");
         m_first = setting("RANDOM_PROGRAMS_SEED", m_first);

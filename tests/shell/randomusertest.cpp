@@ -3,7 +3,6 @@
 #include "modules/documentstate.h"
 
 #include <QApplication>
-#include <QLoggingCategory>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -33,7 +32,6 @@ private slots:
         // The dialogs of Qt itself: those of a desktop can't be answered from here.
         QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
         QApplication::setQuitOnLastWindowClosed(false);
-        QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
         qSetGlobalQHashSeed(0);
     }
 
