@@ -3,6 +3,7 @@
 #include "randomprogram.h"
 #include "support/canvas/documentpicture.h"
 #include "support/system/kitcopy.h"
+#include "support/system/setting.h"
 
 #include <QApplication>
 #include <QDir>
@@ -13,14 +14,6 @@
 
 namespace
 {
-/** A number from the environment, for a longer run or for one seed alone. */
-int setting(const char* p_name, int p_default)
-{
-    bool given = false;
-    const int value = qEnvironmentVariableIntValue(p_name, &given);
-    return given ? value : p_default;
-}
-
 /** From so many programs on, everything must have occurred. */
 const int s_manyPrograms = 40;
 const int s_deepestLoop = 6;

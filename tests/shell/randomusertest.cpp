@@ -1,21 +1,11 @@
 #include "randomuser.h"
 
 #include "modules/documentstate.h"
+#include "support/system/setting.h"
 
 #include <QApplication>
 #include <QTemporaryDir>
 #include <QTest>
-
-namespace
-{
-/** A number from the environment, for a longer run or for one seed alone. */
-int setting(const char* p_name, int p_default)
-{
-    bool given = false;
-    const int value = qEnvironmentVariableIntValue(p_name, &given);
-    return given ? value : p_default;
-}
-} // namespace
 
 /**
  * A random user on the real window; after each action the document must be in order. A run is told
