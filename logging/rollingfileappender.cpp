@@ -4,12 +4,6 @@
 
 RollingFileAppender::RollingFileAppender(const QString& p_fileName) : FileAppender(p_fileName) {}
 
-QString RollingFileAppender::datePatternString() const
-{
-    const std::scoped_lock lock(m_fileMutex);
-    return datePattern(m_period);
-}
-
 bool RollingFileAppender::setDatePattern(const QString& p_pattern)
 {
     const auto period = periodOfPattern(p_pattern);

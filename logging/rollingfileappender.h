@@ -16,7 +16,6 @@ public:
     /** Begins a new file each day. */
     explicit RollingFileAppender(const QString& p_fileName = QString());
 
-    QString datePatternString() const;
     /** One of the six patterns of RollingPeriod; false, and no change, for any other. */
     bool setDatePattern(const QString& p_pattern);
     void setDatePattern(RollingPeriod p_period);

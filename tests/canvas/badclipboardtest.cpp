@@ -6,7 +6,6 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QLoggingCategory>
 #include <QMimeData>
 #include <QSet>
 #include <QTemporaryDir>
@@ -61,8 +60,6 @@ class BadClipboardTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false")); }
-
     void init()
     {
         // A chain with a body, a loose block that has a value, and something to take back.

@@ -5,6 +5,7 @@
 #include "modules/feedbackmodule.h"
 #include "modules/graphicsitem_param.h"
 #include "modules/mainmodule.h"
+#include "modules/modulehost.h"
 #include "proj/controls/selectablebutton.h"
 #include "support/canvas/canvasfixture.h"
 
@@ -59,12 +60,28 @@ private slots:
     void aDocumentGoesOnWithoutItsView()
     {
         Document document;
+        const int items = document.scene().items().size();
         {
             TzProgramView view(document);
+            CanvasHands hands(view);
             document.addModule(700, 400, 103);
+            // A drag from the palette is under way, and the gap is open.
+            hands.dragOver(102, hands.main()->scenePos() + QPointF(160, 10));
+            QVERIFY(view.preview()->isVisible());
+            QCOMPARE(hands.main()->next(), view.preview());
         }
         QVERIFY(!programView);
+        QVERIFY(!moduleHost());
+        QVERIFY(!document.mainBlock()->next());
+        const QList<supermodule*> roots = rootBlocks(document.scene());
+        QCOMPARE(roots.size(), 2);
+        // A block asks nobody for a chooser.
+        roots.first()->OnSetVoice(1);
+        QCOMPARE(focusModule, roots.first());
         document.undoStack().undo();
+        QCOMPARE(rootBlocks(document.scene()), QList<supermodule*>{document.mainBlock()});
+        // Nothing of the view is left in the scene.
+        QCOMPARE(document.scene().items().size(), items);
         document.undoStack().redo();
         QCOMPARE(rootBlocks(document.scene()).size(), 2);
     }

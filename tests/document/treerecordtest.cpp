@@ -13,6 +13,8 @@
 #include <QDir>
 #include <QTest>
 
+#include <memory>
+
 namespace
 {
 supermodule* put(Document& p_document, int p_id)
@@ -27,6 +29,15 @@ QByteArray textOf(Document& p_document)
 {
     return projectText(rootBlocks(p_document.scene()), nullptr);
 }
+
+/** A block of a type that the catalogue can't build. */
+class OddModule : public supermodule
+{
+public:
+    OddModule() : supermodule(9999, QString(), QString(), QString()) {}
+    QString cCode() const override { return QString(); }
+    supermodule* clone() const override { return nullptr; }
+};
 
 /** Writes a block down, deletes it, and builds it again where it hung. */
 supermodule* rebuilt(Document& p_document, supermodule* p_module)
@@ -132,6 +143,23 @@ private slots:
             inner = next;
         }
         QCOMPARE(nestingDepth(rebuilt(document, outer)), MaximalNesting - 1);
+    }
+
+    void aTypeThatCannotBeBuiltIsLeftOutWithAllUnderIt()
+    {
+        Document document;
+        supermodule* loop = put(document, 303);
+        supermodule* odd = new OddModule;
+        odd->enterScene(&document.scene());
+        loop->hangModule(LeftLink, odd);
+        odd->hangModule(NextLink, put(document, 105));
+        loop->hangModule(NextLink, put(document, 104));
+        supermodule* again = rebuilt(document, loop);
+        QVERIFY(!again->left());
+        QVERIFY(again->next());
+        QCOMPARE(again->next()->id, 104);
+        QCOMPARE(liveModules.size(), 3);
+        QVERIFY(!TreeRecord(std::make_unique<OddModule>().get()).rebuild(&document.scene()));
     }
 
     void anEmptyRecordBuildsNothing()

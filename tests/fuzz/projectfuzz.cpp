@@ -8,7 +8,6 @@
 
 #include <QApplication>
 #include <QFile>
-#include <QLoggingCategory>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -110,7 +109,6 @@ int LLVMFuzzerInitialize(int* p_argc, char*** p_argv)
     qputenv("QT_QPA_PLATFORM", "offscreen");
     // One input, one result.
     qSetGlobalQHashSeed(0);
-    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
     // Never deleted either.
     static const auto* const s_application = new QApplication(*p_argc, *p_argv);
     Q_UNUSED(s_application)

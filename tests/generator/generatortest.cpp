@@ -10,7 +10,6 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
-#include <QLoggingCategory>
 #include <QtTest>
 
 namespace
@@ -112,8 +111,6 @@ class GeneratorTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false")); }
-
     void anEmptyProjectIsJustItsFrame()
     {
         const HandMade document;

@@ -9,7 +9,6 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QDomDocument>
-#include <QLoggingCategory>
 #include <QtTest>
 
 namespace
@@ -51,7 +50,6 @@ class EveryBlockTest : public QObject
 private slots:
     void initTestCase()
     {
-        QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
         QVERIFY2(m_kit.isValid(), "TILER_KIT doesn't name the folder of a kit");
         const ProcessResult written = everyBlock({QStringLiteral("project"), project()});
         QCOMPARE(written.errors, QString());

@@ -9,7 +9,6 @@
 #include <QDir>
 #include <QDomDocument>
 #include <QFile>
-#include <QLoggingCategory>
 #include <QRegularExpression>
 #include <QtTest>
 
@@ -34,7 +33,6 @@ class GoldenTest : public QObject
 private slots:
     void initTestCase()
     {
-        QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
         QVERIFY2(m_kit.isValid(), "TILER_KIT doesn't name the folder of a kit");
     }
 

@@ -70,17 +70,28 @@ private slots:
         QCOMPARE(periodSuffix(*period, start), suffix);
     }
 
+    void onlyTheSixPatternsAreTaken_data()
+    {
+        QTest::addColumn<QString>("pattern");
+        QTest::addColumn<bool>("taken");
+        QTest::addColumn<QString>("old");
+        // Refused, so that it stays with a file each day.
+        QTest::newRow("another") << "yyyy" << false << "log.txt.2026-11-20";
+        QTest::newRow("none") << QString() << false << "log.txt.2026-11-20";
+        QTest::newRow("week") << "'.'yyyy-ww" << true << "log.txt.2026-47";
+        QTest::newRow("hour") << "'.'yyyy-MM-dd-hh" << true << "log.txt.2026-11-20-10";
+    }
+
     void onlyTheSixPatternsAreTaken()
     {
-        RollingFileAppender appender;
-        QCOMPARE(appender.datePatternString(), QStringLiteral("'.'yyyy-MM-dd"));
-        QVERIFY(!appender.setDatePattern(QStringLiteral("yyyy")));
-        QVERIFY(!appender.setDatePattern(QString()));
-        QCOMPARE(appender.datePatternString(), QStringLiteral("'.'yyyy-MM-dd"));
-        QVERIFY(appender.setDatePattern(QStringLiteral("'.'yyyy-ww")));
-        QCOMPARE(appender.datePatternString(), QStringLiteral("'.'yyyy-ww"));
-        appender.setDatePattern(RollingPeriod::Hour);
-        QCOMPARE(appender.datePatternString(), QStringLiteral("'.'yyyy-MM-dd-hh"));
+        QFETCH(QString, pattern);
+        QFETCH(bool, taken);
+        QFETCH(QString, old);
+        RollingFileAppender appender(path());
+        QCOMPARE(appender.setDatePattern(pattern), taken);
+        write(appender, "2026-11-20 10:00:00", "first");
+        write(appender, "2026-11-23 10:00:00", "second");
+        QCOMPARE(files(), (QStringList{QStringLiteral("log.txt"), old}));
     }
 
     void aNewPeriodMovesTheFileAway_data()

@@ -6,7 +6,6 @@
 
 #include <QFile>
 #include <QGraphicsScene>
-#include <QLoggingCategory>
 #include <QPainter>
 #include <QPushButton>
 #include <QtTest>
@@ -124,8 +123,6 @@ class BlockButtonsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false")); }
-
     void aBlockHasTheButtonsOfItsType_data()
     {
         QTest::addColumn<int>("id");

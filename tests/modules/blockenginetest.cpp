@@ -170,8 +170,6 @@ private slots:
         supermodule::deleteTree(copy);
     }
 
-    void initTestCase() { QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false")); }
-
     // The block itself.
 
     void aNewBlockHasNoKeyNoLinksAndIsNotDragged()

@@ -3,7 +3,6 @@
 #include "proj/controls/selectablebutton.h"
 
 #include <QHelpEvent>
-#include <QLoggingCategory>
 #include <QtTest>
 
 namespace
@@ -31,8 +30,6 @@ class BlockParametersTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false")); }
-
     void theNextKeyReplacesTheMarkedNumber()
     {
         Bench bench;

@@ -2,7 +2,6 @@
 #include "parameterbench.h"
 
 #include <QAbstractButton>
-#include <QLoggingCategory>
 #include <QPainter>
 #include <QtTest>
 
@@ -12,8 +11,6 @@ class LoopButtonsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false")); }
-
     void theButtonsOfAConditionalLoopHangUnderItsLegs()
     {
         Bench bench;

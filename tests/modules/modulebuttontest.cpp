@@ -7,7 +7,6 @@
 #include "support/canvas/singleblock.h"
 
 #include <QApplication>
-#include <QLoggingCategory>
 #include <QPainter>
 #include <QPushButton>
 #include <QToolTip>
@@ -67,8 +66,6 @@ class ModuleButtonTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false")); }
-
     void aButtonShowsWhatItsWidgetShows_data()
     {
         QTest::addColumn<int>("id");
@@ -309,6 +306,31 @@ private slots:
         QCOMPARE(Bench::proxies(block).size(), 0);
     }
 
+    void theToolTipComesThoughTheWidgetIsThere_data()
+    {
+        QTest::addColumn<int>("moves");
+        QTest::newRow("one move") << 1;
+        QTest::newRow("two moves") << 2;
+        QTest::newRow("three moves") << 3;
+    }
+
+    void theToolTipComesThoughTheWidgetIsThere()
+    {
+        QFETCH(int, moves);
+        Bench bench;
+        supermodule* block = bench.drop(107, {500, 330});
+        const QPoint field = bench.at(Bench::placeOf(block, 0).center());
+        QToolTip::hideText();
+        QTRY_VERIFY(!QToolTip::isVisible());
+        for (int i = 0; i < moves; ++i) {
+            QTest::mouseMove(bench.view.windowHandle(), field + QPoint(i, 0));
+            toTheEventLoop();
+        }
+        // The widget that is there by now must not keep the tip to itself.
+        QVERIFY(block->liveButton(0));
+        QTRY_COMPARE(QToolTip::text(), QStringLiteral("-150 ~ 150"));
+    }
+
     void aRightPressOnAButtonIsOneOnItsBlock()
     {
         Bench bench;
@@ -405,8 +427,9 @@ private slots:
         hover(bench, Bench::placeOf(block, 0).center());
         hover(bench, Bench::placeOf(block, 0).center() + QPointF(1, 0));
         QVERIFY(block->liveButton(0));
+        // By that alone: the pointer rests where it was.
         block->setVisibleTree(false);
-        hover(bench, {5, 5});
+        toTheEventLoop();
         QVERIFY(!block->liveButton(0));
         block->setVisibleTree(true);
         bench.clickButton(block, 0);

@@ -67,6 +67,8 @@ private slots:
         const PaletteBench bench;
         const QStringList colours{QStringLiteral("#f94141"), QStringLiteral("#6743fa"),
                                   QStringLiteral("#0594ff"), QStringLiteral("#f8b824")};
+        // Before any tab was clicked.
+        QCOMPARE(bench.colourAt(QPoint(300, 0)), QColor(colours.first()));
         for (const int i : {0, 1, 2, 3, 0}) {
             QTest::mouseClick(&bench.tab(i), Qt::LeftButton);
             QCOMPARE(bench.colourAt(QPoint(300, 0)), QColor(colours.at(i)));
@@ -196,6 +198,23 @@ private slots:
         QCOMPARE(bench.overlay().imagePath(), QStringLiteral(":/close.png"));
         bench.palette->OnProgramMouse(2);
         QVERIFY(!bench.overlay().isVisible());
+    }
+
+    void theBinLiesOnAllThatIsInThePalette()
+    {
+        const PaletteBench bench;
+        const QPoint middle = bench.palette->rect().center();
+        // From the start, whoever shows it.
+        bench.overlay().show();
+        QCOMPARE(bench.palette->childAt(middle), &bench.overlay());
+        bench.overlay().hide();
+        // And on what came later.
+        QWidget later(bench.palette);
+        later.setGeometry(bench.palette->rect());
+        later.show();
+        QCOMPARE(bench.palette->childAt(middle), &later);
+        bench.palette->OnProgramMouse(1);
+        QCOMPARE(bench.palette->childAt(middle), &bench.overlay());
     }
 
     void theBinIsPaintedInTheMiddleOfAPaleSheet()

@@ -9,7 +9,6 @@
 #include "support/system/unprivileged.h"
 
 #include <QApplication>
-#include <QLoggingCategory>
 #include <QRandomGenerator>
 #include <QStorageInfo>
 #include <QTemporaryDir>
@@ -56,7 +55,6 @@ private slots:
     void initTestCase()
     {
         // As the program does unless it is asked to tell more.
-        QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
     }
 
     void init()

@@ -11,7 +11,6 @@
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QLoggingCategory>
 #include <QPainter>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -127,8 +126,6 @@ class BadValuesTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false")); }
-
     void init()
     {
         m_dir = std::make_unique<QTemporaryDir>();

@@ -14,7 +14,6 @@
 #include <QDir>
 #include <QDomDocument>
 #include <QFileInfo>
-#include <QLoggingCategory>
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
@@ -91,8 +90,6 @@ class SavingTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false")); }
-
     void init()
     {
         m_dir = std::make_unique<QTemporaryDir>();

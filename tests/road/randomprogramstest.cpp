@@ -3,25 +3,17 @@
 #include "randomprogram.h"
 #include "support/canvas/documentpicture.h"
 #include "support/system/kitcopy.h"
+#include "support/system/setting.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QDomDocument>
 #include <QFileInfo>
-#include <QLoggingCategory>
 #include <QRegularExpression>
 #include <QTest>
 
 namespace
 {
-/** A number from the environment, for a longer run or for one seed alone. */
-int setting(const char* p_name, int p_default)
-{
-    bool given = false;
-    const int value = qEnvironmentVariableIntValue(p_name, &given);
-    return given ? value : p_default;
-}
-
 /** From so many programs on, everything must have occurred. */
 const int s_manyPrograms = 40;
 const int s_deepestLoop = 6;
@@ -58,9 +50,7 @@ class RandomProgramsTest : public QObject
 private slots:
     void initTestCase()
     {
-        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
         QApplication::setQuitOnLastWindowClosed(false);
-        QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
         qSetGlobalQHashSeed(0);
         QVERIFY2(m_kit.isValid(), "TILER_KIT doesn't name the folder of a kit");
         m_first = setting("RANDOM_PROGRAMS_SEED", m_first);

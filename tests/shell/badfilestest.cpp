@@ -1,23 +1,15 @@
 #include "actions/model/actionimage.h"
 #include "base/recentfiles.h"
-#include "modules/documentstate.h"
-#include "modules/mainmodule.h"
 #include "project/projectfile.h"
-#include "shell/mainwindow.h"
-#include "shell/tztoolbar.h"
-#include "support/canvas/canvasfixture.h"
 #include "support/canvas/documentpicture.h"
 #include "support/system/answers.h"
 #include "support/system/smalldisk.h"
 #include "support/system/unprivileged.h"
+#include "windowbench.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QFileInfo>
-#include <QLoggingCategory>
 #include <QMimeData>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QUrl>
 
 #include <sys/stat.h>
@@ -48,39 +40,27 @@ class BadFilesTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
-        // The dialogs of Qt itself: those of a desktop can't be answered from here.
-        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-    }
-
     void init()
     {
-        m_dir = std::make_unique<QTemporaryDir>();
-        m_window = std::make_unique<MainWindow>();
-        m_window->resize(1280, 768);
-        m_window->show();
-        QApplication::processEvents();
+        m_bench = std::make_unique<WindowBench>();
         recentFiles.clear();
         // A saved project, and changes since then.
-        addBlock(103);
+        m_bench->add(103);
         ActionImage image;
         image.page(3)->nextPage = 7;
-        QVERIFY(view()->saveFile(path("mine.tlrx"), image.bytes()));
+        QVERIFY(m_bench->canvas().saveFile(path("mine.tlrx"), image.bytes()));
         documentModified = false;
-        m_window->openPath(path("mine.tlrx"));
-        addBlock(101);
-        addBlock(102);
-        view()->deleteModule(view()->mainBlock()->lastOf());
+        m_bench->window.openPath(path("mine.tlrx"));
+        m_bench->add(101);
+        m_bench->add(102);
+        m_bench->canvas().deleteModule(m_bench->canvas().mainBlock()->lastOf());
         QVERIFY(documentModified);
-        QVERIFY(m_window->isWindowModified());
+        QVERIFY(m_bench->window.isWindowModified());
     }
 
     void cleanup()
     {
-        documentModified = false;
-        m_window.reset();
+        m_bench.reset();
         QVERIFY(moduleMap.isEmpty());
     }
 
@@ -145,7 +125,7 @@ private slots:
             }
             QVERIFY(writeWhole(path(), whole));
             QVERIFY(QFile::setPermissions(path(), QFileDevice::Permissions()));
-            QVERIFY(Unprivileged::openToChanges(m_dir->path()));
+            QVERIFY(Unprivileged::openToChanges(m_bench->dir.path()));
             user = std::make_unique<Unprivileged>();
             break;
         case Fault::TooLarge: {
@@ -175,11 +155,11 @@ private slots:
         QVERIFY(hands.allUsed());
         QCOMPARE(everything(), before);
         QVERIFY(documentModified);
-        QVERIFY(m_window->isWindowModified());
+        QVERIFY(m_bench->window.isWindowModified());
         // What was done can still be taken back, and saved.
-        view()->undoStack().undo();
-        QCOMPARE(CanvasFixture::ids(view()->mainBlock()), (QList<int>{0, 103, 101, 102}));
-        QCOMPARE(m_window->OnSaveFile(), 0);
+        m_bench->canvas().undoStack().undo();
+        QCOMPARE(m_bench->program(), (QList<int>{0, 103, 101, 102}));
+        QCOMPARE(m_bench->window.OnSaveFile(), 0);
         QVERIFY(readWhole(path("mine.tlrx")).contains("id=\"102\""));
     }
 
@@ -190,7 +170,7 @@ private slots:
         open(Way::RecentList, path("gone.tlrx"));
         QVERIFY(hands.allUsed());
         QCOMPARE(recentFiles, QStringList{path("mine.tlrx")});
-        QCOMPARE(m_window->fileName(), path("mine.tlrx"));
+        QCOMPARE(m_bench->window.fileName(), path("mine.tlrx"));
         QVERIFY(documentModified);
     }
 
@@ -199,16 +179,16 @@ private slots:
         QVERIFY(writeWhole(path(), "no project"));
         {
             Answers hands({No, 0});
-            m_window->openPath(path());
+            m_bench->window.openPath(path());
             QVERIFY(hands.allUsed());
         }
         Answers hands({No});
-        m_window->openPath(path("mine.tlrx"));
+        m_bench->window.openPath(path("mine.tlrx"));
         QVERIFY(hands.allUsed());
-        QCOMPARE(CanvasFixture::ids(view()->mainBlock()), (QList<int>{0, 103}));
+        QCOMPARE(m_bench->program(), (QList<int>{0, 103}));
         QVERIFY(!documentModified);
-        QVERIFY(!m_window->isWindowModified());
-        QVERIFY(!view()->undoStack().canUndo());
+        QVERIFY(!m_bench->window.isWindowModified());
+        QVERIFY(!m_bench->canvas().undoStack().canUndo());
     }
 
     void aFailedSaveSaysNothingAndKeepsEverything_data()
@@ -237,17 +217,17 @@ private slots:
         QVERIFY(QDir().mkpath(folder));
         {
             Answers hands({file});
-            m_window->OnSaveAsFile();
-            QCOMPARE(m_window->fileName(), file);
+            m_bench->window.OnSaveAsFile();
+            QCOMPARE(m_bench->window.fileName(), file);
         }
-        addBlock(104);
+        m_bench->add(104);
         const QByteArray old = readWhole(file);
         if (isDisk) {
             disk.fill();
         } else if (isClosed) {
             QVERIFY(QFile::setPermissions(file, QFile::ReadOwner));
             QVERIFY(Unprivileged::closeToChanges(folder));
-            QVERIFY(Unprivileged::openToChanges(m_dir->path()));
+            QVERIFY(Unprivileged::openToChanges(m_bench->dir.path()));
             user = std::make_unique<Unprivileged>();
         } else {
             QVERIFY(QDir(folder).removeRecursively());
@@ -256,7 +236,7 @@ private slots:
         const QStringList before = everything();
         {
             Answers none({});
-            QCOMPARE(m_window->OnSaveFile(), 1);
+            QCOMPARE(m_bench->window.OnSaveFile(), 1);
             // There is no box that would wait for an answer, either.
             QVERIFY(Answers::said().isEmpty());
         }
@@ -269,14 +249,14 @@ private slots:
                    Answers::said() == QStringList{QString::fromUtf8(s_question)} &&
                    everything() == before;
         };
-        QVERIFY(stops([this] { m_window->close(); }));
-        QVERIFY(m_window->isVisible());
-        QVERIFY(stops([this] { m_window->OnNewFile(); }));
-        QVERIFY(stops([this] { m_window->OnOpenFile(); }));
-        QVERIFY(stops([this] { m_window->openPath(path("mine.tlrx")); }));
+        QVERIFY(stops([this] { m_bench->window.close(); }));
+        QVERIFY(m_bench->window.isVisible());
+        QVERIFY(stops([this] { m_bench->window.OnNewFile(); }));
+        QVERIFY(stops([this] { m_bench->window.OnOpenFile(); }));
+        QVERIFY(stops([this] { m_bench->window.openPath(path("mine.tlrx")); }));
         user.reset();
         QVERIFY(documentModified);
-        QVERIFY(m_window->isWindowModified());
+        QVERIFY(m_bench->window.isWindowModified());
         if (place != QLatin1String("vanished folder")) {
             QCOMPARE(readWhole(file), old);
         }
@@ -289,13 +269,13 @@ private slots:
             QVERIFY(Unprivileged::openToChanges(file));
         }
         Answers hands({Yes});
-        QVERIFY(m_window->close());
+        QVERIFY(m_bench->window.close());
         QVERIFY(hands.allUsed());
         QVERIFY(!documentModified);
-        m_window->show();
-        m_window->openPath(file);
-        QCOMPARE(CanvasFixture::ids(view()->mainBlock()), (QList<int>{0, 103, 101, 104}));
-        QCOMPARE(int(m_window->document().actions().page(3)->nextPage), 7);
+        m_bench->window.show();
+        m_bench->window.openPath(file);
+        QCOMPARE(m_bench->program(), (QList<int>{0, 103, 101, 104}));
+        QCOMPARE(int(m_bench->window.document().actions().page(3)->nextPage), 7);
     }
 
     void saveAsThatFailsKeepsTheOldName()
@@ -303,74 +283,53 @@ private slots:
         const QStringList before = everything();
         QVERIFY(writeWhole(path("file"), QByteArray()));
         Answers hands({path("file/b.tlrx")});
-        m_window->OnSaveAsFile();
+        m_bench->window.OnSaveAsFile();
         QCOMPARE(everything(), before);
-        QCOMPARE(m_window->fileName(), path("mine.tlrx"));
+        QCOMPARE(m_bench->window.fileName(), path("mine.tlrx"));
         QVERIFY(documentModified);
     }
 
     void aProjectThatIsMadeOnTheCanvasComesBackWithItsActions()
     {
-        QCOMPARE(m_window->OnSaveFile(), 0);
+        QCOMPARE(m_bench->window.OnSaveFile(), 0);
         QVERIFY(!documentModified);
-        m_window->OnNewFile();
-        QCOMPARE(int(m_window->document().actions().page(3)->nextPage), 0);
-        m_window->openPath(path("mine.tlrx"));
-        QCOMPARE(CanvasFixture::ids(view()->mainBlock()), (QList<int>{0, 103, 101}));
-        QCOMPARE(int(m_window->document().actions().page(3)->nextPage), 7);
+        m_bench->window.OnNewFile();
+        QCOMPARE(int(m_bench->window.document().actions().page(3)->nextPage), 0);
+        m_bench->window.openPath(path("mine.tlrx"));
+        QCOMPARE(m_bench->program(), (QList<int>{0, 103, 101}));
+        QCOMPARE(int(m_bench->window.document().actions().page(3)->nextPage), 7);
     }
 
 private:
-    QString path(const char* p_name = "a.tlrx") const
-    {
-        return m_dir->filePath(QLatin1String(p_name));
-    }
-    TzProgramView* view() { return m_window->view(); }
-    void addBlock(int p_id);
+    QString path(const char* p_name = "a.tlrx") const { return m_bench->path(p_name); }
     /** Opens a file by one of the ways. */
     void open(Way p_way, const QString& p_path);
     /** All that the window holds: the document, its name and the action data. */
     QStringList everything();
 
-    std::unique_ptr<QTemporaryDir> m_dir;
-    std::unique_ptr<MainWindow> m_window;
+    std::unique_ptr<WindowBench> m_bench;
 };
-
-void BadFilesTest::addBlock(int p_id)
-{
-    const supermodule* last = view()->mainBlock()->lastOf();
-    view()->centerOn(last);
-    const QPoint at = view()->mapFromScene(
-        QPointF(last->sceneBoundingRect().right() + 70, last->scenePos().y() + 10));
-    const std::unique_ptr<QMimeData> data(blockDrag(p_id));
-    QDragEnterEvent enter(at, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(view()->viewport(), &enter);
-    QDragMoveEvent move(at, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(view()->viewport(), &move);
-    QDropEvent drop(at, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(view()->viewport(), &drop);
-}
 
 void BadFilesTest::open(Way p_way, const QString& p_path)
 {
     switch (p_way) {
     case Way::Dialog:
-        m_window->OnOpenFile();
+        m_bench->window.OnOpenFile();
         break;
     case Way::CommandLine:
-        m_window->openPath(p_path);
+        m_bench->window.openPath(p_path);
         break;
     case Way::RecentList:
-        emit m_window->toolBar()->openRecentFileSignal(p_path);
+        emit m_bench->bar().openRecentFileSignal(p_path);
         break;
     case Way::Drop: {
         QMimeData data;
         data.setUrls({QUrl::fromLocalFile(p_path)});
         QDragEnterEvent enter(QPoint(200, 200), Qt::CopyAction, &data, Qt::LeftButton,
                               Qt::NoModifier);
-        QApplication::sendEvent(view()->viewport(), &enter);
+        QApplication::sendEvent(m_bench->canvas().viewport(), &enter);
         QDropEvent drop(QPoint(200, 200), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(view()->viewport(), &drop);
+        QApplication::sendEvent(m_bench->canvas().viewport(), &drop);
         break;
     }
     }
@@ -378,9 +337,9 @@ void BadFilesTest::open(Way p_way, const QString& p_path)
 
 QStringList BadFilesTest::everything()
 {
-    return documentPicture(*view())
-           << m_window->fileName() << m_window->toolBar()->programName()
-           << QString::fromLatin1(m_window->document().actions().bytes().toHex());
+    return documentPicture(m_bench->canvas())
+           << m_bench->window.fileName() << m_bench->bar().programName()
+           << QString::fromLatin1(m_bench->window.document().actions().bytes().toHex());
 }
 
 QTEST_MAIN(BadFilesTest)

@@ -87,6 +87,7 @@ const QMap<QString, std::function<QVariant(QObject&)>> s_readers{
          return QStringLiteral("%1 %2").arg(policy.horizontalPolicy()).arg(policy.verticalPolicy());
      }},
     {"layout", [](QObject& o) { return widget(o).layout()->metaObject()->className(); }},
+    {"text margins", [](QObject& o) { return describe(as<QLineEdit>(o).textMargins()); }},
     {"layout margins", [](QObject& o) { return describe(widget(o).layout()->contentsMargins()); }},
     {"layout spacing", [](QObject& o) { return widget(o).layout()->spacing(); }},
     {"entries", [](QObject& o) { return entriesOf(as<QMenu>(o)); }},
@@ -269,6 +270,7 @@ QVector<Fact> facts()
         {"name label", "styleSheet", "color:rgb(255, 255, 255);"},
         {"name label", "size policy", s_expanding},
         {"name field", "alignment", int(Qt::AlignLeft | Qt::AlignVCenter)},
+        {"name field", "text margins", "6 0 22 0"},
         {"name field", "validator", "[a-zA-Z0-9]{0,6}"},
         {"name field", "text", "RunA"},
         {"name field", "minimumSize", QSize(140, 24)},

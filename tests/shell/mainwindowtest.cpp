@@ -1,15 +1,10 @@
-#include "shell/mainwindow.h"
 #include "actions/editactionwindow.h"
 #include "actions/model/actionimage.h"
 #include "base/recentfiles.h"
-#include "modules/documentstate.h"
-#include "modules/mainmodule.h"
 #include "proj/blockpanel.h"
-#include "proj/tzblockwidget.h"
 #include "project/projectfile.h"
-#include "shell/tztoolbar.h"
-#include "support/canvas/canvasfixture.h"
 #include "support/system/answers.h"
+#include "windowbench.h"
 
 #include <QClipboard>
 #include <QCloseEvent>
@@ -17,35 +12,9 @@
 #include <QMimeData>
 #include <QScrollArea>
 #include <QSplitter>
-#include <QTemporaryDir>
-#include <QTest>
 #include <QTextBrowser>
 #include <QTimer>
 #include <QUrl>
-
-namespace
-{
-/** Drops a block behind the main block's chain of a shown window. */
-void addBlock(MainWindow& p_window, int p_id)
-{
-    TzProgramView* view = p_window.view();
-    const supermodule* last = view->mainBlock()->lastOf();
-    const QRectF rect = last->sceneBoundingRect();
-    const QPoint at = view->mapFromScene(QPointF(rect.right() + 70, last->scenePos().y() + 10));
-    const std::unique_ptr<QMimeData> data(blockDrag(p_id));
-    QDragEnterEvent enter(at, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(view->viewport(), &enter);
-    QDragMoveEvent move(at, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(view->viewport(), &move);
-    QDropEvent drop(at, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(view->viewport(), &drop);
-}
-
-QList<int> program(MainWindow& p_window)
-{
-    return CanvasFixture::ids(p_window.view()->mainBlock());
-}
-} // namespace
 
 class MainWindowTest : public QObject
 {
@@ -54,20 +23,13 @@ class MainWindowTest : public QObject
 private slots:
     void init()
     {
-        m_dir = std::make_unique<QTemporaryDir>();
-        // The dialogs of Qt itself: those of a desktop can't be answered from here.
-        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
         recentFiles.clear();
-        m_window = std::make_unique<MainWindow>();
-        m_window->resize(1280, 768);
-        m_window->show();
-        QApplication::processEvents();
+        m_bench = std::make_unique<WindowBench>();
     }
 
     void cleanup()
     {
-        documentModified = false;
-        m_window.reset();
+        m_bench.reset();
         QVERIFY(!mainWindow);
         QVERIFY(!programView);
         QVERIFY(moduleMap.isEmpty());
@@ -76,13 +38,19 @@ private slots:
 
     void theWindowOpensOnAnEmptyProjectWithItsTitle()
     {
-        QCOMPARE(m_window->windowTitle(),
+        // As it comes, before any hand has moved the canvas.
+        m_bench.reset();
+        MainWindow window;
+        window.resize(1280, 768);
+        window.show();
+        QApplication::processEvents();
+        QCOMPARE(window.windowTitle(),
                  QStringLiteral("塔勒积木编程 v1.1.2 2020-12-17:  untitled[*]"));
-        QVERIFY(m_window->fileName().isEmpty());
-        QCOMPARE(program(*m_window), QList<int>{0});
-        QCOMPARE(mainWindow.data(), m_window.get());
+        QVERIFY(window.fileName().isEmpty());
+        QCOMPARE(CanvasHands::ids(window.view()->mainBlock()), QList<int>{0});
+        QCOMPARE(mainWindow.data(), &window);
         QVERIFY(!documentModified);
-        const TzProgramView* view = m_window->view();
+        const TzProgramView* view = window.view();
         // The main block is in sight.
         QVERIFY(view->viewport()->rect().contains(
             view->mapFromScene(view->mainBlock()->sceneBoundingRect().center())));
@@ -93,125 +61,125 @@ private slots:
         const auto globalRect = [](const QWidget* p_widget) {
             return QRect(p_widget->mapToGlobal(QPoint(0, 0)), p_widget->size());
         };
-        const QRect bar = globalRect(m_window->toolBar());
-        const QRect canvas = globalRect(m_window->view());
-        const QRect palette = globalRect(m_window->blockWidget());
+        const QRect bar = globalRect(m_bench->window.toolBar());
+        const QRect canvas = globalRect(&m_bench->canvas());
+        const QRect palette = globalRect(m_bench->window.blockWidget());
         QCOMPARE(bar.height(), 34);
         QCOMPARE(canvas.top(), bar.bottom() + 1);
         QCOMPARE(palette.top(), canvas.bottom() + 1);
         QCOMPARE(palette.height(), 236);
-        QCOMPARE(canvas.width(), m_window->width());
-        QVERIFY(!m_window->codeBrowser()->isVisible());
-        QCOMPARE(m_window->codeBrowser()->font().pixelSize(), 12);
+        QCOMPARE(canvas.width(), m_bench->window.width());
+        QVERIFY(!m_bench->window.codeBrowser()->isVisible());
+        QCOMPARE(m_bench->window.codeBrowser()->font().pixelSize(), 12);
     }
 
     void noInTheQuestionAtCloseEndsAndLosesTheChange()
     {
-        addBlock(*m_window, 103);
+        m_bench->add(103);
         QVERIFY(documentModified);
-        QVERIFY(m_window->isWindowModified());
+        QVERIFY(m_bench->window.isWindowModified());
         Answers answers({No});
-        QVERIFY(m_window->close());
+        QVERIFY(m_bench->window.close());
         QCOMPARE(Answers::said(), QStringList{QStringLiteral("保存|文件已修改，是否保存")});
-        QVERIFY(!m_window->isVisible());
+        QVERIFY(!m_bench->window.isVisible());
     }
 
     void cancelInTheQuestionAtCloseKeepsTheWindow()
     {
-        addBlock(*m_window, 103);
+        m_bench->add(103);
         Answers answers({Cancel});
-        QVERIFY(!m_window->close());
-        QVERIFY(m_window->isVisible());
+        QVERIFY(!m_bench->window.close());
+        QVERIFY(m_bench->window.isVisible());
         QVERIFY(documentModified);
-        QCOMPARE(program(*m_window), (QList<int>{0, 103}));
+        QCOMPARE(m_bench->program(), (QList<int>{0, 103}));
     }
 
     void closingAnUntitledDocumentWithoutAFileNameKeepsTheWindow()
     {
-        addBlock(*m_window, 103);
+        m_bench->add(103);
         Answers answers({Yes, QString()});
-        QVERIFY(!m_window->close());
-        QVERIFY(m_window->isVisible());
+        QVERIFY(!m_bench->window.close());
+        QVERIFY(m_bench->window.isVisible());
         QCOMPARE(Answers::said().last(), QStringLiteral("保存文件"));
         QVERIFY(documentModified);
     }
 
     void aSaveThatFailsKeepsTheWindow()
     {
-        QVERIFY(m_window->view()->saveFile(path()));
-        m_window->openPath(path());
-        addBlock(*m_window, 103);
+        QVERIFY(m_bench->canvas().saveFile(path()));
+        m_bench->window.openPath(path());
+        m_bench->add(103);
         // Its folder goes: there is nowhere to save to.
-        QVERIFY(QDir(m_dir->path()).removeRecursively());
+        QVERIFY(QDir(m_bench->dir.path()).removeRecursively());
         Answers answers({Yes});
-        QVERIFY(!m_window->close());
+        QVERIFY(!m_bench->window.close());
         QVERIFY(documentModified);
-        QCOMPARE(m_window->OnSaveFile(), 1);
+        QCOMPARE(m_bench->window.OnSaveFile(), 1);
     }
 
     void savingAsksForANameOnceAndThenNoMore()
     {
-        addBlock(*m_window, 103);
+        m_bench->add(103);
         {
             Answers answers({path()});
-            QCOMPARE(m_window->OnSaveFile(), 0);
+            QCOMPARE(m_bench->window.OnSaveFile(), 0);
             QVERIFY(answers.allUsed());
         }
-        QCOMPARE(m_window->fileName(), path());
+        QCOMPARE(m_bench->window.fileName(), path());
         QVERIFY(!documentModified);
-        QVERIFY(!m_window->isWindowModified());
-        QVERIFY(m_window->windowTitle().endsWith(QStringLiteral(":  ") + path() +
-                                                 QStringLiteral("[*]")));
-        addBlock(*m_window, 102);
-        QCOMPARE(m_window->OnSaveFile(), 0);
+        QVERIFY(!m_bench->window.isWindowModified());
+        QVERIFY(m_bench->window.windowTitle().endsWith(QStringLiteral(":  ") + path() +
+                                                       QStringLiteral("[*]")));
+        m_bench->add(102);
+        QCOMPARE(m_bench->window.OnSaveFile(), 0);
         QVERIFY(!documentModified);
-        m_window->OnNewFile();
-        QCOMPARE(program(*m_window), QList<int>{0});
-        m_window->openPath(path());
-        QCOMPARE(program(*m_window), (QList<int>{0, 103, 102}));
+        m_bench->window.OnNewFile();
+        QCOMPARE(m_bench->program(), QList<int>{0});
+        m_bench->window.openPath(path());
+        QCOMPARE(m_bench->program(), (QList<int>{0, 103, 102}));
     }
 
     void aNameTypedWithoutTheEndingGetsIt()
     {
         Answers answers({path("car")});
-        QCOMPARE(m_window->OnSaveFile(), 0);
-        QCOMPARE(m_window->fileName(), path("car.tlrx"));
+        QCOMPARE(m_bench->window.OnSaveFile(), 0);
+        QCOMPARE(m_bench->window.fileName(), path("car.tlrx"));
         QVERIFY(QFileInfo::exists(path("car.tlrx")));
     }
 
     void saveAsTakesTheNewName()
     {
-        addBlock(*m_window, 103);
+        m_bench->add(103);
         Answers answers({path("b.tlrx"), QString()});
-        m_window->OnSaveAsFile();
+        m_bench->window.OnSaveAsFile();
         QCOMPARE(Answers::said(), QStringList{QStringLiteral("Save File")});
-        QCOMPARE(m_window->fileName(), path("b.tlrx"));
-        QVERIFY(m_window->windowTitle().endsWith(path("b.tlrx") + QStringLiteral("[*]")));
+        QCOMPARE(m_bench->window.fileName(), path("b.tlrx"));
+        QVERIFY(m_bench->window.windowTitle().endsWith(path("b.tlrx") + QStringLiteral("[*]")));
         QVERIFY(!documentModified);
-        m_window->OnSaveAsFile();
-        QCOMPARE(m_window->fileName(), path("b.tlrx"));
+        m_bench->window.OnSaveAsFile();
+        QCOMPARE(m_bench->window.fileName(), path("b.tlrx"));
     }
 
     void saveTakesTheWindowsMarkAwayAndSaveAsLeavesIt()
     {
-        addBlock(*m_window, 103);
-        QVERIFY(m_window->isWindowModified());
+        m_bench->add(103);
+        QVERIFY(m_bench->window.isWindowModified());
         use(QStringLiteral("a failed save"));
-        QVERIFY(m_window->isWindowModified());
+        QVERIFY(m_bench->window.isWindowModified());
         use(QStringLiteral("save as"));
         QVERIFY(!documentModified);
-        QVERIFY(m_window->isWindowModified());
+        QVERIFY(m_bench->window.isWindowModified());
         use(QStringLiteral("save"));
-        QVERIFY(!m_window->isWindowModified());
+        QVERIFY(!m_bench->window.isWindowModified());
     }
 
     void aSavedProjectEndsInTheActionDataAndResavingReplacesIt()
     {
         Answers answers({path()});
-        QCOMPARE(m_window->OnSaveFile(), 0);
+        QCOMPARE(m_bench->window.OnSaveFile(), 0);
         const qint64 size = QFileInfo(path()).size();
         QVERIFY(size > ProjectTailSize);
-        QCOMPARE(m_window->OnSaveFile(), 0);
+        QCOMPARE(m_bench->window.OnSaveFile(), 0);
         QCOMPARE(QFileInfo(path()).size(), size);
         QFile file(path());
         QVERIFY(file.open(QIODevice::ReadOnly));
@@ -227,7 +195,7 @@ private slots:
         bad.close();
         {
             Answers answers({path(), 0});
-            m_window->OnOpenFile();
+            m_bench->window.OnOpenFile();
             QVERIFY(answers.allUsed());
             QCOMPARE(Answers::said(), (QStringList{QStringLiteral("打开文件"),
                                                    QStringLiteral("打开文件|文件打开失败")}));
@@ -237,28 +205,28 @@ private slots:
         bad.close();
         {
             Answers answers({0});
-            m_window->openPath(path());
+            m_bench->window.openPath(path());
             QCOMPARE(Answers::said(), QStringList{QStringLiteral("打开文件|文件校验错误")});
         }
-        QVERIFY(m_window->fileName().isEmpty());
+        QVERIFY(m_bench->window.fileName().isEmpty());
         Answers answers({QString()});
-        m_window->OnOpenFile();
-        QVERIFY(m_window->fileName().isEmpty());
+        m_bench->window.OnOpenFile();
+        QVERIFY(m_bench->window.fileName().isEmpty());
     }
 
     void openingLoadsProgramAndActionData()
     {
-        addBlock(*m_window, 104);
+        m_bench->add(104);
         ActionImage image;
         image.page(3)->nextPage = 7;
-        QVERIFY(m_window->view()->saveFile(path(), image.bytes()));
+        QVERIFY(m_bench->canvas().saveFile(path(), image.bytes()));
         documentModified = false;
-        m_window->OnNewFile();
-        QCOMPARE(program(*m_window), QList<int>{0});
-        m_window->openPath(path());
-        QCOMPARE(program(*m_window), (QList<int>{0, 104}));
-        QCOMPARE(int(m_window->document().actions().page(3)->nextPage), 7);
-        QCOMPARE(m_window->fileName(), path());
+        m_bench->window.OnNewFile();
+        QCOMPARE(m_bench->program(), QList<int>{0});
+        m_bench->window.openPath(path());
+        QCOMPARE(m_bench->program(), (QList<int>{0, 104}));
+        QCOMPARE(int(m_bench->window.document().actions().page(3)->nextPage), 7);
+        QCOMPARE(m_bench->window.fileName(), path());
         QVERIFY(!documentModified);
     }
 
@@ -295,72 +263,72 @@ private slots:
         QVERIFY(out.open(QIODevice::WriteOnly));
         out.write(file);
         out.close();
-        m_window->document().actions().page(3)->nextPage = 7;
-        m_window->document().actions().setModified(true);
-        m_window->openPath(path());
-        QCOMPARE(m_window->fileName(), path());
-        QCOMPARE(int(m_window->document().actions().page(3)->nextPage), nextPage);
-        QCOMPARE(int(m_window->document().actions().step(0, 0)->runTime), runTime);
-        QCOMPARE(m_window->document().actions().isModified(), modified);
+        m_bench->window.document().actions().page(3)->nextPage = 7;
+        m_bench->window.document().actions().setModified(true);
+        m_bench->window.openPath(path());
+        QCOMPARE(m_bench->window.fileName(), path());
+        QCOMPARE(int(m_bench->window.document().actions().page(3)->nextPage), nextPage);
+        QCOMPARE(int(m_bench->window.document().actions().step(0, 0)->runTime), runTime);
+        QCOMPARE(m_bench->window.document().actions().isModified(), modified);
     }
 
     void aFileThatIsRefusedLeavesTheActionData()
     {
-        m_window->document().actions().page(3)->nextPage = 7;
-        m_window->document().actions().setModified(true);
+        m_bench->window.document().actions().page(3)->nextPage = 7;
+        m_bench->window.document().actions().setModified(true);
         for (const char* text : {"no project", "<vantrel><tagCheck value=\"1\"/></vantrel>"}) {
             QFile out(path());
             QVERIFY(out.open(QIODevice::WriteOnly));
             out.write(text + ActionImage().bytes());
             out.close();
             Answers answers({0});
-            m_window->openPath(path());
+            m_bench->window.openPath(path());
             QVERIFY(answers.allUsed());
-            QCOMPARE(int(m_window->document().actions().page(3)->nextPage), 7);
-            QVERIFY(m_window->document().actions().isModified());
+            QCOMPARE(int(m_bench->window.document().actions().page(3)->nextPage), 7);
+            QVERIFY(m_bench->window.document().actions().isModified());
         }
     }
 
     void openingAsksAboutUnsavedChangesFirst()
     {
-        QVERIFY(m_window->view()->saveFile(path()));
-        addBlock(*m_window, 104);
+        QVERIFY(m_bench->canvas().saveFile(path()));
+        m_bench->add(104);
         {
             Answers answers({Cancel});
-            m_window->openPath(path());
+            m_bench->window.openPath(path());
             QVERIFY(answers.allUsed());
         }
-        QCOMPARE(program(*m_window), (QList<int>{0, 104}));
+        QCOMPARE(m_bench->program(), (QList<int>{0, 104}));
         Answers answers({No});
-        m_window->openPath(path());
-        QCOMPARE(program(*m_window), QList<int>{0});
+        m_bench->window.openPath(path());
+        QCOMPARE(m_bench->program(), QList<int>{0});
     }
 
     void aSuffixInCapitalsIsNotOpened()
     {
-        QVERIFY(m_window->view()->saveFile(path("a.TLRX")));
-        addBlock(*m_window, 104);
-        m_window->openPath(path("a.TLRX"));
-        QCOMPARE(program(*m_window), (QList<int>{0, 104}));
-        QVERIFY(m_window->fileName().isEmpty());
+        QVERIFY(m_bench->canvas().saveFile(path("a.TLRX")));
+        m_bench->add(104);
+        m_bench->window.openPath(path("a.TLRX"));
+        QCOMPARE(m_bench->program(), (QList<int>{0, 104}));
+        QVERIFY(m_bench->window.fileName().isEmpty());
     }
 
     void codeFilesAreNotOpened()
     {
-        addBlock(*m_window, 104);
+        m_bench->add(104);
         for (const char* name : {"a.tvc", "a.tvpy", "a.txt", "", "tlrx"}) {
-            m_window->openPath(QLatin1String(name));
-            QCOMPARE(program(*m_window), (QList<int>{0, 104}));
+            m_bench->window.openPath(QLatin1String(name));
+            QCOMPARE(m_bench->program(), (QList<int>{0, 104}));
         }
     }
 
     void aDroppedProjectIsOpenedAfterTheQuestion()
     {
-        QVERIFY(m_window->view()->saveFile(path()));
-        addBlock(*m_window, 104);
+        QVERIFY(m_bench->canvas().saveFile(path()));
+        m_bench->add(104);
         QMimeData data;
         data.setUrls({QUrl::fromLocalFile(path())});
-        QWidget* viewport = m_window->view()->viewport();
+        QWidget* viewport = m_bench->canvas().viewport();
         QDragEnterEvent enter(QPoint(200, 200), Qt::CopyAction, &data, Qt::LeftButton,
                               Qt::NoModifier);
         QApplication::sendEvent(viewport, &enter);
@@ -368,19 +336,19 @@ private slots:
         Answers answers({No});
         QApplication::sendEvent(viewport, &drop);
         QCOMPARE(Answers::said().size(), 1);
-        QCOMPARE(m_window->fileName(), path());
-        QCOMPARE(program(*m_window), QList<int>{0});
+        QCOMPARE(m_bench->window.fileName(), path());
+        QCOMPARE(m_bench->program(), QList<int>{0});
     }
 
     void newWithNoChangesKeepsNoNameAndShowsUntitled()
     {
-        QVERIFY(m_window->view()->saveFile(path()));
-        m_window->openPath(path());
-        QVERIFY(!m_window->fileName().isEmpty());
-        m_window->OnNewFile();
-        QVERIFY(m_window->fileName().isEmpty());
-        QVERIFY(m_window->windowTitle().endsWith(QStringLiteral(":  untitled[*]")));
-        QVERIFY(!m_window->isWindowModified());
+        QVERIFY(m_bench->canvas().saveFile(path()));
+        m_bench->window.openPath(path());
+        QVERIFY(!m_bench->window.fileName().isEmpty());
+        m_bench->window.OnNewFile();
+        QVERIFY(m_bench->window.fileName().isEmpty());
+        QVERIFY(m_bench->window.windowTitle().endsWith(QStringLiteral(":  untitled[*]")));
+        QVERIFY(!m_bench->window.isWindowModified());
         QCOMPARE(nextModuleKey, 1);
     }
 
@@ -406,9 +374,9 @@ private slots:
         for (const QString& name : uses) {
             use(name);
         }
-        m_window->OnNewFile();
-        QCOMPARE(int(m_window->document().actions().step(0, 0)->runTime), runTime);
-        QCOMPARE(int(m_window->document().actions().step(127, 7)->runTime), runTime);
+        m_bench->window.OnNewFile();
+        QCOMPARE(int(m_bench->window.document().actions().step(0, 0)->runTime), runTime);
+        QCOMPARE(int(m_bench->window.document().actions().step(127, 7)->runTime), runTime);
     }
 
     void writtenOrNewActionDataCountsAsUnmodified_data()
@@ -426,9 +394,9 @@ private slots:
     void writtenOrNewActionDataCountsAsUnmodified()
     {
         QFETCH(bool, modified);
-        m_window->document().actions().setModified(true);
+        m_bench->window.document().actions().setModified(true);
         use(QString::fromUtf8(QTest::currentDataTag()));
-        QCOMPARE(m_window->document().actions().isModified(), modified);
+        QCOMPARE(m_bench->window.document().actions().isModified(), modified);
     }
 
     void onlyTheActionEditorsButtonMakesItsWindow()
@@ -447,59 +415,59 @@ private slots:
             use(QLatin1String(name));
             QVERIFY2(editors().isEmpty(), name);
         }
-        m_window->document().actions().page(3)->nextPage = 7;
+        m_bench->window.document().actions().page(3)->nextPage = 7;
         use(QStringLiteral("edit actions"));
         QCOMPARE(editors().size(), 1);
         QVERIFY(editors().first()->isMaximized());
         QVERIFY(editors().first()->isVisible());
-        QVERIFY(!m_window->isVisible());
+        QVERIFY(!m_bench->window.isVisible());
         // It shows the document's own image: no other one is made, and it is shown again.
-        QCOMPARE(int(m_window->document().actions().page(3)->nextPage), 7);
+        QCOMPARE(int(m_bench->window.document().actions().page(3)->nextPage), 7);
         static_cast<editActionWindow*>(editors().first())->resetActionBlock();
-        QCOMPARE(int(m_window->document().actions().page(3)->nextPage), 0);
+        QCOMPARE(int(m_bench->window.document().actions().page(3)->nextPage), 0);
         use(QStringLiteral("edit actions"));
         QCOMPARE(editors().size(), 1);
     }
 
     void pressingShowCodeTwiceHidesThePane()
     {
-        m_window->toolBar()->OnShowCode();
-        QVERIFY(m_window->codeBrowser()->isVisible());
-        QVERIFY(m_window->codeBrowser()->toPlainText().startsWith(
+        m_bench->bar().OnShowCode();
+        QVERIFY(m_bench->window.codeBrowser()->isVisible());
+        QVERIFY(m_bench->window.codeBrowser()->toPlainText().startsWith(
             QStringLiteral("#include \"vantrel.h\"\nvoid user_main()\n{\n")));
-        m_window->toolBar()->OnShowCode();
-        QVERIFY(!m_window->codeBrowser()->isVisible());
+        m_bench->bar().OnShowCode();
+        QVERIFY(!m_bench->window.codeBrowser()->isVisible());
     }
 
     void pressingCThenPythonKeepsThePaneWithTheOtherText()
     {
-        m_window->toolBar()->OnShowCode();
-        m_window->toolBar()->OnShowPythonCode();
-        QVERIFY(m_window->codeBrowser()->isVisible());
-        QCOMPARE(m_window->codeBrowser()->toPlainText(), QStringLiteral("import Vantrel\n"));
-        m_window->toolBar()->OnShowPythonCode();
-        QVERIFY(!m_window->codeBrowser()->isVisible());
+        m_bench->bar().OnShowCode();
+        m_bench->bar().OnShowPythonCode();
+        QVERIFY(m_bench->window.codeBrowser()->isVisible());
+        QCOMPARE(m_bench->window.codeBrowser()->toPlainText(), QStringLiteral("import Vantrel\n"));
+        m_bench->bar().OnShowPythonCode();
+        QVERIFY(!m_bench->window.codeBrowser()->isVisible());
     }
 
     void thePaneFollowsADrop()
     {
-        m_window->toolBar()->OnShowCode();
-        QVERIFY(!m_window->codeBrowser()->toPlainText().contains(QStringLiteral("wait(1);")));
-        addBlock(*m_window, 101);
-        QVERIFY(m_window->codeBrowser()->toPlainText().contains(QStringLiteral("wait(1);")));
-        m_window->view()->deleteModule(m_window->view()->mainBlock()->next());
-        QVERIFY(!m_window->codeBrowser()->toPlainText().contains(QStringLiteral("wait(1);")));
+        m_bench->bar().OnShowCode();
+        QVERIFY(!m_bench->window.codeBrowser()->toPlainText().contains(QStringLiteral("wait(1);")));
+        m_bench->add(101);
+        QVERIFY(m_bench->window.codeBrowser()->toPlainText().contains(QStringLiteral("wait(1);")));
+        m_bench->canvas().deleteModule(m_bench->canvas().mainBlock()->next());
+        QVERIFY(!m_bench->window.codeBrowser()->toPlainText().contains(QStringLiteral("wait(1);")));
     }
 
     void theCanvasHasTheKeysFromTheStart()
     {
-        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-        QCOMPARE(QApplication::focusWidget(), static_cast<QWidget*>(m_window->view()));
+        QVERIFY(QTest::qWaitForWindowActive(&m_bench->window));
+        QCOMPARE(QApplication::focusWidget(), static_cast<QWidget*>(&m_bench->canvas()));
         auto* blocks = new QMimeData;
         blocks->setData(QStringLiteral("korvane/tiler/modules"),
                         "<vantrel><basenode><module id=\"103\"/></basenode></vantrel>");
         QGuiApplication::clipboard()->setMimeData(blocks);
-        QTest::keyClick(m_window->windowHandle(), Qt::Key_V, Qt::ControlModifier);
+        QTest::keyClick(m_bench->window.windowHandle(), Qt::Key_V, Qt::ControlModifier);
         QVERIFY(moduleMap.last()->id == 103);
     }
 
@@ -507,25 +475,25 @@ private slots:
     {
         QGuiApplication::clipboard()->setText(QStringLiteral("text"));
         QVERIFY(!documentModified);
-        QTest::keyClick(m_window->view(), Qt::Key_V, Qt::ControlModifier);
+        QTest::keyClick(&m_bench->canvas(), Qt::Key_V, Qt::ControlModifier);
         QVERIFY(documentModified);
-        QVERIFY(!m_window->isWindowModified());
-        const QString file = m_dir->filePath(QStringLiteral("b.tlrx"));
+        QVERIFY(!m_bench->window.isWindowModified());
+        const QString file = m_bench->dir.filePath(QStringLiteral("b.tlrx"));
         Answers hands({Yes, file});
-        QVERIFY(m_window->close());
+        QVERIFY(m_bench->window.close());
         QVERIFY(hands.allUsed());
         QVERIFY(QFileInfo::exists(file));
     }
 
     void theTemporaryFileLiesBesideTheProgramAndItsTimerNeverRuns()
     {
-        for (const QTimer* timer : m_window->findChildren<QTimer*>()) {
-            QVERIFY(!timer->isActive() || timer->parent() != m_window.get());
+        for (const QTimer* timer : m_bench->window.findChildren<QTimer*>()) {
+            QVERIFY(!timer->isActive() || timer->parent() != &m_bench->window);
         }
         const QString temporary =
             QCoreApplication::applicationDirPath() + QStringLiteral("/temp.tlrx");
         QFile::remove(temporary);
-        m_window->OnAutoSaveFile();
+        m_bench->window.OnAutoSaveFile();
         QVERIFY(QFileInfo(temporary).size() > ProjectTailSize);
         QVERIFY(QFile::remove(temporary));
     }
@@ -536,7 +504,7 @@ private slots:
         QVERIFY(file.open(QIODevice::WriteOnly));
         file.write("code");
         file.close();
-        m_window->appendCompiledData(path("a.bin"));
+        m_bench->window.appendCompiledData(path("a.bin"));
         QCOMPARE(QFileInfo(path("a.bin")).size(), 4 + 57472 + 64);
         QVERIFY(file.open(QIODevice::ReadOnly));
         QVERIFY(file.readAll().mid(4 + 57472).startsWith(QByteArray::fromHex("55aa5a5a55aa5a5a") +
@@ -545,14 +513,14 @@ private slots:
 
     void aNumberTypedOnTheKeyboardReachesTheBlock()
     {
-        addBlock(*m_window, 101);
-        supermodule* wait = m_window->view()->mainBlock()->next();
-        TzProgramView* view = m_window->view();
+        m_bench->add(101);
+        supermodule* wait = m_bench->canvas().mainBlock()->next();
+        TzProgramView* view = &m_bench->canvas();
         view->viewport()->repaint();
         const QPoint field = view->mapFromScene(wait->scenePos() + QPointF(60, 120));
         QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, field);
         const auto keyWith = [this](const QString& p_text) -> QPushButton* {
-            for (QPushButton* key : m_window->blockWidget()->findChildren<QPushButton*>()) {
+            for (QPushButton* key : m_bench->palette().findChildren<QPushButton*>()) {
                 if (key->text() == p_text && key->isVisible()) {
                     return key;
                 }
@@ -578,30 +546,26 @@ private slots:
 
     void thePaletteComesBackOnAPressOnEmptyCanvas()
     {
-        addBlock(*m_window, 101);
-        supermodule* wait = m_window->view()->mainBlock()->next();
-        TzProgramView* view = m_window->view();
+        m_bench->add(101);
+        supermodule* wait = m_bench->canvas().mainBlock()->next();
+        TzProgramView* view = &m_bench->canvas();
         view->viewport()->repaint();
         QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier,
                           view->mapFromScene(wait->scenePos() + QPointF(60, 120)));
         // The panel that was there goes with the next turn of the event loop.
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QVERIFY(!m_window->blockWidget()->findChild<BlockPanel*>());
+        QVERIFY(!m_bench->palette().findChild<BlockPanel*>());
         QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier,
                           QPoint(view->viewport()->width() - 30, 20));
-        QVERIFY(m_window->blockWidget()->findChild<BlockPanel*>());
+        QVERIFY(m_bench->palette().findChild<BlockPanel*>());
         QVERIFY(!focusModule);
     }
 
 private:
-    QString path(const char* p_name = "a.tlrx") const
-    {
-        return m_dir->filePath(QLatin1String(p_name));
-    }
+    QString path(const char* p_name = "a.tlrx") const { return m_bench->path(p_name); }
     void use(const QString& p_name);
 
-    std::unique_ptr<QTemporaryDir> m_dir;
-    std::unique_ptr<MainWindow> m_window;
+    std::unique_ptr<WindowBench> m_bench;
 };
 
 /** One of the uses that the window has for the action data, or close by. */
@@ -609,51 +573,51 @@ void MainWindowTest::use(const QString& p_name)
 {
     const QString temporary = QCoreApplication::applicationDirPath() + QStringLiteral("/temp.tlrx");
     const QHash<QString, std::function<void()>> uses{
-        {"new", [this] { m_window->OnNewFile(); }},
+        {"new", [this] { m_bench->window.OnNewFile(); }},
         {"save",
          [this] {
-             Answers answers(m_window->fileName().isEmpty() ? QVariantList{path("use.tlrx")}
-                                                            : QVariantList());
-             QCOMPARE(m_window->OnSaveFile(), 0);
+             Answers answers(m_bench->window.fileName().isEmpty() ? QVariantList{path("use.tlrx")}
+                                                                  : QVariantList());
+             QCOMPARE(m_bench->window.OnSaveFile(), 0);
          }},
         {"save as",
          [this] {
              Answers answers({path("as.tlrx")});
-             m_window->OnSaveAsFile();
+             m_bench->window.OnSaveAsFile();
              QVERIFY(QFileInfo::exists(path("as.tlrx")));
          }},
         {"a failed save",
          [this] {
              Answers answers({path("none/use.tlrx")});
-             QCOMPARE(m_window->OnSaveFile(), 1);
+             QCOMPARE(m_bench->window.OnSaveFile(), 1);
          }},
         {"open",
          [this] {
-             QVERIFY(m_window->view()->saveFile(path("other.tlrx"), ActionImage().bytes()));
-             m_window->openPath(path("other.tlrx"));
-             QCOMPARE(m_window->fileName(), path("other.tlrx"));
+             QVERIFY(m_bench->canvas().saveFile(path("other.tlrx"), ActionImage().bytes()));
+             m_bench->window.openPath(path("other.tlrx"));
+             QCOMPARE(m_bench->window.fileName(), path("other.tlrx"));
          }},
         {"open a bad file",
          [this] {
              QFile bad(path("bad.tlrx"));
              QVERIFY(bad.open(QIODevice::WriteOnly));
              Answers answers({0});
-             m_window->openPath(path("bad.tlrx"));
+             m_bench->window.openPath(path("bad.tlrx"));
              QVERIFY(answers.allUsed());
          }},
         {"download",
          [this] {
              // Nothing is built: only what the window does before that counts.
-             m_window->view()->setBuildRunner([](const QString&, int) {});
-             m_window->onDownLoad(QString());
+             m_bench->canvas().setBuildRunner([](const QString&, int) {});
+             m_bench->window.onDownLoad(QString());
          }},
-        {"compile", [this] { m_window->appendCompiledData(path("use.bin")); }},
+        {"compile", [this] { m_bench->window.appendCompiledData(path("use.bin")); }},
         {"save the temporary file",
          [this, temporary] {
-             m_window->OnAutoSaveFile();
+             m_bench->window.OnAutoSaveFile();
              QVERIFY(QFile::remove(temporary));
          }},
-        {"edit actions", [this] { m_window->OnEditActions(); }},
+        {"edit actions", [this] { m_bench->window.OnEditActions(); }},
     };
     QVERIFY2(uses.contains(p_name), qPrintable(p_name));
     uses.value(p_name)();

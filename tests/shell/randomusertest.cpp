@@ -1,22 +1,11 @@
 #include "randomuser.h"
 
 #include "modules/documentstate.h"
+#include "support/system/setting.h"
 
 #include <QApplication>
-#include <QLoggingCategory>
 #include <QTemporaryDir>
 #include <QTest>
-
-namespace
-{
-/** A number from the environment, for a longer run or for one seed alone. */
-int setting(const char* p_name, int p_default)
-{
-    bool given = false;
-    const int value = qEnvironmentVariableIntValue(p_name, &given);
-    return given ? value : p_default;
-}
-} // namespace
 
 /**
  * A random user on the real window; after each action the document must be in order. A run is told
@@ -33,7 +22,6 @@ private slots:
         // The dialogs of Qt itself: those of a desktop can't be answered from here.
         QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
         QApplication::setQuitOnLastWindowClosed(false);
-        QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
         qSetGlobalQHashSeed(0);
     }
 

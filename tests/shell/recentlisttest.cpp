@@ -1,20 +1,12 @@
 #include "base/recentfiles.h"
-#include "modules/documentstate.h"
-#include "modules/mainmodule.h"
-#include "shell/mainwindow.h"
-#include "shell/tztoolbar.h"
-#include "support/canvas/canvasfixture.h"
 #include "support/canvas/documentpicture.h"
 #include "support/system/answers.h"
+#include "windowbench.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QDir>
 #include <QFileInfo>
-#include <QLoggingCategory>
 #include <QMenu>
-#include <QTemporaryDir>
-#include <QTest>
 
 namespace
 {
@@ -34,12 +26,6 @@ class RecentListTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
-        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-    }
-
     void init()
     {
         m_dir = std::make_unique<QTemporaryDir>();
@@ -71,7 +57,7 @@ private slots:
         start("/home/a/gone.tlrx\n" + here);
         pick(1);
         QCOMPARE(chain(), (QList<int>{0, 103}));
-        QCOMPARE(m_window->fileName(), path());
+        QCOMPARE(m_bench->window.fileName(), path());
         QCOMPARE(entries(), QStringList({"car.tlrx", "gone.tlrx"}));
         QCOMPARE(end(), here + "/home/a/gone.tlrx\n");
     }
@@ -86,7 +72,7 @@ private slots:
         pick(0, {s_remove});
         QCOMPARE(Answers::said(), QStringList{QString::fromUtf8(s_missing)});
         // The menu is up to date without anyone's asking.
-        QCOMPARE(m_window->toolBar()->recentMenu().actions().size(), 2);
+        QCOMPARE(m_bench->bar().recentMenu().actions().size(), 2);
         QCOMPARE(entries(), QStringList({"car.tlrx", "gone.tlrx"}));
         QCOMPARE(chain(), QList<int>{0});
         pick(0);
@@ -112,7 +98,7 @@ private slots:
         pick(0, {0});
         QCOMPARE(Answers::said(), QStringList{QString::fromUtf8(s_openFailed)});
         QCOMPARE(entries(), QStringList({name, "car.tlrx"}));
-        QCOMPARE(m_window->fileName(), QString());
+        QCOMPARE(m_bench->window.fileName(), QString());
         pick(1);
         QCOMPARE(chain(), (QList<int>{0, 103}));
     }
@@ -131,9 +117,9 @@ private slots:
     {
         QFETCH(QByteArray, line);
         start(line + path().toUtf8() + '\n');
-        const QStringList before = documentPicture(*m_window->view());
+        const QStringList before = documentPicture(m_bench->canvas());
         pick(0);
-        QCOMPARE(documentPicture(*m_window->view()), before);
+        QCOMPARE(documentPicture(m_bench->canvas()), before);
         pick(1);
         QCOMPARE(chain(), (QList<int>{0, 103}));
     }
@@ -143,7 +129,7 @@ private slots:
         const QString chinese = path("小车.tlrx");
         QVERIFY(writeWhole(chinese, s_project));
         start(QByteArray());
-        m_window->openPath(chinese);
+        m_bench->window.openPath(chinese);
         QCOMPARE(chain(), (QList<int>{0, 103}));
         QCOMPARE(entries(), QStringList{QStringLiteral("小车.tlrx")});
         pick(0);
@@ -175,13 +161,12 @@ private slots:
         if (isFolder) {
             recentFiles.clear();
             QVERIFY(QDir().mkdir(recentFilesPath()));
-            m_window = std::make_unique<MainWindow>();
-            m_window->show();
+            m_bench = std::make_unique<WindowBench>();
         } else {
             start(content);
         }
         entries();
-        m_window->openPath(path());
+        m_bench->window.openPath(path());
         QCOMPARE(chain(), (QList<int>{0, 103}));
         QCOMPARE(entries().first(), QStringLiteral("car.tlrx"));
         end();
@@ -204,34 +189,30 @@ private:
     QStringList entries();
     /** Picks the p_place-th entry with the mouse; answers the dialogs that come up then. */
     void pick(int p_place, const QVariantList& p_answers = {});
-    QList<int> chain() const { return CanvasFixture::ids(m_window->view()->mainBlock()); }
+    QList<int> chain() const { return m_bench->program(); }
 
     std::unique_ptr<QTemporaryDir> m_dir;
-    std::unique_ptr<MainWindow> m_window;
+    std::unique_ptr<WindowBench> m_bench;
 };
 
 void RecentListTest::start(const QByteArray& p_list)
 {
     recentFiles.clear();
     QVERIFY(writeWhole(recentFilesPath(), p_list));
-    m_window = std::make_unique<MainWindow>();
-    m_window->resize(1280, 768);
-    m_window->show();
-    QApplication::processEvents();
+    m_bench = std::make_unique<WindowBench>();
 }
 
 QByteArray RecentListTest::end()
 {
-    documentModified = false;
-    m_window.reset();
+    m_bench.reset();
     return readWhole(recentFilesPath());
 }
 
 QStringList RecentListTest::entries()
 {
-    m_window->toolBar()->OnUpdateRecentMenuSignal();
+    m_bench->bar().OnUpdateRecentMenuSignal();
     QStringList names;
-    for (const QAction* action : m_window->toolBar()->recentMenu().actions()) {
+    for (const QAction* action : m_bench->bar().recentMenu().actions()) {
         names.append(action->text());
     }
     return names;
@@ -240,7 +221,7 @@ QStringList RecentListTest::entries()
 void RecentListTest::pick(int p_place, const QVariantList& p_answers)
 {
     entries();
-    QMenu& menu = m_window->toolBar()->recentMenu();
+    QMenu& menu = m_bench->bar().recentMenu();
     menu.popup(QPoint(0, 0));
     Answers hands(p_answers);
     QTest::mouseClick(&menu, Qt::LeftButton, Qt::NoModifier,

@@ -478,8 +478,6 @@ class WiringTest : public QObject
 private slots:
     void initTestCase()
     {
-        // The dialogs of Qt itself: those of a desktop can't be answered from here.
-        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
         qRegisterMetaType<modulesId>("modulesId");
         qRegisterMetaType<uint32_t>("uint32_t");
     }

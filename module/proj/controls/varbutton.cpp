@@ -8,7 +8,6 @@ varButton::varButton(const QString& p_normalPath, const QString& p_markedPath, Q
 
 void varButton::setMarked(bool p_marked)
 {
-    m_marked = p_marked;
     setStyleSheet(
         QStringLiteral("QPushButton{background-image:url(%1);background-color:transparent;}")
             .arg(p_marked ? m_markedPath : m_normalPath));

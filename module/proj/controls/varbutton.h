@@ -12,7 +12,6 @@ public:
               QWidget* p_parent = nullptr);
 
     void setMarked(bool p_marked);
-    bool isMarked() const { return m_marked; }
 
     /** The picture of a variable that is not in use. */
     static QString unusedPicture();
@@ -20,5 +19,4 @@ public:
 private:
     QString m_normalPath;
     QString m_markedPath;
-    bool m_marked = false;
 };

@@ -91,3 +91,14 @@ ModulePlace BlockDrag::placeForUndo(const supermodule* p_module) const
 {
     return p_module == m_module && p_module->m_moved ? m_pressPlace : ModulePlace::of(p_module);
 }
+
+void BlockDrag::deleteModule(supermodule* p_module)
+{
+    if (!p_module || p_module == m_document.mainBlock()) {
+        return;
+    }
+    m_preview.hide();
+    const ModulePlace place = placeForUndo(p_module);
+    forget();
+    m_document.deleteModule(p_module, place);
+}

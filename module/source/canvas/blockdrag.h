@@ -44,6 +44,11 @@ public:
      */
     ModulePlace placeForUndo(const supermodule* p_module) const;
 
+    /**
+     * Deletes a block through the undo stack, dragged or not; null and the main block are ignored.
+     */
+    void deleteModule(supermodule* p_module);
+
 private:
     void putDown(supermodule* p_module);
 

@@ -1,7 +1,10 @@
 #include "canvas/canvasmenu.h"
 
+#include "base/tilerlog.h"
 #include "canvas/tzprogramview.h"
 #include "proj/controls/stylesheets.h"
+
+#include <QDebug>
 
 CanvasMenu::CanvasMenu(TzProgramView& p_view)
     : m_actCopy(addAction(TzProgramView::tr("复制"), &p_view, &TzProgramView::OnCopy,
@@ -16,11 +19,14 @@ CanvasMenu::CanvasMenu(TzProgramView& p_view)
     setStyleSheet(menuStyleSheet());
 }
 
-void CanvasMenu::offer(bool p_onBlock, bool p_canPaste)
+void CanvasMenu::open(const QPoint& p_globalPos, bool p_onBlock)
 {
+    const bool canPaste = BlockClipboard::hasBlocks();
+    qCDebug(tilerLog) << "canPaste " << canPaste;
     m_actCopy->setEnabled(p_onBlock);
     m_actCopyAndPaste->setEnabled(p_onBlock);
-    m_actPaste->setEnabled(p_canPaste);
-    m_actUndoCopy->setEnabled(p_canPaste);
+    m_actPaste->setEnabled(canPaste);
+    m_actUndoCopy->setEnabled(canPaste);
     m_actDelete->setEnabled(p_onBlock);
+    popup(p_globalPos);
 }

@@ -11,8 +11,8 @@ public:
     /** Its entries run the view's slots. The view must outlive the menu. */
     explicit CanvasMenu(TzProgramView& p_view);
 
-    /** Offers what can be done: with a block under the press, and with blocks on the clipboard. */
-    void offer(bool p_onBlock, bool p_canPaste);
+    /** Shows the menu, and offers what can be done with a block under the press or with none. */
+    void open(const QPoint& p_globalPos, bool p_onBlock);
 
 private:
     QAction* m_actCopy;

@@ -1,5 +1,7 @@
 #pragma once
 
+class QGraphicsView;
+
 /**
  * How much smaller the canvas is drawn on a narrow screen, by the screen's available width in
  * pixels: 1.0 from 1920 on, 0.5 below 1280, in proportion between.
@@ -19,6 +21,13 @@ public:
      * picture is to stay as it was.
      */
     bool step(int p_scale);
+    /** Draws a view by the factor and base(). */
+    void applyTo(QGraphicsView& p_view) const;
+
+    /** What the screen asks for, as a summand: screenScale() - 1; 0 before measureScreen(). */
+    static double base();
+    /** Takes base() from the primary screen. */
+    static void measureScreen();
 
 private:
     double m_factor = 1.0;

@@ -67,3 +67,13 @@ void LinkPreview::settle(supermodule* p_module)
     }
     p_module->updateTreeAndOpacity();
 }
+
+bool LinkPreview::link(supermodule* p_module, supermodule* p_target, int p_type) const
+{
+    const LinkCandidate place = p_target ? LinkCandidate{p_target, p_type, 0} : m_place;
+    if (!place.m_target) {
+        return false;
+    }
+    linkAt(place.m_target, place.m_type, p_module);
+    return true;
+}

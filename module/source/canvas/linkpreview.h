@@ -31,6 +31,8 @@ public:
      * where it is, in whole scene units.
      */
     void settle(supermodule* p_module);
+    /** Links a block at a place, or where the gap is open for a null target; false for no place. */
+    bool link(supermodule* p_module, supermodule* p_target, int p_type) const;
 
 private:
     void show(const LinkCandidate& p_place);

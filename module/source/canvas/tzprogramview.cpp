@@ -2,8 +2,9 @@
 
 #include "base/recentfiles.h"
 #include "base/tilerlog.h"
+#include "canvas/droppedprojects.h"
+#include "canvas/moduleat.h"
 #include "canvas/movedregion.h"
-#include "generator/codegenerator.h"
 #include "generator/usermainfile.h"
 #include "modules/catalogue/dragpayload.h"
 #include "modules/catalogue/mousestate.h"
@@ -20,9 +21,6 @@
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QMimeData>
-#include <QScreen>
-#include <QScrollBar>
-#include <QUrl>
 #include <QWheelEvent>
 #include <QtMath>
 
@@ -31,14 +29,7 @@ QPointer<TzProgramView> programView;
 namespace
 {
 const QRectF s_sceneRect(0, 0, 10000, 10000);
-/** Height of the strip at the lower edge where the wheel scrolls sideways, and of its free end. */
-const int s_wheelStrip = 100;
-const int s_wheelStripMilliseconds = 1000;
-/** How far right of a block's left edge a press on it may be, exclusive. */
-const qreal s_reach = 400;
 const qreal s_sameCoordinate = 1e-12;
-
-double s_zoomBase = 0.0;
 } // namespace
 
 TzProgramView::TzProgramView(Document& p_document, QWidget* p_parent)
@@ -48,18 +39,17 @@ TzProgramView::TzProgramView(Document& p_document, QWidget* p_parent)
       m_drag(p_document, m_preview),
       m_paletteDrag(p_document.scene(), m_preview),
       m_clipboard(p_document),
-      m_backgroundPicture(QStringLiteral(":/bg 1186x674.png"))
+      m_background(*this, p_document.scene().logo())
 {
     setAcceptDrops(true);
     setDragMode(ScrollHandDrag);
     setAttribute(Qt::WA_TranslucentBackground);
-    scaleBackground(Qt::KeepAspectRatioByExpanding);
     setStyleSheet(QStringLiteral("QGraphicsView{border:0px;}"));
     setAutoFillBackground(true);
     // Blocks are drawn smaller than their pictures on most screens.
     setRenderHint(QPainter::SmoothPixmapTransform);
     setUpScene();
-    s_zoomBase = screenScale(QGuiApplication::primaryScreen()->availableSize().width()) - 1.0;
+    CanvasZoom::measureScreen();
     zoomView(0);
     addAction(undoStack().createUndoAction(this, QString()));
     addAction(undoStack().createRedoAction(this, QString()));
@@ -68,7 +58,6 @@ TzProgramView::TzProgramView(Document& p_document, QWidget* p_parent)
     readRecentFiles(recentFilesPath());
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setUpWheelStrip();
     connect(&m_document, &Document::changed, this, &TzProgramView::onDocumentChanged);
 }
 
@@ -83,20 +72,9 @@ void TzProgramView::setUpScene()
     m_document.scene().setSceneRect(s_sceneRect);
     setScene(&m_document.scene());
     connect(&m_document.scene(), &tzprogramscene::addModuleSignal, this, &TzProgramView::addModule);
-    centreLogo();
+    m_background.centreLogo();
     const int blockHeight = static_cast<int>(mainBlock()->boundingRect().height());
     mainBlock()->setPos(mapToScene(50, viewport()->height() / 2 - blockHeight / 2).toPoint());
-}
-
-void TzProgramView::setUpWheelStrip()
-{
-    m_wheelReactArea = new QWidget(this);
-    m_wheelReactArea->setStyleSheet(QStringLiteral(
-        "QWidget {border: none; background: rgba(0,0,0, 10%); border-radius: 10px;}"));
-    m_wheelReactArea->setAttribute(Qt::WA_TransparentForMouseEvents);
-    m_wheelReactArea->hide();
-    m_wheelReactTimer.setSingleShot(true);
-    connect(&m_wheelReactTimer, &QTimer::timeout, this, &TzProgramView::onWheelReactAreaHide);
 }
 
 void TzProgramView::onDocumentChanged(const DocumentChange& p_change)
@@ -113,9 +91,7 @@ void TzProgramView::onDocumentChanged(const DocumentChange& p_change)
             m_clipboard.removing(p_change.module);
         } else {
             m_clipboard.forget();
-            if (graphicsItem_Param* popUp = graphicsItem_Param::existing()) {
-                popUp->setVisible(false);
-            }
+            graphicsItem_Param::dismiss();
         }
         break;
     case DocumentChange::SlotShown:
@@ -133,27 +109,11 @@ void TzProgramView::onDocumentChanged(const DocumentChange& p_change)
     }
 }
 
-double TzProgramView::zoomBase() { return s_zoomBase; }
-
-void TzProgramView::scaleBackground(Qt::AspectRatioMode p_mode)
-{
-    QPalette colours = palette();
-    colours.setBrush(backgroundRole(), QBrush(m_backgroundPicture.scaled(
-                                           viewport()->size(), p_mode, Qt::SmoothTransformation)));
-    setPalette(colours);
-}
-
-void TzProgramView::centreLogo()
-{
-    QGraphicsPixmapItem& logo = m_document.scene().logo();
-    logo.setPos(mapToScene(viewport()->rect().center()) - logo.boundingRect().center());
-}
-
 bool TzProgramView::viewportEvent(QEvent* p_event)
 {
     const bool result = QGraphicsView::viewportEvent(p_event);
     if (scene()) {
-        centreLogo();
+        m_background.centreLogo();
     }
     return result;
 }
@@ -178,48 +138,26 @@ void TzProgramView::resizeEvent(QResizeEvent* p_event)
 {
     QGraphicsView::resizeEvent(p_event);
     // Meant: unlike at the start, where the picture fills the whole view; the design says so.
-    scaleBackground(Qt::KeepAspectRatio);
+    m_background.fill(Qt::KeepAspectRatio);
 }
 
 void TzProgramView::zoomView(int scale)
 {
     if (scale == 0) {
         m_zoom.reset();
-        applyZoom();
+        m_zoom.applyTo(*this);
         centerOn(mainBlock());
     } else if (m_zoom.step(scale)) {
-        applyZoom();
+        m_zoom.applyTo(*this);
     }
-}
-
-void TzProgramView::applyZoom()
-{
-    const QMatrix before = matrix();
-    resetMatrix();
-    translate(before.dx(), before.dy());
-    scale(m_zoom.factor() + s_zoomBase, m_zoom.factor() + s_zoomBase);
 }
 
 void TzProgramView::wheelEvent(QWheelEvent* p_event)
 {
-    const QPoint at = p_event->position().toPoint();
-    const QSize size = viewport()->size();
-    const QRect strip(0, size.height() - s_wheelStrip, size.width() - s_wheelStrip, s_wheelStrip);
-    if (at.y() < strip.top() || at.x() >= strip.width()) {
+    if (!m_wheelStrip.scroll(*p_event)) {
         QGraphicsView::wheelEvent(p_event);
-        return;
     }
-    const double delta = p_event->delta();
-    horizontalScrollBar()->setValue(horizontalScrollBar()->value() + static_cast<int>(delta * 0.4));
-    m_wheelReactArea->setGeometry(strip);
-    m_wheelReactArea->show();
-    m_wheelReactTimer.start(s_wheelStripMilliseconds);
-    p_event->accept();
 }
-
-QString TzProgramView::generateVisibleCode(int type) const { return ::generateVisibleCode(type); }
-
-QString TzProgramView::generateProjectCode(int type) const { return ::generateProjectCode(type); }
 
 void TzProgramView::OnDownload(const QString& name)
 {
@@ -257,28 +195,6 @@ void TzProgramView::addModule(int x, int y, int id)
     emit mouseSignal(MouseDropped);
 }
 
-void TzProgramView::deleteModule(supermodule* p_module)
-{
-    if (!p_module || p_module == mainBlock()) {
-        return;
-    }
-    m_preview.hide();
-    const ModulePlace place = m_drag.placeForUndo(p_module);
-    m_drag.forget();
-    m_document.deleteModule(p_module, place);
-}
-
-bool TzProgramView::moduleDrop(supermodule* p_module, supermodule* p_target, int p_type)
-{
-    const LinkCandidate place =
-        p_target ? LinkCandidate{p_target, p_type, 0} : LinkCandidate(m_preview.place());
-    if (!place.m_target) {
-        return false;
-    }
-    linkAt(place.m_target, place.m_type, p_module);
-    return true;
-}
-
 void TzProgramView::OnCopy()
 {
     finishDrag();
@@ -296,49 +212,6 @@ void TzProgramView::OnCopyAndPaste()
 {
     OnCopy();
     m_clipboard.pasteBesideSource();
-}
-
-void TzProgramView::OnSelectNumberSignal(int n)
-{
-    if (focusModule) {
-        focusModule->setNumberKey(n);
-    }
-}
-
-void TzProgramView::onEditParamSignal(int p_paramId, int p_value)
-{
-    if (focusModule) {
-        focusModule->setPanelValue(p_paramId, p_value);
-    }
-}
-
-void TzProgramView::raiseNumKeyboard(uint32_t p_numberOption)
-{
-    emit showNumKeyboardSignal(p_numberOption);
-}
-
-void TzProgramView::raiseVoice(int p_map) { emit showVoiceSignal(p_map); }
-
-void TzProgramView::raiseExpression(int p_map) { emit showExpressionSignal(p_map); }
-
-void TzProgramView::raisePanel(int p_panelType, int p_paramId)
-{
-    emit showPanelSignal(p_panelType, p_paramId);
-}
-
-supermodule* TzProgramView::moduleAt(const QList<QGraphicsItem*>& p_items, qreal p_sceneX) const
-{
-    // Of nested blocks the innermost starts furthest right.
-    supermodule* found = nullptr;
-    qreal nearest = s_reach;
-    for (QGraphicsItem* item : p_items) {
-        supermodule* module = supermodule::seenAs(item);
-        if (module && !module->isPreview() && p_sceneX - module->scenePos().x() < nearest) {
-            nearest = p_sceneX - module->scenePos().x();
-            found = module;
-        }
-    }
-    return found;
 }
 
 void TzProgramView::finishDrag()
@@ -381,25 +254,15 @@ void TzProgramView::mousePressEvent(QMouseEvent* p_event)
         }
     }
     m_drag.press(m_current, scenePos);
-    graphicsItem_Param* popUp = graphicsItem_Param::existing();
-    if (popUp && !items.contains(popUp)) {
-        popUp->setVisible(false);
+    if (!items.contains(graphicsItem_Param::existing())) {
+        graphicsItem_Param::dismiss();
     }
     if (p_event->button() == Qt::RightButton) {
         emit mouseSignal(MouseDone);
-        showContextMenu(p_event->globalPos());
+        // The menu's event loop takes the release event, so a drag that began here would never end.
+        m_drag.forget();
+        m_menu.open(p_event->globalPos(), m_current && m_current != mainBlock());
     }
-}
-
-void TzProgramView::showContextMenu(const QPoint& p_globalPos)
-{
-    const bool onBlock = m_current && m_current != mainBlock();
-    const bool canPaste = BlockClipboard::hasBlocks();
-    qCDebug(tilerLog) << "canPaste " << canPaste;
-    m_menu.offer(onBlock, canPaste);
-    // The menu's event loop takes the release event, so a drag that began here would never end.
-    m_drag.forget();
-    m_menu.popup(p_globalPos);
 }
 
 bool TzProgramView::lowerEdgeIsOut(const supermodule* p_module) const
@@ -521,7 +384,10 @@ void TzProgramView::dragLeaveEvent(QDragLeaveEvent* p_event)
 void TzProgramView::dropEvent(QDropEvent* p_event)
 {
     if (!p_event->mimeData()->hasFormat(QLatin1String(blockMimeType()))) {
-        openDropped(p_event->mimeData());
+        const QStringList paths = droppedProjects(*p_event->mimeData());
+        for (const QString& path : paths) {
+            emit openPathSignal(path);
+        }
         return;
     }
     {
@@ -536,15 +402,4 @@ void TzProgramView::dropEvent(QDropEvent* p_event)
     // Keyboard focus to the canvas, so that Delete and Undo go there.
     setFocus();
     p_event->acceptProposedAction();
-}
-
-void TzProgramView::openDropped(const QMimeData* p_data)
-{
-    const QList<QUrl> urls = p_data->urls();
-    for (const QUrl& url : urls) {
-        if (url.fileName().right(5) != QLatin1String(".tlrx")) {
-            break;
-        }
-        emit openPathSignal(url.toLocalFile());
-    }
 }

@@ -2,16 +2,17 @@
 
 #include "canvas/blockclipboard.h"
 #include "canvas/blockdrag.h"
+#include "canvas/canvasbackground.h"
 #include "canvas/canvasmenu.h"
 #include "canvas/canvaszoom.h"
 #include "canvas/linkpreview.h"
 #include "canvas/palettedrag.h"
+#include "canvas/wheelstrip.h"
 #include "document/document.h"
+#include "generator/codegenerator.h"
 #include "modules/modulehost.h"
 
 #include <QGraphicsView>
-#include <QPixmap>
-#include <QTimer>
 
 #include <functional>
 
@@ -40,8 +41,8 @@ public:
     QMenu& contextMenu() { return m_menu; }
 
     /** The text for the code pane: 1 C, 2 Python; empty for any other language. */
-    QString generateVisibleCode(int type) const;
-    QString generateProjectCode(int type) const;
+    QString generateVisibleCode(int type) const { return ::generateVisibleCode(type); }
+    QString generateProjectCode(int type) const { return ::generateProjectCode(type); }
 
     // The document's own operations under their names on the canvas.
     bool saveFile(const QString& p_path, const QByteArray& p_tail = QByteArray())
@@ -71,23 +72,33 @@ public:
      * Deletes a block through the undo stack; null and the main block are ignored. A block that is
      * being dragged comes back to where it was pressed, any other to where it is.
      */
-    void deleteModule(supermodule* p_module);
+    void deleteModule(supermodule* p_module) { m_drag.deleteModule(p_module); }
     /** Adds a block of a type through the undo stack, its top edge's middle at a scene point. */
     void addModule(int x, int y, int id);
     /** Links a block at a place, or where the preview is for a null target; false for no place. */
-    bool moduleDrop(supermodule* p_module, supermodule* p_target, int p_type);
+    bool moduleDrop(supermodule* p_module, supermodule* p_target, int p_type)
+    {
+        return m_preview.link(p_module, p_target, p_type);
+    }
 
     /** User's zoom factor, 0.5 to 2.0 in exact tenths; drawn is this plus zoomBase(). */
     double zoomFactor() const { return m_zoom.factor(); }
-    static double zoomBase();
+    static double zoomBase() { return CanvasZoom::base(); }
     FeedbackModule* preview() const { return m_preview.block(); }
     /** The block of the last press, or that of a drag from the palette. */
     supermodule* currentModule() const { return m_current; }
 
-    void raiseNumKeyboard(uint32_t p_numberOption) override;
-    void raiseVoice(int p_map) override;
-    void raiseExpression(int p_map) override;
-    void raisePanel(int p_panelType, int p_paramId) override;
+    // What a block asks for goes to the palette, as a signal.
+    void raiseNumKeyboard(uint32_t p_numberOption) override
+    {
+        emit showNumKeyboardSignal(p_numberOption);
+    }
+    void raiseVoice(int p_map) override { emit showVoiceSignal(p_map); }
+    void raiseExpression(int p_map) override { emit showExpressionSignal(p_map); }
+    void raisePanel(int p_panelType, int p_paramId) override
+    {
+        emit showPanelSignal(p_panelType, p_paramId);
+    }
 
 signals:
     void mouseSignal(int type);
@@ -115,9 +126,9 @@ public slots:
     void OnUndoCopy() { m_clipboard.undoCopy(); }
     void OnClipboardChanged(QClipboard::Mode p_mode) { m_clipboard.OnClipboardChanged(p_mode); }
     void OnDelItem() { deleteModule(m_current); }
-    void OnSelectNumberSignal(int n);
-    void onEditParamSignal(int p_paramId, int p_value);
-    void onWheelReactAreaHide() { m_wheelReactArea->hide(); }
+    void OnSelectNumberSignal(int n) { giveNumberKey(n); }
+    void onEditParamSignal(int p_paramId, int p_value) { givePanelValue(p_paramId, p_value); }
+    void onWheelReactAreaHide() { m_wheelStrip.hide(); }
     /** 0 resets the zoom and centres the main block; else |scale| tenths up or down. */
     void zoomView(int scale);
 
@@ -140,16 +151,8 @@ private slots:
 
 private:
     void setUpScene();
-    void setUpWheelStrip();
-    void scaleBackground(Qt::AspectRatioMode p_mode);
-    void centreLogo();
-    void applyZoom();
-
-    supermodule* moduleAt(const QList<QGraphicsItem*>& p_items, qreal p_sceneX) const;
-    void showContextMenu(const QPoint& p_globalPos);
     bool lowerEdgeIsOut(const supermodule* p_module) const;
     void finishDrag();
-    void openDropped(const QMimeData* p_data);
 
     Document& m_document;
     LinkPreview m_preview;
@@ -161,9 +164,8 @@ private:
     /** Where the press was, in view coordinates. */
     QPointF m_pressPos;
     CanvasMenu m_menu{*this};
-    QWidget* m_wheelReactArea = nullptr;
-    QTimer m_wheelReactTimer{this};
-    QPixmap m_backgroundPicture;
+    WheelStrip m_wheelStrip{*this};
+    CanvasBackground m_background;
     std::function<void(const QString&, int)> m_buildRunner;
 };
 

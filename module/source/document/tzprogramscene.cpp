@@ -1,11 +1,13 @@
 #include "document/tzprogramscene.h"
 
+#include "document/buttonwalk.h"
 #include "modules/catalogue/dragpayload.h"
 #include "modules/documentstate.h"
 #include "modules/supermodule.h"
 #include "proj/controls/picturecache.h"
 
 #include <QGraphicsSceneDragDropEvent>
+#include <QKeyEvent>
 
 tzprogramscene::tzprogramscene(QObject* p_parent) : QGraphicsScene(p_parent)
 {
@@ -27,6 +29,37 @@ void tzprogramscene::clearItems(const QList<const QGraphicsItem*>& p_kept)
         }
     }
     supermodule::deleteModules(blocks);
+}
+
+bool tzprogramscene::event(QEvent* p_event)
+{
+    if (p_event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(p_event);
+        const bool tab = key->key() == Qt::Key_Tab;
+        const bool backtab = key->key() == Qt::Key_Backtab;
+        if ((tab || backtab) && !(key->modifiers() & (Qt::ControlModifier | Qt::AltModifier))) {
+            // Before the item with the focus gets it: a number field accepts every key, so that
+            // the focus would never leave the last one.
+            const bool next = tab && !(key->modifiers() & Qt::ShiftModifier);
+            p_event->setAccepted(focusNextButton(*this, next));
+            return true;
+        }
+    }
+    return QGraphicsScene::event(p_event);
+}
+
+void tzprogramscene::focusInEvent(QFocusEvent* p_event)
+{
+    const bool next = p_event->reason() == Qt::TabFocusReason;
+    if (!next && p_event->reason() != Qt::BacktabFocusReason) {
+        QGraphicsScene::focusInEvent(p_event);
+        return;
+    }
+    // The base class would look for a widget that is there, and few buttons have one.
+    QFocusEvent plain(QEvent::FocusIn, Qt::OtherFocusReason);
+    QGraphicsScene::focusInEvent(&plain);
+    setFocusItem(nullptr);
+    p_event->setAccepted(focusNextButton(*this, next));
 }
 
 void tzprogramscene::dropEvent(QGraphicsSceneDragDropEvent* p_event)

@@ -26,6 +26,9 @@ signals:
     void addModuleSignal(int x, int y, int id);
 
 protected:
+    // Tab and Backtab come from outside to the first or last button in sight, walk them, and leave.
+    bool event(QEvent* p_event) override;
+    void focusInEvent(QFocusEvent* p_event) override;
     void dropEvent(QGraphicsSceneDragDropEvent* p_event) override;
 
 private:

@@ -29,6 +29,7 @@ public:
     void paint(QPainter*, const QStyleOptionGraphicsItem*, QWidget*) override {}
 
     int kind() const { return m_kind; }
+    /** Meant: without a caller; a setter of the design. */
     void setKind(int p_kind);
     /** Meant: nothing sets or asks it; a flag of the design. */
     bool isActive() const { return m_active; }

@@ -38,6 +38,13 @@ graphicsItem_Param* graphicsItem_Param::shared(QGraphicsScene* p_scene)
 
 graphicsItem_Param* graphicsItem_Param::existing() { return s_shared; }
 
+void graphicsItem_Param::dismiss()
+{
+    if (s_shared) {
+        s_shared->setVisible(false);
+    }
+}
+
 void graphicsItem_Param::setModule(supermodule* p_module) { m_module = p_module; }
 
 QRectF graphicsItem_Param::boundingRect() const

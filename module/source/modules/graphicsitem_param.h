@@ -31,6 +31,8 @@ public:
     static graphicsItem_Param* shared(QGraphicsScene* p_scene);
     /** The one pop-up if it exists. */
     static graphicsItem_Param* existing();
+    /** Hides the one pop-up if it exists. */
+    static void dismiss();
 
     /** The block that gets the choice. */
     void setModule(supermodule* p_module);

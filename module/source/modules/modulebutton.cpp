@@ -30,6 +30,25 @@ public:
     }
 
 protected:
+    bool event(QEvent* p_event) override
+    {
+        if (p_event->type() == QEvent::GraphicsSceneHelp) {
+            // The base class takes the event, and the tip is lost, until the pointer has moved on
+            // the widget, which may have come under a pointer at rest. The scene shows the item's.
+            p_event->ignore();
+            return false;
+        }
+        return QGraphicsProxyWidget::event(p_event);
+    }
+
+    QVariant itemChange(GraphicsItemChange p_change, const QVariant& p_value) override
+    {
+        if (p_change == ItemVisibleHasChanged) {
+            m_owner.reviewLater();
+        }
+        return QGraphicsProxyWidget::itemChange(p_change, p_value);
+    }
+
     bool sceneEvent(QEvent* p_event) override
     {
         switch (p_event->type()) {

@@ -19,3 +19,9 @@ public:
 /** The canvas in charge; null when there is none. */
 ModuleHost* moduleHost();
 void setModuleHost(ModuleHost* p_host);
+
+// What is chosen there goes to focusModule; without one it is ignored.
+/** Gives it a key code of the number keyboard, or the index of an icon or text. */
+void giveNumberKey(int p_key);
+/** Gives it the value of a panel that was opened with a parameter id. */
+void givePanelValue(int p_paramId, int p_value);

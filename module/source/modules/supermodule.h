@@ -257,6 +257,8 @@ public:
     QAbstractButton* button(int p_index);
     /** The widget of a button if it has one just now, else null. */
     QPushButton* liveButton(int p_index) const;
+    /** The widget of a button, valid until control returns to the event loop. */
+    QPushButton* wakeButton(int p_index);
 
 public slots:
     /** Opens the pop-up in a mode, under the block's middle. */
@@ -289,8 +291,6 @@ protected:
     virtual void buttonMade(int p_index, QPushButton& p_button);
     /** Adds a button to the block. */
     void addButton(ButtonSpec p_spec);
-    /** The widget of a button, valid until control returns to the event loop. */
-    QPushButton* wakeButton(int p_index);
     /** Shows a text on a button; without effect before createButtons(). */
     void showOnButton(int p_index, const QString& p_text);
     /** Moves a button to an x; without effect before createButtons(). */

@@ -3,7 +3,6 @@
 #include "support/canvas/blockdata.h"
 
 #include <QGraphicsScene>
-#include <QLoggingCategory>
 #include <QPainter>
 #include <QtTest>
 
@@ -91,8 +90,6 @@ class BlockPaintingTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false")); }
-
     void everyBlockIsPaintedFromItsPictures_data() { paintedBlocks(false); }
     void everyBlockIsPaintedFromItsPictures()
     {

@@ -11,7 +11,6 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QGraphicsPixmapItem>
-#include <QLoggingCategory>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTranslator>
@@ -66,7 +65,6 @@ class CatalogueTest : public QObject
 private slots:
     void initTestCase()
     {
-        QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
         QVERIFY(m_english.load(QStringLiteral(":/vantrel_en.qm")));
         // The tables are built at their first use, with the translator in force then.
         QVERIFY(QCoreApplication::installTranslator(&m_english));

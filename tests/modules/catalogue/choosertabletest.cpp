@@ -7,7 +7,6 @@
 
 #include <QAbstractButton>
 #include <QGraphicsScene>
-#include <QLoggingCategory>
 #include <QPixmap>
 #include <QtTest>
 
@@ -96,8 +95,6 @@ class ChooserTableTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false")); }
-
     void everyChooserHasItsNumberAndEntries_data()
     {
         QTest::addColumn<int>("index");

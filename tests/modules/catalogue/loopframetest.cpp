@@ -6,7 +6,6 @@
 #include "support/canvas/documentpicture.h"
 
 #include <QApplication>
-#include <QLoggingCategory>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -84,8 +83,6 @@ class LoopFrameTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false")); }
-
     void aFrameHasNoSeamsAtAnySizeAndDepth_data()
     {
         QTest::addColumn<int>("id");

@@ -8,6 +8,8 @@
 
 Answers::Answers(const QVariantList& p_answers) : m_answers(p_answers)
 {
+    // The dialogs of Qt itself: those of a desktop can't be answered from here.
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     said().clear();
     m_timer.setInterval(20);
     connect(&m_timer, &QTimer::timeout, this, &Answers::answer);
