@@ -14,6 +14,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <algorithm>
 #include <cmath>
 
 namespace
@@ -60,7 +61,13 @@ private slots:
     void aDocumentGoesOnWithoutItsView()
     {
         Document document;
-        const int items = document.scene().items().size();
+        // Parts of blocks come and stay as they are needed.
+        const auto items = [&document] {
+            const QList<QGraphicsItem*> all = document.scene().items();
+            return std::count_if(all.begin(), all.end(),
+                                 [](const QGraphicsItem* p_item) { return !p_item->parentItem(); });
+        };
+        const auto before = items();
         {
             TzProgramView view(document);
             CanvasHands hands(view);
@@ -81,7 +88,7 @@ private slots:
         document.undoStack().undo();
         QCOMPARE(rootBlocks(document.scene()), QList<supermodule*>{document.mainBlock()});
         // Nothing of the view is left in the scene.
-        QCOMPARE(document.scene().items().size(), items);
+        QCOMPARE(items(), before);
         document.undoStack().redo();
         QCOMPARE(rootBlocks(document.scene()).size(), 2);
     }

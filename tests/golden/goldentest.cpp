@@ -31,10 +31,7 @@ class GoldenTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        QVERIFY2(m_kit.isValid(), "TILER_KIT doesn't name the folder of a kit");
-    }
+    void initTestCase() { QVERIFY2(m_kit.isValid(), "TILER_KIT doesn't name the folder of a kit"); }
 
     void theSetHoldsEveryBlockOfTheCatalogue()
     {
