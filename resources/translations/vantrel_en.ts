@@ -659,6 +659,10 @@
             <translation>Compile Success!</translation>
         </message>
         <message>
+            <source>无法写入 gcc/example/user_main.c，请检查磁盘空间和文件权限</source>
+            <translation>The build failed: gcc/example/user_main.c can't be written. Check the disk's free space and the file's permissions.</translation>
+        </message>
+        <message>
             <source>连接控制器....</source>
             <translation>Connecting......</translation>
         </message>

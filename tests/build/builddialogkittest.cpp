@@ -12,7 +12,7 @@ namespace
 {
 
 // Programs whose images can be told apart by what they print.
-QByteArray program(const QByteArray& p_text)
+QString program(const QString& p_text)
 {
     return "#include \"vantrel.h\"\n"
            "void user_main()\n{\nPrintf(\"" +
@@ -45,7 +45,7 @@ private:
     QByteArray m_before = qgetenv("PATH");
 };
 
-const QByteArray broken = "void user_main()\n{\nno such thing;\n}\n";
+const QString broken = "void user_main()\n{\nno such thing;\n}\n";
 
 } // namespace
 
@@ -56,19 +56,16 @@ class BuildDialogKitTest : public QObject
 
     std::unique_ptr<DialogBench> m_bench;
 
-    bool writeProgram(const QByteArray& p_text) const
-    {
-        return DialogBench::write(
-            QCoreApplication::applicationDirPath() + "/gcc/example/user_main.c", p_text);
-    }
-
-    void compileFails()
+    void compileFails(const QString& p_source)
     {
         const auto dialog = m_bench->makeDialog();
         const Shown shown(*dialog);
-        DialogBench::build(*dialog, "car1", 0, [&] {
-            QVERIFY(DialogBench::runUntil([&] { return shown.statusText() == compileFailed; }));
-        });
+        DialogBench::build(
+            *dialog, "car1", 0,
+            [&] {
+                QVERIFY(DialogBench::runUntil([&] { return shown.statusText() == compileFailed; }));
+            },
+            p_source);
     }
 
     QByteArray onController() const { return DialogBench::read(m_bench->onController("car1.bin")); }
@@ -86,8 +83,7 @@ private slots:
         const QString kit = QCoreApplication::applicationDirPath() + "/gcc";
         QVERIFY(QDir(kit).removeRecursively());
         QCOMPARE(QProcess::execute("cp", {"-r", qEnvironmentVariable("TILER_KIT"), kit}), 0);
-        QVERIFY(writeProgram(program("the older one")));
-        m_bench->buildToTheEnd("car1");
+        m_bench->buildToTheEnd("car1", program("the older one"));
         QVERIFY(onController().contains("the older one"));
     }
 
@@ -97,8 +93,7 @@ private slots:
     {
         const int size = onController().size();
         QCOMPARE(DialogBench::read(m_bench->compiledFile("car1")), onController());
-        QVERIFY(writeProgram(program("the newer one")));
-        m_bench->buildToTheEnd("car1");
+        m_bench->buildToTheEnd("car1", program("the newer one"));
         QVERIFY(onController().contains("the newer one"));
         QVERIFY(!onController().contains("the older one"));
         QCOMPARE(onController().size(), size);
@@ -106,47 +101,44 @@ private slots:
 
     void aProgramThatDoesNotCompileNeverGoesOutAsTheOlderOne()
     {
-        QVERIFY(writeProgram(program("older")));
-        m_bench->buildToTheEnd("car1");
+        m_bench->buildToTheEnd("car1", program("older"));
         const QByteArray older = onController();
-        QVERIFY(writeProgram(broken));
-        compileFails();
+        compileFails(broken);
         verifyOnlyTheOlderOneIsThere(older);
     }
 
     void aCompilerThatIsNotInstalledNeverSendsTheOlderOne()
     {
-        QVERIFY(writeProgram(program("older")));
-        m_bench->buildToTheEnd("car1");
+        m_bench->buildToTheEnd("car1", program("older"));
         const QByteArray older = onController();
-        QVERIFY(writeProgram(program("newer")));
         {
             const OtherCompiler none{QByteArray()};
-            compileFails();
+            compileFails(program("newer"));
         }
         verifyOnlyTheOlderOneIsThere(older);
 
-        m_bench->buildToTheEnd("car1");
+        m_bench->buildToTheEnd("car1", program("newer"));
         QVERIFY(onController().contains("newer"));
     }
 
     void aBuildThatWasCancelledLeavesNothingForTheNext()
     {
-        QVERIFY(writeProgram(program("older")));
-        m_bench->buildToTheEnd("car1");
+        m_bench->buildToTheEnd("car1", program("older"));
         const QByteArray older = onController();
-        QVERIFY(writeProgram(program("newer")));
         {
             const OtherCompiler hanging("sleep 600\n");
             const auto dialog = m_bench->makeDialog();
-            DialogBench::build(*dialog, "car1", 0, [&] {
-                // The older one goes first of all.
-                QTRY_VERIFY(!QFile::exists(m_bench->compiledFile("car1")));
-                QTest::keyClick(dialog.get(), Qt::Key_Escape);
-            });
+            DialogBench::build(
+                *dialog, "car1", 0,
+                [&] {
+                    // The older one goes first of all.
+                    QTRY_VERIFY(!QFile::exists(m_bench->compiledFile("car1")));
+                    QTest::keyClick(dialog.get(), Qt::Key_Escape);
+                },
+                program("newer"));
         }
         QCOMPARE(onController(), older);
-        m_bench->buildToTheEnd("car1");
+        m_bench->buildToTheEnd("car1", program("newer"));
         QVERIFY(onController().contains("newer"));
         QCOMPARE(onController(), DialogBench::read(m_bench->compiledFile("car1")));
     }

@@ -1,3 +1,4 @@
+#include "build/usermainfile.h"
 #include "dialogbench.h"
 
 #include <QDir>
@@ -265,6 +266,51 @@ private slots:
         const LogKeeper log;
         m_bench->buildToTheEnd("car1");
         QVERIFY(log.messages().join('\n').contains("a warning of little weight"));
+    }
+
+    void aSourceThatCannotBeWrittenIsAFailedBuild_data()
+    {
+        QTest::addColumn<QString>("inItsPlace");
+        QTest::newRow("a folder") << QString();
+        QTest::newRow("a full disk") << QString("/dev/full");
+    }
+
+    void aSourceThatCannotBeWrittenIsAFailedBuild()
+    {
+        QFETCH(QString, inItsPlace);
+        QVERIFY(inItsPlace.isEmpty() ? QDir().mkpath(userMainPath())
+                                     : QFile::link(inItsPlace, userMainPath()));
+        m_bench->setCompiler("touch was-called\n" + DialogBench::linking());
+        QVERIFY(DialogBench::write(m_bench->compiledFile("car1"), "the older program"));
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        DialogBench::build(
+            *dialog, "car1", 0,
+            [&] {
+                QCOMPARE(shown.statusText(), compileFailed);
+                QVERIFY2(shown.reasonText().contains("gcc/example/user_main.c"),
+                         qPrintable(shown.reasonText()));
+                QCOMPARE(shown.buttonText(), cancel);
+                QVERIFY(!shown.progress->isVisible());
+                QTest::mouseClick(shown.button, Qt::LeftButton);
+                QVERIFY(!dialog->isVisible());
+            },
+            "void user_main() {}");
+        QVERIFY(!QFile::exists(m_bench->inMakeFolder("was-called")));
+        QVERIFY(m_bench->finishedFiles().isEmpty());
+        QVERIFY(QDir(m_bench->controller()).isEmpty());
+    }
+
+    void theSourceIsWrittenBeforeTheCompilerIsCalled()
+    {
+        m_bench->setCompiler("cat ../../user_main.c > seen\nexit 1\n");
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        DialogBench::build(
+            *dialog, "car1", 0, [&] { QTRY_COMPARE(shown.statusText(), compileFailed); },
+            "void user_main() {}");
+        QCOMPARE(DialogBench::read(m_bench->inMakeFolder("seen")),
+                 QByteArray("void user_main() {}"));
     }
 
     void aMissingCompilerIsNotReported_data()

@@ -644,7 +644,7 @@ void MainWindowTest::use(const QString& p_name)
         {"download",
          [this] {
              // Nothing is built: only what the window does before that counts.
-             m_window->view()->setBuildRunner([](const QString&, int) {});
+             m_window->view()->setBuildRunner([](const QString&, int, const QString&) {});
              m_window->onDownLoad(QString());
          }},
         {"compile", [this] { m_window->appendCompiledData(path("use.bin")); }},

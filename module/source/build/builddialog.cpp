@@ -4,6 +4,7 @@
 #include "base/installpath.h"
 #include "base/tilerlog.h"
 #include "base/volumes.h"
+#include "build/usermainfile.h"
 #include "proj/controls/windowshape.h"
 
 #include <QCloseEvent>
@@ -49,7 +50,7 @@ void buildDialog::setVolumes(std::shared_ptr<VolumeList> p_volumes)
 
 void buildDialog::setPause(int p_milliseconds) { m_thread.setPause(p_milliseconds); }
 
-void buildDialog::startBuild(const QString& p_name, int p_taskCount)
+void buildDialog::startBuild(const QString& p_name, int p_taskCount, const QString& p_source)
 {
     m_targetName = p_name;
     m_sourcePath = installPath(QStringLiteral("\\gcc\\example\\build\\gcc\\objects\\")) + p_name +
@@ -57,12 +58,12 @@ void buildDialog::startBuild(const QString& p_name, int p_taskCount)
     m_errorText.clear();
     m_process.setArguments({QStringLiteral("TARGET_NAME=") + p_name,
                             QStringLiteral("USER_TASK_NUMBER=") + QString::number(p_taskCount)});
-    m_process.start(QIODevice::ReadWrite);
 
     ui->progress->show();
     ui->button->setText(tr("取消"));
     ui->icon->setPixmap(QPixmap(QStringLiteral(":/xiazai-icon-30x30.png")));
-    ui->status->setText(tr("正在编译......"));
+    m_source = p_source;
+    compile();
     exec();
 }
 
@@ -118,11 +119,10 @@ void buildDialog::OnBuildEnd(int p_exitCode, QProcess::ExitStatus /*p_exitStatus
         qCDebug(tilerLog).noquote() << QString::fromUtf8(standardError);
         return;
     }
-    // Meant: the English entry of this text says success; the translations are kept word for word.
-    ui->status->setText(tr("编译失败！"));
     // As a C string: up to the first NUL.
     m_errorText = QString::fromUtf8(standardError.constData());
     qCDebug(tilerLog).noquote() << m_errorText;
+    showFailure(QString());
 }
 
 void buildDialog::OnReadOutput() {}
@@ -214,6 +214,19 @@ void buildDialog::setUpForm()
     ui->icon->setObjectName(QStringLiteral("icon"));
     ui->icon->setGeometry(89, 80, 30, 30);
 
+    ui->reason = new QLabel(this);
+    ui->reason->setObjectName(QStringLiteral("reason"));
+    ui->reason->setGeometry(50, 112, 230, 86);
+    ui->reason->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    ui->reason->setWordWrap(true);
+    ui->reason->setTextFormat(Qt::PlainText);
+    // What it says to install can be copied into a terminal.
+    ui->reason->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    QFont reasonFont = ui->reason->font();
+    reasonFont.setPixelSize(12);
+    ui->reason->setFont(reasonFont);
+    ui->reason->hide();
+
     ui->progress = new QProgressBar(this);
     ui->progress->setObjectName(QStringLiteral("progress"));
     ui->progress->setGeometry(50, 145, 221, 20);
@@ -223,6 +236,28 @@ void buildDialog::setUpForm()
         "QProgressBar{border:0px;background-color:#e5e5e5;} "
         "QProgressBar::chunk{background:qlineargradient(spread:pad,x1:0,y1:0,x2:1,y2:0,stop:0 "
         "#e5e5e5,stop:1 #ff9668);}"));
+}
+
+void buildDialog::compile()
+{
+    ui->status->setText(tr("正在编译......"));
+    if (!writeUserMain(m_source)) {
+        showFailure(tr("无法写入 gcc/example/user_main.c，请检查磁盘空间和文件权限"));
+        return;
+    }
+    m_process.start(QIODevice::ReadWrite);
+}
+
+void buildDialog::showFailure(const QString& p_reason)
+{
+    ui->progress->hide();
+    // Meant: the English entry of this text says success; the translations are kept word for word.
+    ui->status->setText(tr("编译失败！"));
+    if (!p_reason.isEmpty()) {
+        ui->reason->setText(p_reason);
+        ui->reason->show();
+        qCWarning(tilerLog).noquote() << p_reason;
+    }
 }
 
 // Queued calls of the slots may be pending, hence the flag besides the disconnections.

@@ -39,10 +39,11 @@ public:
     void setPause(int p_milliseconds);
 
     /**
-     * Compiles the generated source and downloads the result under a name without extension.
-     * Task count: how many tasks the program has, 0 for none. Returns when the dialog is closed.
+     * Writes and compiles a generated source, and downloads the result under a name without
+     * extension. Task count: how many tasks the program has, 0 for none. Returns when the dialog is
+     * closed. Whatever keeps the source from being compiled is told in words.
      */
-    void startBuild(const QString& p_name, int p_taskCount);
+    void startBuild(const QString& p_name, int p_taskCount, const QString& p_source);
 
     /** Downloads the firmware beside the program. Returns when the dialog is closed. */
     void startFirmwareUpdate();
@@ -77,10 +78,14 @@ private:
         QLabel* status = nullptr;
         QPushButton* button = nullptr;
         QLabel* icon = nullptr;
+        // Why a compile failed, where that can be helped; hidden until then.
+        QLabel* reason = nullptr;
         QProgressBar* progress = nullptr;
     };
 
     void setUpForm();
+    void compile();
+    void showFailure(const QString& p_reason);
     void endWork();
     void logFirmwareFields() const;
     QString targetPath() const;
@@ -91,6 +96,7 @@ private:
     QString m_sourcePath;
     buildThread m_thread;
     QString m_drive;
+    QString m_source;
     QString m_errorText;
     std::function<void(const QString&)> m_finishProgramFile;
     bool m_workEnded = false;

@@ -4,7 +4,6 @@
 #include "base/tilerlog.h"
 #include "canvas/movedregion.h"
 #include "generator/codegenerator.h"
-#include "generator/usermainfile.h"
 #include "modules/catalogue/dragpayload.h"
 #include "modules/catalogue/mousestate.h"
 #include "modules/documentstate.h"
@@ -208,10 +207,9 @@ QString TzProgramView::generateProjectCode(int type) const { return ::generatePr
 
 void TzProgramView::OnDownload(const QString& name)
 {
-    // Always C, whatever language the code pane shows.
-    writeUserMain(generateProjectCode(CCode));
     if (m_buildRunner) {
-        m_buildRunner(name, taskModules.size() - 1);
+        // Always C, whatever language the code pane shows.
+        m_buildRunner(name, taskModules.size() - 1, generateProjectCode(CCode));
     }
 }
 

@@ -31,11 +31,9 @@ public:
     Q_DISABLE_COPY(TzProgramView)
 
     Document& document() const { return m_document; }
-    /** What runs the build once the source is written: gets the name and the number of tasks. */
-    void setBuildRunner(std::function<void(const QString&, int)> p_runner)
-    {
-        m_buildRunner = std::move(p_runner);
-    }
+    /** What runs the build of a program: gets its name, the number of its tasks and its C text. */
+    using BuildRunner = std::function<void(const QString&, int, const QString&)>;
+    void setBuildRunner(BuildRunner p_runner) { m_buildRunner = std::move(p_runner); }
     /** The menu of a right press. */
     QMenu& contextMenu() { return m_menu; }
 
@@ -107,7 +105,7 @@ public slots:
     void OnDelSub();
     void OnSwitchProgram(modulesId id) { m_document.showSlot(id); }
     void OnNewTask() {}
-    /** Writes the C text of the project and runs the build under a name. */
+    /** Generates the C text of the project and runs the build under a name. */
     void OnDownload(const QString& name);
     void OnCopy();
     void OnPaste();
@@ -163,7 +161,7 @@ private:
     QWidget* m_wheelReactArea = nullptr;
     QTimer m_wheelReactTimer{this};
     QPixmap m_backgroundPicture;
-    std::function<void(const QString&, int)> m_buildRunner;
+    BuildRunner m_buildRunner;
 };
 
 /** The one canvas; null while there is none. */
