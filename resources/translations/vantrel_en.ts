@@ -659,6 +659,10 @@
             <translation>Compile Success!</translation>
         </message>
         <message>
+            <source>等待另一个窗口编译......</source>
+            <translation>Another window builds...</translation>
+        </message>
+        <message>
             <source>无法写入 gcc/example/user_main.c，请检查磁盘空间和文件权限</source>
             <translation>The build failed: gcc/example/user_main.c can't be written. Check the disk's free space and the file's permissions.</translation>
         </message>

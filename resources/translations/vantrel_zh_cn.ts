@@ -658,6 +658,10 @@
             <translation>编译失败！</translation>
         </message>
         <message>
+            <source>等待另一个窗口编译......</source>
+            <translation>等待另一个窗口编译......</translation>
+        </message>
+        <message>
             <source>无法写入 gcc/example/user_main.c，请检查磁盘空间和文件权限</source>
             <translation>无法写入 gcc/example/user_main.c，请检查磁盘空间和文件权限</translation>
         </message>

@@ -81,7 +81,8 @@ private slots:
         for (const QString& text :
              {building, compileFailed, connecting, QStringLiteral("控制器连接失败！"), downloaded,
               downloadFailed, QString("Building......"), QString("Connecting......"),
-              QString("Connect Failed!"), QString("Compile Success!"), QString("Download Success!"),
+              QString("Connect Failed!"), waiting, QString("Another window builds..."),
+              QString("Compile Success!"), QString("Download Success!"),
               QString("Download Failed!")}) {
             QTest::newRow(qPrintable("status " + text)) << "status" << text;
         }

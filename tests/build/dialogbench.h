@@ -20,6 +20,7 @@
 namespace dialogtext
 {
 inline const QString building = QStringLiteral("正在编译......");
+inline const QString waiting = QStringLiteral("等待另一个窗口编译......");
 inline const QString compileFailed = QStringLiteral("编译失败！");
 inline const QString connecting = QStringLiteral("连接控制器....");
 inline const QString downloaded = QStringLiteral("下载成功！");

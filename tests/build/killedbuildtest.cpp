@@ -7,7 +7,10 @@
 #include <QFileInfo>
 #include <QtTest>
 
+#include <csignal>
+#include <sys/wait.h>
 #include <thread>
+#include <unistd.h>
 
 namespace
 {
@@ -25,6 +28,13 @@ bool write(const QString& p_path, const QByteArray& p_content)
 {
     QFile file(p_path);
     return file.open(QIODevice::WriteOnly) && file.write(p_content) == p_content.size();
+}
+
+bool isOver(pid_t p_process)
+{
+    // Who inherits it may be slow to wait for it: it is a zombie until then.
+    const QByteArray stat = read(QStringLiteral("/proc/%1/stat").arg(p_process));
+    return stat.isEmpty() || stat.mid(stat.lastIndexOf(')') + 2, 1) == "Z";
 }
 
 /** A kit from which nothing has been compiled yet. */
@@ -109,6 +119,27 @@ private slots:
                                     .arg(point)
                                     .arg(QString::fromUtf8(built.at(point).left(500)))));
         }
+    }
+
+    void aWindowThatIsKilledTakesItsBuildAlong()
+    {
+        const QTemporaryDir folder;
+        const QString file = folder.filePath("build");
+        const pid_t window = fork();
+        if (window == 0) {
+            BuildProcess process;
+            process.start("sh", {"-c", "echo $$ > \"$0\"; exec sleep 600", file});
+            process.waitForStarted();
+            for (;;) {
+                pause();
+            }
+        }
+        QTRY_VERIFY(read(file).endsWith('\n'));
+        const auto build = static_cast<pid_t>(read(file).trimmed().toInt());
+        QCOMPARE(::kill(build, 0), 0);
+        ::kill(window, SIGKILL);
+        waitpid(window, nullptr, 0);
+        QTRY_VERIFY(isOver(build));
     }
 
     void anObjectThatIsNoneIsMadeAnew_data()

@@ -8,6 +8,7 @@
 #include "proj/controls/windowshape.h"
 
 #include <QCloseEvent>
+#include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QPainter>
@@ -20,9 +21,12 @@
 namespace
 {
 const char s_background[] = ":/xiazaitankuang-400x210.png";
+/** Between two looks whether another window has done with the kit. */
+constexpr int s_lockMilliseconds = 100;
 } // namespace
 
-buildDialog::buildDialog(QWidget* p_parent) : QDialog(p_parent), ui(std::make_unique<Form>())
+buildDialog::buildDialog(QWidget* p_parent)
+    : QDialog(p_parent), ui(std::make_unique<Form>()), m_lock(kitLockPath())
 {
     setUpForm();
     connect(ui->button, &QPushButton::clicked, this, &QWidget::close);
@@ -32,6 +36,9 @@ buildDialog::buildDialog(QWidget* p_parent) : QDialog(p_parent), ui(std::make_un
 
     connect(&m_process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
             &buildDialog::OnBuildEnd);
+    m_lockTimer.setSingleShot(true);
+    m_lockTimer.setInterval(s_lockMilliseconds);
+    connect(&m_lockTimer, &QTimer::timeout, this, &buildDialog::compile);
     connect(&m_thread, &QThread::finished, this, &buildDialog::OnThreadFinished);
     connect(&m_thread, &buildThread::stateChanged, this, &buildDialog::OnStateChanged);
 }
@@ -63,6 +70,8 @@ void buildDialog::startBuild(const QString& p_name, int p_taskCount, const QStri
     ui->button->setText(tr("取消"));
     ui->icon->setPixmap(QPixmap(QStringLiteral(":/xiazai-icon-30x30.png")));
     m_source = p_source;
+    // Its contents may be deleted by hand, and the folder along with them.
+    QDir(m_process.workingDirectory()).mkdir(QStringLiteral("objects"));
     compile();
     exec();
 }
@@ -71,6 +80,7 @@ void buildDialog::startFirmwareUpdate()
 {
     m_targetName = QStringLiteral("UPDATE");
     m_sourcePath = installPath(QStringLiteral("/firmwares/UPDATE.bin"));
+    m_copyPath = m_sourcePath;
     ui->status->setText(QString());
     ui->progress->hide();
     repaint();
@@ -97,7 +107,7 @@ bool buildDialog::copyToController()
     if (QFile::exists(target)) {
         QFile::remove(target);
     }
-    return QFile::copy(m_sourcePath, target);
+    return QFile::copy(m_copyPath, target);
 }
 
 // The exit status is left out of it: a process that has crashed has an exit code other than 0.
@@ -112,6 +122,11 @@ void buildDialog::OnBuildEnd(int p_exitCode, QProcess::ExitStatus /*p_exitStatus
         if (m_finishProgramFile) {
             m_finishProgramFile(m_sourcePath);
         }
+        // The wait for the controller may be long, and meanwhile another window may compile a
+        // program of the same name.
+        m_copyPath = m_ownFolder.filePath(QStringLiteral("program.bin"));
+        QFile::copy(m_sourcePath, m_copyPath);
+        m_lock.unlock();
         // The status stays at compiling until the thread emits stateChanged().
         m_thread.start();
         m_errorText = tr("编译成功！");
@@ -122,6 +137,7 @@ void buildDialog::OnBuildEnd(int p_exitCode, QProcess::ExitStatus /*p_exitStatus
     // As a C string: up to the first NUL.
     m_errorText = QString::fromUtf8(standardError.constData());
     qCDebug(tilerLog).noquote() << m_errorText;
+    m_lock.unlock();
     showFailure(QString());
 }
 
@@ -240,8 +256,16 @@ void buildDialog::setUpForm()
 
 void buildDialog::compile()
 {
+    // A lock that can't be made at all stops nobody: what keeps it from being made, a missing or
+    // read-only folder, then fails the compile.
+    if (!m_lock.tryLock() && m_lock.error() == QLockFile::LockFailedError) {
+        ui->status->setText(tr("等待另一个窗口编译......"));
+        m_lockTimer.start();
+        return;
+    }
     ui->status->setText(tr("正在编译......"));
     if (!writeUserMain(m_source)) {
+        m_lock.unlock();
         showFailure(tr("无法写入 gcc/example/user_main.c，请检查磁盘空间和文件权限"));
         return;
     }
@@ -269,7 +293,9 @@ void buildDialog::endWork()
     m_workEnded = true;
     disconnect(&m_process, nullptr, this, nullptr);
     disconnect(&m_thread, nullptr, this, nullptr);
+    m_lockTimer.stop();
     m_process.endNow();
+    m_lock.unlock();
     m_thread.endWait();
 }
 

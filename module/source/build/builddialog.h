@@ -4,9 +4,12 @@
 #include "build/buildthread.h"
 
 #include <QDialog>
+#include <QLockFile>
 #include <QProcess>
 #include <QString>
 #include <QStringList>
+#include <QTemporaryDir>
+#include <QTimer>
 
 #include <functional>
 #include <memory>
@@ -41,7 +44,8 @@ public:
     /**
      * Writes and compiles a generated source, and downloads the result under a name without
      * extension. Task count: how many tasks the program has, 0 for none. Returns when the dialog is
-     * closed. Whatever keeps the source from being compiled is told in words.
+     * closed. While another window of this installation compiles, this one waits and says so.
+     * Whatever keeps the source from being compiled is told in words.
      */
     void startBuild(const QString& p_name, int p_taskCount, const QString& p_source);
 
@@ -94,10 +98,15 @@ private:
     BuildProcess m_process;
     QString m_targetName;
     QString m_sourcePath;
+    // What goes to the controller: the firmware, or this window's own copy of the program.
+    QString m_copyPath;
+    QTemporaryDir m_ownFolder;
     buildThread m_thread;
     QString m_drive;
     QString m_source;
     QString m_errorText;
     std::function<void(const QString&)> m_finishProgramFile;
+    QLockFile m_lock;
+    QTimer m_lockTimer;
     bool m_workEnded = false;
 };

@@ -9,6 +9,11 @@
 
 QString userMainPath() { return installPath(QStringLiteral("\\gcc\\example\\user_main.c")); }
 
+QString kitLockPath()
+{
+    return installPath(QStringLiteral("\\gcc\\example\\build\\gcc\\objects\\lock"));
+}
+
 bool writeUserMain(const QString& p_text)
 {
     QFile file(userMainPath());
