@@ -1,10 +1,13 @@
 #include "dialogbench.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QtTest>
+
+#include <sys/resource.h>
 
 using namespace dialogtext;
 
@@ -26,7 +29,7 @@ public:
     /** By a script, or by nothing at all if that is empty. */
     explicit OtherCompiler(const QByteArray& p_script)
     {
-        for (const char* tool : {"make", "sh", "mkdir", "rm", "mv", "sleep"}) {
+        for (const char* tool : {"make", "sh", "mkdir", "rm", "mv", "cp", "sleep"}) {
             QFile::link(QStandardPaths::findExecutable(tool), m_tools.filePath(tool));
         }
         if (!p_script.isEmpty()) {
@@ -82,7 +85,7 @@ private slots:
         m_bench = std::make_unique<DialogBench>();
         const QString kit = QCoreApplication::applicationDirPath() + "/gcc";
         QVERIFY(QDir(kit).removeRecursively());
-        QCOMPARE(QProcess::execute("cp", {"-r", qEnvironmentVariable("TILER_KIT"), kit}), 0);
+        QCOMPARE(QProcess::execute("cp", {"-rp", qEnvironmentVariable("TILER_KIT"), kit}), 0);
         m_bench->buildToTheEnd("car1", program("the older one"));
         QVERIFY(onController().contains("the older one"));
     }
@@ -105,6 +108,89 @@ private slots:
         const QByteArray older = onController();
         compileFails(broken);
         verifyOnlyTheOlderOneIsThere(older);
+    }
+
+    void anUnchangedProgramGoesOutAgainWithTheActionsOfNow()
+    {
+        m_bench->buildToTheEnd("car1", program("the same"));
+        const QByteArray first = onController();
+        const OtherCompiler none{QByteArray()};
+        const auto dialog = m_bench->makeDialog();
+        dialog->setFinishProgramFile([](const QString& p_path) {
+            QFile file(p_path);
+            QVERIFY(file.open(QIODevice::Append));
+            file.write("other actions");
+        });
+        const Shown shown(*dialog);
+        DialogBench::build(
+            *dialog, "car2", 0, [&] { QTRY_COMPARE(shown.statusText(), downloaded); },
+            program("the same"));
+        QCOMPARE(DialogBench::read(m_bench->onController("car2.bin")),
+                 first.chopped(DialogBench::appendedSize) + "other actions");
+    }
+
+    void whateverAProgramIsMadeFromCompilesItAgain_data()
+    {
+        QTest::addColumn<QString>("source");
+        QTest::addColumn<int>("tasks");
+        QTest::addColumn<QString>("touched");
+        const QString same = program("the same");
+        QTest::newRow("its text") << program("another") << 0 << QString();
+        QTest::newRow("its last line") << same + "\nint one_more;\n" << 0 << QString();
+        QTest::newRow("its number of tasks") << same << 1 << QString();
+        QTest::newRow("the runtime") << same << 0 << "runtime/calls.c";
+        QTest::newRow("the layout of the memory") << same << 0 << "runtime/controller.ld";
+        QTest::newRow("the calls") << same << 0 << "example/vantrel.h";
+        QTest::newRow("the rules") << same << 0 << "example/build/gcc/makefile";
+    }
+
+    void whateverAProgramIsMadeFromCompilesItAgain()
+    {
+        QFETCH(QString, source);
+        QFETCH(int, tasks);
+        QFETCH(QString, touched);
+        m_bench->buildToTheEnd("car1", program("the same"));
+        if (!touched.isEmpty()) {
+            QFile file(QCoreApplication::applicationDirPath() + "/gcc/" + touched);
+            QVERIFY(file.open(QIODevice::ReadWrite));
+            QVERIFY(
+                file.setFileTime(QDateTime::currentDateTime(), QFileDevice::FileModificationTime));
+        }
+        const OtherCompiler none{QByteArray()};
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        DialogBench::build(
+            *dialog, "car1", tasks, [&] { QTRY_COMPARE(shown.statusText(), compileFailed); },
+            source);
+    }
+
+    void aCompileGrowsNoFasterThanItsProgram()
+    {
+        // Processor time, so that it hardly matters what else runs: a real growth is that of the
+        // square at least.
+        const auto compileTime = [this](int p_lines) {
+            QString lines;
+            for (int i = 0; i < p_lines; ++i) {
+                lines += QStringLiteral(
+                             "for(int i = 0;i < 3; ++i)\n{\nset_motor(1, speed1);wait(%1);}\n")
+                             .arg(i % 90);
+            }
+            const QString text = "#include \"vantrel.h\"\nvoid user_main()\n{\nint speed1 = 50;\n";
+            rusage before{};
+            getrusage(RUSAGE_CHILDREN, &before);
+            m_bench->buildToTheEnd("car1", text + lines + "}\n");
+            rusage after{};
+            getrusage(RUSAGE_CHILDREN, &after);
+            const auto seconds = [](const timeval& p_time) {
+                return static_cast<double>(p_time.tv_sec) +
+                       static_cast<double>(p_time.tv_usec) / 1e6;
+            };
+            return seconds(after.ru_utime) - seconds(before.ru_utime);
+        };
+        const double small = compileTime(300);
+        const double large = compileTime(2400);
+        QVERIFY2(large < 14 * small,
+                 qPrintable(QStringLiteral("%1 s and %2 s").arg(small).arg(large)));
     }
 
     void aCompilerThatIsNotInstalledNeverSendsTheOlderOne()
