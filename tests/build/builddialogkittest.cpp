@@ -30,7 +30,7 @@ public:
     explicit OtherCompiler(const QByteArray& p_script)
     {
         for (const char* tool : {"make", "sh", "mkdir", "rm", "mv", "cp", "sleep"}) {
-            QFile::link(QStandardPaths::findExecutable(tool), m_tools.filePath(tool));
+            link(tool);
         }
         if (!p_script.isEmpty()) {
             const QString compiler = m_tools.filePath("arm-none-eabi-gcc");
@@ -40,6 +40,14 @@ public:
         qputenv("PATH", QFile::encodeName(m_tools.path()));
     }
     ~OtherCompiler() { qputenv("PATH", m_before); }
+
+    void link(const QString& p_tool) const
+    {
+        QFile::link(QStandardPaths::findExecutable(
+                        p_tool, QFile::decodeName(m_before).split(QLatin1Char(':'))),
+                    m_tools.filePath(p_tool));
+    }
+    void remove(const QString& p_tool) const { QFile::remove(m_tools.filePath(p_tool)); }
 
 private:
     Q_DISABLE_COPY(OtherCompiler)
@@ -205,6 +213,56 @@ private slots:
 
         m_bench->buildToTheEnd("car1", program("newer"));
         QVERIFY(onController().contains("newer"));
+    }
+
+    void whatTheSystemLacksIsTold_data()
+    {
+        QTest::addColumn<QStringList>("lacks");
+        QTest::addColumn<QString>("packages");
+        QTest::newRow("make") << QStringList{"make"} << "make";
+        QTest::newRow("the compiler")
+            << QStringList{"arm-none-eabi-gcc"} << "gcc-arm-none-eabi libnewlib-arm-none-eabi";
+        QTest::newRow("the C library") << QStringList{"nano.specs"} << "libnewlib-arm-none-eabi";
+        QTest::newRow("make and the compiler") << QStringList{"make", "arm-none-eabi-gcc"}
+                                               << "make gcc-arm-none-eabi libnewlib-arm-none-eabi";
+    }
+
+    void whatTheSystemLacksIsTold()
+    {
+        QFETCH(QStringList, lacks);
+        QFETCH(QString, packages);
+        const OtherCompiler other("echo \"arm-none-eabi-gcc: fatal error: cannot read spec file "
+                                  "'nano.specs'\" >&2\nexit 1\n");
+        other.link("arm-none-eabi-objcopy");
+        for (const QString& tool : lacks) {
+            other.remove(tool);
+        }
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        DialogBench::build(
+            *dialog, "car1", 0,
+            [&] {
+                QTRY_COMPARE(shown.statusText(), compileFailed);
+                for (const QString& tool : lacks) {
+                    QVERIFY2(shown.reasonText().contains(tool), qPrintable(shown.reasonText()));
+                }
+                QVERIFY2(shown.reasonText().endsWith("\nsudo apt install " + packages),
+                         qPrintable(shown.reasonText()));
+            },
+            program("another one for each: " + lacks.join(' ')));
+    }
+
+    void aMistakeOfTheProgramIsNotLaidOnTheSystem()
+    {
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        DialogBench::build(
+            *dialog, "car1", 0,
+            [&] {
+                QTRY_COMPARE(shown.statusText(), compileFailed);
+                QCOMPARE(shown.reasonText(), QString());
+            },
+            broken);
     }
 
     void aBuildThatWasCancelledLeavesNothingForTheNext()

@@ -314,27 +314,27 @@ private slots:
                  QByteArray("void user_main() {}"));
     }
 
-    void aMissingCompilerIsNotReported_data()
+    void aMissingCompilerIsTold_data()
     {
-        QTest::addColumn<bool>("folder");
-        QTest::newRow("no make.exe") << true;
-        QTest::newRow("no folder either") << false;
+        QTest::addColumn<bool>("there");
+        QTest::newRow("no make.exe") << false;
+        QTest::newRow("one that may not be run") << true;
     }
 
-    void aMissingCompilerIsNotReported()
+    void aMissingCompilerIsTold()
     {
-        QFETCH(bool, folder);
-        if (!folder) {
-            QVERIFY(QDir(m_bench->makeFolder()).removeRecursively());
+        QFETCH(bool, there);
+        if (there) {
+            m_bench->setCompiler("exit 0\n");
+            QFile::setPermissions(m_bench->inMakeFolder("make.exe"), QFile::ReadOwner);
         }
-        const LogKeeper log;
         const auto dialog = m_bench->makeDialog();
         const Shown shown(*dialog);
         DialogBench::build(*dialog, "car1", 0, [&] {
-            QTest::qWait(300);
-            QCOMPARE(shown.statusText(), building);
+            QTRY_COMPARE(shown.statusText(), compileFailed);
+            QVERIFY2(shown.reasonText().contains("make.exe"), qPrintable(shown.reasonText()));
             QCOMPARE(shown.buttonText(), cancel);
-            QVERIFY(shown.progress->isVisible());
+            QVERIFY(!shown.progress->isVisible());
             QTest::mouseClick(shown.button, Qt::LeftButton);
             QVERIFY(!dialog->isVisible());
         });
@@ -342,17 +342,31 @@ private slots:
         QCOMPARE(m_bench->volumes().scans(), 0);
     }
 
-    void aCompilerThatMayNotBeRunIsNotReported()
+    void everyReasonFits_data()
     {
-        m_bench->setCompiler("exit 0\n");
-        QFile::setPermissions(m_bench->inMakeFolder("make.exe"), QFile::ReadOwner);
+        QTest::addColumn<QString>("text");
+        QTest::newRow("source")
+            << "The build failed: gcc/example/user_main.c can't be written. Check "
+               "the disk's free space and the file's permissions.";
+        QTest::newRow("start")
+            << "The build failed: gcc/example/build/gcc/make.exe can't be started. "
+               "Unpack Tiler anew.";
+        QTest::newRow("tools")
+            << "The build failed, not found: make, arm-none-eabi-gcc, "
+               "arm-none-eabi-objcopy. Install:\nsudo apt install make "
+               "gcc-arm-none-eabi libnewlib-arm-none-eabi binutils-arm-none-eabi";
+    }
+
+    void everyReasonFits()
+    {
+        QFETCH(QString, text);
         const auto dialog = m_bench->makeDialog();
-        const Shown shown(*dialog);
-        DialogBench::build(*dialog, "car1", 0, [&] {
-            QTest::qWait(300);
-            QCOMPARE(shown.statusText(), building);
-        });
-        QVERIFY(m_bench->finishedFiles().isEmpty());
+        auto& reason = *Shown(*dialog).reason;
+        reason.setText(text);
+        const QRect needed = reason.fontMetrics().boundingRect(QRect(0, 0, reason.width(), 1000),
+                                                               Qt::TextWordWrap, text);
+        QVERIFY2(needed.height() <= reason.height() && needed.width() <= reason.width(),
+                 qPrintable(QStringLiteral("%1 by %2").arg(needed.width()).arg(needed.height())));
     }
 
     void aFloodOfMessagesIsReadToTheEndButNotKept()

@@ -4,6 +4,7 @@
 #include "base/installpath.h"
 #include "base/tilerlog.h"
 #include "base/volumes.h"
+#include "build/kitneeds.h"
 #include "build/usermainfile.h"
 #include "proj/controls/windowshape.h"
 
@@ -36,6 +37,7 @@ buildDialog::buildDialog(QWidget* p_parent)
 
     connect(&m_process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
             &buildDialog::OnBuildEnd);
+    connect(&m_process, &QProcess::errorOccurred, this, &buildDialog::onProcessError);
     m_lockTimer.setSingleShot(true);
     m_lockTimer.setInterval(s_lockMilliseconds);
     connect(&m_lockTimer, &QTimer::timeout, this, &buildDialog::compile);
@@ -138,7 +140,7 @@ void buildDialog::OnBuildEnd(int p_exitCode, QProcess::ExitStatus /*p_exitStatus
     m_errorText = QString::fromUtf8(standardError.constData());
     qCDebug(tilerLog).noquote() << m_errorText;
     m_lock.unlock();
-    showFailure(QString());
+    showFailure(missingToolsText(standardError));
 }
 
 void buildDialog::OnReadOutput() {}
@@ -270,6 +272,30 @@ void buildDialog::compile()
         return;
     }
     m_process.start(QIODevice::ReadWrite);
+}
+
+void buildDialog::onProcessError(QProcess::ProcessError p_error)
+{
+    // All other errors end in OnBuildEnd().
+    if (p_error == QProcess::FailedToStart && !m_workEnded) {
+        m_lock.unlock();
+        showFailure(tr("无法启动 gcc/example/build/gcc/make.exe，请重新解压程序"));
+    }
+}
+
+QString buildDialog::missingToolsText(const QByteArray& p_messages) const
+{
+    QStringList names;
+    QStringList packages;
+    for (const MissingTool& tool : missingTools(p_messages)) {
+        names.append(tool.name);
+        packages.append(tool.packages);
+    }
+    return names.isEmpty()
+               ? QString()
+               : tr("缺少 %1，请安装：\n%2")
+                     .arg(names.join(QStringLiteral(", ")),
+                          QStringLiteral("sudo apt install ") + packages.join(QLatin1Char(' ')));
 }
 
 void buildDialog::showFailure(const QString& p_reason)

@@ -89,6 +89,8 @@ private:
 
     void setUpForm();
     void compile();
+    void onProcessError(QProcess::ProcessError p_error);
+    QString missingToolsText(const QByteArray& p_messages) const;
     void showFailure(const QString& p_reason);
     void endWork();
     void logFirmwareFields() const;
