@@ -116,6 +116,34 @@ private slots:
         canvas.release(block->scenePos() + QPointF(30, 30));
     }
 
+    void aReleasePaintsWhatItHasMovedAndNothingElse()
+    {
+        CanvasFixture canvas;
+        const supermodule* block = canvas.drop(103, QPointF(600, 450));
+        canvas.press(block->scenePos() + QPointF(30, 30));
+        canvas.move(block->scenePos() + QPointF(42, 30));
+        QApplication::processEvents();
+        Paints paints(canvas.view.viewport());
+        canvas.release(block->scenePos() + QPointF(30, 30));
+        QApplication::processEvents();
+        QVERIFY(paints.count >= 1);
+        const QRect around = paints.region.boundingRect();
+        QVERIFY(around.contains(QRect(canvas.at(block->scenePos()), QSize(120, 140))));
+        QVERIFY(around.width() < 300 && around.height() < 300);
+    }
+
+    void aDeletedBlockLeavesNothingOnTheCanvas()
+    {
+        CanvasFixture canvas;
+        canvas.drop(103, QPointF(600, 250));
+        const supermodule* block = canvas.drop(301, QPointF(650, 300));
+        canvas.press(block->scenePos() + QPointF(30, 30));
+        canvas.move(QPointF(700, 2000));
+        canvas.release(QPointF(700, 2000));
+        QCOMPARE(canvas.blocks().size(), 2);
+        showsWhatAFullPaintWould(canvas);
+    }
+
     void afterAnyDragTheWindowShowsWhatAFullPaintWould_data()
     {
         QTest::addColumn<int>("seed");
@@ -146,16 +174,38 @@ private slots:
             for (int step = 0; step < 8; ++step) {
                 to += QPointF(random.bounded(-60, 60), random.bounded(-40, 40));
                 canvas.move(to);
-                QApplication::processEvents();
-                const QImage painted = shown(canvas.view);
-                canvas.view.viewport()->update();
-                QApplication::processEvents();
-                const int pixels = differing(painted, shown(canvas.view));
-                QVERIFY2(pixels <= s_single, qPrintable(QString::number(pixels)));
+                showsWhatAFullPaintWould(canvas);
             }
             canvas.release(to);
-            QApplication::processEvents();
+            showsWhatAFullPaintWould(canvas);
+            canvas.click(to + QPointF(3, 3));
+            showsWhatAFullPaintWould(canvas);
+            const int type = types.at(random.bounded(types.size()));
+            if (turn % 2 == 0) {
+                canvas.dragOver(type, from);
+                showsWhatAFullPaintWould(canvas);
+                canvas.dragOverOn(to);
+                showsWhatAFullPaintWould(canvas);
+                canvas.leave();
+            } else {
+                canvas.drop(type, to);
+            }
+            showsWhatAFullPaintWould(canvas);
         }
+    }
+
+private:
+    /** Compares what is on the screen with what stands there once all has been painted anew. */
+    static void showsWhatAFullPaintWould(CanvasFixture& p_canvas)
+    {
+        // A second time for what goes to sleep in the first, as a button's widget does.
+        QApplication::processEvents();
+        QApplication::processEvents();
+        const QImage painted = shown(p_canvas.view);
+        p_canvas.view.viewport()->update();
+        QApplication::processEvents();
+        const int pixels = differing(painted, shown(p_canvas.view));
+        QVERIFY2(pixels <= s_single, qPrintable(QString::number(pixels)));
     }
 };
 

@@ -162,7 +162,7 @@ private slots:
             QCOMPARE(each->registryKey(), 0);
             QCOMPARE(each->moduleKey, 0);
             QCOMPARE(each->ownid, 0);
-            QVERIFY(each->hasNextConnector());
+            QVERIFY(each->hasConnector(NextLink));
             QVERIFY(each->flags() & QGraphicsItem::ItemIsMovable);
         }
         QVERIFY(!supermodule::deepClone(nullptr));
@@ -198,12 +198,9 @@ private slots:
         QCOMPARE(block.connector(NextLink)->boundingRect(), QRectF(0, 0, 60, 60));
         block.connector(NextLink)->setKind(1);
         QVERIFY(block.connector(NextLink)->boundingRect().isEmpty());
-        bool pathItem = false;
-        const QList<QGraphicsItem*> children = block.childItems();
-        for (const QGraphicsItem* child : children) {
-            pathItem |= child->type() == QGraphicsPathItem::Type && child->zValue() == -10.0;
-        }
-        QVERIFY(pathItem);
+        QCOMPARE(block.pathItem().parentItem(), &block);
+        QCOMPARE(block.pathItem().zValue(), -10.0);
+        QCOMPARE(&block.pathItem(), &block.pathItem());
     }
 
     void aBlockHasTheSelectionFrameThatItIsGiven()
@@ -211,8 +208,8 @@ private slots:
         const QString path = QStringLiteral(":/select1.png");
         QVERIFY(!QPixmap(path).isNull());
         plainBlock block;
-        const QGraphicsPixmapItem* frame = selectFrame(&block);
-        QVERIFY(frame);
+        const QGraphicsPixmapItem* frame = &block.selectItem();
+        QCOMPARE(frame->parentItem(), &block);
         QVERIFY(!frame->isVisible());
         QCOMPARE(frame->pos(), QPointF(0, 0));
         QVERIFY(frame->pixmap().isNull());
@@ -220,14 +217,13 @@ private slots:
         QCOMPARE(frame->pixmap().toImage(), QPixmap(path).toImage());
         QVERIFY(!frame->isVisible());
         const std::unique_ptr<supermodule> copy(block.clone());
-        QCOMPARE(selectFrame(copy.get())->pixmap().toImage(), QPixmap(path).toImage());
+        QCOMPARE(copy->selectItem().pixmap().toImage(), QPixmap(path).toImage());
         block.setSelectPicture(QString());
         QVERIFY(frame->pixmap().isNull());
-        const FeedbackModule preview;
-        QVERIFY(selectFrame(&preview)->pixmap().isNull());
-        const mainModule main(0, QStringLiteral(":/main.png"), QStringLiteral(":/main.png"),
-                              QString());
-        QVERIFY(selectFrame(&main)->pixmap().isNull());
+        FeedbackModule preview;
+        QVERIFY(preview.selectItem().pixmap().isNull());
+        mainModule main(0, QStringLiteral(":/main.png"), QStringLiteral(":/main.png"), QString());
+        QVERIFY(main.selectItem().pixmap().isNull());
     }
 
     void theBaseClassPaintsThePictureAndTheCaptionRightOfTheIcon()
@@ -303,7 +299,7 @@ private slots:
         QCOMPARE(copy->moduleKey, 0);
         QCOMPARE(copy->registryKey(), 0);
         QVERIFY(!copy->next() && !copy->parentModule());
-        QVERIFY(!copy->hasNextConnector());
+        QVERIFY(!copy->hasConnector(NextLink));
     }
 
     void aBlockWithoutConnectorsIsDestroyedInPeace()
@@ -557,27 +553,27 @@ private slots:
         first->setOpacityTree(true);
         first->setTreeZValue(10);
         first->setSelectTree(true);
-        for (const supermodule* block : tree) {
+        for (supermodule* block : tree) {
             QCOMPARE(block->opacity(), 0.5);
             QCOMPARE(block->zValue(), 10.0);
-            QVERIFY(selectFrame(block)->isVisible());
+            QVERIFY(block->selectItem().isVisible());
         }
         QCOMPARE(before->opacity(), 1.0);
         QCOMPARE(before->zValue(), 0.0);
-        QVERIFY(!selectFrame(before)->isVisible());
+        QVERIFY(!before->selectItem().isVisible());
         first->setOpacityTree(false);
         first->setTreeZValue(0);
         first->setSelectTree(false);
         first->setVisibleTree(false);
-        for (const supermodule* block : tree) {
+        for (supermodule* block : tree) {
             QCOMPARE(block->opacity(), 1.0);
             QCOMPARE(block->zValue(), 0.0);
-            QVERIFY(!selectFrame(block)->isVisible());
+            QVERIFY(!block->selectItem().isVisible());
             QVERIFY(!block->isVisible());
         }
         QVERIFY(before->isVisible());
         first->setVisibleTree(true);
-        for (const supermodule* block : tree) {
+        for (supermodule* block : tree) {
             QVERIFY(block->isVisible());
         }
     }
@@ -798,7 +794,7 @@ private slots:
         auto* bare = new plainBlock;
         bare->enterScene(&scene);
         QCOMPARE(bare->scene(), &scene);
-        QVERIFY(bare->hasNextConnector());
+        QVERIFY(bare->hasConnector(NextLink));
         QCOMPARE(bare->flags(), QGraphicsItem::ItemIsMovable | QGraphicsItem::ItemIsSelectable);
         // What the factory has made already is kept.
         supermodule* endless = createModuleFromId(Endless);
@@ -807,7 +803,7 @@ private slots:
         QCOMPARE(endless->connector(LeftLink), body);
         plainBlock nowhere;
         nowhere.enterScene(nullptr);
-        QVERIFY(nowhere.hasNextConnector() && !nowhere.scene());
+        QVERIFY(nowhere.hasConnector(NextLink) && !nowhere.scene());
     }
 
     void insertingPutsTheOldFollowerBehindTheNewChain_data()
@@ -1499,7 +1495,7 @@ private slots:
     {
         CanvasFixture canvas;
         supermodule* loop = dropOn(canvas, canvas.main(), NextLink, Endless);
-        QVERIFY(!loop->hasNextConnector());
+        QVERIFY(!loop->hasConnector(NextLink));
         QVERIFY(!loop->connector(NextLink));
         dropOn(canvas, loop, LeftLink, Forward);
         QCOMPARE(loop->boundingRect(), QRectF(0, -20, 280, 160));

@@ -261,7 +261,7 @@ QStringList RandomProgram::putBlock()
         m_model.link(block->registryKey(), owner, place.link);
         m_tally[QStringLiteral("drops into a chain")] += occupied ? 1 : 0;
         m_tally[QStringLiteral("drops that cut a chain")] +=
-            occupied && !block->hasNextConnector() ? 1 : 0;
+            occupied && !block->hasConnector(NextLink) ? 1 : 0;
         m_deepest = qMax(m_deepest, m_model.depth(block->registryKey()) +
                                         (ProgramModel::isLoop(type) ? 1 : 0));
     }

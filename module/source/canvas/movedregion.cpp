@@ -7,32 +7,19 @@
 #include <QEvent>
 #include <QGraphicsScene>
 #include <QGraphicsView>
-#include <QMarginsF>
 
-namespace
-{
-/**
- * How far what belongs to a block is painted beyond its rectangle: tabs and frames to the right,
- * the feet and drawers of an empty loop below, and everywhere the pixel that scaling adds.
- */
-const QMarginsF s_overhang(12, 30, 36, 72);
-/** How far a block paints its tab to the right of its rectangle. */
-const qreal s_tab = 25;
-/** What of a block's rectangle is painted along with its tab. */
-const qreal s_edge = 4;
-} // namespace
+QMarginsF blockOverhang() { return QMarginsF(12, 30, 36, 72); }
 
-MovedRegion::MovedRegion(QGraphicsView& p_view)
-    : m_view(p_view),
-      m_sight(
-          p_view.mapToScene(p_view.viewport()->rect()).boundingRect() +
-          QMarginsF(s_overhang.right(), s_overhang.bottom(), s_overhang.left(), s_overhang.top()))
+MovedRegion::MovedRegion(QGraphicsView& p_view) : m_view(p_view)
 {
+    const QMarginsF out = blockOverhang();
+    m_sight = p_view.mapToScene(p_view.viewport()->rect()).boundingRect() +
+              QMarginsF(out.right(), out.bottom(), out.left(), out.top());
     // Deliver the scene's queued updates first: they would be discarded with the full update.
     QCoreApplication::sendPostedEvents(p_view.scene(), QEvent::MetaCall);
     m_before.reserve(liveModules.size());
     for (const supermodule* module : qAsConst(liveModules)) {
-        m_before.append(placeInSight(module));
+        m_before.append(lookOf(module));
     }
 }
 
@@ -41,54 +28,45 @@ MovedRegion::~MovedRegion()
     QRegion region;
     const auto add = [&](const QRectF& p_place) {
         if (!p_place.isNull()) {
-            region += m_view.mapFromScene(p_place + s_overhang).boundingRect();
+            region += m_view.mapFromScene(p_place + blockOverhang()).boundingRect();
         }
     };
-    const int count = qMin(m_before.size(), liveModules.size());
-    for (int i = 0; i < count; ++i) {
-        const QRectF place = placeInSight(liveModules.at(i));
-        if (place != m_before.at(i)) {
-            add(m_before.at(i));
-            add(place);
+    if (m_before.size() != liveModules.size()) {
+        m_view.viewport()->update();
+        return;
+    }
+    for (int i = 0; i < m_before.size(); ++i) {
+        const Look& before = m_before.at(i);
+        if (liveModules.at(i) != before.module) {
+            m_view.viewport()->update();
+            return;
+        }
+        const Look now = lookOf(before.module);
+        if (now.place != before.place || now.z != before.z || now.opacity != before.opacity) {
+            add(before.place);
+            add(now.place);
         }
     }
-    addEdgesOfTabs(region);
+    for (const supermodule* loop : qAsConst(m_restacked)) {
+        add(lookOf(loop).place);
+    }
     m_view.viewport()->repaint(region);
 }
 
-void MovedRegion::addEdgesOfTabs(QRegion& p_region) const
+void MovedRegion::coverLoopsAround(const supermodule* p_module)
 {
-    // The view leaves out an item whose rectangle lies outside the region, also if its tab doesn't.
-    const auto mapped = [this](const QRectF& p_rect) {
-        return m_view.mapFromScene(p_rect).boundingRect();
-    };
-    QVector<QRectF> places;
-    for (const supermodule* module : qAsConst(liveModules)) {
-        const QRectF place = placeInSight(module);
-        // Well inside: at the very edge the view rounds another way.
-        const QRectF inside = place.adjusted(s_edge, s_edge, -s_edge, -s_edge);
-        if (!place.isNull() && !p_region.intersects(mapped(inside))) {
-            places.append(place);
-        }
-    }
-    for (bool grown = true; grown;) {
-        grown = false;
-        for (QRectF& place : places) {
-            const QRectF tab(place.right(), place.top(), s_tab, place.height());
-            if (!place.isNull() && p_region.intersects(mapped(tab))) {
-                p_region += mapped(
-                    QRectF(place.right() - 2 * s_edge, place.top(), 2 * s_edge, place.height()));
-                place = QRectF();
-                grown = true;
-            }
+    for (const supermodule* each = p_module; each && each->parentModule();
+         each = each->parentModule()) {
+        if (each->parentModule()->linkOf(each) != NextLink) {
+            m_restacked.append(each->parentModule());
         }
     }
 }
 
-QRectF MovedRegion::placeInSight(const supermodule* p_module) const
+MovedRegion::Look MovedRegion::lookOf(const supermodule* p_module) const
 {
     const QRectF place = p_module->boundingRect().translated(p_module->pos());
     const bool seen =
         place.intersects(m_sight) && p_module->isVisible() && p_module->scene() == m_view.scene();
-    return seen ? place : QRectF();
+    return {p_module, seen ? place : QRectF(), p_module->zValue(), p_module->opacity()};
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMarginsF>
 #include <QRectF>
 #include <QVector>
 
@@ -8,12 +9,20 @@ class QRegion;
 class supermodule;
 
 /**
- * Repaints, when it is destroyed, the region that blocks covered before and cover after the moves
+ * How far what belongs to a block is painted beyond its rectangle, in scene units: tabs and frames
+ * to the right, the feet and drawers of an empty loop below, and everywhere the pixel that scaling
+ * adds.
+ */
+QMarginsF blockOverhang();
+
+/**
+ * Repaints, when it is destroyed, the region that blocks covered before and cover after the changes
  * made in its lifetime, and nothing else of the view. For code that calls QGraphicsScene::update()
- * before it moves blocks, so that no item adds a dirty rect of its own: the repaint takes place at
+ * before it changes blocks, so that no item adds a dirty rect of its own: the repaint takes place at
  * once, which also discards the pending update of the whole view.
  *
- * Blocks must not be created or deleted meanwhile; only position, size and visibility may change.
+ * It sees place, size, visibility, stacking by z value, and opacity. Where blocks were created or
+ * deleted meanwhile the whole view is painted.
  */
 class MovedRegion
 {
@@ -22,12 +31,23 @@ public:
     ~MovedRegion();
     Q_DISABLE_COPY(MovedRegion)
 
+    /** Also repaints the loops around a block, which linking it has restacked; null for none. */
+    void coverLoopsAround(const supermodule* p_module);
+
 private:
-    QRectF placeInSight(const supermodule* p_module) const;
-    void addEdgesOfTabs(QRegion& p_region) const;
+    /** How a block is seen; without a place if it is out of sight. */
+    struct Look {
+        const supermodule* module;
+        QRectF place;
+        qreal z;
+        qreal opacity;
+    };
+
+    Look lookOf(const supermodule* p_module) const;
 
     QGraphicsView& m_view;
     QRectF m_sight;
-    /** The scene rectangle of each live block before the move; null for those out of sight. */
-    QVector<QRectF> m_before;
+    /** The live blocks, as they were seen. */
+    QVector<Look> m_before;
+    QVector<const supermodule*> m_restacked;
 };

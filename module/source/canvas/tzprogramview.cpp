@@ -23,8 +23,7 @@
 #include <QScrollBar>
 #include <QUrl>
 #include <QWheelEvent>
-
-#include <optional>
+#include <QtMath>
 
 QPointer<TzProgramView> programView;
 
@@ -156,6 +155,22 @@ bool TzProgramView::viewportEvent(QEvent* p_event)
         centreLogo();
     }
     return result;
+}
+
+void TzProgramView::paintEvent(QPaintEvent* p_event)
+{
+    // The view leaves out items whose rectangles lie outside the region. Blocks are painted beyond
+    // theirs, so it is told of a wider one; what is painted there is clipped away.
+    const QMarginsF out = blockOverhang();
+    const auto widened = [this](qreal p_units) { return qCeil(p_units * transform().m11()); };
+    const QMargins reach(widened(out.right()), widened(out.bottom()), widened(out.left()),
+                         widened(out.top()));
+    QRegion region;
+    for (const QRect& part : p_event->region()) {
+        region += part + reach;
+    }
+    QPaintEvent wider(region);
+    QGraphicsView::paintEvent(&wider);
 }
 
 void TzProgramView::resizeEvent(QResizeEvent* p_event)
@@ -347,7 +362,7 @@ void TzProgramView::mousePressEvent(QMouseEvent* p_event)
     // The logo is part of the background.
     items.removeOne(&m_document.scene().logo());
     m_current = moduleAt(items, scenePos.x());
-    if (items.isEmpty()) {
+    if (items.isEmpty() && !supermodule::isOnConnector(scenePos)) {
         emit mouseSignal(MousePressedEmpty);
         focusModule.clear();
     } else {
@@ -396,13 +411,12 @@ void TzProgramView::mouseMoveEvent(QMouseEvent* p_event)
         QGraphicsView::mouseMoveEvent(p_event);
         return;
     }
-    // The first move paints all: the press has marked the block dirty, and painting its rectangle
-    // alone takes the tabs of others off it.
-    std::optional<MovedRegion> region;
-    if (m_current->m_moved) {
-        region.emplace(*this);
+    bool moved = false;
+    {
+        const MovedRegion region(*this);
+        moved = m_drag.move(mapToScene(p_event->pos()));
     }
-    if (m_drag.move(mapToScene(p_event->pos())) && m_current != mainBlock()) {
+    if (moved && m_current != mainBlock()) {
         emit mouseSignal(lowerEdgeIsOut(m_current) ? MouseDragsOut : MouseDragsInside);
     }
 }
@@ -411,7 +425,13 @@ void TzProgramView::mouseReleaseEvent(QMouseEvent* p_event)
 {
     const QPointF way = p_event->localPos() - m_pressPos;
     const bool away = qAbs(way.x()) > s_sameCoordinate || qAbs(way.y()) > s_sameCoordinate;
-    switch (m_drag.release(m_current && lowerEdgeIsOut(m_current), away)) {
+    BlockDrag::End end = BlockDrag::End::Nothing;
+    {
+        MovedRegion region(*this);
+        end = m_drag.release(m_current && lowerEdgeIsOut(m_current), away);
+        region.coverLoopsAround(m_current);
+    }
+    switch (end) {
     case BlockDrag::End::Outside:
         OnDelItem();
         break;
@@ -424,7 +444,6 @@ void TzProgramView::mouseReleaseEvent(QMouseEvent* p_event)
     QGraphicsView::mouseReleaseEvent(p_event);
     emit mouseSignal(MouseDone);
     m_clipboard.showFrame();
-    scene()->update();
 }
 
 void TzProgramView::keyPressEvent(QKeyEvent* p_event)
@@ -490,6 +509,10 @@ void TzProgramView::dragLeaveEvent(QDragLeaveEvent* p_event)
 {
     QGraphicsView::dragLeaveEvent(p_event);
     qCDebug(tilerLog) << "dragLeaveEvent" << p_event;
+    {
+        const MovedRegion region(*this);
+        m_preview.hide();
+    }
     m_paletteDrag.leave();
 }
 
@@ -499,7 +522,10 @@ void TzProgramView::dropEvent(QDropEvent* p_event)
         openDropped(p_event->mimeData());
         return;
     }
-    m_paletteDrag.drop();
+    {
+        MovedRegion region(*this);
+        region.coverLoopsAround(m_paletteDrag.drop());
+    }
     emit moduleUpdateSignal();
     m_clipboard.showFrame();
     emit mouseSignal(MouseDropped);

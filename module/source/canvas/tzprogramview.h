@@ -121,6 +121,7 @@ public slots:
 
 protected:
     bool viewportEvent(QEvent* p_event) override;
+    void paintEvent(QPaintEvent* p_event) override;
     void resizeEvent(QResizeEvent* p_event) override;
     void wheelEvent(QWheelEvent* p_event) override;
     void keyPressEvent(QKeyEvent* p_event) override;

@@ -2,18 +2,22 @@
 
 #include "modules/documentstate.h"
 
-collisionItem::collisionItem(int p_kind, const QString& p_linkName, QGraphicsItem* p_parent)
+collisionItem::collisionItem(int p_kind, LinkType p_link, QGraphicsItem* p_parent)
     : QGraphicsItem(p_parent), m_kind(p_kind)
 {
-    setData(ItemNameKey, p_linkName);
+    setData(ItemNameKey, p_link == NextLink   ? QStringLiteral("Next")
+                         : p_link == LeftLink ? QStringLiteral("Left")
+                                              : QStringLiteral("Right"));
     setZValue(10);
     // It only takes part in collision tests; without this every repaint would visit it.
     setFlag(ItemHasNoContents);
 }
 
-QRectF collisionItem::boundingRect() const
+QRectF collisionItem::boundingRect() const { return area(m_kind); }
+
+QRectF collisionItem::area(int p_kind)
 {
-    switch (m_kind) {
+    switch (p_kind) {
     case 0:
     case 2:
     case 3:

@@ -18,7 +18,10 @@ public:
     enum { Type = ConnectorItemType };
 
     /** p_kind: 0 next, 2 left, 3 right, 4 the body of a loop. Any other kind has an empty area. */
-    collisionItem(int p_kind, const QString& p_linkName, QGraphicsItem* p_parent);
+    collisionItem(int p_kind, LinkType p_link, QGraphicsItem* p_parent);
+
+    /** The area of a connector of a kind, in its own coordinates. */
+    static QRectF area(int p_kind);
 
     int type() const override { return Type; }
     QRectF boundingRect() const override;

@@ -25,33 +25,75 @@ void supermodule::createCollisions()
 
 void supermodule::makeConnector(LinkType p_type, int p_kind, const QPointF& p_pos)
 {
-    static const QString s_next = QStringLiteral("Next");
-    static const QString s_left = QStringLiteral("Left");
-    static const QString s_right = QStringLiteral("Right");
-    const bool next = p_type == NextLink;
-    const bool left = p_type == LeftLink;
-    auto& connector = next ? m_nextCollision : left ? m_leftCollision : m_rightCollision;
-    connector = std::make_unique<collisionItem>(p_kind,
-                                                next   ? s_next
-                                                : left ? s_left
-                                                       : s_right,
-                                                this);
-    connector->setPos(p_pos);
+    if (Socket* made = socket(p_type)) {
+        *made = Socket{p_kind, p_pos, true, nullptr};
+    }
 }
 
-collisionItem* supermodule::connector(LinkType p_type) const
+supermodule::Socket* supermodule::socket(LinkType p_type) const
 {
     switch (p_type) {
     case NextLink:
-        return m_nextCollision.get();
+        return &m_nextCollision;
     case LeftLink:
-        return m_leftCollision.get();
+        return &m_leftCollision;
     case RightLink:
-        return m_rightCollision.get();
+        return &m_rightCollision;
     case NoLink:
         break;
     }
     return nullptr;
+}
+
+bool supermodule::hasConnector(LinkType p_type) const
+{
+    const Socket* found = socket(p_type);
+    return found && found->isThere;
+}
+
+collisionItem* supermodule::connector(LinkType p_type) const
+{
+    Socket* found = socket(p_type);
+    if (!found || !found->isThere) {
+        return nullptr;
+    }
+    if (!found->item) {
+        // The item is a view of what the block already says, so the block counts as unchanged.
+        found->item = std::make_unique<collisionItem>(found->kind, p_type,
+                                                      const_cast<supermodule*>(this));
+        found->item->setPos(found->pos);
+    }
+    return found->item.get();
+}
+
+QRectF supermodule::connectorRect(LinkType p_type) const
+{
+    const Socket* found = socket(p_type);
+    return found && found->isThere ? collisionItem::area(found->kind).translated(found->pos)
+                                   : QRectF();
+}
+
+bool supermodule::isOnConnector(const QPointF& p_at)
+{
+    return std::any_of(
+        liveModules.cbegin(), liveModules.cend(), [&p_at](const supermodule* p_each) {
+            const QPointF inside = p_at - p_each->pos();
+            return p_each->scene() && p_each->isVisible() &&
+                   (p_each->connectorRect(NextLink).contains(inside) ||
+                    p_each->connectorRect(LeftLink).contains(inside) ||
+                    p_each->connectorRect(RightLink).contains(inside));
+        });
+}
+
+void supermodule::moveConnector(LinkType p_type, qreal p_x)
+{
+    Socket* found = socket(p_type);
+    if (found) {
+        found->pos.setX(p_x);
+        if (found->item) {
+            found->item->setX(p_x);
+        }
+    }
 }
 
 supermodule* supermodule::*supermodule::linkMember(LinkType p_type)
@@ -116,7 +158,7 @@ void supermodule::insert(LinkType p_type, supermodule* p_module)
     if (old) {
         old->m_parent = nullptr;
         supermodule* tail = p_module->lastOf();
-        if (tail->hasNextConnector()) {
+        if (tail->hasConnector(NextLink)) {
             tail->appendModule(old);
         } else {
             // Nothing can follow an endless loop: what was linked here stays as a loose chain
@@ -171,12 +213,9 @@ QList<collisionItem*> supermodule::touchedConnectors() const
         }
         // As they are stacked, the uppermost first.
         for (const LinkType type : {RightLink, LeftLink, NextLink}) {
-            collisionItem* connector = owner->connector(type);
-            if (connector &&
-                reach.intersects(
-                    connector->boundingRect().translated(owner->pos() + connector->pos())) &&
-                connector->isVisible() && collidesWithItem(connector, Qt::IntersectsItemShape)) {
-                connectors.append(connector);
+            if (reach.intersects(owner->connectorRect(type).translated(owner->pos())) &&
+                collidesWithItem(owner->connector(type), Qt::IntersectsItemShape)) {
+                connectors.append(owner->connector(type));
             }
         }
     }

@@ -89,8 +89,11 @@ void supermodule::setVisibleTree(bool p_visible)
 
 void supermodule::setSelectTree(bool p_selected)
 {
-    forEachModule(
-        this, [p_selected](supermodule* p_each) { p_each->m_selectItem.setVisible(p_selected); });
+    forEachModule(this, [p_selected](supermodule* p_each) {
+        if (p_selected || p_each->m_selectItem) {
+            p_each->selectItem().setVisible(p_selected);
+        }
+    });
 }
 
 void supermodule::setTreeZValue(int p_z)

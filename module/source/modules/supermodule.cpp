@@ -39,7 +39,7 @@ supermodule::supermodule(const supermodule& p_other)
       m_text(p_other.m_text)
 {
     initialise();
-    m_selectItem.setPixmap(p_other.m_selectItem.pixmap());
+    m_selectPicture = p_other.m_selectPicture;
 }
 
 supermodule::~supermodule()
@@ -50,18 +50,9 @@ supermodule::~supermodule()
 
 void supermodule::initialise()
 {
-    m_pathItem.setParentItem(this);
-    m_pathItem.setZValue(-10);
-    // Set while it has no path; without this every repaint would visit it.
-    m_pathItem.setFlag(ItemHasNoContents);
     static const QString s_name = QStringLiteral("module");
     setData(ItemNameKey, s_name);
-    m_selectItem.setParentItem(this);
     m_pixmap = picture(m_pressedPath);
-    // MaskShape, the default, would be worked out from the picture for each block.
-    m_selectItem.setShapeMode(QGraphicsPixmapItem::BoundingRectShape);
-    m_selectItem.setPos(0, 0);
-    m_selectItem.hide();
     setToolTip(m_text);
     ModuleRegistry::remember(this);
 }
@@ -84,12 +75,40 @@ void supermodule::setText(const QString& p_text)
 
 void supermodule::setSelectPicture(const QString& p_path)
 {
-    m_selectItem.setPixmap(picture(p_path));
+    m_selectPicture = picture(p_path);
+    if (m_selectItem) {
+        m_selectItem->setPixmap(m_selectPicture);
+    }
+}
+
+QGraphicsPixmapItem& supermodule::selectItem()
+{
+    if (!m_selectItem) {
+        const QList<QGraphicsItem*> above = childItems();
+        m_selectItem = std::make_unique<QGraphicsPixmapItem>(m_selectPicture, this);
+        // MaskShape, the default, would be worked out from the picture for each block.
+        m_selectItem->setShapeMode(QGraphicsPixmapItem::BoundingRectShape);
+        m_selectItem->hide();
+        // The buttons are older, but lie on the frame.
+        for (const QGraphicsItem* each : above) {
+            m_selectItem->stackBefore(each);
+        }
+    }
+    return *m_selectItem;
+}
+
+QGraphicsPathItem& supermodule::pathItem()
+{
+    if (!m_pathItem) {
+        m_pathItem = std::make_unique<QGraphicsPathItem>(this);
+        m_pathItem->setZValue(-10);
+    }
+    return *m_pathItem;
 }
 
 void supermodule::enterScene(QGraphicsScene* p_scene)
 {
-    if (!m_nextCollision && !m_leftCollision && !m_rightCollision) {
+    if (!hasConnector(NextLink) && !hasConnector(LeftLink) && !hasConnector(RightLink)) {
         createCollisions();
     }
     setFlags(ItemIsMovable | ItemIsSelectable);

@@ -145,9 +145,22 @@ public:
     supermodule* right() const { return m_right; }
     /** Makes the block's connectors. Called once, by whoever builds the block or enterScene(). */
     virtual void createCollisions();
-    bool hasNextConnector() const { return m_nextCollision != nullptr; }
-    /** The connector of a link, or null. */
+    bool hasConnector(LinkType p_type) const;
+    /**
+     * The connector of a link, or null. The item is made when it is first asked for: a scene takes
+     * much longer for an item more than for a place.
+     */
     collisionItem* connector(LinkType p_type) const;
+    /** The area of a link's connector in block coordinates; null without one. */
+    QRectF connectorRect(LinkType p_type) const;
+    /** True where a connector of a visible block is: nothing is seen there, but it isn't empty. */
+    static bool isOnConnector(const QPointF& p_at);
+    /** Moves a connector along with the block's right edge. Does nothing without one. */
+    void moveConnector(LinkType p_type, qreal p_x);
+    /** The item that holds link lines, at z value -10; made when it is first asked for. */
+    QGraphicsPathItem& pathItem();
+    /** The selection frame, hidden until setSelectTree(); made when it is first asked for. */
+    QGraphicsPixmapItem& selectItem();
     /** Links p_module behind the last block of this chain. Lays nothing out. */
     void appendModule(supermodule* p_module);
     /** insert() as this block's next. */
@@ -309,15 +322,26 @@ private:
     static supermodule* supermodule::*linkMember(LinkType p_type);
     void initialise();
 
-    QGraphicsPathItem m_pathItem;
-    std::unique_ptr<collisionItem> m_leftCollision;
-    std::unique_ptr<collisionItem> m_rightCollision;
-    QGraphicsPixmapItem m_selectItem;
+    /** Where a link's connector is, and its item once somebody has asked for it. */
+    struct Socket {
+        int kind = 0;
+        QPointF pos;
+        bool isThere = false;
+        std::unique_ptr<collisionItem> item;
+    };
+    /** Those of a link; null for NoLink. */
+    Socket* socket(LinkType p_type) const;
+
+    std::unique_ptr<QGraphicsPathItem> m_pathItem;
+    mutable Socket m_nextCollision;
+    mutable Socket m_leftCollision;
+    mutable Socket m_rightCollision;
+    QPixmap m_selectPicture;
+    std::unique_ptr<QGraphicsPixmapItem> m_selectItem;
     supermodule* m_parent = nullptr;
     supermodule* m_next = nullptr;
     supermodule* m_left = nullptr;
     supermodule* m_right = nullptr;
-    std::unique_ptr<collisionItem> m_nextCollision;
     /**
      * Meant: a pop-up of the block's own, always null, as all blocks share one pop-up; a member of
      * the design.

@@ -161,15 +161,15 @@ private slots:
         QVERIFY(path.isEmpty() || !QPixmap(path).isNull());
         const QImage expected = QPixmap(path).toImage();
         const std::unique_ptr<supermodule> block = newBlock(id);
-        QCOMPARE(selectFrame(block.get())->pixmap().toImage(), expected);
-        QVERIFY(!selectFrame(block.get())->isVisible());
+        QCOMPARE(block->selectItem().pixmap().toImage(), expected);
+        QVERIFY(!block->selectItem().isVisible());
         const std::unique_ptr<supermodule> copy(block->clone());
         QCOMPARE(!copy, id == 0);
         if (copy) {
-            QCOMPARE(selectFrame(copy.get())->pixmap().toImage(), expected);
+            QCOMPARE(copy->selectItem().pixmap().toImage(), expected);
         }
         const std::unique_ptr<supermodule> bare(createModule(id, QString(), QString(), QString()));
-        QCOMPARE(selectFrame(bare.get())->pixmap().toImage(), expected);
+        QCOMPARE(bare->selectItem().pixmap().toImage(), expected);
     }
 
     void everyBlockStoresAndLoadsItsAttributes_data() { everyBlock_data(); }
@@ -478,7 +478,7 @@ private slots:
         body->appendModule(createModuleFromId(102));
         loop->setLeftModule(body);
         // What follows the loop is not its own.
-        if (loop->hasNextConnector()) {
+        if (loop->hasConnector(NextLink)) {
             loop->insertModule(createModuleFromId(105));
         }
         QCOMPARE(loop->cCode(), text);

@@ -82,14 +82,3 @@ QImage paintedBlock(supermodule* p_module)
     p_module->paint(&painter, nullptr, nullptr);
     return image;
 }
-
-QGraphicsPixmapItem* selectFrame(const supermodule* p_module)
-{
-    const QList<QGraphicsItem*> children = p_module->childItems();
-    for (QGraphicsItem* child : children) {
-        if (child->type() == QGraphicsPixmapItem::Type) {
-            return static_cast<QGraphicsPixmapItem*>(child);
-        }
-    }
-    return nullptr;
-}

@@ -33,6 +33,3 @@ void loadBlock(supermodule* p_module, const QString& p_attributes);
 QImage emptyGround();
 /** What a block paints of itself, without its buttons, on that ground. */
 QImage paintedBlock(supermodule* p_module);
-
-/** The item that shows a block's selection frame. */
-QGraphicsPixmapItem* selectFrame(const supermodule* p_module);

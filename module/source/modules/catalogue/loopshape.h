@@ -83,9 +83,7 @@ protected:
         if (rect != Base::m_rect) {
             Base::prepareGeometryChange();
             Base::m_rect = rect;
-            if (collisionItem* end = Base::connector(NextLink)) {
-                end->setPos(rect.right(), end->y());
-            }
+            Base::moveConnector(NextLink, rect.right());
             placeAtEnd(static_cast<int>(rect.right()));
         }
         return rect.right();
