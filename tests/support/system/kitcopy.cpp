@@ -57,8 +57,7 @@ ProcessResult KitCopy::compile(const QString& p_name, const QString& p_text) con
     source.close();
     return runProcess(
         folder() + QStringLiteral("/make.exe"),
-        {QStringLiteral("TARGET_NAME=") + p_name, QStringLiteral("USER_TASK_NUMBER=0")},
-        folder());
+        {QStringLiteral("TARGET_NAME=") + p_name, QStringLiteral("USER_TASK_NUMBER=0")}, folder());
 }
 
 ProcessResult KitCopy::run(const QString& p_name, const QStringList& p_options) const
