@@ -21,6 +21,5 @@ execute_process(COMMAND ${CMAKE_COMMAND} -E copy_if_different
 file(CHMOD ${make_folder}/make.exe PERMISSIONS
   OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 
-# Sources copied with their old times could look older than objects made from
-# others before them. Making the objects of the runtime anew takes a second.
-file(REMOVE_RECURSE ${make_folder}/objects/runtime)
+set(KIT ${DESTINATION})
+include(${source}/make_runtime.cmake)

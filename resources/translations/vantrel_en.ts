@@ -659,6 +659,24 @@
             <translation>Compile Success!</translation>
         </message>
         <message>
+            <source>等待另一个窗口编译......</source>
+            <translation>Another window builds...</translation>
+        </message>
+        <message>
+            <source>无法启动 gcc/example/build/gcc/make.exe，请重新解压程序</source>
+            <translation>The build failed: gcc/example/build/gcc/make.exe can't be started. Unpack Tiler anew.</translation>
+        </message>
+        <message>
+            <source>缺少 %1，请安装：
+%2</source>
+            <translation>The build failed, not found: %1. Install:
+%2</translation>
+        </message>
+        <message>
+            <source>无法写入 gcc/example/user_main.c，请检查磁盘空间和文件权限</source>
+            <translation>The build failed: gcc/example/user_main.c can't be written. Check the disk's free space and the file's permissions.</translation>
+        </message>
+        <message>
             <source>连接控制器....</source>
             <translation>Connecting......</translation>
         </message>

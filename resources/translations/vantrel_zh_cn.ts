@@ -658,6 +658,24 @@
             <translation>编译失败！</translation>
         </message>
         <message>
+            <source>等待另一个窗口编译......</source>
+            <translation>等待另一个窗口编译......</translation>
+        </message>
+        <message>
+            <source>无法启动 gcc/example/build/gcc/make.exe，请重新解压程序</source>
+            <translation>无法启动 gcc/example/build/gcc/make.exe，请重新解压程序</translation>
+        </message>
+        <message>
+            <source>缺少 %1，请安装：
+%2</source>
+            <translation>缺少 %1，请安装：
+%2</translation>
+        </message>
+        <message>
+            <source>无法写入 gcc/example/user_main.c，请检查磁盘空间和文件权限</source>
+            <translation>无法写入 gcc/example/user_main.c，请检查磁盘空间和文件权限</translation>
+        </message>
+        <message>
             <source>连接控制器....</source>
             <translation>连接控制器....</translation>
         </message>

@@ -320,7 +320,7 @@ private slots:
                 QTRY_VERIFY(hasBothProcesses());
                 QCoreApplication::quit();
             });
-            dialog->startBuild("car1", 0);
+            dialog->startBuild("car1", 0, QString());
         }
         QVERIFY(!isRunning(processId("parent")));
         QTRY_VERIFY(!isRunning(processId("child")));

@@ -1,10 +1,13 @@
 #include "dialogbench.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QtTest>
+
+#include <sys/resource.h>
 
 using namespace dialogtext;
 
@@ -12,7 +15,7 @@ namespace
 {
 
 // Programs whose images can be told apart by what they print.
-QByteArray program(const QByteArray& p_text)
+QString program(const QString& p_text)
 {
     return "#include \"vantrel.h\"\n"
            "void user_main()\n{\nPrintf(\"" +
@@ -26,8 +29,8 @@ public:
     /** By a script, or by nothing at all if that is empty. */
     explicit OtherCompiler(const QByteArray& p_script)
     {
-        for (const char* tool : {"make", "sh", "mkdir", "rm", "mv", "sleep"}) {
-            QFile::link(QStandardPaths::findExecutable(tool), m_tools.filePath(tool));
+        for (const char* tool : {"make", "sh", "mkdir", "rm", "mv", "cp", "sleep"}) {
+            link(tool);
         }
         if (!p_script.isEmpty()) {
             const QString compiler = m_tools.filePath("arm-none-eabi-gcc");
@@ -38,6 +41,14 @@ public:
     }
     ~OtherCompiler() { qputenv("PATH", m_before); }
 
+    void link(const QString& p_tool) const
+    {
+        QFile::link(QStandardPaths::findExecutable(
+                        p_tool, QFile::decodeName(m_before).split(QLatin1Char(':'))),
+                    m_tools.filePath(p_tool));
+    }
+    void remove(const QString& p_tool) const { QFile::remove(m_tools.filePath(p_tool)); }
+
 private:
     Q_DISABLE_COPY(OtherCompiler)
 
@@ -45,7 +56,7 @@ private:
     QByteArray m_before = qgetenv("PATH");
 };
 
-const QByteArray broken = "void user_main()\n{\nno such thing;\n}\n";
+const QString broken = "void user_main()\n{\nno such thing;\n}\n";
 
 } // namespace
 
@@ -56,19 +67,16 @@ class BuildDialogKitTest : public QObject
 
     std::unique_ptr<DialogBench> m_bench;
 
-    bool writeProgram(const QByteArray& p_text) const
-    {
-        return DialogBench::write(
-            QCoreApplication::applicationDirPath() + "/gcc/example/user_main.c", p_text);
-    }
-
-    void compileFails()
+    void compileFails(const QString& p_source)
     {
         const auto dialog = m_bench->makeDialog();
         const Shown shown(*dialog);
-        DialogBench::build(*dialog, "car1", 0, [&] {
-            QVERIFY(DialogBench::runUntil([&] { return shown.statusText() == compileFailed; }));
-        });
+        DialogBench::build(
+            *dialog, "car1", 0,
+            [&] {
+                QVERIFY(DialogBench::runUntil([&] { return shown.statusText() == compileFailed; }));
+            },
+            p_source);
     }
 
     QByteArray onController() const { return DialogBench::read(m_bench->onController("car1.bin")); }
@@ -85,9 +93,8 @@ private slots:
         m_bench = std::make_unique<DialogBench>();
         const QString kit = QCoreApplication::applicationDirPath() + "/gcc";
         QVERIFY(QDir(kit).removeRecursively());
-        QCOMPARE(QProcess::execute("cp", {"-r", qEnvironmentVariable("TILER_KIT"), kit}), 0);
-        QVERIFY(writeProgram(program("the older one")));
-        m_bench->buildToTheEnd("car1");
+        QCOMPARE(QProcess::execute("cp", {"-rp", qEnvironmentVariable("TILER_KIT"), kit}), 0);
+        m_bench->buildToTheEnd("car1", program("the older one"));
         QVERIFY(onController().contains("the older one"));
     }
 
@@ -97,8 +104,7 @@ private slots:
     {
         const int size = onController().size();
         QCOMPARE(DialogBench::read(m_bench->compiledFile("car1")), onController());
-        QVERIFY(writeProgram(program("the newer one")));
-        m_bench->buildToTheEnd("car1");
+        m_bench->buildToTheEnd("car1", program("the newer one"));
         QVERIFY(onController().contains("the newer one"));
         QVERIFY(!onController().contains("the older one"));
         QCOMPARE(onController().size(), size);
@@ -106,47 +112,177 @@ private slots:
 
     void aProgramThatDoesNotCompileNeverGoesOutAsTheOlderOne()
     {
-        QVERIFY(writeProgram(program("older")));
-        m_bench->buildToTheEnd("car1");
+        m_bench->buildToTheEnd("car1", program("older"));
         const QByteArray older = onController();
-        QVERIFY(writeProgram(broken));
-        compileFails();
+        compileFails(broken);
         verifyOnlyTheOlderOneIsThere(older);
+    }
+
+    void anUnchangedProgramGoesOutAgainWithTheActionsOfNow()
+    {
+        m_bench->buildToTheEnd("car1", program("the same"));
+        const QByteArray first = onController();
+        const OtherCompiler none{QByteArray()};
+        const auto dialog = m_bench->makeDialog();
+        dialog->setFinishProgramFile([](const QString& p_path) {
+            QFile file(p_path);
+            QVERIFY(file.open(QIODevice::Append));
+            file.write("other actions");
+        });
+        const Shown shown(*dialog);
+        DialogBench::build(
+            *dialog, "car2", 0, [&] { QTRY_COMPARE(shown.statusText(), downloaded); },
+            program("the same"));
+        QCOMPARE(DialogBench::read(m_bench->onController("car2.bin")),
+                 first.chopped(DialogBench::appendedSize) + "other actions");
+    }
+
+    void whateverAProgramIsMadeFromCompilesItAgain_data()
+    {
+        QTest::addColumn<QString>("source");
+        QTest::addColumn<int>("tasks");
+        QTest::addColumn<QString>("touched");
+        const QString same = program("the same");
+        QTest::newRow("its text") << program("another") << 0 << QString();
+        QTest::newRow("its last line") << same + "\nint one_more;\n" << 0 << QString();
+        QTest::newRow("its number of tasks") << same << 1 << QString();
+        QTest::newRow("the runtime") << same << 0 << "runtime/calls.c";
+        QTest::newRow("the layout of the memory") << same << 0 << "runtime/controller.ld";
+        QTest::newRow("the calls") << same << 0 << "example/vantrel.h";
+        QTest::newRow("the rules") << same << 0 << "example/build/gcc/makefile";
+    }
+
+    void whateverAProgramIsMadeFromCompilesItAgain()
+    {
+        QFETCH(QString, source);
+        QFETCH(int, tasks);
+        QFETCH(QString, touched);
+        m_bench->buildToTheEnd("car1", program("the same"));
+        if (!touched.isEmpty()) {
+            QFile file(QCoreApplication::applicationDirPath() + "/gcc/" + touched);
+            QVERIFY(file.open(QIODevice::ReadWrite));
+            QVERIFY(
+                file.setFileTime(QDateTime::currentDateTime(), QFileDevice::FileModificationTime));
+        }
+        const OtherCompiler none{QByteArray()};
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        DialogBench::build(
+            *dialog, "car1", tasks, [&] { QTRY_COMPARE(shown.statusText(), compileFailed); },
+            source);
+    }
+
+    void aCompileGrowsNoFasterThanItsProgram()
+    {
+        // Processor time, so that it hardly matters what else runs: a real growth is that of the
+        // square at least.
+        const auto compileTime = [this](int p_lines) {
+            QString lines;
+            for (int i = 0; i < p_lines; ++i) {
+                lines += QStringLiteral(
+                             "for(int i = 0;i < 3; ++i)\n{\nset_motor(1, speed1);wait(%1);}\n")
+                             .arg(i % 90);
+            }
+            const QString text = "#include \"vantrel.h\"\nvoid user_main()\n{\nint speed1 = 50;\n";
+            rusage before{};
+            getrusage(RUSAGE_CHILDREN, &before);
+            m_bench->buildToTheEnd("car1", text + lines + "}\n");
+            rusage after{};
+            getrusage(RUSAGE_CHILDREN, &after);
+            const auto seconds = [](const timeval& p_time) {
+                return static_cast<double>(p_time.tv_sec) +
+                       static_cast<double>(p_time.tv_usec) / 1e6;
+            };
+            return seconds(after.ru_utime) - seconds(before.ru_utime);
+        };
+        const double small = compileTime(300);
+        const double large = compileTime(2400);
+        QVERIFY2(large < 14 * small,
+                 qPrintable(QStringLiteral("%1 s and %2 s").arg(small).arg(large)));
     }
 
     void aCompilerThatIsNotInstalledNeverSendsTheOlderOne()
     {
-        QVERIFY(writeProgram(program("older")));
-        m_bench->buildToTheEnd("car1");
+        m_bench->buildToTheEnd("car1", program("older"));
         const QByteArray older = onController();
-        QVERIFY(writeProgram(program("newer")));
         {
             const OtherCompiler none{QByteArray()};
-            compileFails();
+            compileFails(program("newer"));
         }
         verifyOnlyTheOlderOneIsThere(older);
 
-        m_bench->buildToTheEnd("car1");
+        m_bench->buildToTheEnd("car1", program("newer"));
         QVERIFY(onController().contains("newer"));
+    }
+
+    void whatTheSystemLacksIsTold_data()
+    {
+        QTest::addColumn<QStringList>("lacks");
+        QTest::addColumn<QString>("packages");
+        QTest::newRow("make") << QStringList{"make"} << "make";
+        QTest::newRow("the compiler")
+            << QStringList{"arm-none-eabi-gcc"} << "gcc-arm-none-eabi libnewlib-arm-none-eabi";
+        QTest::newRow("the C library") << QStringList{"nano.specs"} << "libnewlib-arm-none-eabi";
+        QTest::newRow("make and the compiler") << QStringList{"make", "arm-none-eabi-gcc"}
+                                               << "make gcc-arm-none-eabi libnewlib-arm-none-eabi";
+    }
+
+    void whatTheSystemLacksIsTold()
+    {
+        QFETCH(QStringList, lacks);
+        QFETCH(QString, packages);
+        const OtherCompiler other("echo \"arm-none-eabi-gcc: fatal error: cannot read spec file "
+                                  "'nano.specs'\" >&2\nexit 1\n");
+        other.link("arm-none-eabi-objcopy");
+        for (const QString& tool : lacks) {
+            other.remove(tool);
+        }
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        DialogBench::build(
+            *dialog, "car1", 0,
+            [&] {
+                QTRY_COMPARE(shown.statusText(), compileFailed);
+                for (const QString& tool : lacks) {
+                    QVERIFY2(shown.reasonText().contains(tool), qPrintable(shown.reasonText()));
+                }
+                QVERIFY2(shown.reasonText().endsWith("\nsudo apt install " + packages),
+                         qPrintable(shown.reasonText()));
+            },
+            program("another one for each: " + lacks.join(' ')));
+    }
+
+    void aMistakeOfTheProgramIsNotLaidOnTheSystem()
+    {
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        DialogBench::build(
+            *dialog, "car1", 0,
+            [&] {
+                QTRY_COMPARE(shown.statusText(), compileFailed);
+                QCOMPARE(shown.reasonText(), QString());
+            },
+            broken);
     }
 
     void aBuildThatWasCancelledLeavesNothingForTheNext()
     {
-        QVERIFY(writeProgram(program("older")));
-        m_bench->buildToTheEnd("car1");
+        m_bench->buildToTheEnd("car1", program("older"));
         const QByteArray older = onController();
-        QVERIFY(writeProgram(program("newer")));
         {
             const OtherCompiler hanging("sleep 600\n");
             const auto dialog = m_bench->makeDialog();
-            DialogBench::build(*dialog, "car1", 0, [&] {
-                // The older one goes first of all.
-                QTRY_VERIFY(!QFile::exists(m_bench->compiledFile("car1")));
-                QTest::keyClick(dialog.get(), Qt::Key_Escape);
-            });
+            DialogBench::build(
+                *dialog, "car1", 0,
+                [&] {
+                    // The older one goes first of all.
+                    QTRY_VERIFY(!QFile::exists(m_bench->compiledFile("car1")));
+                    QTest::keyClick(dialog.get(), Qt::Key_Escape);
+                },
+                program("newer"));
         }
         QCOMPARE(onController(), older);
-        m_bench->buildToTheEnd("car1");
+        m_bench->buildToTheEnd("car1", program("newer"));
         QVERIFY(onController().contains("newer"));
         QCOMPARE(onController(), DialogBench::read(m_bench->compiledFile("car1")));
     }

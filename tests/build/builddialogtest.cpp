@@ -1,3 +1,4 @@
+#include "build/usermainfile.h"
 #include "dialogbench.h"
 
 #include <QDir>
@@ -80,7 +81,8 @@ private slots:
         for (const QString& text :
              {building, compileFailed, connecting, QStringLiteral("控制器连接失败！"), downloaded,
               downloadFailed, QString("Building......"), QString("Connecting......"),
-              QString("Connect Failed!"), QString("Compile Success!"), QString("Download Success!"),
+              QString("Connect Failed!"), waiting, QString("Another window builds..."),
+              QString("Compile Success!"), QString("Download Success!"),
               QString("Download Failed!")}) {
             QTest::newRow(qPrintable("status " + text)) << "status" << text;
         }
@@ -267,27 +269,72 @@ private slots:
         QVERIFY(log.messages().join('\n').contains("a warning of little weight"));
     }
 
-    void aMissingCompilerIsNotReported_data()
+    void aSourceThatCannotBeWrittenIsAFailedBuild_data()
     {
-        QTest::addColumn<bool>("folder");
-        QTest::newRow("no make.exe") << true;
-        QTest::newRow("no folder either") << false;
+        QTest::addColumn<QString>("inItsPlace");
+        QTest::newRow("a folder") << QString();
+        QTest::newRow("a full disk") << QString("/dev/full");
     }
 
-    void aMissingCompilerIsNotReported()
+    void aSourceThatCannotBeWrittenIsAFailedBuild()
     {
-        QFETCH(bool, folder);
-        if (!folder) {
-            QVERIFY(QDir(m_bench->makeFolder()).removeRecursively());
+        QFETCH(QString, inItsPlace);
+        QVERIFY(inItsPlace.isEmpty() ? QDir().mkpath(userMainPath())
+                                     : QFile::link(inItsPlace, userMainPath()));
+        m_bench->setCompiler("touch was-called\n" + DialogBench::linking());
+        QVERIFY(DialogBench::write(m_bench->compiledFile("car1"), "the older program"));
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        DialogBench::build(
+            *dialog, "car1", 0,
+            [&] {
+                QCOMPARE(shown.statusText(), compileFailed);
+                QVERIFY2(shown.reasonText().contains("gcc/example/user_main.c"),
+                         qPrintable(shown.reasonText()));
+                QCOMPARE(shown.buttonText(), cancel);
+                QVERIFY(!shown.progress->isVisible());
+                QTest::mouseClick(shown.button, Qt::LeftButton);
+                QVERIFY(!dialog->isVisible());
+            },
+            "void user_main() {}");
+        QVERIFY(!QFile::exists(m_bench->inMakeFolder("was-called")));
+        QVERIFY(m_bench->finishedFiles().isEmpty());
+        QVERIFY(QDir(m_bench->controller()).isEmpty());
+    }
+
+    void theSourceIsWrittenBeforeTheCompilerIsCalled()
+    {
+        m_bench->setCompiler("cat ../../user_main.c > seen\nexit 1\n");
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        DialogBench::build(
+            *dialog, "car1", 0, [&] { QTRY_COMPARE(shown.statusText(), compileFailed); },
+            "void user_main() {}");
+        QCOMPARE(DialogBench::read(m_bench->inMakeFolder("seen")),
+                 QByteArray("void user_main() {}"));
+    }
+
+    void aMissingCompilerIsTold_data()
+    {
+        QTest::addColumn<bool>("there");
+        QTest::newRow("no make.exe") << false;
+        QTest::newRow("one that may not be run") << true;
+    }
+
+    void aMissingCompilerIsTold()
+    {
+        QFETCH(bool, there);
+        if (there) {
+            m_bench->setCompiler("exit 0\n");
+            QFile::setPermissions(m_bench->inMakeFolder("make.exe"), QFile::ReadOwner);
         }
-        const LogKeeper log;
         const auto dialog = m_bench->makeDialog();
         const Shown shown(*dialog);
         DialogBench::build(*dialog, "car1", 0, [&] {
-            QTest::qWait(300);
-            QCOMPARE(shown.statusText(), building);
+            QTRY_COMPARE(shown.statusText(), compileFailed);
+            QVERIFY2(shown.reasonText().contains("make.exe"), qPrintable(shown.reasonText()));
             QCOMPARE(shown.buttonText(), cancel);
-            QVERIFY(shown.progress->isVisible());
+            QVERIFY(!shown.progress->isVisible());
             QTest::mouseClick(shown.button, Qt::LeftButton);
             QVERIFY(!dialog->isVisible());
         });
@@ -295,17 +342,31 @@ private slots:
         QCOMPARE(m_bench->volumes().scans(), 0);
     }
 
-    void aCompilerThatMayNotBeRunIsNotReported()
+    void everyReasonFits_data()
     {
-        m_bench->setCompiler("exit 0\n");
-        QFile::setPermissions(m_bench->inMakeFolder("make.exe"), QFile::ReadOwner);
+        QTest::addColumn<QString>("text");
+        QTest::newRow("source")
+            << "The build failed: gcc/example/user_main.c can't be written. Check "
+               "the disk's free space and the file's permissions.";
+        QTest::newRow("start")
+            << "The build failed: gcc/example/build/gcc/make.exe can't be started. "
+               "Unpack Tiler anew.";
+        QTest::newRow("tools")
+            << "The build failed, not found: make, arm-none-eabi-gcc, "
+               "arm-none-eabi-objcopy. Install:\nsudo apt install make "
+               "gcc-arm-none-eabi libnewlib-arm-none-eabi binutils-arm-none-eabi";
+    }
+
+    void everyReasonFits()
+    {
+        QFETCH(QString, text);
         const auto dialog = m_bench->makeDialog();
-        const Shown shown(*dialog);
-        DialogBench::build(*dialog, "car1", 0, [&] {
-            QTest::qWait(300);
-            QCOMPARE(shown.statusText(), building);
-        });
-        QVERIFY(m_bench->finishedFiles().isEmpty());
+        auto& reason = *Shown(*dialog).reason;
+        reason.setText(text);
+        const QRect needed = reason.fontMetrics().boundingRect(QRect(0, 0, reason.width(), 1000),
+                                                               Qt::TextWordWrap, text);
+        QVERIFY2(needed.height() <= reason.height() && needed.width() <= reason.width(),
+                 qPrintable(QStringLiteral("%1 by %2").arg(needed.width()).arg(needed.height())));
     }
 
     void aFloodOfMessagesIsReadToTheEndButNotKept()

@@ -107,19 +107,20 @@ std::unique_ptr<buildDialog> DialogBench::makeDialog()
 }
 
 void DialogBench::build(buildDialog& p_dialog, const QString& p_name, int p_taskCount,
-                        const std::function<void()>& p_work)
+                        const std::function<void()>& p_work, const QString& p_source)
 {
     whileOpen(p_dialog, p_work);
-    p_dialog.startBuild(p_name, p_taskCount);
+    p_dialog.startBuild(p_name, p_taskCount, p_source);
 }
 
-void DialogBench::buildToTheEnd(const QString& p_name)
+void DialogBench::buildToTheEnd(const QString& p_name, const QString& p_source)
 {
     const auto dialog = makeDialog();
     const Shown shown(*dialog);
-    build(*dialog, p_name, 0, [&shown] {
-        QVERIFY(runUntil([&shown] { return shown.buttonText() == dialogtext::ok; }));
-    });
+    build(
+        *dialog, p_name, 0,
+        [&shown] { QVERIFY(runUntil([&shown] { return shown.buttonText() == dialogtext::ok; })); },
+        p_source);
 }
 
 void DialogBench::updateFirmware(buildDialog& p_dialog, const std::function<void()>& p_work)
@@ -164,6 +165,7 @@ Shown::Shown(const buildDialog& p_dialog)
       status(p_dialog.findChild<QLabel*>("status")),
       button(p_dialog.findChild<QPushButton*>("button")),
       icon(p_dialog.findChild<QLabel*>("icon")),
+      reason(p_dialog.findChild<QLabel*>("reason")),
       progress(p_dialog.findChild<QProgressBar*>("progress"))
 {
 }

@@ -20,6 +20,7 @@
 namespace dialogtext
 {
 inline const QString building = QStringLiteral("正在编译......");
+inline const QString waiting = QStringLiteral("等待另一个窗口编译......");
 inline const QString compileFailed = QStringLiteral("编译失败！");
 inline const QString connecting = QStringLiteral("连接控制器....");
 inline const QString downloaded = QStringLiteral("下载成功！");
@@ -67,9 +68,9 @@ public:
 
     /** Runs a build, and some work while the dialog is open; closes it if the work didn't. */
     static void build(buildDialog& p_dialog, const QString& p_name, int p_taskCount,
-                      const std::function<void()>& p_work);
+                      const std::function<void()>& p_work, const QString& p_source = QString());
     /** Builds a program without tasks until the dialog says that it is done, and closes it. */
-    void buildToTheEnd(const QString& p_name);
+    void buildToTheEnd(const QString& p_name, const QString& p_source = QString());
     static void updateFirmware(buildDialog& p_dialog, const std::function<void()>& p_work);
 
     /** Lets the event loop run until something holds. False if it doesn't within half a minute. */
@@ -95,6 +96,8 @@ struct Shown {
 
     QString statusText() const { return status->text(); }
     QString buttonText() const { return button->text(); }
+    /** Why a compile failed; empty while nothing is said about it. */
+    QString reasonText() const { return reason->isVisible() ? reason->text() : QString(); }
     /** "compiling", "done", "failed", or empty when there is no icon. */
     QString iconName() const;
 
@@ -102,6 +105,7 @@ struct Shown {
     QLabel* status;
     QPushButton* button;
     QLabel* icon;
+    QLabel* reason;
     QProgressBar* progress;
 };
 

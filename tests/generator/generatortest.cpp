@@ -1,5 +1,4 @@
 #include "generator/codegenerator.h"
-#include "generator/usermainfile.h"
 #include "modules/catalogue/modulefactory.h"
 #include "modules/documentstate.h"
 #include "modules/mainmodule.h"
@@ -525,53 +524,22 @@ private slots:
         QCOMPARE(canvas.view.generateProjectCode(3), QString());
     }
 
-    void theSourceFileHoldsTheTextUpToItsFirstNul()
+    void aDownloadRunsTheBuildOfTheProjectInC()
     {
-        const QString folder = QCoreApplication::applicationDirPath();
-        QCOMPARE(QDir::cleanPath(userMainPath()), folder + "/gcc/example/user_main.c");
-        QVERIFY(QDir(folder).mkpath(QStringLiteral("gcc/example")));
-        const auto written = [] {
-            QFile file(userMainPath());
-            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-        };
-        writeUserMain(QStringLiteral("a line that is longer than the next text\n"));
-        writeUserMain(QString::fromUtf8("// 积木\nb;\n"));
-        QCOMPARE(written(), QByteArray("// \xe7\xa7\xaf\xe6\x9c\xa8\nb;\n"));
-        writeUserMain(QStringLiteral("c;") + QChar(0) + QStringLiteral("d;"));
-        QCOMPARE(written(), QByteArray("c;"));
-        writeUserMain(QString());
-        QCOMPARE(written(), QByteArray());
-        QVERIFY(QDir(folder + "/gcc").removeRecursively());
-    }
-
-    void aSourceFileThatCanNotBeWrittenIsPassedOver()
-    {
-        QVERIFY(!QFile::exists(QCoreApplication::applicationDirPath() + "/gcc"));
-        writeUserMain(QStringLiteral("a;\n"));
-        QVERIFY(!QFile::exists(QCoreApplication::applicationDirPath() + "/gcc"));
-    }
-
-    void aDownloadWritesTheProjectInCAndRunsTheBuild()
-    {
-        const QString folder = QCoreApplication::applicationDirPath();
-        QVERIFY(QDir(folder).mkpath(QStringLiteral("gcc/example")));
         CanvasFixture canvas;
         canvas.dropBehind(canvas.main(), 117);
         QStringList runs;
-        QByteArray source;
-        canvas.view.setBuildRunner([&](const QString& p_name, int p_tasks) {
-            // The source is there when the build begins.
-            QFile file(userMainPath());
-            if (file.open(QIODevice::ReadOnly)) {
-                source = file.readAll();
-            }
-            runs << QStringLiteral("%1 %2").arg(p_name).arg(p_tasks);
-        });
+        QString source;
+        canvas.view.setBuildRunner(
+            [&](const QString& p_name, int p_tasks, const QString& p_source) {
+                source = p_source;
+                runs << QStringLiteral("%1 %2").arg(p_name).arg(p_tasks);
+            });
         canvas.view.OnDownload(QStringLiteral("car"));
         const QString expected =
             joined({s_include, s_main, s_open, s_speeds, {6, "set_motor(3, 0);"}, s_close});
         QCOMPARE(runs, QStringList{"car 0"});
-        QCOMPARE(QString::fromUtf8(source), expected);
+        QCOMPARE(source, expected);
         // Each task is counted, the main program not.
         writingBlock task{QString()};
         taskModules.append(&task);
@@ -579,7 +547,6 @@ private slots:
         taskModules.removeOne(&task);
         QCOMPARE(runs.last(), QStringLiteral("car2 1"));
         QVERIFY(source.contains("void user_task1()"));
-        QVERIFY(QDir(folder + "/gcc").removeRecursively());
     }
 };
 

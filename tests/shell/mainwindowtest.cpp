@@ -608,7 +608,7 @@ void MainWindowTest::use(const QString& p_name)
         {"download",
          [this] {
              // Nothing is built: only what the window does before that counts.
-             m_bench->canvas().setBuildRunner([](const QString&, int) {});
+             m_bench->canvas().setBuildRunner([](const QString&, int, const QString&) {});
              m_bench->window.onDownLoad(QString());
          }},
         {"compile", [this] { m_bench->window.appendCompiledData(path("use.bin")); }},

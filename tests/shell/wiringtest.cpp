@@ -1,7 +1,7 @@
 #include "actions/editactionwindow.h"
 #include "base/recentfiles.h"
 #include "build/builddialog.h"
-#include "generator/usermainfile.h"
+#include "build/usermainfile.h"
 #include "proj/binoverlay.h"
 #include "proj/blockpanel.h"
 #include "proj/tzlabel.h"

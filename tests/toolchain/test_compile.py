@@ -113,7 +113,7 @@ class CompileTest(KitCase):
             shim = pathlib.Path(shims) / "arm-none-eabi-objcopy"
             shim.write_text('#!/bin/sh\nfor last; do :; done\necho half > "$last"\nexit 1\n')
             shim.chmod(0o755)
-            result = self.kit.make("half", shims=shims)
+            result = self.kit.make("half", text=program("      wait(2);\n"), shims=shims)
         self.assertNotEqual(result.returncode, 0)
         self.assertFalse(self.kit.bin("half").exists())
 
@@ -124,7 +124,8 @@ class CompileTest(KitCase):
                             'exec %s "$@"\n' % shutil.which("arm-none-eabi-gcc"))
             shim.chmod(0o755)
             for command in ("./make.exe", "make"):
-                result = self.kit.make(text=program(""), shims=shims, command=command,
+                text = program("", before="// %s\n" % command)
+                result = self.kit.make(text=text, shims=shims, command=command,
                                        LC_ALL="zh_CN.UTF-8", LANGUAGE="zh", CPATH="/nowhere")
                 self.assertEqual(result.returncode, 0, result.stderr)
                 self.assertEqual(set(result.stderr.split()), {"<C|||>"})

@@ -18,7 +18,7 @@
 
 /* One 8 by 8 display: eight rows from the top, the leftmost dot is bit 7. */
 typedef struct {
-	unsigned char rows[8];
+    unsigned char rows[8];
 } LedMaritx;
 
 /* Motor ports 1 to 4 are labelled A to D; the speed's sign is its direction. */
@@ -43,10 +43,10 @@ void disp_emoji(int left_port, int right_port, int emoji);
 void disp_custom(int port, LedMaritx matrix);
 
 /* Takes the format of printf and writes one line. */
-void Printf(const char *format, ...);
+void Printf(const char* format, ...);
 
 int abs(int value);
-void *memcpy(void *to, const void *from, __SIZE_TYPE__ size);
+void* memcpy(void* to, const void* from, __SIZE_TYPE__ size);
 
 /* Written by the program; tasks that are not started need not exist. */
 void user_main(void);

@@ -13,7 +13,7 @@ QPixmap picture(const QString& p_path);
 
 /**
  * Draws a picture at a place, as QPainter::drawPixmap() does. Where the painter scales, the picture
- * is scaled once, kept, and drawn in whole pixels of the device: scaling it in each paint takes many
- * times as long and looks coarser. Interface thread only.
+ * is scaled once, kept, and drawn in whole pixels of the device: scaling it in each paint takes
+ * many times as long and looks coarser. Interface thread only.
  */
 void drawPicture(QPainter* p_painter, int p_x, int p_y, const QPixmap& p_picture);

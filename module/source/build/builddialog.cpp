@@ -4,9 +4,12 @@
 #include "base/installpath.h"
 #include "base/tilerlog.h"
 #include "base/volumes.h"
+#include "build/kitneeds.h"
+#include "build/usermainfile.h"
 #include "proj/controls/windowshape.h"
 
 #include <QCloseEvent>
+#include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QPainter>
@@ -19,9 +22,12 @@
 namespace
 {
 const char s_background[] = ":/xiazaitankuang-400x210.png";
+/** Between two looks whether another window has done with the kit. */
+constexpr int s_lockMilliseconds = 100;
 } // namespace
 
-buildDialog::buildDialog(QWidget* p_parent) : QDialog(p_parent), ui(std::make_unique<Form>())
+buildDialog::buildDialog(QWidget* p_parent)
+    : QDialog(p_parent), ui(std::make_unique<Form>()), m_lock(kitLockPath())
 {
     setUpForm();
     connect(ui->button, &QPushButton::clicked, this, &QWidget::close);
@@ -31,6 +37,10 @@ buildDialog::buildDialog(QWidget* p_parent) : QDialog(p_parent), ui(std::make_un
 
     connect(&m_process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
             &buildDialog::OnBuildEnd);
+    connect(&m_process, &QProcess::errorOccurred, this, &buildDialog::onProcessError);
+    m_lockTimer.setSingleShot(true);
+    m_lockTimer.setInterval(s_lockMilliseconds);
+    connect(&m_lockTimer, &QTimer::timeout, this, &buildDialog::compile);
     connect(&m_thread, &QThread::finished, this, &buildDialog::OnThreadFinished);
     connect(&m_thread, &buildThread::stateChanged, this, &buildDialog::OnStateChanged);
 }
@@ -49,7 +59,7 @@ void buildDialog::setVolumes(std::shared_ptr<VolumeList> p_volumes)
 
 void buildDialog::setPause(int p_milliseconds) { m_thread.setPause(p_milliseconds); }
 
-void buildDialog::startBuild(const QString& p_name, int p_taskCount)
+void buildDialog::startBuild(const QString& p_name, int p_taskCount, const QString& p_source)
 {
     m_targetName = p_name;
     m_sourcePath = installPath(QStringLiteral("\\gcc\\example\\build\\gcc\\objects\\")) + p_name +
@@ -57,12 +67,14 @@ void buildDialog::startBuild(const QString& p_name, int p_taskCount)
     m_errorText.clear();
     m_process.setArguments({QStringLiteral("TARGET_NAME=") + p_name,
                             QStringLiteral("USER_TASK_NUMBER=") + QString::number(p_taskCount)});
-    m_process.start(QIODevice::ReadWrite);
 
     ui->progress->show();
     ui->button->setText(tr("取消"));
     ui->icon->setPixmap(QPixmap(QStringLiteral(":/xiazai-icon-30x30.png")));
-    ui->status->setText(tr("正在编译......"));
+    m_source = p_source;
+    // Its contents may be deleted by hand, and the folder along with them.
+    QDir(m_process.workingDirectory()).mkdir(QStringLiteral("objects"));
+    compile();
     exec();
 }
 
@@ -70,6 +82,7 @@ void buildDialog::startFirmwareUpdate()
 {
     m_targetName = QStringLiteral("UPDATE");
     m_sourcePath = installPath(QStringLiteral("/firmwares/UPDATE.bin"));
+    m_copyPath = m_sourcePath;
     ui->status->setText(QString());
     ui->progress->hide();
     repaint();
@@ -96,7 +109,7 @@ bool buildDialog::copyToController()
     if (QFile::exists(target)) {
         QFile::remove(target);
     }
-    return QFile::copy(m_sourcePath, target);
+    return QFile::copy(m_copyPath, target);
 }
 
 // The exit status is left out of it: a process that has crashed has an exit code other than 0.
@@ -111,6 +124,11 @@ void buildDialog::OnBuildEnd(int p_exitCode, QProcess::ExitStatus /*p_exitStatus
         if (m_finishProgramFile) {
             m_finishProgramFile(m_sourcePath);
         }
+        // The wait for the controller may be long, and meanwhile another window may compile a
+        // program of the same name.
+        m_copyPath = m_ownFolder.filePath(QStringLiteral("program.bin"));
+        QFile::copy(m_sourcePath, m_copyPath);
+        m_lock.unlock();
         // The status stays at compiling until the thread emits stateChanged().
         m_thread.start();
         m_errorText = tr("编译成功！");
@@ -118,11 +136,11 @@ void buildDialog::OnBuildEnd(int p_exitCode, QProcess::ExitStatus /*p_exitStatus
         qCDebug(tilerLog).noquote() << QString::fromUtf8(standardError);
         return;
     }
-    // Meant: the English entry of this text says success; the translations are kept word for word.
-    ui->status->setText(tr("编译失败！"));
     // As a C string: up to the first NUL.
     m_errorText = QString::fromUtf8(standardError.constData());
     qCDebug(tilerLog).noquote() << m_errorText;
+    m_lock.unlock();
+    showFailure(missingToolsText(standardError));
 }
 
 void buildDialog::OnReadOutput() {}
@@ -214,6 +232,19 @@ void buildDialog::setUpForm()
     ui->icon->setObjectName(QStringLiteral("icon"));
     ui->icon->setGeometry(89, 80, 30, 30);
 
+    ui->reason = new QLabel(this);
+    ui->reason->setObjectName(QStringLiteral("reason"));
+    ui->reason->setGeometry(50, 112, 230, 86);
+    ui->reason->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    ui->reason->setWordWrap(true);
+    ui->reason->setTextFormat(Qt::PlainText);
+    // What it says to install can be copied into a terminal.
+    ui->reason->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    QFont reasonFont = ui->reason->font();
+    reasonFont.setPixelSize(12);
+    ui->reason->setFont(reasonFont);
+    ui->reason->hide();
+
     ui->progress = new QProgressBar(this);
     ui->progress->setObjectName(QStringLiteral("progress"));
     ui->progress->setGeometry(50, 145, 221, 20);
@@ -225,6 +256,60 @@ void buildDialog::setUpForm()
         "#e5e5e5,stop:1 #ff9668);}"));
 }
 
+void buildDialog::compile()
+{
+    // A lock that can't be made at all stops nobody: what keeps it from being made, a missing or
+    // read-only folder, then fails the compile.
+    if (!m_lock.tryLock() && m_lock.error() == QLockFile::LockFailedError) {
+        ui->status->setText(tr("等待另一个窗口编译......"));
+        m_lockTimer.start();
+        return;
+    }
+    ui->status->setText(tr("正在编译......"));
+    if (!writeUserMain(m_source)) {
+        m_lock.unlock();
+        showFailure(tr("无法写入 gcc/example/user_main.c，请检查磁盘空间和文件权限"));
+        return;
+    }
+    m_process.start(QIODevice::ReadWrite);
+}
+
+void buildDialog::onProcessError(QProcess::ProcessError p_error)
+{
+    // All other errors end in OnBuildEnd().
+    if (p_error == QProcess::FailedToStart && !m_workEnded) {
+        m_lock.unlock();
+        showFailure(tr("无法启动 gcc/example/build/gcc/make.exe，请重新解压程序"));
+    }
+}
+
+QString buildDialog::missingToolsText(const QByteArray& p_messages) const
+{
+    QStringList names;
+    QStringList packages;
+    for (const MissingTool& tool : missingTools(p_messages)) {
+        names.append(tool.name);
+        packages.append(tool.packages);
+    }
+    return names.isEmpty()
+               ? QString()
+               : tr("缺少 %1，请安装：\n%2")
+                     .arg(names.join(QStringLiteral(", ")),
+                          QStringLiteral("sudo apt install ") + packages.join(QLatin1Char(' ')));
+}
+
+void buildDialog::showFailure(const QString& p_reason)
+{
+    ui->progress->hide();
+    // Meant: the English entry of this text says success; the translations are kept word for word.
+    ui->status->setText(tr("编译失败！"));
+    if (!p_reason.isEmpty()) {
+        ui->reason->setText(p_reason);
+        ui->reason->show();
+        qCWarning(tilerLog).noquote() << p_reason;
+    }
+}
+
 // Queued calls of the slots may be pending, hence the flag besides the disconnections.
 void buildDialog::endWork()
 {
@@ -234,7 +319,9 @@ void buildDialog::endWork()
     m_workEnded = true;
     disconnect(&m_process, nullptr, this, nullptr);
     disconnect(&m_thread, nullptr, this, nullptr);
+    m_lockTimer.stop();
     m_process.endNow();
+    m_lock.unlock();
     m_thread.endWait();
 }
 

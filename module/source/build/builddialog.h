@@ -4,9 +4,12 @@
 #include "build/buildthread.h"
 
 #include <QDialog>
+#include <QLockFile>
 #include <QProcess>
 #include <QString>
 #include <QStringList>
+#include <QTemporaryDir>
+#include <QTimer>
 
 #include <functional>
 #include <memory>
@@ -39,10 +42,12 @@ public:
     void setPause(int p_milliseconds);
 
     /**
-     * Compiles the generated source and downloads the result under a name without extension.
-     * Task count: how many tasks the program has, 0 for none. Returns when the dialog is closed.
+     * Writes and compiles a generated source, and downloads the result under a name without
+     * extension. Task count: how many tasks the program has, 0 for none. Returns when the dialog is
+     * closed. While another window of this installation compiles, this one waits and says so.
+     * Whatever keeps the source from being compiled is told in words.
      */
-    void startBuild(const QString& p_name, int p_taskCount);
+    void startBuild(const QString& p_name, int p_taskCount, const QString& p_source);
 
     /** Downloads the firmware beside the program. Returns when the dialog is closed. */
     void startFirmwareUpdate();
@@ -77,10 +82,16 @@ private:
         QLabel* status = nullptr;
         QPushButton* button = nullptr;
         QLabel* icon = nullptr;
+        // Why a compile failed, where that can be helped; hidden until then.
+        QLabel* reason = nullptr;
         QProgressBar* progress = nullptr;
     };
 
     void setUpForm();
+    void compile();
+    void onProcessError(QProcess::ProcessError p_error);
+    QString missingToolsText(const QByteArray& p_messages) const;
+    void showFailure(const QString& p_reason);
     void endWork();
     void logFirmwareFields() const;
     QString targetPath() const;
@@ -89,9 +100,15 @@ private:
     BuildProcess m_process;
     QString m_targetName;
     QString m_sourcePath;
+    // What goes to the controller: the firmware, or this window's own copy of the program.
+    QString m_copyPath;
+    QTemporaryDir m_ownFolder;
     buildThread m_thread;
     QString m_drive;
+    QString m_source;
     QString m_errorText;
     std::function<void(const QString&)> m_finishProgramFile;
+    QLockFile m_lock;
+    QTimer m_lockTimer;
     bool m_workEnded = false;
 };

@@ -6,6 +6,9 @@
 #include <signal.h>
 #include <unistd.h>
 #endif
+#ifdef Q_OS_LINUX
+#include <sys/prctl.h>
+#endif
 
 BuildProcess::BuildProcess(QObject* p_parent) : QProcess(p_parent)
 {
@@ -60,7 +63,15 @@ void BuildProcess::onReadError()
 
 #ifdef Q_OS_UNIX
 
-void BuildProcess::setupChildProcess() { setpgid(0, 0); }
+void BuildProcess::setupChildProcess()
+{
+    setpgid(0, 0);
+#ifdef Q_OS_LINUX
+    // A make whose window was killed would compile on, while the next one's has the kit. Asked to
+    // end, it ends what it has started, too.
+    prctl(PR_SET_PDEATHSIG, SIGTERM);
+#endif
+}
 
 void BuildProcess::killAll()
 {

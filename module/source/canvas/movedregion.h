@@ -18,8 +18,8 @@ QMarginsF blockOverhang();
 /**
  * Repaints, when it is destroyed, the region that blocks covered before and cover after the changes
  * made in its lifetime, and nothing else of the view. For code that calls QGraphicsScene::update()
- * before it changes blocks, so that no item adds a dirty rect of its own: the repaint takes place at
- * once, which also discards the pending update of the whole view.
+ * before it changes blocks, so that no item adds a dirty rect of its own: the repaint takes place
+ * at once, which also discards the pending update of the whole view.
  *
  * It sees place, size, visibility, stacking by z value, and opacity. Where blocks were created or
  * deleted meanwhile the whole view is painted.

@@ -5,7 +5,6 @@
 #include "canvas/droppedprojects.h"
 #include "canvas/moduleat.h"
 #include "canvas/movedregion.h"
-#include "generator/usermainfile.h"
 #include "modules/catalogue/dragpayload.h"
 #include "modules/catalogue/mousestate.h"
 #include "modules/documentstate.h"
@@ -21,8 +20,8 @@
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QMimeData>
-#include <QWheelEvent>
 #include <QtMath>
+#include <QWheelEvent>
 
 QPointer<TzProgramView> programView;
 
@@ -161,10 +160,9 @@ void TzProgramView::wheelEvent(QWheelEvent* p_event)
 
 void TzProgramView::OnDownload(const QString& name)
 {
-    // Always C, whatever language the code pane shows.
-    writeUserMain(generateProjectCode(CCode));
     if (m_buildRunner) {
-        m_buildRunner(name, taskModules.size() - 1);
+        // Always C, whatever language the code pane shows.
+        m_buildRunner(name, taskModules.size() - 1, generateProjectCode(CCode));
     }
 }
 

@@ -32,11 +32,9 @@ public:
     Q_DISABLE_COPY(TzProgramView)
 
     Document& document() const { return m_document; }
-    /** What runs the build once the source is written: gets the name and the number of tasks. */
-    void setBuildRunner(std::function<void(const QString&, int)> p_runner)
-    {
-        m_buildRunner = std::move(p_runner);
-    }
+    /** What runs the build of a program: gets its name, the number of its tasks and its C text. */
+    using BuildRunner = std::function<void(const QString&, int, const QString&)>;
+    void setBuildRunner(BuildRunner p_runner) { m_buildRunner = std::move(p_runner); }
     /** The menu of a right press. */
     QMenu& contextMenu() { return m_menu; }
 
@@ -118,7 +116,7 @@ public slots:
     void OnDelSub();
     void OnSwitchProgram(modulesId id) { m_document.showSlot(id); }
     void OnNewTask() {}
-    /** Writes the C text of the project and runs the build under a name. */
+    /** Generates the C text of the project and runs the build under a name. */
     void OnDownload(const QString& name);
     void OnCopy();
     void OnPaste();
@@ -166,7 +164,7 @@ private:
     CanvasMenu m_menu{*this};
     WheelStrip m_wheelStrip{*this};
     CanvasBackground m_background;
-    std::function<void(const QString&, int)> m_buildRunner;
+    BuildRunner m_buildRunner;
 };
 
 /** The one canvas; null while there is none. */

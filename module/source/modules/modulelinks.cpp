@@ -59,8 +59,8 @@ collisionItem* supermodule::connector(LinkType p_type) const
     }
     if (!found->item) {
         // The item is a view of what the block already says, so the block counts as unchanged.
-        found->item = std::make_unique<collisionItem>(found->kind, p_type,
-                                                      const_cast<supermodule*>(this));
+        found->item =
+            std::make_unique<collisionItem>(found->kind, p_type, const_cast<supermodule*>(this));
         found->item->setPos(found->pos);
     }
     return found->item.get();
@@ -75,14 +75,14 @@ QRectF supermodule::connectorRect(LinkType p_type) const
 
 bool supermodule::isOnConnector(const QPointF& p_at)
 {
-    return std::any_of(
-        liveModules.cbegin(), liveModules.cend(), [&p_at](const supermodule* p_each) {
-            const QPointF inside = p_at - p_each->pos();
-            return p_each->scene() && p_each->isVisible() &&
-                   (p_each->connectorRect(NextLink).contains(inside) ||
-                    p_each->connectorRect(LeftLink).contains(inside) ||
-                    p_each->connectorRect(RightLink).contains(inside));
-        });
+    return std::any_of(liveModules.cbegin(), liveModules.cend(),
+                       [&p_at](const supermodule* p_each) {
+                           const QPointF inside = p_at - p_each->pos();
+                           return p_each->scene() && p_each->isVisible() &&
+                                  (p_each->connectorRect(NextLink).contains(inside) ||
+                                   p_each->connectorRect(LeftLink).contains(inside) ||
+                                   p_each->connectorRect(RightLink).contains(inside));
+                       });
 }
 
 void supermodule::moveConnector(LinkType p_type, qreal p_x)

@@ -102,7 +102,9 @@ void MainWindow::connectParts()
 {
     TzProgramView* view = &m_programView;
     m_document.setProgramNameHolder(m_toolBar);
-    view->setBuildRunner([this](const QString& p_name, int p_tasks) { runBuild(p_name, p_tasks); });
+    view->setBuildRunner([this](const QString& p_name, int p_tasks, const QString& p_source) {
+        runBuild(p_name, p_tasks, p_source);
+    });
 
     connect(m_toolBar, &TzToolBar::zoomSceneSignal, view, &TzProgramView::zoomView);
     connect(m_toolBar, &TzToolBar::newSubSignal, view, &TzProgramView::OnNewSub);
@@ -330,11 +332,11 @@ void MainWindow::onDownLoad(const QString&)
     m_programView.OnDownload(m_toolBar->programName());
 }
 
-void MainWindow::runBuild(const QString& p_name, int p_tasks)
+void MainWindow::runBuild(const QString& p_name, int p_tasks, const QString& p_source)
 {
     buildDialog dialog;
     dialog.setFinishProgramFile([this](const QString& p_path) { appendCompiledData(p_path); });
-    dialog.startBuild(p_name, p_tasks);
+    dialog.startBuild(p_name, p_tasks, p_source);
 }
 
 void MainWindow::appendCompiledData(const QString& path)

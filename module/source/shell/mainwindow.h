@@ -74,7 +74,7 @@ private:
     bool saveTo(const QString& p_path);
     void openProject(const QString& p_path);
     void showCode(int p_type);
-    void runBuild(const QString& p_name, int p_tasks);
+    void runBuild(const QString& p_name, int p_tasks, const QString& p_source);
 
     TzToolBar* m_toolBar = nullptr;
     TzBlockWidget* m_blockWidget = nullptr;

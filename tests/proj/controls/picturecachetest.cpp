@@ -35,8 +35,8 @@ private slots:
     {
         QVERIFY(!picture(s_path).isNull());
         QCOMPARE(picture(s_path).cacheKey(), picture(s_path).cacheKey());
-        QCOMPARE(picture(s_path).toImage(), QImage(s_path).convertToFormat(
-                                                picture(s_path).toImage().format()));
+        QCOMPARE(picture(s_path).toImage(),
+                 QImage(s_path).convertToFormat(picture(s_path).toImage().format()));
     }
 
     void whatCantBeLoadedPaintsNothing()

@@ -39,14 +39,12 @@ KitCopy::KitCopy()
 {
     const QString source = qEnvironmentVariable("TILER_KIT");
     m_valid = QFile::exists(source + QStringLiteral("/example/vantrel.h")) &&
-              copyTree(source, kit()) && QDir().mkpath(buildFolder() + QStringLiteral("/objects"));
+              copyTree(source, kit()) && QDir().mkpath(folder() + QStringLiteral("/objects"));
 }
-
-QString KitCopy::buildFolder() const { return kit() + QStringLiteral("/example/build/gcc"); }
 
 QString KitCopy::binary(const QString& p_name) const
 {
-    return buildFolder() + QStringLiteral("/objects/") + p_name + QStringLiteral(".bin");
+    return folder() + QStringLiteral("/objects/") + p_name + QStringLiteral(".bin");
 }
 
 ProcessResult KitCopy::compile(const QString& p_name, const QString& p_text) const
@@ -58,9 +56,8 @@ ProcessResult KitCopy::compile(const QString& p_name, const QString& p_text) con
     source.write(p_text.toUtf8());
     source.close();
     return runProcess(
-        buildFolder() + QStringLiteral("/make.exe"),
-        {QStringLiteral("TARGET_NAME=") + p_name, QStringLiteral("USER_TASK_NUMBER=0")},
-        buildFolder());
+        folder() + QStringLiteral("/make.exe"),
+        {QStringLiteral("TARGET_NAME=") + p_name, QStringLiteral("USER_TASK_NUMBER=0")}, folder());
 }
 
 ProcessResult KitCopy::run(const QString& p_name, const QStringList& p_options) const

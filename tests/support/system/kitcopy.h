@@ -35,10 +35,10 @@ public:
     /** The copy's folder, and a place for a file beside it. */
     QString kit() const { return m_folder.filePath(QStringLiteral("gcc")); }
     QString filePath(const QString& p_name) const { return m_folder.filePath(p_name); }
+    /** The makefile's folder. */
+    QString folder() const { return kit() + QStringLiteral("/example/build/gcc"); }
 
 private:
-    QString buildFolder() const;
-
     QTemporaryDir m_folder;
     bool m_valid;
 };
