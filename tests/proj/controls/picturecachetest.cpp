@@ -70,7 +70,7 @@ private slots:
                        }),
                  expected);
         QImage other = ground();
-        QPainter(&other).drawPixmap(13, 23, half);
+        QPainter(&other).drawPixmap(6, 12, half);
         QVERIFY(drawn(whole, [](QPainter& p_painter) { p_painter.scale(0.6, 0.6); }) != other);
     }
 
