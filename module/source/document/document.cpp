@@ -12,6 +12,7 @@
 #include "project/programnameholder.h"
 #include "project/projectdocument.h"
 #include "project/projectfile.h"
+#include "project/projectreader.h"
 
 #include <QCoreApplication>
 
@@ -175,9 +176,14 @@ void Document::deleteModule(supermodule* p_module, const ModulePlace& p_place)
 
 void Document::paste(const QString& p_text, int p_x, int p_y)
 {
-    // As with a file: a text larger than any project is neither read nor kept on the undo stack.
-    m_undoStack.push(new moduleUndoCommand::pasteCommand(
-        *this, p_text.size() > MaximalProjectSize ? QString() : p_text, p_x, p_y));
+    // Meant: a paste counts as a change whatever comes of it; the design says so.
+    setModified(true);
+    QDomDocument chains;
+    // As with a file: a text larger than any project isn't read.
+    if (p_text.size() <= MaximalProjectSize && parseProject(p_text, chains) &&
+        holdsBlocks(chains.documentElement())) {
+        m_undoStack.push(new moduleUndoCommand::pasteCommand(*this, chains, p_x, p_y));
+    }
 }
 
 void Document::removeModule(supermodule* p_module)

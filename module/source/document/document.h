@@ -71,7 +71,10 @@ public:
      * undo puts it.
      */
     void deleteModule(supermodule* p_module, const ModulePlace& p_place);
-    /** Puts the chains of a clipboard text at a scene point, loose. */
+    /**
+     * Puts the chains of a clipboard text at a scene point, loose. A text without known blocks
+     * leaves the undo history as it is.
+     */
     void paste(const QString& p_text, int p_x, int p_y);
 
     // What commands are made of.
