@@ -37,6 +37,12 @@ Document::~Document()
     ModuleRegistry::clear();
 }
 
+void Document::setFirstPlace(const QPointF& p_place)
+{
+    m_firstPlace = p_place;
+    m_mainModule->setPos(p_place);
+}
+
 bool Document::isModified() const { return documentModified; }
 
 void Document::setModified(bool p_modified) { setDocumentModified(p_modified); }
@@ -129,6 +135,7 @@ void Document::forgetRecentFile(const QString& p_path)
 void Document::startAnew()
 {
     newProgram();
+    m_mainModule->setPos(m_firstPlace);
     reset();
     setModified(false);
     // Meant: an image that nobody has asked for is left as built, with the run time 50; a reset one
@@ -137,6 +144,7 @@ void Document::startAnew()
         m_actions.reset();
         m_actions.setModified(false);
     }
+    showSlot(m_mainModule->id);
 }
 
 void Document::newProgram()
