@@ -32,6 +32,21 @@ QList<int> values(const QSignalSpy& p_spy)
     }
     return list;
 }
+
+/** Begins a drag and opens the gap behind the main block. */
+void pressAndDragToTheGap(CanvasFixture& p_canvas, const supermodule* p_block)
+{
+    p_canvas.press(p_block->scenePos() + QPointF(30, 30));
+    p_canvas.move(QPointF(270, 230));
+    QVERIFY(p_canvas.view.preview()->isVisible());
+}
+
+void moveWithoutButton(CanvasFixture& p_canvas, const QPointF& p_scenePos)
+{
+    QMouseEvent event(QEvent::MouseMove, p_canvas.at(p_scenePos), Qt::NoButton, Qt::NoButton,
+                      Qt::NoModifier);
+    QApplication::sendEvent(p_canvas.view.viewport(), &event);
+}
 } // namespace
 
 class GestureTest : public QObject
@@ -435,6 +450,231 @@ private slots:
             canvas.release(QPointF(300, 300));
             QCOMPARE(canvas.brokenInvariants(), QStringList());
         }
+    }
+
+    void aMoveWithoutAButtonEndsTheDragAndTellsThePalette()
+    {
+        CanvasFixture canvas;
+        supermodule* loose = canvas.drop(s_wait, QPointF(600, 420));
+        pressAndDragToTheGap(canvas, loose);
+        const QSignalSpy states(&canvas.view, &TzProgramView::mouseSignal);
+        moveWithoutButton(canvas, QPointF(700, 100));
+        QCOMPARE(values(states), QList<int>{MouseDone});
+        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, s_wait}));
+        QCOMPARE(canvas.brokenInvariants(), QStringList());
+        // Nothing sticks to the mouse.
+        canvas.move(QPointF(800, 500));
+        moveWithoutButton(canvas, QPointF(400, 500));
+        QCOMPARE(loose->scenePos(), QPointF(240, 200));
+        QCOMPARE(values(states).size(), 1);
+    }
+
+    void aMoveWithoutAButtonDeletesNothing()
+    {
+        CanvasFixture canvas;
+        supermodule* loose = canvas.drop(s_wait, QPointF(600, 420));
+        canvas.press(loose->scenePos() + QPointF(30, 30));
+        canvas.move(QPointF(600, 590));
+        moveWithoutButton(canvas, QPointF(600, 595));
+        QCOMPARE(canvas.blocks().size(), 2);
+        QVERIFY(!loose->m_moved);
+        QCOMPARE(canvas.brokenInvariants(), QStringList());
+    }
+
+    void aWindowThatLosesTheActivationEndsTheDrag()
+    {
+        CanvasFixture canvas;
+        supermodule* loose = canvas.drop(s_wait, QPointF(600, 420));
+        pressAndDragToTheGap(canvas, loose);
+        const QSignalSpy states(&canvas.view, &TzProgramView::mouseSignal);
+        QEvent event(QEvent::WindowDeactivate);
+        QApplication::sendEvent(&canvas.view, &event);
+        QCOMPARE(values(states), QList<int>{MouseDone});
+        QVERIFY(!loose->m_moved);
+        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, s_wait}));
+        QCOMPARE(canvas.brokenInvariants(), QStringList());
+    }
+
+    void everyEndOfADragTellsThePalette_data()
+    {
+        QTest::addColumn<int>("end");
+        QTest::newRow("a save") << 0;
+        QTest::newRow("another document") << 1;
+        QTest::newRow("the Delete key") << 2;
+        QTest::newRow("an undo") << 3;
+    }
+
+    void everyEndOfADragTellsThePalette()
+    {
+        QFETCH(int, end);
+        CanvasFixture canvas;
+        canvas.view.deleteModule(canvas.drop(s_speed, QPointF(700, 100)));
+        supermodule* loose = canvas.drop(s_wait, QPointF(600, 420));
+        pressAndDragToTheGap(canvas, loose);
+        const QSignalSpy states(&canvas.view, &TzProgramView::mouseSignal);
+        if (end == 0) {
+            const QTemporaryDir folder;
+            QVERIFY(canvas.document.save(folder.filePath(QStringLiteral("a.tlrx"))));
+        } else if (end == 1) {
+            canvas.document.startAnew();
+        } else {
+            canvas.key(end == 2 ? Qt::Key_Delete : Qt::Key_Z,
+                       end == 2 ? Qt::NoModifier : Qt::ControlModifier);
+        }
+        QCOMPARE(values(states), QList<int>{MouseDone});
+        QCOMPARE(canvas.brokenInvariants(), QStringList());
+    }
+
+    void theControlKeyAloneEndsNoDrag()
+    {
+        CanvasFixture canvas;
+        supermodule* loose = canvas.drop(s_wait, QPointF(600, 420));
+        canvas.press(loose->scenePos() + QPointF(30, 30));
+        canvas.move(loose->scenePos() + QPointF(50, 50));
+        canvas.key(Qt::Key_Control, Qt::ControlModifier);
+        canvas.key(Qt::Key_B, Qt::ControlModifier);
+        QVERIFY(loose->m_moved);
+        canvas.move(QPointF(270, 230));
+        canvas.release(QPointF(270, 230));
+        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, s_wait}));
+    }
+
+    void aPressOnThePopUpLeavesTheBlockBeneathAlone()
+    {
+        CanvasFixture canvas;
+        supermodule* speed = canvas.drop(s_speed, QPointF(500, 100));
+        supermodule* beneath = canvas.drop(s_wait, QPointF(500, 300));
+        speed->OnSetParam(1);
+        graphicsItem_Param* popUp = graphicsItem_Param::existing();
+        QVERIFY(popUp && popUp->isVisible());
+        // Beside the buttons, within the bubble.
+        popUp->setPos(beneath->scenePos() - QPointF(2, 2));
+        const QPointF grip = popUp->scenePos() + QPointF(4, 4);
+        QVERIFY(beneath->sceneBoundingRect().contains(grip));
+        const QPointF home = beneath->scenePos();
+        const QPointF seen = canvas.view.mapToScene(QPoint(0, 0));
+        canvas.press(grip);
+        canvas.move(grip + QPointF(40, 40));
+        canvas.release(grip + QPointF(40, 40));
+        QCOMPARE(beneath->scenePos(), home);
+        QCOMPARE(canvas.view.mapToScene(QPoint(0, 0)), seen);
+        QVERIFY(!beneath->isSelected());
+        QVERIFY(!canvas.view.currentModule());
+        QVERIFY(popUp->isVisible());
+        canvas.key(Qt::Key_Delete);
+        QCOMPARE(canvas.blocks().size(), 3);
+    }
+
+    void aDragIsAChangeAndItsEndShowsInTheText()
+    {
+        CanvasFixture canvas;
+        canvas.dropBehind(canvas.main(), s_forward);
+        supermodule* loose = canvas.drop(s_wait, QPointF(600, 420));
+        QString told;
+        connect(&canvas.view, &TzProgramView::moduleUpdateSignal, this,
+                [&] { told = canvas.view.generateVisibleCode(1); });
+        documentModified = false;
+        canvas.drag(loose, (QPointF(365, 205) - loose->scenePos()).toPoint());
+        QVERIFY(documentModified);
+        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, s_forward, s_wait}));
+        QVERIFY(!told.isEmpty());
+        QCOMPARE(told, canvas.view.generateVisibleCode(1));
+        documentModified = false;
+        canvas.drag(loose, QPoint(100, 150));
+        QVERIFY(documentModified);
+        QCOMPARE(told, canvas.view.generateVisibleCode(1));
+    }
+
+    void theEldestBlockIsOnTopInTheInnerOfTwoLoops()
+    {
+        CanvasFixture canvas;
+        supermodule* eldest = canvas.drop(s_forward, QPointF(800, 420));
+        supermodule* outer = canvas.dropBehind(canvas.main(), 303);
+        supermodule* inner = canvas.drop(303, outer->scenePos() + QPointF(250, 20));
+        QCOMPARE(outer->left(), inner);
+        canvas.drag(eldest, (inner->scenePos() + QPointF(110, 10) - eldest->scenePos()).toPoint());
+        QCOMPARE(inner->left(), eldest);
+        const QPointF grip = eldest->scenePos() + QPointF(60, 60);
+        const QList<QGraphicsItem*> items = canvas.view.scene()->items(grip);
+        QList<supermodule*> seen;
+        for (QGraphicsItem* item : items) {
+            if (supermodule* block = supermodule::fromItem(item)) {
+                seen.append(block);
+            }
+        }
+        QCOMPARE(seen, (QList<supermodule*>{eldest, inner, outer}));
+        canvas.click(grip);
+        QCOMPARE(canvas.view.currentModule(), eldest);
+        QCOMPARE(canvas.brokenInvariants(), QStringList());
+    }
+
+    void aDeletedBlockTakesTheFocusBlockAway()
+    {
+        CanvasFixture canvas;
+        supermodule* focused = canvas.drop(s_wait, QPointF(600, 420));
+        supermodule* other = canvas.drop(s_speed, QPointF(600, 100));
+        focused->OnSetNumber(0);
+        QCOMPARE(focusModule, focused);
+        // The main block and none are not deleted.
+        canvas.view.deleteModule(canvas.main());
+        canvas.view.deleteModule(nullptr);
+        QCOMPARE(focusModule, focused);
+        canvas.view.deleteModule(other);
+        QVERIFY(!focusModule);
+        // A value that comes now goes nowhere.
+        const QString text = focused->cCode();
+        canvas.view.OnSelectNumberSignal(Qt::Key_9);
+        QCOMPARE(focused->cCode(), text);
+    }
+
+    void aBlockHasItsFlagsHoweverItCame()
+    {
+        CanvasFixture canvas;
+        supermodule* loop = canvas.dropBehind(canvas.main(), 303);
+        canvas.drop(s_forward, loop->scenePos() + QPointF(160, 20));
+        canvas.drop(s_wait, QPointF(700, 450));
+        const auto odd = [&canvas] {
+            int count = 0;
+            for (const supermodule* block : canvas.blocks()) {
+                const bool right = block->flags() ==
+                                   (QGraphicsItem::ItemIsMovable | QGraphicsItem::ItemIsSelectable);
+                const bool linked = block->hasConnector(NextLink) || block->hasConnector(LeftLink);
+                count += right && linked && block->isEnabled() ? 0 : 1;
+            }
+            return count;
+        };
+        QCOMPARE(odd(), 0);
+        canvas.document.paste(Document::clipboardText(loop), 400, 420);
+        QCOMPARE(canvas.blocks().size(), 6);
+        QCOMPARE(odd(), 0);
+        canvas.view.undoStack().undo();
+        canvas.view.undoStack().redo();
+        canvas.view.deleteModule(loop);
+        canvas.view.undoStack().undo();
+        QCOMPARE(canvas.blocks().size(), 6);
+        QCOMPARE(odd(), 0);
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("a.tlrx"));
+        QVERIFY(canvas.document.save(path));
+        QCOMPARE(canvas.document.open(path), 0);
+        QCOMPARE(canvas.blocks().size(), 6);
+        QCOMPARE(odd(), 0);
+    }
+
+    void nothingIsLinkedToWhatIsHidden()
+    {
+        CanvasFixture canvas;
+        supermodule* loop = canvas.dropBehind(canvas.main(), 301);
+        canvas.view.OnSwitchProgram(404);
+        QVERIFY(!loop->isVisible());
+        canvas.view.centerOn(500, 300);
+        const QPointF end = loop->scenePos() + QPointF(340, 10);
+        const supermodule* dropped = canvas.drop(s_wait, end);
+        QVERIFY(!dropped->parentModule());
+        canvas.drop(s_wait, loop->scenePos() + QPointF(160, 20));
+        canvas.document.addModule(static_cast<int>(end.x()), static_cast<int>(end.y()), s_forward);
+        QVERIFY(!loop->next() && !loop->left());
+        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 301}));
     }
 
     void aDoubleClickAndDragMovesNoBlockOutOfItsChain()

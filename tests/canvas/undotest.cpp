@@ -1,6 +1,7 @@
 #include "document/modifycommand.h"
 #include "document/movecommand.h"
 #include "modules/documentstate.h"
+#include "modules/feedbackmodule.h"
 #include "modules/mainmodule.h"
 #include "support/canvas/canvasfixture.h"
 
@@ -31,6 +32,17 @@ public:
         return false;
     }
 };
+
+/** Copies a new block, takes the source away for good, and pastes the copy loose. */
+supermodule* pasteBlock(CanvasFixture& p_canvas, int p_id)
+{
+    supermodule* source = p_canvas.drop(p_id, QPointF(700, 450));
+    p_canvas.click(source->scenePos() + QPointF(30, 30));
+    const QString text = Document::clipboardText(source);
+    p_canvas.view.removeModule(source);
+    p_canvas.document.paste(text, 500, 420);
+    return moduleMap.last();
+}
 } // namespace
 
 class UndoTest : public QObject
@@ -209,12 +221,12 @@ private slots:
         QCOMPARE(canvas.brokenInvariants(), QStringList());
         canvas.view.undoStack().redo();
         QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 102}));
-        // What it hung on has gone elsewhere.
+        // What it hung on stands elsewhere: it comes back there.
         canvas.view.deleteModule(canvas.main()->next());
         canvas.drag(canvas.main(), QPoint(0, 200));
         canvas.view.undoStack().undo();
-        QCOMPARE(CanvasFixture::ids(canvas.main()), QList<int>{0});
-        QCOMPARE(moduleMap.last()->scenePos(), stood);
+        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 102}));
+        QCOMPARE(canvas.main()->next()->scenePos(), stood + QPointF(0, 200));
         QCOMPARE(canvas.brokenInvariants(), QStringList());
     }
 
@@ -265,6 +277,171 @@ private slots:
         QCOMPARE(canvas.brokenInvariants(), QStringList());
     }
 
+    void anUndoneAndRedonePasteKeepsValuePlaceAndLink()
+    {
+        CanvasFixture canvas;
+        supermodule* first = canvas.dropBehind(canvas.main(), 103);
+        canvas.dropBehind(first, 102);
+        supermodule* pasted = pasteBlock(canvas, 101);
+        const int key = pasted->registryKey();
+        // Linked into the middle, and given a value.
+        canvas.drag(pasted, (first->scenePos() + QPointF(130, 10) - pasted->scenePos()).toPoint());
+        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 103, 101, 102}));
+        pasted->setNumberKey(Qt::Key_7);
+        const QString text = canvas.view.generateVisibleCode(1);
+        for (int round = 0; round < 2; ++round) {
+            canvas.key(Qt::Key_Z, Qt::ControlModifier);
+            QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 103, 102}));
+            QCOMPARE(canvas.brokenInvariants(), QStringList());
+            canvas.key(Qt::Key_Y, Qt::ControlModifier);
+            QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 103, 101, 102}));
+            QCOMPARE(canvas.view.generateVisibleCode(1), text);
+            QVERIFY(moduleMap.contains(key));
+            QCOMPARE(canvas.brokenInvariants(), QStringList());
+        }
+        // With the place taken it comes back loose, and what took it stays.
+        canvas.key(Qt::Key_Z, Qt::ControlModifier);
+        canvas.drop(105, first->scenePos() + QPointF(190, 5));
+        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 103, 105, 102}));
+        canvas.key(Qt::Key_Y, Qt::ControlModifier);
+        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 103, 105, 102}));
+        QVERIFY(!moduleMap.value(key)->parentModule());
+        QCOMPARE(canvas.brokenInvariants(), QStringList());
+    }
+
+    void whatWasLinkedIntoAPastedLoopIsInItAgainAfterTheRedo()
+    {
+        CanvasFixture canvas;
+        supermodule* loop = pasteBlock(canvas, 301);
+        const int key = loop->registryKey();
+        supermodule* inner = canvas.drop(103, loop->scenePos() + QPointF(160, 20));
+        supermodule* behind = canvas.dropBehind(loop, 102);
+        QCOMPARE(loop->left(), inner);
+        const QPointF innerStood = inner->pos();
+        const QPointF behindStood = behind->pos();
+        for (int round = 0; round < 2; ++round) {
+            canvas.view.undoStack().undo();
+            QVERIFY(!inner->parentModule() && !behind->parentModule());
+            QCOMPARE(inner->pos(), innerStood);
+            QCOMPARE(behind->pos(), behindStood);
+            QCOMPARE(inner->opacity(), 0.5);
+            QCOMPARE(canvas.brokenInvariants(), QStringList());
+            canvas.view.undoStack().redo();
+            QCOMPARE(moduleMap.value(key)->left(), inner);
+            QCOMPARE(moduleMap.value(key)->next(), behind);
+            QCOMPARE(canvas.brokenInvariants(), QStringList());
+        }
+        // Moved since, it stays where it was put.
+        canvas.view.undoStack().undo();
+        canvas.drag(inner, QPoint(0, 30));
+        canvas.view.undoStack().redo();
+        QVERIFY(!inner->parentModule() && !behind->parentModule());
+        QVERIFY(!moduleMap.value(key)->left());
+        QCOMPARE(canvas.brokenInvariants(), QStringList());
+    }
+
+    void anAddedBlockIsTakenOutAloneAndPutBack()
+    {
+        CanvasFixture canvas;
+        canvas.dropBehind(canvas.main(), 103);
+        canvas.view.addModule(500, 210, 301);
+        supermodule* loop = canvas.main()->next()->next();
+        QVERIFY(loop);
+        QCOMPARE(loop->id, 301);
+        supermodule* inner = canvas.drop(104, loop->scenePos() + QPointF(160, 20));
+        supermodule* behind = canvas.dropBehind(loop, 102);
+        loop->setNumberKey(Qt::Key_5);
+        const QString text = canvas.view.generateVisibleCode(1);
+        for (int round = 0; round < 2; ++round) {
+            canvas.view.undoStack().undo();
+            QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 103, 102}));
+            QVERIFY(!inner->parentModule());
+            QCOMPARE(behind->parentModule(), canvas.main()->next());
+            QCOMPARE(canvas.brokenInvariants(), QStringList());
+            canvas.view.undoStack().redo();
+            QCOMPARE(canvas.view.generateVisibleCode(1), text);
+            QCOMPARE(canvas.brokenInvariants(), QStringList());
+        }
+    }
+
+    void aPasteOfNothingKeepsWhatCanBeRedone()
+    {
+        CanvasFixture canvas;
+        supermodule* loose = canvas.drop(101, QPointF(700, 300));
+        canvas.view.deleteModule(loose);
+        canvas.view.undoStack().undo();
+        for (const char* text : {"", "no <xml", "<v><basenode/></v>",
+                                 "<v><basenode><module id=\"77\"/></basenode></v>"}) {
+            auto* data = new QMimeData;
+            data->setData(QStringLiteral("korvane/tiler/modules"), text);
+            QGuiApplication::clipboard()->setMimeData(data);
+            canvas.view.OnPaste();
+            QCOMPARE(canvas.view.undoStack().count(), 1);
+            QVERIFY(canvas.view.undoStack().canRedo());
+        }
+        canvas.view.undoStack().redo();
+        QCOMPARE(canvas.blocks().size(), 1);
+    }
+
+    void aDeletedBlockComesBackToItsParentWhereverThatStandsNow()
+    {
+        CanvasFixture canvas;
+        supermodule* loop = canvas.dropBehind(canvas.main(), 301);
+        canvas.drop(103, loop->scenePos() + QPointF(160, 20));
+        supermodule* behind = canvas.dropBehind(loop, 102);
+        canvas.view.deleteModule(behind);
+        // The program moves under the old place: into the loop's body, and away from all.
+        for (const QPoint& way : {QPoint(100, 0), QPoint(-60, 150), QPoint(30, -90)}) {
+            canvas.drag(canvas.main(), way);
+            canvas.view.undoStack().undo();
+            QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 301, 102}));
+            QCOMPARE(CanvasFixture::ids(loop->left()), QList<int>{103});
+            QCOMPARE(canvas.brokenInvariants(), QStringList());
+            canvas.view.undoStack().redo();
+            QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 301}));
+        }
+        // A block in front of the loop shifts that by its width.
+        canvas.drop(104, canvas.main()->scenePos() + QPointF(210, 5));
+        canvas.view.undoStack().undo();
+        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 104, 301, 102}));
+        QCOMPARE(CanvasFixture::ids(loop->left()), QList<int>{103});
+        QCOMPARE(canvas.brokenInvariants(), QStringList());
+    }
+
+    void aKeyInMidDragOverAGapUndoesWhatWasBefore()
+    {
+        CanvasFixture canvas;
+        supermodule* first = canvas.dropBehind(canvas.main(), 103);
+        supermodule* gone = canvas.dropBehind(first, 102);
+        canvas.view.deleteModule(gone);
+        supermodule* loose = canvas.drop(101, QPointF(700, 420));
+        canvas.press(loose->scenePos() + QPointF(30, 30));
+        canvas.move(first->scenePos() + QPointF(30, 35));
+        QVERIFY(canvas.view.preview()->isVisible());
+        canvas.key(Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 101, 103, 102}));
+        QCOMPARE(canvas.brokenInvariants(), QStringList());
+        canvas.release(first->scenePos() + QPointF(30, 35));
+        canvas.key(Qt::Key_Y, Qt::ControlModifier);
+        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 101, 103}));
+        canvas.key(Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 101, 103, 102}));
+        QCOMPARE(canvas.brokenInvariants(), QStringList());
+    }
+
+    void aDeletedAndUndeletedBlockCountsAsAChange()
+    {
+        CanvasFixture canvas;
+        supermodule* block = canvas.dropBehind(canvas.main(), 103);
+        canvas.view.deleteModule(block);
+        documentModified = false;
+        canvas.view.undoStack().undo();
+        QVERIFY(documentModified);
+        documentModified = false;
+        canvas.view.undoStack().redo();
+        QVERIFY(documentModified);
+    }
+
     void undoAndRedoPaintTheKnobThatStandsOutOfTheBlock()
     {
         CanvasFixture canvas;
@@ -302,10 +479,11 @@ private slots:
         canvas.view.deleteModule(loose);
         canvas.view.undoStack().undo();
         canvas.view.removeModule(moduleMap.last());
+        // A deletion that found nothing brings nothing back.
         canvas.view.undoStack().redo();
         QCOMPARE(canvas.blocks().size(), 1);
         canvas.view.undoStack().undo();
-        QCOMPARE(canvas.blocks().size(), 2);
+        QCOMPARE(canvas.blocks().size(), 1);
         QCOMPARE(canvas.brokenInvariants(), QStringList());
     }
 
@@ -406,17 +584,22 @@ private slots:
         QCOMPARE(moved->id, 102);
         canvas.drag(moved, QPoint(150, 60));
         QVERIFY(!moved->parentModule());
-        // The undo takes what still hangs on the pasted head; the redo pastes both once more.
+        const QPointF stood = moved->pos();
+        const int key = moved->registryKey();
+        // The undo takes both out, wherever they are; the redo puts each where it was.
         canvas.view.undoStack().undo();
-        QCOMPARE(canvas.blocks().size(), 4);
+        QCOMPARE(canvas.blocks().size(), 3);
         canvas.view.undoStack().redo();
-        QCOMPARE(canvas.blocks().size(), 6);
+        QCOMPARE(canvas.blocks().size(), 5);
+        moved = moduleMap.value(key);
+        QVERIFY(!moved->parentModule());
+        QCOMPARE(moved->pos(), stood);
         QCOMPARE(canvas.brokenInvariants(), QStringList());
         canvas.view.deleteModule(moved);
-        QCOMPARE(canvas.blocks().size(), 5);
-        canvas.view.undoStack().undo();
-        canvas.view.undoStack().undo();
         QCOMPARE(canvas.blocks().size(), 4);
+        canvas.view.undoStack().undo();
+        canvas.view.undoStack().undo();
+        QCOMPARE(canvas.blocks().size(), 3);
         QCOMPARE(canvas.brokenInvariants(), QStringList());
     }
 

@@ -18,6 +18,7 @@
 #include <QMessageBox>
 #include <QTest>
 #include <QTimerEvent>
+#include <QUndoStack>
 
 #include <algorithm>
 
@@ -158,6 +159,54 @@ QString RandomUser::chainsNow() const
     }
     chains.sort();
     return chains.join(QLatin1Char('\n'));
+}
+
+QString RandomUser::documentNow() const
+{
+    QString keys;
+    const QList<supermodule*> all = blocks();
+    for (const supermodule* block : all) {
+        const supermodule* parent = block->parentModule();
+        keys += QStringLiteral("%1 is %2 under %3\n")
+                    .arg(block->registryKey())
+                    .arg(block->id)
+                    .arg(parent ? parent->registryKey() : 0);
+    }
+    return chainsNow() + keys + m_view.generateProjectCode(1);
+}
+
+QStringList RandomUser::brokenPairs(bool p_all)
+{
+    // A branch that its block has no connector for comes from a file alone, and the layout leaves
+    // it wherever it is.
+    const QList<supermodule*> all = blocks();
+    const bool laidOut = std::all_of(all.begin(), all.end(), [](const supermodule* p_block) {
+        return !p_block->right() && (!p_block->left() || p_block->hasConnector(LeftLink));
+    });
+    if (m_held || QApplication::activePopupWidget() || !laidOut) {
+        return {};
+    }
+    QUndoStack& stack = m_view.undoStack();
+    const int at = stack.index();
+    for (const bool undoFirst : {true, false}) {
+        const int end = undoFirst ? 0 : stack.count();
+        const int there = p_all ? end : at + (undoFirst ? -1 : 1);
+        if (at == end) {
+            continue;
+        }
+        const QString before = documentNow();
+        stack.setIndex(there);
+        const QStringList lines = brokenInvariants(m_view);
+        stack.setIndex(at);
+        m_pairs += qAbs(at - there);
+        if (documentNow() != before || !lines.isEmpty() || !brokenInvariants(m_view).isEmpty()) {
+            return lines + brokenInvariants(m_view) +
+                   QStringList{undoFirst ? QStringLiteral("undo and redo give")
+                                         : QStringLiteral("redo and undo give"),
+                               documentNow(), QStringLiteral("instead of"), before};
+        }
+    }
+    return {};
 }
 
 QStringList RandomUser::broken()

@@ -34,6 +34,13 @@ public:
      * window and sees that nothing has changed. The same lines.
      */
     QStringList brokenRoundTrip(bool p_reopen);
+    /**
+     * Undoes and does again, and the other way round, where that is possible just now: one step, or
+     * p_all the way to the end and back. The document must be what it was. The same lines.
+     */
+    QStringList brokenPairs(bool p_all);
+    /** How many such pairs there were. */
+    int pairs() const { return m_pairs; }
     /** What was done so far, a line each. */
     const QStringList& actions() const { return m_actions; }
 
@@ -88,6 +95,8 @@ private:
     void mouse(QEvent::Type p_type, const QPoint& p_at, Qt::MouseButton p_button);
     void drag(const QPoint& p_from, const QPoint& p_to);
     QString chainsNow() const;
+    /** Text, values, links, places and keys of all that is there. */
+    QString documentNow() const;
 
     // Answers.
     void answer();
@@ -107,4 +116,5 @@ private:
     QString m_unmodified;
     /** The document was replaced or saved in the last action. */
     bool m_replaced = false;
+    int m_pairs = 0;
 };

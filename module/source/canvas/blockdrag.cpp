@@ -81,6 +81,13 @@ BlockDrag::End BlockDrag::cancel()
     return End::Settled;
 }
 
+bool BlockDrag::forget()
+{
+    const bool held = m_module;
+    m_module.clear();
+    return held;
+}
+
 void BlockDrag::putDown(supermodule* p_module)
 {
     p_module->m_moved = false;

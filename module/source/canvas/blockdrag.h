@@ -38,8 +38,8 @@ public:
     End release(bool p_outside, bool p_away);
     /** Ends a drag that gets no release event: a block that was moved is settled where it is. */
     End cancel();
-    /** Ends a drag without settling the block. */
-    void forget() { m_module.clear(); }
+    /** Ends a drag without settling the block. False if there was none. */
+    bool forget();
     /** Where a block goes back to when its deletion is undone: from a drag, to the press's place.
      */
     ModulePlace placeForUndo(const supermodule* p_module) const;

@@ -2,6 +2,7 @@
 
 #include "base/recentfiles.h"
 #include "base/tilerlog.h"
+#include "canvas/canvasreach.h"
 #include "canvas/droppedprojects.h"
 #include "canvas/moduleat.h"
 #include "canvas/movedregion.h"
@@ -58,6 +59,7 @@ TzProgramView::TzProgramView(Document& p_document, QWidget* p_parent)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     connect(&m_document, &Document::changed, this, &TzProgramView::onDocumentChanged);
+    connect(&undoStack(), &QUndoStack::indexChanged, this, [this] { updateReach(*this); });
 }
 
 TzProgramView::~TzProgramView()
@@ -73,7 +75,7 @@ void TzProgramView::setUpScene()
     connect(&m_document.scene(), &tzprogramscene::addModuleSignal, this, &TzProgramView::addModule);
     m_background.centreLogo();
     const int blockHeight = static_cast<int>(mainBlock()->boundingRect().height());
-    mainBlock()->setPos(mapToScene(50, viewport()->height() / 2 - blockHeight / 2).toPoint());
+    m_document.setFirstPlace(mapToScene(50, viewport()->height() / 2 - blockHeight / 2).toPoint());
 }
 
 void TzProgramView::onDocumentChanged(const DocumentChange& p_change)
@@ -84,7 +86,9 @@ void TzProgramView::onDocumentChanged(const DocumentChange& p_change)
         break;
     case DocumentChange::Removing:
         m_preview.hide();
-        m_drag.forget();
+        if (m_drag.forget()) {
+            emit mouseSignal(MouseDone);
+        }
         m_current.clear();
         if (p_change.module) {
             m_clipboard.removing(p_change.module);
@@ -94,6 +98,7 @@ void TzProgramView::onDocumentChanged(const DocumentChange& p_change)
         }
         break;
     case DocumentChange::SlotShown:
+        updateReach(*this);
         if (const supermodule* root = firstVisibleRoot()) {
             centerOn(root);
         }
@@ -145,6 +150,7 @@ void TzProgramView::zoomView(int scale)
     if (scale == 0) {
         m_zoom.reset();
         m_zoom.applyTo(*this);
+        updateReach(*this);
         centerOn(mainBlock());
     } else if (m_zoom.step(scale)) {
         m_zoom.applyTo(*this);
@@ -214,9 +220,32 @@ void TzProgramView::OnCopyAndPaste()
 
 void TzProgramView::finishDrag()
 {
+    const bool held = m_drag.isHeld();
     if (m_drag.cancel() == BlockDrag::End::Settled) {
+        updateReach(*this);
         emit moduleUpdateSignal();
     }
+    if (held) {
+        emit mouseSignal(MouseDone);
+    }
+}
+
+void TzProgramView::deleteModule(supermodule* p_module)
+{
+    const bool held = m_drag.isHeld();
+    m_drag.deleteModule(p_module);
+    if (held && !m_drag.isHeld()) {
+        emit mouseSignal(MouseDone);
+    }
+}
+
+bool TzProgramView::event(QEvent* p_event)
+{
+    // A dialog, or another window: the release may go there.
+    if (p_event->type() == QEvent::WindowDeactivate) {
+        finishDrag();
+    }
+    return QGraphicsView::event(p_event);
 }
 
 void TzProgramView::mousePressEvent(QMouseEvent* p_event)
@@ -234,7 +263,10 @@ void TzProgramView::mousePressEvent(QMouseEvent* p_event)
         scene()->items(scenePos, Qt::IntersectsItemShape, Qt::DescendingOrder, viewportTransform());
     // The logo is part of the background.
     items.removeOne(&m_document.scene().logo());
-    m_current = moduleAt(items, scenePos.x());
+    graphicsItem_Param* popUp = graphicsItem_Param::existing();
+    const bool onPopUp = items.contains(popUp);
+    // What lies under the pop-up isn't seen.
+    m_current = onPopUp ? nullptr : moduleAt(items, scenePos.x());
     if (items.isEmpty() && !supermodule::isOnConnector(scenePos)) {
         emit mouseSignal(MousePressedEmpty);
         focusModule.clear();
@@ -252,7 +284,7 @@ void TzProgramView::mousePressEvent(QMouseEvent* p_event)
         }
     }
     m_drag.press(m_current, scenePos);
-    if (!items.contains(graphicsItem_Param::existing())) {
+    if (!onPopUp) {
         graphicsItem_Param::dismiss();
     }
     if (p_event->button() == Qt::RightButton) {
@@ -270,6 +302,10 @@ bool TzProgramView::lowerEdgeIsOut(const supermodule* p_module) const
 
 void TzProgramView::mouseMoveEvent(QMouseEvent* p_event)
 {
+    if (p_event->buttons() == Qt::NoButton) {
+        // The release went elsewhere.
+        finishDrag();
+    }
     if (!m_drag.isHeld()) {
         QGraphicsView::mouseMoveEvent(p_event);
         return;
@@ -299,6 +335,7 @@ void TzProgramView::mouseReleaseEvent(QMouseEvent* p_event)
         OnDelItem();
         break;
     case BlockDrag::End::Settled:
+        updateReach(*this);
         emit moduleUpdateSignal();
         break;
     case BlockDrag::End::Nothing:
@@ -315,18 +352,20 @@ void TzProgramView::keyPressEvent(QKeyEvent* p_event)
     if (p_event->key() == Qt::Key_Delete) {
         OnDelItem();
     } else if (p_event->modifiers() & Qt::ControlModifier) {
-        finishDrag();
         switch (p_event->key()) {
         case Qt::Key_V:
+            finishDrag();
             m_clipboard.paste(mapToScene(viewport()->mapFromGlobal(QCursor::pos())).toPoint());
             break;
         case Qt::Key_C:
             OnCopy();
             break;
         case Qt::Key_Y:
+            finishDrag();
             undoStack().redo();
             break;
         case Qt::Key_Z:
+            finishDrag();
             undoStack().undo();
             break;
         default:
@@ -392,6 +431,7 @@ void TzProgramView::dropEvent(QDropEvent* p_event)
         MovedRegion region(*this);
         region.coverLoopsAround(m_paletteDrag.drop());
     }
+    updateReach(*this);
     emit moduleUpdateSignal();
     m_clipboard.showFrame();
     emit mouseSignal(MouseDropped);

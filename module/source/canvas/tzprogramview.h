@@ -70,7 +70,7 @@ public:
      * Deletes a block through the undo stack; null and the main block are ignored. A block that is
      * being dragged comes back to where it was pressed, any other to where it is.
      */
-    void deleteModule(supermodule* p_module) { m_drag.deleteModule(p_module); }
+    void deleteModule(supermodule* p_module);
     /** Adds a block of a type through the undo stack, its top edge's middle at a scene point. */
     void addModule(int x, int y, int id);
     /** Links a block at a place, or where the preview is for a null target; false for no place. */
@@ -131,6 +131,7 @@ public slots:
     void zoomView(int scale);
 
 protected:
+    bool event(QEvent* p_event) override;
     bool viewportEvent(QEvent* p_event) override;
     void paintEvent(QPaintEvent* p_event) override;
     void resizeEvent(QResizeEvent* p_event) override;

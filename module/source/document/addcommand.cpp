@@ -16,6 +16,11 @@ addCommand::addCommand(Document& p_document, int p_x, int p_y, int p_id, int p_k
 void addCommand::redo()
 {
     m_document.prepareChange();
+    if (m_added) {
+        m_taken.putBack(m_document);
+        return;
+    }
+    m_added = true;
     supermodule* module = createModuleFromId(m_id);
     if (!module) {
         return;
@@ -37,17 +42,8 @@ void addCommand::redo()
 void addCommand::undo()
 {
     m_document.prepareChange();
-    if (supermodule* module = moduleMap.value(m_key)) {
-        module->detachFromParent();
-        // What was linked behind it since then stays, as a loose chain.
-        for (supermodule* child : {module->next(), module->left(), module->right()}) {
-            if (child) {
-                module->removeChild(child);
-                child->refreshOpacity();
-            }
-        }
-        m_document.scene().removeItem(module);
-        delete module;
-    }
+    supermodule* module = moduleMap.value(m_key);
+    m_taken = module ? TakenTree(m_document, module, [this](int p_key) { return p_key == m_key; })
+                     : TakenTree();
 }
 } // namespace moduleUndoCommand

@@ -1,12 +1,16 @@
 #pragma once
 
+#include "document/takentree.h"
+
 #include <QUndoCommand>
 
 class Document;
 
 namespace moduleUndoCommand
 {
-/** Puts a new block on the canvas, its top edge's middle at a point, linked if it touches a place.
+/**
+ * Puts a new block on the canvas, its top edge's middle at a point, linked if it touches a place.
+ * Undo takes it out alone, and redo puts it back as it was then.
  */
 class addCommand : public QUndoCommand
 {
@@ -22,5 +26,7 @@ private:
     int m_y;
     int m_id;
     int m_key;
+    bool m_added = false;
+    TakenTree m_taken;
 };
 } // namespace moduleUndoCommand

@@ -2,7 +2,7 @@
 
 #include "document/document.h"
 #include "modules/documentstate.h"
-#include "modules/mainmodule.h"
+#include "modules/supermodule.h"
 
 namespace moduleUndoCommand
 {
@@ -17,56 +17,24 @@ void deleteCommand::redo()
     m_document.prepareChange();
     supermodule* module = moduleMap.value(m_key);
     if (!module) {
+        // It has gone with another block: what that brings back must not come twice.
+        m_taken = TakenTree();
         return;
     }
-    if (m_done) {
-        m_place = ModulePlace::of(module);
+    // Taken anew at each redo: drops and moves in between aren't on the undo stack. The chain and
+    // the bodies are deleted with the block.
+    m_taken = TakenTree(m_document, module);
+    if (m_place) {
+        m_taken.setPlace(*m_place);
+        m_place.reset();
     }
-    m_done = true;
-    // Recorded at each redo: drops and moves in between aren't on the undo stack. The chain and the
-    // bodies are deleted with the block, so all of them are recorded.
-    m_record = TreeRecord(module);
-    m_document.removeModule(module);
     m_document.setModified(true);
-}
-
-bool deleteCommand::hangAgain(supermodule* p_module) const
-{
-    supermodule* parent =
-        m_place.parentKey == 0 ? m_document.mainBlock() : moduleMap.value(m_place.parentKey);
-    if (!parent) {
-        return false;
-    }
-    // The parent may have been moved away since. A link without a connector came from a file.
-    collisionItem* connector = parent->connector(m_place.link);
-    if (parent->child(m_place.link) ||
-        (connector && !p_module->touchedConnectors().contains(connector))) {
-        return false;
-    }
-    parent->hangModule(m_place.link, p_module);
-    return true;
 }
 
 void deleteCommand::undo()
 {
     m_document.prepareChange();
-    if (moduleMap.contains(m_key)) {
-        return;
-    }
-    supermodule* module = m_record.rebuild(&m_document.scene());
-    if (!module) {
-        return;
-    }
-    module->setPos(m_place.position);
-    // Behind a loop a block touches the end of the loop's body as well, and a loose one may lie on
-    // a connector.
-    if (m_place.link != NoLink && !hangAgain(module)) {
-        supermodule* target = nullptr;
-        int type = NoLink;
-        module->CollisionDetection(target, type);
-    }
-    module->updateTreeAndOpacity();
+    m_taken.putBack(m_document);
     m_document.setModified(true);
-    m_document.noteContent();
 }
 } // namespace moduleUndoCommand

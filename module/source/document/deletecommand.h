@@ -1,9 +1,11 @@
 #pragma once
 
 #include "document/moduleplace.h"
-#include "document/treerecord.h"
+#include "document/takentree.h"
 
 #include <QUndoCommand>
+
+#include <optional>
 
 class Document;
 class supermodule;
@@ -11,26 +13,23 @@ class supermodule;
 namespace moduleUndoCommand
 {
 /**
- * Deletes a block with all that hangs under it at that moment. Undo builds it anew from its record
- * and puts it where it was: loose if it was loose, else linked to its former parent, or to what it
- * touches if that has gone or is taken.
+ * Deletes a block with all that hangs under it at that moment. Undo builds it anew and puts it
+ * where it was, see TakenTree::putBack().
  */
 class deleteCommand : public QUndoCommand
 {
 public:
-    /** p_place: the one that the block comes back to. */
+    /** p_place: the one that the block comes back to from the first deletion. */
     deleteCommand(Document& p_document, supermodule* p_module, const ModulePlace& p_place);
 
     void redo() override;
     void undo() override;
 
 private:
-    bool hangAgain(supermodule* p_module) const;
-
     Document& m_document;
     int m_key;
-    ModulePlace m_place;
-    TreeRecord m_record;
-    bool m_done = false;
+    /** Until the first deletion. */
+    std::optional<ModulePlace> m_place;
+    TakenTree m_taken;
 };
 } // namespace moduleUndoCommand

@@ -12,6 +12,7 @@
 #include "project/programnameholder.h"
 #include "project/projectdocument.h"
 #include "project/projectfile.h"
+#include "project/projectreader.h"
 
 #include <QCoreApplication>
 
@@ -34,6 +35,12 @@ Document::~Document()
     // Delete the blocks here, while the members that their destructors use still exist.
     m_scene.clearItems({});
     ModuleRegistry::clear();
+}
+
+void Document::setFirstPlace(const QPointF& p_place)
+{
+    m_firstPlace = p_place;
+    m_mainModule->setPos(p_place);
 }
 
 bool Document::isModified() const { return documentModified; }
@@ -128,6 +135,7 @@ void Document::forgetRecentFile(const QString& p_path)
 void Document::startAnew()
 {
     newProgram();
+    m_mainModule->setPos(m_firstPlace);
     reset();
     setModified(false);
     // Meant: an image that nobody has asked for is left as built, with the run time 50; a reset one
@@ -136,6 +144,7 @@ void Document::startAnew()
         m_actions.reset();
         m_actions.setModified(false);
     }
+    showSlot(m_mainModule->id);
 }
 
 void Document::newProgram()
@@ -175,9 +184,14 @@ void Document::deleteModule(supermodule* p_module, const ModulePlace& p_place)
 
 void Document::paste(const QString& p_text, int p_x, int p_y)
 {
-    // As with a file: a text larger than any project is neither read nor kept on the undo stack.
-    m_undoStack.push(new moduleUndoCommand::pasteCommand(
-        *this, p_text.size() > MaximalProjectSize ? QString() : p_text, p_x, p_y));
+    // Meant: a paste counts as a change whatever comes of it; the design says so.
+    setModified(true);
+    QDomDocument chains;
+    // As with a file: a text larger than any project isn't read.
+    if (p_text.size() <= MaximalProjectSize && parseProject(p_text, chains) &&
+        holdsBlocks(chains.documentElement())) {
+        m_undoStack.push(new moduleUndoCommand::pasteCommand(*this, chains, p_x, p_y));
+    }
 }
 
 void Document::removeModule(supermodule* p_module)

@@ -30,6 +30,8 @@ public:
 
     tzprogramscene& scene() { return m_scene; }
     mainModule* mainBlock() const { return m_mainModule; }
+    /** Puts the main block at a scene point, where a new program has it again. */
+    void setFirstPlace(const QPointF& p_place);
     QUndoStack& undoStack() { return m_undoStack; }
 
     /** True when the document differs from its file: the process-wide documentModified. */
@@ -56,7 +58,10 @@ public:
     int open(const QString& p_path);
     /** Takes a path out of the recent list. */
     void forgetRecentFile(const QString& p_path);
-    /** Begins a project without blocks and actions, with nothing to undo and nothing modified. */
+    /**
+     * Begins a project without blocks and actions, with nothing to undo and nothing modified, and
+     * shows the main block in its first place.
+     */
     void startAnew();
     /** Deletes all blocks but the main block, and what follows that. */
     void newProgram();
@@ -71,7 +76,10 @@ public:
      * undo puts it.
      */
     void deleteModule(supermodule* p_module, const ModulePlace& p_place);
-    /** Puts the chains of a clipboard text at a scene point, loose. */
+    /**
+     * Puts the chains of a clipboard text at a scene point, loose. A text without known blocks
+     * leaves the undo history as it is.
+     */
     void paste(const QString& p_text, int p_x, int p_y);
 
     // What commands are made of.
@@ -103,6 +111,7 @@ private:
 
     tzprogramscene m_scene;
     mainModule* m_mainModule;
+    QPointF m_firstPlace;
     QUndoStack m_undoStack;
     ActionImage m_actions;
     /** True once the image was asked for: only then does a new project reset it. */

@@ -6,6 +6,7 @@
 
 #include <QGraphicsProxyWidget>
 #include <QGraphicsScene>
+#include <QGraphicsSceneMouseEvent>
 #include <QPainter>
 #include <QPushButton>
 
@@ -56,6 +57,8 @@ void graphicsItem_Param::paint(QPainter* p_painter, const QStyleOptionGraphicsIt
 {
     p_painter->drawPixmap(0, 0, m_background);
 }
+
+void graphicsItem_Param::mousePressEvent(QGraphicsSceneMouseEvent* p_event) { p_event->accept(); }
 
 void graphicsItem_Param::setMode(int p_mode)
 {

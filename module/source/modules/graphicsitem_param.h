@@ -49,6 +49,10 @@ public:
     void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
                QWidget* p_widget) override;
 
+protected:
+    /** Takes what falls beside the buttons: it must not reach the block beneath. */
+    void mousePressEvent(QGraphicsSceneMouseEvent* p_event) override;
+
 private slots:
     /** Hands the pressed button's index to the block. */
     void OnSelectParam();

@@ -170,16 +170,23 @@ void supermodule::insert(LinkType p_type, supermodule* p_module)
     updateTree();
 }
 
-void supermodule::removeChild(supermodule* p_child)
+bool supermodule::unhangModule(supermodule* p_child)
 {
     const LinkType type = linkOf(p_child);
     if (type == NoLink) {
-        return;
+        return false;
     }
     s_bodies -= type != NextLink ? 1 : 0;
     this->*linkMember(type) = nullptr;
     p_child->m_parent = nullptr;
-    updateTree();
+    return true;
+}
+
+void supermodule::removeChild(supermodule* p_child)
+{
+    if (unhangModule(p_child)) {
+        updateTree();
+    }
 }
 
 void supermodule::detachFromParent()
@@ -219,12 +226,10 @@ QList<collisionItem*> supermodule::touchedConnectors() const
             }
         }
     }
-    // Few programs have bodies enough to stand so deep: only then it is worth a walk.
-    if (!connectors.isEmpty() && s_bodies >= MaximalNesting) {
-        const int nesting = nestingDepth(this);
-        const auto tooDeep = [nesting](const collisionItem* p_connector) {
-            const int body = p_connector->linkType() == NextLink ? 0 : 1;
-            return fromItem(p_connector->parentItem())->depth() + body + nesting > MaximalNesting;
+    if (!connectors.isEmpty()) {
+        const auto tooDeep = [this](const collisionItem* p_connector) {
+            return fromItem(p_connector->parentItem())
+                ->wouldNestTooDeep(p_connector->linkType(), this);
         };
         connectors.erase(std::remove_if(connectors.begin(), connectors.end(), tooDeep),
                          connectors.end());
@@ -235,6 +240,13 @@ QList<collisionItem*> supermodule::touchedConnectors() const
                                 fromItem(p_b->parentItem())->registryKey();
                      });
     return connectors;
+}
+
+bool supermodule::wouldNestTooDeep(LinkType p_type, const supermodule* p_module) const
+{
+    // Few programs have bodies enough to stand so deep: only then it is worth a walk.
+    return s_bodies >= MaximalNesting &&
+           depth() + (p_type == NextLink ? 0 : 1) + nestingDepth(p_module) > MaximalNesting;
 }
 
 bool supermodule::CollisionDetection(supermodule*& p_target, int& p_type)

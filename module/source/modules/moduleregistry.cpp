@@ -37,17 +37,6 @@ QVector<int> ModuleRegistry::keysUnder(supermodule* p_module)
     return keys;
 }
 
-void ModuleRegistry::restoreKeys(supermodule* p_module, const QVector<int>& p_keys)
-{
-    int i = 0;
-    forEachModule(p_module, [&](supermodule* p_each) {
-        if (i < p_keys.size() && p_keys.at(i) != 0 && !moduleMap.contains(p_keys.at(i))) {
-            addAs(p_keys.at(i), p_each);
-        }
-        ++i;
-    });
-}
-
 void ModuleRegistry::remember(supermodule* p_module)
 {
     static qint64 s_age = 0;

@@ -24,12 +24,6 @@ public:
     static void clear();
     /** The keys of a block and of all under it, in the order of forEachModule(). */
     static QVector<int> keysUnder(supermodule* p_module);
-    /**
-     * Registers a block and all under it, rebuilt in the shape that they had, under their old
-     * keys. A key under which a block still lives stays that block's: it may have been moved
-     * elsewhere since.
-     */
-    static void restoreKeys(supermodule* p_module, const QVector<int>& p_keys);
 
 private:
     friend class supermodule;

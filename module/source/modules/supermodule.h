@@ -170,6 +170,10 @@ public:
     void setRightModule(supermodule* p_module) { insert(RightLink, p_module); }
     /** Hangs a chain on a free link. Lays nothing out: for whoever builds a tree. */
     void hangModule(LinkType p_type, supermodule* p_module);
+    /** The reverse: unlinks a direct child and lays nothing out. False for any other block. */
+    bool unhangModule(supermodule* p_child);
+    /** True if bodies would stand deeper in one another than MaximalNesting with p_module here. */
+    bool wouldNestTooDeep(LinkType p_type, const supermodule* p_module) const;
     /** Unlinks a direct child and lays the rest of the program out anew; ignores any other block.
      */
     void removeChild(supermodule* p_child);

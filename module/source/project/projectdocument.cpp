@@ -1,6 +1,7 @@
 #include "project/projectdocument.h"
 
 #include "base/programversion.h"
+#include "modules/catalogue/blocktables.h"
 #include "modules/catalogue/modulefactory.h"
 #include "modules/documentstate.h"
 #include "modules/moduleregistry.h"
@@ -165,6 +166,22 @@ supermodule* buildChain(const QDomElement& p_first, QGraphicsScene* p_scene)
         last = module;
     }
     return first;
+}
+
+bool holdsBlocks(const QDomElement& p_project)
+{
+    const QString baseNode = QStringLiteral("basenode");
+    const QString block = QStringLiteral("module");
+    for (QDomElement base = p_project.firstChildElement(baseNode); !base.isNull();
+         base = base.nextSiblingElement(baseNode)) {
+        for (QDomElement each = base.firstChildElement(block); !each.isNull();
+             each = each.nextSiblingElement(block)) {
+            if (findBlockRecord(each.attribute(QStringLiteral("id")).toInt())) {
+                return true;
+            }
+        }
+    }
+    return false;
 }
 
 QByteArray projectText(const QList<supermodule*>& p_roots, const ProgramNameHolder* p_name)

@@ -47,6 +47,9 @@ supermodule* buildBlock(const QDomElement& p_element, QGraphicsScene* p_scene);
  */
 supermodule* buildChain(const QDomElement& p_first, QGraphicsScene* p_scene);
 
+/** True if buildChain() makes a block of any chain of a project or of a clipboard's text. */
+bool holdsBlocks(const QDomElement& p_project);
+
 /**
  * The text of a project: the XML with its check tag, as it stands in the file. p_roots are the
  * blocks without parent in the order in which they are written. p_name may be null. Empty if the
