@@ -15,6 +15,7 @@ enum KeyboardOption : uint32_t {
 /**
  * The number-entry button of a block. A press marks its whole text; the next key then replaces
  * the text, later keys edit it at its end. At most one button is marked at a time.
+ * A text too long for the button is painted in smaller letters, and cut off where these don't help.
  */
 class SelectableButton : public QPushButton
 {
@@ -36,6 +37,8 @@ public:
     bool acceptsKey(int p_key) const;
     /** Edits the text by one key, whatever the mask says. Keys against the rules do nothing. */
     void applyKey(int p_key);
+    /** The text as it is painted: all of it, or its beginning where that can't be made to fit. */
+    QString shownText() const;
     /** True when p_ch may be put behind p_text: at most two decimals, else at most six characters.
      */
     static bool canAppend(const QString& p_text, QChar p_ch);
