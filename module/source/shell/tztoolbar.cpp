@@ -13,6 +13,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QProcess>
 #include <QPushButton>
 #include <QRegExpValidator>
@@ -111,6 +112,8 @@ TzToolBar::~TzToolBar()
 QPushButton* TzToolBar::createToolButton()
 {
     auto* button = new QPushButton(this);
+    // No keyboard focus: Undo and Paste go on to the canvas behind a click here.
+    button->setFocusPolicy(Qt::NoFocus);
     button->setMinimumWidth(s_buttonWidth);
     button->setMaximumWidth(s_buttonWidth);
     button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
@@ -200,6 +203,21 @@ void TzToolBar::resizeEvent(QResizeEvent* p_event)
     m_moreButton->move(width() - s_buttonWidth - s_rightGap, 0);
 }
 
+void TzToolBar::keyPressEvent(QKeyEvent* p_event)
+{
+    // The name field leaves these keys to its parent, whatever stands in it.
+    switch (p_event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Escape:
+        emit nameDoneSignal();
+        break;
+    default:
+        QWidget::keyPressEvent(p_event);
+        break;
+    }
+}
+
 QString TzToolBar::programName() const { return m_nameEdit.text(); }
 
 void TzToolBar::setProgramName(const QString& p_name) { m_nameEdit.setText(p_name); }
@@ -221,6 +239,7 @@ void TzToolBar::addInfo(const QString& p_text)
     noticeLayout->addLayout(buttonLayout);
     auto* button = new QPushButton(QLatin1Char(' ') + tr("更新") + QLatin1Char(' '), notice);
     button->setObjectName(QStringLiteral("info_button"));
+    button->setFocusPolicy(Qt::NoFocus);
     button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     button->setStyleSheet(QStringLiteral(
         "QPushButton#info_button{border-radius:3px;color:white;"
