@@ -13,6 +13,8 @@ const int s_textMargin = 4;
 /** The smallest digits that are legible at a scale of 1. */
 const int s_smallestPixels = 9;
 
+bool isDigit(int p_key) { return Qt::Key_0 <= p_key && p_key <= Qt::Key_9; }
+
 /** A text and the font that it fits a width in. */
 struct FittedText {
     QFont font;
@@ -63,7 +65,7 @@ void SelectableButton::setSelected(bool p_selected)
 
 bool SelectableButton::acceptsKey(int p_key) const
 {
-    if (Qt::Key_0 <= p_key && p_key <= Qt::Key_9) {
+    if (isDigit(p_key)) {
         return m_keyMask & KeyboardDigits;
     }
     switch (p_key) {
@@ -84,26 +86,22 @@ void SelectableButton::applyKey(int p_key)
     if (wasSelected) {
         setSelected(false);
     }
-    QString edited = text();
+    const bool isCharacter = p_key == Qt::Key_Period || isDigit(p_key);
+    if (!isCharacter && p_key != Qt::Key_Minus && p_key != Qt::Key_Backspace) {
+        return;
+    }
+    QString edited = wasSelected ? QString() : text();
     if (p_key == Qt::Key_Backspace) {
-        wasSelected ? edited.clear() : edited.chop(1);
-    } else {
-        if (wasSelected) {
-            edited.clear();
+        edited.chop(1);
+    } else if (p_key == Qt::Key_Minus) {
+        if (edited.startsWith(QLatin1Char('-'))) {
+            edited.remove(0, 1);
+        } else {
+            edited.prepend(QLatin1Char('-'));
         }
-        if (p_key == Qt::Key_Minus) {
-            if (edited.startsWith(QLatin1Char('-'))) {
-                edited.remove(0, 1);
-            } else {
-                edited.prepend(QLatin1Char('-'));
-            }
-        } else if (p_key == Qt::Key_Period || (Qt::Key_0 <= p_key && p_key <= Qt::Key_9)) {
-            // The codes of these keys are their characters.
-            const QChar ch(p_key);
-            if (canAppend(edited, ch)) {
-                edited.append(ch);
-            }
-        }
+    } else if (canAppend(edited, QChar(p_key))) {
+        // The codes of these keys are their characters.
+        edited.append(QChar(p_key));
     }
     setText(edited);
 }

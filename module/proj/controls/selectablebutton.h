@@ -35,7 +35,8 @@ public:
     void setKeyMask(uint32_t p_keyMask) { m_keyMask = p_keyMask; }
     /** True when the mask lets a Qt::Key code through; only digits, point, minus, Backspace can. */
     bool acceptsKey(int p_key) const;
-    /** Edits the text by one key, whatever the mask says. Keys against the rules do nothing. */
+    /** Edits the text by one key, whatever the mask says. Other keys, and those against the
+     * rules, leave the text alone; the mark goes with any key. */
     void applyKey(int p_key);
     /** The text as it is painted: all of it, or its beginning where that can't be made to fit. */
     QString shownText() const;
