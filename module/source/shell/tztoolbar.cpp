@@ -53,6 +53,15 @@ QString styleOf(const ToolPictures& p_pictures)
                             QString::fromLatin1(p_pictures.pressed), QStringLiteral("white"));
 }
 
+void setMenu(QPushButton& p_button, QMenu& p_menu)
+{
+    p_button.setMenu(&p_menu);
+    // The button runs the menu in a call that lasts as long as a dialog from it, and would look
+    // pressed all the while.
+    QObject::connect(&p_menu, &QMenu::aboutToHide, &p_button,
+                     [&p_button] { p_button.setDown(false); });
+}
+
 QString firmwareTimeKey() { return QStringLiteral("fw.update_time"); }
 
 QString firmwareNotice() { return TzToolBar::tr("控制器固件有新的版本，请更新"); }
@@ -138,7 +147,7 @@ void TzToolBar::createFileButton()
     m_fileMenu.addSeparator();
     m_fileMenu.addAction(tr("关闭"), this, &TzToolBar::OnQuit, Qt::CTRL + Qt::Key_Q);
     m_fileButton = createPictureButton(styleOf(s_filePictures), tr("文件"));
-    m_fileButton->setMenu(&m_fileMenu);
+    setMenu(*m_fileButton, m_fileMenu);
 }
 
 void TzToolBar::createZoomButtons()
@@ -194,7 +203,7 @@ void TzToolBar::createMoreButton()
     m_moreMenu.addSeparator();
     m_moreMenu.addAction(tr("关于"), this, &TzToolBar::OnAbout);
     m_moreButton = createPictureButton(styleOf(s_morePictures), QString());
-    m_moreButton->setMenu(&m_moreMenu);
+    setMenu(*m_moreButton, m_moreMenu);
 }
 
 void TzToolBar::resizeEvent(QResizeEvent* p_event)
