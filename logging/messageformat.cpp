@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <mutex>
 
 namespace
 {
@@ -26,6 +27,10 @@ QString timeText(const LogMessage& p_message, const QString& p_pattern)
 {
     // The same names of days and months on every computer.
     const QString pattern = p_pattern.isEmpty() ? QStringLiteral("HH:mm:ss.zzz") : p_pattern;
+    // The C library reads the time zone under a lock that the thread sanitizer doesn't see, and
+    // where there is none it does so in each call.
+    static std::mutex s_zone;
+    const std::scoped_lock lock(s_zone);
     return QLocale::c().toString(p_message.time.toLocalTime(), pattern);
 }
 
