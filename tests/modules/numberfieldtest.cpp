@@ -3,6 +3,7 @@
 #include "parameterbench.h"
 #include "proj/controls/selectablebutton.h"
 #include "support/canvas/singleblock.h"
+#include "support/system/paintwatch.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -41,6 +42,29 @@ QString widened(const QString& p_value)
 {
     return QString::number(static_cast<double>(p_value.toFloat()), 'g', 17);
 }
+
+/** What is painted of a widget from now on. */
+class PaintedRegion : public QObject
+{
+public:
+    explicit PaintedRegion(QWidget& p_widget)
+    {
+        // What is still to be painted from before doesn't count.
+        QCoreApplication::processEvents();
+        p_widget.installEventFilter(this);
+    }
+
+    QRegion region;
+
+protected:
+    bool eventFilter(QObject*, QEvent* p_event) override
+    {
+        if (p_event->type() == QEvent::Paint) {
+            region += static_cast<QPaintEvent*>(p_event)->region();
+        }
+        return false;
+    }
+};
 
 void allFields(const QStringList& p_values)
 {
@@ -154,6 +178,37 @@ private slots:
         }
         QVERIFY(inside > 0);
         field.setSelected(false);
+    }
+
+    void aFieldIsPaintedAnewWhenItGetsAndLosesTheMark()
+    {
+        SelectableButton field;
+        SelectableButton other;
+        field.setText(QStringLiteral("1"));
+        field.resize(80, 40);
+        field.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&field));
+        for (const bool marked : {true, false}) {
+            const PaintWatch watch(field);
+            field.setSelected(marked);
+            QTRY_VERIFY(watch.sawAll());
+        }
+        field.setSelected(true);
+        const PaintWatch watch(field);
+        other.setSelected(true);
+        QTRY_VERIFY(watch.sawAll());
+    }
+
+    void aBlockIsPaintedAnewWhenAChoiceIsMade()
+    {
+        Bench bench;
+        supermodule* speed = bench.drop(100, {500, 330});
+        bench.clickButton(speed, 0);
+        QVERIFY(Bench::popUpIsOpen());
+        PaintedRegion painted(*bench.view.viewport());
+        speed->setParamIndex(2);
+        const QRect middle(bench.at(speed->scenePos() + QPointF(40, 30)), QSize(40, 40));
+        QTRY_VERIFY(QRegion(middle).subtracted(painted.region).isEmpty());
     }
 
     void aTextThatFitsIsShownInItsFullSize()
