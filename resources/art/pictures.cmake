@@ -9,6 +9,7 @@
 
 find_package(Python3 REQUIRED COMPONENTS Interpreter)
 find_program(RSVG_CONVERT rsvg-convert REQUIRED)
+find_program(OPTIPNG optipng REQUIRED)
 
 set(TILER_ART_DIR "${CMAKE_CURRENT_LIST_DIR}")
 

@@ -26,6 +26,9 @@ from xml.sax.saxutils import escape, quoteattr
 HERE = pathlib.Path(__file__).resolve().parent
 GLYPH_SIDE = 80
 WORKERS = 2
+# Without row filters, which take longer to undo than to inflate what they save, and with the
+# kinds of colours as they are.
+OPTIPNG = ["optipng", "-quiet", "-force", "-f0", "-zc9", "-zm8", "-zs0", "-nc", "-nb", "-np"]
 
 OPERATORS = {ast.Add: operator.add, ast.Sub: operator.sub, ast.Mult: operator.mul,
              ast.Div: operator.truediv}
@@ -222,6 +225,8 @@ def rasterize(rsvg, svg, width, height, target):
     temporary = target.with_name(target.name + ".part")
     done = subprocess.run([rsvg, "-w", str(width), "-h", str(height), "-o", str(temporary)],
                           input=svg.encode("utf-8"), stderr=subprocess.PIPE, check=False)
+    if done.returncode == 0:
+        done = subprocess.run(OPTIPNG + [str(temporary)], stderr=subprocess.PIPE, check=False)
     if done.returncode != 0:
         raise PictureError("%s: %s" % (target.name, done.stderr.decode(errors="replace").strip()))
     os.replace(temporary, target)
@@ -243,7 +248,8 @@ def render_all(art, groups, out, rsvg):
         for picture in group["pictures"]:
             svg = compose(art, picture)
             width, height = picture["size"]
-            digest = hashlib.sha256(("%d %d " % (width, height) + svg).encode()).hexdigest()
+            digest = hashlib.sha256(
+                ("%s %d %d " % (" ".join(OPTIPNG), width, height) + svg).encode()).hexdigest()
             name = picture["name"]
             wanted[name] = digest
             if cache.get(name) != digest or not (out / name).exists():

@@ -251,6 +251,21 @@ private slots:
         QCOMPARE(loose->scenePos().y(), 300.0);
     }
 
+    void aPressWhereABlockCouldBeLinkedIsNoneOnEmptyCanvas()
+    {
+        CanvasFixture canvas;
+        supermodule* block = canvas.drop(103, QPointF(600, 350));
+        focusModule = block;
+        QSignalSpy states(&canvas.view, &TzProgramView::mouseSignal);
+        canvas.click(block->scenePos() + QPointF(170, 60));
+        QCOMPARE(values(states).first(), static_cast<int>(MousePressedItem));
+        QCOMPARE(focusModule.data(), block);
+        block->hide();
+        states.clear();
+        canvas.click(block->scenePos() + QPointF(170, 60));
+        QCOMPARE(values(states).first(), static_cast<int>(MousePressedEmpty));
+    }
+
     void aPressOnTheLogoCountsAsEmptyCanvas()
     {
         CanvasFixture canvas;

@@ -33,22 +33,22 @@ void board_sound(int sound);
 
 /* Eight rows from the top, the leftmost dot is bit 7. */
 struct board_picture {
-    int port;
-    const uint8_t* rows;
+	int port;
+	const uint8_t *rows;
 };
 
 /* Shows pictures at the same time; the name says for a reader what they are: "symbol 45". */
-void board_display(const struct board_picture* pictures, int count, const char* name);
+void board_display(const struct board_picture *pictures, int count, const char *name);
 
 /* As switch_state() and TZ_AI() give them to the program. */
 int board_touch(int port);
 int board_analogue(int port);
 
 enum board_end {
-    BOARD_ENDED,    /* user_main has returned */
-    BOARD_STOPPED,  /* board_stop_wanted() said so */
-    BOARD_OVERFLOW, /* a task needed more stack than it has */
-    BOARD_CRASHED   /* the program did what the processor can't do, at an address */
+	BOARD_ENDED,		/* user_main has returned */
+	BOARD_STOPPED,		/* board_stop_wanted() said so */
+	BOARD_OVERFLOW,		/* a task needed more stack than it has */
+	BOARD_CRASHED		/* the program did what the processor can't do, at an address */
 };
 
 /* Asked at every tick: whether something outside, such as a switch, wants the program stopped. */

@@ -9,14 +9,8 @@ void trace_open(void (*put_byte)(char));
 
 /* What a line is about; with the number it tells what its value belongs to. */
 enum trace_subject {
-    TRACE_MOTOR = 1,
-    TRACE_SERVO,
-    TRACE_SOUND,
-    TRACE_DISPLAY,
-    TRACE_PRINT,
-    TRACE_WAIT,
-    TRACE_TOUCH,
-    TRACE_ANALOGUE
+	TRACE_MOTOR = 1, TRACE_SERVO, TRACE_SOUND, TRACE_DISPLAY, TRACE_PRINT,
+	TRACE_WAIT, TRACE_TOUCH, TRACE_ANALOGUE
 };
 
 /*
@@ -35,13 +29,13 @@ int trace_changed(enum trace_subject subject, int number, uint32_t value);
 int trace_heard(int changed);
 
 /* A line with time and task before it, of any length. */
-void trace_text(const char* what, const char* text);
+void trace_text(const char *what, const char *text);
 
 /* The same, formatted, of up to 127 bytes. */
-void trace_line(const char* format, ...) __attribute__((format(printf, 1, 2)));
+void trace_line(const char *format, ...) __attribute__((format(printf, 1, 2)));
 
 /* Rows of one display, or of two side by side. */
-void trace_rows(const uint8_t* left, const uint8_t* right);
+void trace_rows(const uint8_t *left, const uint8_t *right);
 
 /* The running task has waited: its calls count anew. */
 void trace_waited(void);
@@ -50,9 +44,9 @@ void trace_waited(void);
 void trace_task_finished(void);
 
 /* The last line, and for a crash where it was. */
-void trace_end(const char* text, const uint32_t* address);
+void trace_end(const char *text, const uint32_t *address);
 
 /* Value for a text or a picture, equal for equal ones. */
-uint32_t trace_hash(const void* data, uint32_t size);
+uint32_t trace_hash(const void *data, uint32_t size);
 
 #endif

@@ -7,9 +7,9 @@
 #define FACE_COUNT 12
 
 struct face {
-    const char* name;
-    uint8_t left[8];
-    uint8_t right[8];
+	const char *name;
+	uint8_t left[8];
+	uint8_t right[8];
 };
 
 extern const struct face faces[FACE_COUNT];

@@ -26,19 +26,19 @@ uint32_t processor_tick_part(void);
 void processor_request_switch(void);
 
 /* Lays down what a task finds that begins with a call; answers its stack pointer. */
-uint32_t* processor_prepare_stack(uint32_t top, void (*entry)(int), int argument);
+uint32_t *processor_prepare_stack(uint32_t top, void (*entry)(int), int argument);
 
 /* Turns into a task with the stack below top, switches interrupts on, and sleeps between them. */
-void processor_idle(uint32_t* top) __attribute__((noreturn));
+void processor_idle(uint32_t *top) __attribute__((noreturn));
 
 /* Forbids every access to the guard below a stack; with 0 to none. */
 void processor_guard(uint32_t bottom);
 
 /* Whether a fault comes from a stack that has grown beyond its bottom. */
-int processor_overflowed(uint32_t bottom, const uint32_t* frame);
+int processor_overflowed(uint32_t bottom, const uint32_t *frame);
 
 /* Address of the instruction that a fault has interrupted. */
-uint32_t processor_fault_address(const uint32_t* frame);
+uint32_t processor_fault_address(const uint32_t *frame);
 
 /* Interrupts off, tick off, asleep for good. */
 void processor_halt(void) __attribute__((noreturn));

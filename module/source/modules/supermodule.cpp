@@ -39,7 +39,7 @@ supermodule::supermodule(const supermodule& p_other)
       m_text(p_other.m_text)
 {
     initialise();
-    m_selectPicture = p_other.m_selectPicture;
+    m_selectPath = p_other.m_selectPath;
 }
 
 supermodule::~supermodule()
@@ -52,7 +52,6 @@ void supermodule::initialise()
 {
     static const QString s_name = QStringLiteral("module");
     setData(ItemNameKey, s_name);
-    m_pixmap = picture(m_pressedPath);
     setToolTip(m_text);
     ModuleRegistry::remember(this);
 }
@@ -75,9 +74,9 @@ void supermodule::setText(const QString& p_text)
 
 void supermodule::setSelectPicture(const QString& p_path)
 {
-    m_selectPicture = picture(p_path);
+    m_selectPath = p_path;
     if (m_selectItem) {
-        m_selectItem->setPixmap(m_selectPicture);
+        m_selectItem->setPixmap(picture(p_path));
     }
 }
 
@@ -85,7 +84,7 @@ QGraphicsPixmapItem& supermodule::selectItem()
 {
     if (!m_selectItem) {
         const QList<QGraphicsItem*> above = childItems();
-        m_selectItem = std::make_unique<QGraphicsPixmapItem>(m_selectPicture, this);
+        m_selectItem = std::make_unique<QGraphicsPixmapItem>(picture(m_selectPath), this);
         // MaskShape, the default, would be worked out from the picture for each block.
         m_selectItem->setShapeMode(QGraphicsPixmapItem::BoundingRectShape);
         m_selectItem->hide();
@@ -121,14 +120,15 @@ QRectF supermodule::boundingRect() const { return QRectF(0, 0, 120, 140); }
 
 void supermodule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
 {
-    drawPicture(p_painter, 0, 0, m_pixmap);
+    const QPixmap shown = picture(m_pressedPath);
+    drawPicture(p_painter, 0, 0, shown);
     QFont font;
     font.setPixelSize(12);
     p_painter->setFont(font);
     p_painter->setPen(Qt::white);
     // The caption is centred right of the first 40 pixels, which are the picture's icon field.
     const int textWidth = QFontMetrics(font).horizontalAdvance(m_text);
-    p_painter->drawStaticText((m_pixmap.width() - 40 - textWidth) / 2 + 40, 2, QStaticText(m_text));
+    p_painter->drawStaticText((shown.width() - 40 - textWidth) / 2 + 40, 2, QStaticText(m_text));
 }
 
 void supermodule::saveXml(QDomElement& p_parent, QDomDocument& p_document) const

@@ -8,7 +8,6 @@
 #include <QGraphicsPathItem>
 #include <QGraphicsPixmapItem>
 #include <QObject>
-#include <QPixmap>
 #include <QVector>
 
 #include <cstdint>
@@ -70,7 +69,7 @@ public:
 
     /** Palette picture of the block, as a resource path. */
     QString imagePath() const { return m_imagePath; }
-    /** Resource path that the block's own picture was loaded from. */
+    /** Resource path of the picture that the base class paints. */
     QString pressedPath() const { return m_pressedPath; }
     /** Caption: the tool tip, and the text that the base class paints. */
     QString text() const { return m_text; }
@@ -304,7 +303,6 @@ protected:
     /** Makes the connector of a link, of a kind, at a place in block coordinates. */
     void makeConnector(LinkType p_type, int p_kind, const QPointF& p_pos);
 
-    QPixmap m_pixmap;
     /** Outer rectangle of a shape whose size depends on its content; loops only. */
     QRectF m_rect;
 
@@ -336,7 +334,8 @@ private:
     mutable Socket m_nextCollision;
     mutable Socket m_leftCollision;
     mutable Socket m_rightCollision;
-    QPixmap m_selectPicture;
+    /** Resource path of the frame's picture, which is loaded with the item. */
+    QString m_selectPath;
     std::unique_ptr<QGraphicsPixmapItem> m_selectItem;
     supermodule* m_parent = nullptr;
     supermodule* m_next = nullptr;
