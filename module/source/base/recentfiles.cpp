@@ -77,10 +77,10 @@ void writeRecentFiles(const QString& p_path)
 
 void putRecentFileFirst(const QString& p_path)
 {
-    // A copy: the path may be an entry of the list itself.
-    const QString path = p_path;
-    removeRecentFile(path);
-    recentFiles.prepend(path);
+    // Made before anything goes: the path may be an entry of the list itself.
+    const QStringList first{p_path};
+    removeRecentFile(p_path);
+    recentFiles = first + recentFiles;
 }
 
 void removeRecentFile(const QString& p_path)

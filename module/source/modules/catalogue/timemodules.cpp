@@ -28,7 +28,7 @@ QString storedText(const QString& p_stored, const QString& p_other)
         return p_other;
     }
     for (int digits = 1; digits <= std::numeric_limits<float>::max_digits10; ++digits) {
-        const QString shorter = text(digits);
+        QString shorter = text(digits);
         // Fewer digits than a whole number has would bring an exponent, which no key can edit.
         if (shorter.toFloat() == value &&
             !(shorter.contains(QLatin1Char('e')) && !p_stored.contains(QLatin1Char('e')))) {
