@@ -26,8 +26,9 @@ function(tiler_test p_name)
   set_target_properties(${p_name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY
     "${CMAKE_CURRENT_BINARY_DIR}/${p_name}.d")
   add_test(NAME ${p_name} COMMAND ${p_name} ${T_ARGUMENTS})
+  # In quotes, or the sanitizers take a blank in a path for its end.
   set_tests_properties(${p_name} PROPERTIES TIMEOUT ${T_TIMEOUT} ENVIRONMENT
-    "QT_QPA_PLATFORM=offscreen;LANG=en_US.UTF-8;LC_ALL=C.UTF-8;XDG_CONFIG_HOME=${CMAKE_CURRENT_BINARY_DIR}/${p_name}.d/config;XDG_RUNTIME_DIR=/tmp;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/leaks.supp:print_suppressions=0;TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/races.supp")
+    "QT_QPA_PLATFORM=offscreen;LANG=en_US.UTF-8;LC_ALL=C.UTF-8;XDG_CONFIG_HOME=${CMAKE_CURRENT_BINARY_DIR}/${p_name}.d/config;XDG_RUNTIME_DIR=/tmp;LSAN_OPTIONS=suppressions='${PROJECT_SOURCE_DIR}/tests/leaks.supp':print_suppressions=0;TSAN_OPTIONS=suppressions='${PROJECT_SOURCE_DIR}/tests/races.supp'")
 endfunction()
 
 # Warnings for our own code. Calls that Qt 5.15 marks deprecated are in use on

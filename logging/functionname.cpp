@@ -185,16 +185,32 @@ std::size_t operatorPlace(View p_text)
     return s_none;
 }
 
-/** Whether a text goes on with the qualifiers of a function that something stands in. */
-bool goesOnWithQualifier(View p_text)
+/** The qualifier that a text begins with, with its argument; empty where it begins otherwise. */
+View qualifierAt(View p_text)
 {
-    const View text = withoutBlanksInFront(p_text);
     for (const View qualifier : s_qualifiers) {
-        if (startsWith(text, qualifier)) {
-            return true;
+        const View behind = p_text.substr(std::min(qualifier.size(), p_text.size()));
+        if (!startsWith(p_text, qualifier) ||
+            (isNameCharacter(qualifier.front()) && !behind.empty() &&
+             isNameCharacter(behind.front()))) {
+            continue;
         }
+        const std::size_t close = startsWith(behind, "(") ? counterpart(behind, 0, 1) : s_none;
+        return p_text.substr(0, qualifier.size() + (close == s_none ? 0 : close + 1));
     }
-    return false;
+    return {};
+}
+
+/** Whether a text goes on with the qualifiers of a function that something stands in. */
+bool goesOnWithQualifiers(View p_text)
+{
+    View text = withoutBlanksInFront(p_text);
+    bool found = false;
+    for (View next = qualifierAt(text); !next.empty(); next = qualifierAt(text)) {
+        text = withoutBlanksInFront(text.substr(next.size()));
+        found = true;
+    }
+    return found && startsWith(text, "::");
 }
 
 /** The qualified name at the end of a declaration, without return type. */
@@ -208,9 +224,11 @@ View qualifiedName(View p_declaration)
             at = open == s_none ? at - 1 : open;
             continue;
         }
-        const bool inFunction =
-            at > 1 && p_declaration[at - 2] == ')' && goesOnWithQualifier(p_declaration.substr(at));
-        if (character == ' ' && !inFunction) {
+        const auto inFunction = [&] {
+            return endsWith(withoutQualifiers(p_declaration.substr(0, at)), ")") &&
+                   goesOnWithQualifiers(p_declaration.substr(at));
+        };
+        if (character == ' ' && !inFunction()) {
             break;
         }
         --at;

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <mutex>
 
 namespace
 {
@@ -26,6 +27,10 @@ QString timeText(const LogMessage& p_message, const QString& p_pattern)
 {
     // The same names of days and months on every computer.
     const QString pattern = p_pattern.isEmpty() ? QStringLiteral("HH:mm:ss.zzz") : p_pattern;
+    // The C library reads the time zone under a lock that the thread sanitizer doesn't see, and
+    // where there is none it does so in each call.
+    static std::mutex s_zone;
+    const std::scoped_lock lock(s_zone);
     return QLocale::c().toString(p_message.time.toLocalTime(), pattern);
 }
 
@@ -67,42 +72,51 @@ MessageFormat::Value MessageFormat::valueOf(const QString& p_name)
     return key == std::end(s_keys) ? nullptr : key->value;
 }
 
-MessageFormat::MessageFormat(const QString& p_text) : m_text(p_text)
+MessageFormat::MessageFormat(const QString& p_text) : m_text(p_text) { addPieces(p_text, nullptr); }
+
+void MessageFormat::addPieces(const QString& p_text, const Piece* p_clock)
 {
     static const QRegularExpression s_placeholder(
         QStringLiteral("%\\{([A-Za-z]+)(?::(-?[0-9]{1,4}))?\\}"));
-    static const QRegularExpression s_pattern(QStringLiteral("\\{([^}]*)\\}"));
+    // A placeholder within a date pattern doesn't end it.
+    static const QRegularExpression s_pattern(QStringLiteral("\\{((?:%\\{[^{}]*\\}|[^}])*+)\\}"));
     int end = 0;
-    auto found = s_placeholder.globalMatch(p_text);
-    while (found.hasNext()) {
-        const QRegularExpressionMatch match = found.next();
+    int from = 0;
+    for (auto match = s_placeholder.match(p_text); match.hasMatch();
+         match = s_placeholder.match(p_text, from)) {
+        from = match.capturedEnd();
         Piece piece;
         piece.value = valueOf(match.captured(1));
         if (!piece.value) {
             continue;
         }
-        addText(p_text.mid(end, match.capturedStart() - end));
-        end = match.capturedEnd();
+        addText(p_text.mid(end, match.capturedStart() - end), p_clock);
+        end = from;
         piece.width = match.captured(2).toInt();
         if (piece.value == timeText) {
             const auto pattern = s_pattern.match(p_text, end, QRegularExpression::NormalMatch,
                                                  QRegularExpression::AnchoredMatchOption);
             if (pattern.hasMatch()) {
-                piece.text = pattern.captured(1);
-                end = pattern.capturedEnd();
+                from = end = pattern.capturedEnd();
+            }
+            if (pattern.capturedLength(1) > 0) {
+                addPieces(pattern.captured(1), &piece);
+                continue;
             }
         }
         m_pieces.push_back(piece);
     }
-    addText(p_text.mid(end));
+    addText(p_text.mid(end), p_clock);
 }
 
-void MessageFormat::addText(const QString& p_text)
+void MessageFormat::addText(const QString& p_text, const Piece* p_clock)
 {
     if (!p_text.isEmpty()) {
-        Piece piece;
+        Piece piece = p_clock ? *p_clock : Piece();
         piece.text = p_text;
-        piece.text.replace(QLatin1String("\\n"), QLatin1String("\n"));
+        if (!p_clock) {
+            piece.text.replace(QLatin1String("\\n"), QLatin1String("\n"));
+        }
         m_pieces.push_back(piece);
     }
 }

@@ -48,7 +48,9 @@ private:
     };
     static const Key s_keys[];
     static Value valueOf(const QString& p_name);
-    void addText(const QString& p_text);
+    /** Takes a text apart. Within a date pattern p_clock is that pattern's piece, else null. */
+    void addPieces(const QString& p_text, const Piece* p_clock);
+    void addText(const QString& p_text, const Piece* p_clock);
 
     QString m_text;
     std::vector<Piece> m_pieces;

@@ -9,12 +9,15 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QDeadlineTimer>
 #include <QDebug>
+#include <QDir>
 #include <QLocale>
 #include <QSysInfo>
 #include <QThread>
 #include <QTime>
 #include <QTranslator>
+#include <QWindow>
 
 #include <memory>
 
@@ -29,6 +32,29 @@ void leaveOutOpenGl()
     const char name[] = "QT_XCB_GL_INTEGRATION";
     if (!qEnvironmentVariableIsSet(name)) {
         qputenv(name, "none");
+    }
+}
+
+/** A path as it stays right when the current folder changes; nothing stays nothing. */
+QString absolutePath(const QString& p_path)
+{
+    return p_path.isEmpty() || QDir::isAbsolutePath(p_path)
+               ? p_path
+               : QDir::cleanPath(QDir::current().absoluteFilePath(p_path));
+}
+
+/**
+ * Waits until an X server has given the window its place, a second at most: a message box that
+ * comes before stands in the middle of where the window was going to be. Elsewhere a window has its
+ * place at once.
+ */
+void awaitPlace(const QWidget& p_window)
+{
+    const QDeadlineTimer deadline(QGuiApplication::platformName() == QLatin1String("xcb") ? 1000
+                                                                                          : 0);
+    while (!p_window.windowHandle()->isExposed() && !deadline.hasExpired()) {
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        QThread::msleep(1);
     }
 }
 
@@ -71,7 +97,8 @@ int main(int argc, char** argv)
     MainWindow window;
     window.showMaximized();
     if (argc > 1) {
-        window.openPath(QString::fromLocal8Bit(argv[1]));
+        awaitPlace(window);
+        window.openPath(absolutePath(QString::fromLocal8Bit(argv[1])));
     }
     return QApplication::exec();
 }

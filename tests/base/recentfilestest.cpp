@@ -45,6 +45,20 @@ private slots:
         QCOMPARE(recentFilesPath(), installPath("\\records.txt"));
     }
 
+    void oneFileIsOneEntryWhicheverSlashesItIsGivenWith()
+    {
+        recentFiles = QStringList{"C:/a/b.tlrx", "/c.tlrx"};
+        putRecentFileFirst("C:\\a\\b.tlrx");
+        QCOMPARE(recentFiles, (QStringList{"C:\\a\\b.tlrx", "/c.tlrx"}));
+        putRecentFileFirst("/c.tlrx");
+        putRecentFileFirst("C:/a\\b.tlrx");
+        QCOMPARE(recentFiles, (QStringList{"C:/a\\b.tlrx", "/c.tlrx"}));
+        putRecentFileFirst(recentFiles.last());
+        QCOMPARE(recentFiles, (QStringList{"/c.tlrx", "C:/a\\b.tlrx"}));
+        removeRecentFile("C:\\a/b.tlrx");
+        QCOMPARE(recentFiles, QStringList{"/c.tlrx"});
+    }
+
     void aMissingFileGivesAnEmptyList()
     {
         readRecentFiles(listFile());

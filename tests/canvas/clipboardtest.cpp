@@ -214,10 +214,44 @@ private slots:
             QVERIFY(!ClipBoard::hasFormat(s_blocks));
             QVERIFY(!hasFrame(first));
         }
-        // Another program's text goes, too.
+    }
+
+    void whatSomebodyElsePutOnTheClipboardStays()
+    {
+        CanvasFixture canvas;
+        supermodule* first = canvas.dropBehind(canvas.main(), 103);
+        const QPointF ground(700, 550);
+        const QString text = QStringLiteral("text");
+        clipboard().setText(text);
+        canvas.click(ground);
+        QCOMPARE(clipboard().text(), text);
+        // Also behind a copy of this window's own, whose frame went with it.
+        copy(canvas, first);
+        clipboard().setText(text);
+        QVERIFY(!hasFrame(first));
+        canvas.click(ground);
+        canvas.click(first->scenePos() + QPointF(30, 30));
+        QCOMPARE(clipboard().text(), text);
+        // And blocks that are another window's.
+        copy(canvas, first);
+        const QString others = QStringLiteral("<vantrel><basenode><module id=\"104\"/></basenode>"
+                                              "</vantrel>");
+        ClipBoard::setData(s_blocks, others);
+        canvas.click(ground);
+        QCOMPARE(blocksText(), others);
+        const int before = canvas.blocks().size();
+        canvas.key(Qt::Key_V, Qt::ControlModifier);
+        QCOMPARE(canvas.blocks().size(), before + 1);
+    }
+
+    void deletingTheCopiedBlockLeavesWhatIsSomebodyElses()
+    {
+        CanvasFixture canvas;
+        supermodule* first = canvas.dropBehind(canvas.main(), 103);
+        copy(canvas, first);
         clipboard().setText(QStringLiteral("text"));
-        canvas.click(QPointF(700, 550));
-        QCOMPARE(clipboard().text(), QString());
+        canvas.view.deleteModule(first);
+        QCOMPARE(clipboard().text(), QStringLiteral("text"));
     }
 
     void aPressOnTheRootOfASubProgramKeepsTheCopy()

@@ -146,13 +146,33 @@ at 1000 400
 sleep 0.5
 looks_like pasted 0 40 1280 430 || fail "a text is taken for blocks"
 has_text "$xml" || fail "the text doesn't outlive being pasted"
-# A click on the canvas empties the clipboard.
+# A click on the canvas leaves it on the clipboard.
 click 1000 400
+has_text "$xml" || fail "a click on the canvas takes another program's text off the clipboard"
 xdotool windowactivate --sync "$editor"
 key End
 key ctrl+v
-sleep 0.5
-written "$xml" || fail "a click on the canvas leaves the text on the clipboard"
+wait_until written "$xml$xml" || fail "the text can't be pasted behind a click on the canvas"
+
+# Nor does it take the other window's blocks away. Those of its own it does.
+to "$first"
+click 112 150
+key ctrl+c
+wait_until has_formats $blocks || fail "nothing was copied"
+to "$second"
+click 1000 400
+sleep 0.3
+has_formats $blocks || fail "a click in one window takes the other's blocks off the clipboard"
+at 700 300
+key ctrl+v
+wait_until looks_unlike pasted 700 300 200 100 ||
+    fail "the blocks can't be pasted behind a click on the canvas"
+key ctrl+z
+at 1000 400
+wait_until looks_like pasted 0 40 1280 430 || fail "undo doesn't take the pasted chain again"
+to "$first"
+click 1000 300
+wait_until test -z "$(clipboard get $blocks)" || fail "a click leaves the window's own copy"
 
 # The blocks go with the window that they were copied in.
 to "$first"

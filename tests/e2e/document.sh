@@ -121,6 +121,26 @@ key space
 ended
 [ "$(sha256sum <"$project")" = "$saved" ] || fail "no has saved"
 
+# A file on the command line that is none: the box about it stands in the middle of the window.
+echo text >"$work/bad.tlrx"
+start "$work/bad.tlrx"
+dialog "Open file"
+middle_of() {
+    local X Y WIDTH HEIGHT SCREEN WINDOW
+    eval "$(xdotool getwindowgeometry --shell "$1")"
+    echo $((X + WIDTH / 2)) $((Y + HEIGHT / 2))
+}
+box="$(xdotool search --all --onlyvisible --pid "$process" --name '^Open file$')"
+read -r x y < <(middle_of "$window")
+read -r box_x box_y < <(middle_of "$box")
+[ $((box_x - x)) -ge -20 ] && [ $((box_x - x)) -le 20 ] &&
+    [ $((box_y - y)) -ge -50 ] && [ $((box_y - y)) -le 50 ] ||
+    fail "the box stands at $box_x $box_y, the window's middle is $x $y"
+key Return
+wait_until no_dialog "Open file" || fail "Return doesn't close the box"
+key ctrl+q
+ended
+
 # A file dragged out of another program. Only a project is opened, and not over unsaved work.
 start
 echo text >"$work/说明.txt"

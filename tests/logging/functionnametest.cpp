@@ -53,6 +53,12 @@ public:
         [](int) { SAYS("zoo::Cage::operator<::<lambda>"); }(1);
         return false;
     }
+    decltype(auto) constant() const&
+    {
+        SAYS("zoo::Cage::constant");
+        [] { SAYS("zoo::Cage::constant::<lambda>"); }();
+        return 1;
+    }
     bool operator>(const Cage& /*p_other*/) const
     {
         SAYS("zoo::Cage::operator>");
@@ -276,6 +282,18 @@ private slots:
         row("<unnamed struct>::<constructor>", "<unnamed struct>::<constructor>");
         row("std::string name[abi:cxx11](int)", "name");
         row("void f() const & noexcept(true)", "f");
+        row("Tree::grow(int) const &::<lambda()>", "Tree::grow::<lambda>");
+        row("Tree::grow(int) &&::<lambda(int)> mutable", "Tree::grow::<lambda>");
+        row("Tree::grow(int) const volatile && noexcept(true)::<lambda()>", "Tree::grow::<lambda>");
+        row("Tree::constant() const &::<lambda()>::<lambda()>",
+            "Tree::constant::<lambda>::<lambda>");
+        row("decltype(auto) Tree::grow(T) const & [with T = int]", "Tree::grow");
+        row("decltype(auto) Tree::grow()::<lambda()>", "Tree::grow::<lambda>");
+        row("decltype(auto) constant()", "constant");
+        row("decltype(auto) finalStep()::<lambda()>", "finalStep::<lambda>");
+        row("decltype(auto) &Tree::self() const &::<lambda()>", "Tree::self::<lambda>");
+        row("decltype(auto) Tree::operator()(int) const &::<lambda()>",
+            "Tree::operator()::<lambda>");
         row("std::strong_ordering Tree::operator<=>(const Tree&) const", "Tree::operator<=>");
         row("bool operator()(int, int)", "operator()");
         row("Tree::operator QList<int>*() const", "Tree::operator QList*");

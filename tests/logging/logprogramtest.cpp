@@ -38,6 +38,9 @@ private slots:
         m_folder = m_dir->filePath(QString::fromUtf8("安装 目录"));
         QVERIFY(QDir().mkpath(m_folder));
         QVERIFY(QFile::copy(qEnvironmentVariable("TILER_PROGRAM"), installed("vantrel")));
+        // Its path is one in every code page, wherever the examples lie.
+        QVERIFY(QFile::copy(qEnvironmentVariable("TILER_EXAMPLES") + QStringLiteral("/square.tlrx"),
+                            project()));
     }
 
     void theLogBeginsWithTheBanner()
@@ -72,8 +75,12 @@ private slots:
         QVERIFY(symlink(folder, QFile::encodeName(link)) == 0);
         m_folder = link;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("LD_PRELOAD"),
-                           qEnvironmentVariable("TILER_CHINESE_CODE_PAGE"));
+        // By its name: the loader takes a blank in a path for the end of it.
+        const QFileInfo codePage(qEnvironmentVariable("TILER_CHINESE_CODE_PAGE"));
+        environment.insert(QStringLiteral("LD_PRELOAD"), codePage.fileName());
+        environment.insert(QStringLiteral("LD_LIBRARY_PATH"),
+                           codePage.path() + QLatin1Char(':') +
+                               environment.value(QStringLiteral("LD_LIBRARY_PATH")));
         // The address sanitizer wants to be the first library, but can do with less.
         environment.insert(QStringLiteral("ASAN_OPTIONS"),
                            qEnvironmentVariable("ASAN_OPTIONS") +
@@ -192,6 +199,7 @@ private:
     static bool stop(QProcess& p_process);
 
     std::unique_ptr<QTemporaryDir> m_dir;
+    QString project() const { return m_dir->filePath(QStringLiteral("square.tlrx")); }
     QString m_folder;
 };
 
@@ -209,9 +217,7 @@ QStringList LogProgramTest::log() const
 void LogProgramTest::start(QProcess& p_process, const QStringList& p_arguments) const
 {
     p_process.setProcessChannelMode(QProcess::MergedChannels);
-    p_process.start(installed("vantrel"), QStringList(qEnvironmentVariable("TILER_EXAMPLES") +
-                                                      QStringLiteral("/square.tlrx")) +
-                                              p_arguments);
+    p_process.start(installed("vantrel"), QStringList(project()) + p_arguments);
     // The error stream has the debug lines at every level.
     QByteArray output;
     while (output.count(s_linked.toLatin1() + '>') < s_links && p_process.waitForReadyRead(30000)) {

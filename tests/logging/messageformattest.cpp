@@ -42,6 +42,11 @@ private slots:
         row("%{time}{dddd d MMMM h ap}", QStringLiteral("Wednesday 4 March 3 pm"));
         row("%{time:-6}{HH:mm}|%{time:6}{HH:mm}|", QStringLiteral("15:06 | 15:06|"));
         row("%{time}{HH:mm", QStringLiteral("15:06:07.089{HH:mm"));
+        // A key within a date pattern has its value there, once.
+        row("%{time}{HH %{line} mm}|%{type}", QStringLiteral("15 42 06|Warning"));
+        row("%{time}{%{line:4}}|", QStringLiteral("  42|"));
+        row("%{time}{HH %{time} ss}|", QStringLiteral("15 15:06:07.089 07|"));
+        row("%{time}{HH %{line} mm", QStringLiteral("15:06:07.089{HH 42 mm"));
         row("%{time} {x}", QStringLiteral("15:06:07.089 {x}"));
         row("%{type}{x}", QStringLiteral("Warning{x}"));
         row("%{type}", QStringLiteral("Warning"));

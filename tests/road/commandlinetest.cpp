@@ -1,5 +1,6 @@
 #include "support/probe/probedprogram.h"
 
+#include <QDir>
 #include <QLibraryInfo>
 #include <QRegularExpression>
 #include <QStandardPaths>
@@ -32,7 +33,7 @@ private slots:
         QTest::addColumn<int>("exitCode");
         QTest::addColumn<QString>("output");
         QTest::addColumn<QString>("error");
-        const QString usage = QStringLiteral("^Usage: \\S*vantrel(\\.exe)? \\[options\\]\\n(.*\\n)*"
+        const QString usage = QStringLiteral("^Usage: .*vantrel(\\.exe)? \\[options\\]\\n(.*\\n)*"
                                              "  (-\\?, )?-h, --help +\\S.*\\n(.*\\n)*"
                                              "  -v, --version +\\S.*\\n(.*\\n)*"
                                              "  --loglevel <loglevel> +log level "
@@ -47,6 +48,10 @@ private slots:
         row(QStringLiteral("--help"), 0, usage, nothing);
         row(QStringLiteral("-h"), 0, usage, nothing);
         row(QStringLiteral("--loglevel=debug --help"), 0, usage, nothing);
+        row(QStringLiteral("--help-all"), 0,
+            QStringLiteral("^Usage: .*\\n(.*\\n)*  --help-all +\\S.*\\n(.*\\n)*"
+                           "  --loglevel <loglevel> +log level(.*\\n)*  --platform <(.*\\n)*"),
+            nothing);
         row(QStringLiteral("--version"), 0, version, nothing);
         row(QStringLiteral("-v"), 0, version, nothing);
         row(QStringLiteral("a.tlrx -v"), 0, version, nothing);
@@ -204,6 +209,22 @@ private slots:
         const QList<QJsonObject> windows = program.visibleWindows();
         QCOMPARE(windows.size(), 1);
         QCOMPARE(windows.first()[QStringLiteral("windowTitle")].toString(), title);
+    }
+
+    void aRelativePathIsMadeAbsolute()
+    {
+        const QString before = QDir::currentPath();
+        const QString folder = qEnvironmentVariable("TILER_EXAMPLES");
+        QVERIFY(QDir::setCurrent(folder));
+        const QString inside = QStringLiteral("../%1/./square.tlrx").arg(QDir(folder).dirName());
+        for (const QString& path : {QStringLiteral("square.tlrx"), inside}) {
+            ProbedProgram program(environment(s_offscreen));
+            QVERIFY2(program.run({path}), qPrintable(program.story()));
+            QCOMPARE(program.visibleWindows().size(), 1);
+            QCOMPARE(program.visibleWindows().first()[QStringLiteral("windowTitle")].toString(),
+                     QStringLiteral("Tiler v1.1.2 2020-12-17:  %1/square.tlrx[*]").arg(folder));
+        }
+        QVERIFY(QDir::setCurrent(before));
     }
 
     void theWindowOpensOnADisplayThatAnOptionNames()

@@ -6,6 +6,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -275,6 +276,35 @@ private slots:
         });
         choose(bench.moreButton(), QStringLiteral("关于"));
         QVERIFY(shown);
+    }
+
+    void aButtonIsNotPressedWhileADialogFromItsMenuStands()
+    {
+        const Bench bench;
+        for (QPushButton* button : {&bench.fileButton(), &bench.moreButton()}) {
+            QAction* last = button->menu()->actions().last();
+            QAction asks(QStringLiteral("asks"), button->menu());
+            button->menu()->insertAction(last, &asks);
+            bool downInMenu = false;
+            bool downInDialog = true;
+            QDialog dialog;
+            connect(&asks, &QAction::triggered, &dialog, [&] {
+                QTimer::singleShot(0, &dialog, [&] {
+                    downInDialog = button->isDown();
+                    dialog.reject();
+                });
+                dialog.exec();
+            });
+            QTimer::singleShot(0, button->menu(), [&] {
+                downInMenu = button->isDown();
+                QTest::mouseClick(button->menu(), Qt::LeftButton, Qt::NoModifier,
+                                  button->menu()->actionGeometry(&asks).center());
+            });
+            QTest::mouseClick(button, Qt::LeftButton);
+            QVERIFY(downInMenu);
+            QVERIFY(!downInDialog);
+            QVERIFY(!button->isDown());
+        }
     }
 
     void anEmptyRecentListEmptiesTheMenu()

@@ -252,6 +252,14 @@ const Wire s_wires[] = {
          QVERIFY(wasConnected(b.bar(), &TzToolBar::appUpgradeSignal, b.window,
                               &MainWindow::onAppUpgrade));
      }},
+    {Bar, "nameDoneSignal()", "Return in the name field",
+     [](WindowBench& b) {
+         auto* field = b.bar().findChild<QLineEdit*>();
+         field->setFocus();
+         QVERIFY(!b.canvas().hasFocus());
+         QTest::keyClick(field, Qt::Key_Return);
+         QVERIFY(b.canvas().hasFocus());
+     }},
     {Bar, "openRecentFileSignal(QString)", "an entry of the recent menu",
      [](WindowBench& b) {
          QVERIFY(writeWhole(b.path(), s_project));

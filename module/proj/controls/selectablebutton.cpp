@@ -8,6 +8,31 @@
 namespace
 {
 SelectableButton* s_current = nullptr;
+/** Room on either side of a text, for the edges of the field's picture. */
+const int s_textMargin = 4;
+/** The smallest digits that are legible at a scale of 1. */
+const int s_smallestPixels = 9;
+
+bool isDigit(int p_key) { return Qt::Key_0 <= p_key && p_key <= Qt::Key_9; }
+
+/** A text and the font that it fits a width in. */
+struct FittedText {
+    QFont font;
+    QString text;
+};
+
+/** Smaller letters for a text that is too long, and where these are too wide, its beginning. */
+FittedText fitted(const QString& p_text, const QFont& p_font, int p_width)
+{
+    QFont font = p_font;
+    const auto isTooWide = [&] { return QFontMetrics(font).horizontalAdvance(p_text) > p_width; };
+    for (int pixels = QFontInfo(font).pixelSize(); pixels > s_smallestPixels && isTooWide();) {
+        font.setPixelSize(--pixels);
+    }
+    // Asked once more: eliding is stricter by a fraction of a pixel.
+    return {font,
+            isTooWide() ? QFontMetrics(font).elidedText(p_text, Qt::ElideRight, p_width) : p_text};
+}
 } // namespace
 
 SelectableButton::SelectableButton(QWidget* p_parent) : QPushButton(p_parent)
@@ -40,7 +65,7 @@ void SelectableButton::setSelected(bool p_selected)
 
 bool SelectableButton::acceptsKey(int p_key) const
 {
-    if (Qt::Key_0 <= p_key && p_key <= Qt::Key_9) {
+    if (isDigit(p_key)) {
         return m_keyMask & KeyboardDigits;
     }
     switch (p_key) {
@@ -61,26 +86,22 @@ void SelectableButton::applyKey(int p_key)
     if (wasSelected) {
         setSelected(false);
     }
-    QString edited = text();
+    const bool isCharacter = p_key == Qt::Key_Period || isDigit(p_key);
+    if (!isCharacter && p_key != Qt::Key_Minus && p_key != Qt::Key_Backspace) {
+        return;
+    }
+    QString edited = wasSelected ? QString() : text();
     if (p_key == Qt::Key_Backspace) {
-        wasSelected ? edited.clear() : edited.chop(1);
-    } else {
-        if (wasSelected) {
-            edited.clear();
+        edited.chop(1);
+    } else if (p_key == Qt::Key_Minus) {
+        if (edited.startsWith(QLatin1Char('-'))) {
+            edited.remove(0, 1);
+        } else {
+            edited.prepend(QLatin1Char('-'));
         }
-        if (p_key == Qt::Key_Minus) {
-            if (edited.startsWith(QLatin1Char('-'))) {
-                edited.remove(0, 1);
-            } else {
-                edited.prepend(QLatin1Char('-'));
-            }
-        } else if (p_key == Qt::Key_Period || (Qt::Key_0 <= p_key && p_key <= Qt::Key_9)) {
-            // The codes of these keys are their characters.
-            const QChar ch(p_key);
-            if (canAppend(edited, ch)) {
-                edited.append(ch);
-            }
-        }
+    } else if (canAppend(edited, QChar(p_key))) {
+        // The codes of these keys are their characters.
+        edited.append(QChar(p_key));
     }
     setText(edited);
 }
@@ -102,6 +123,11 @@ bool SelectableButton::canAppend(const QString& p_text, QChar p_ch)
     return pointAt >= 0 ? next.size() - pointAt <= 3 : next.size() <= 6;
 }
 
+QString SelectableButton::shownText() const
+{
+    return fitted(text(), font(), width() - 2 * s_textMargin).text;
+}
+
 void SelectableButton::keyPressEvent(QKeyEvent* p_event)
 {
     if (acceptsKey(p_event->key())) {
@@ -110,24 +136,28 @@ void SelectableButton::keyPressEvent(QKeyEvent* p_event)
     }
 }
 
-void SelectableButton::paintEvent(QPaintEvent* p_event)
+void SelectableButton::paintEvent(QPaintEvent*)
 {
-    QPushButton::paintEvent(p_event);
+    const FittedText shown = fitted(text(), font(), width() - 2 * s_textMargin);
+    const QFontMetrics metrics(shown.font);
+    QStylePainter painter(this);
+    painter.setFont(shown.font);
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    option.text = shown.text;
+    option.fontMetrics = metrics;
+    painter.drawControl(QStyle::CE_PushButton, option);
     if (!m_selected || text().isEmpty()) {
         return;
     }
-    const QFontMetrics metrics(font());
-    const int markWidth = metrics.boundingRect(text()).width() + 2;
+    const int markWidth = metrics.boundingRect(shown.text).width() + 2;
     const int markHeight = metrics.height();
     const QRect mark(static_cast<int>(width() / 2.0 - markWidth / 2.0),
                      static_cast<int>(height() / 2.0 - markHeight / 2.0), markWidth, markHeight);
     const QColor blue(0, 120, 215, 255);
-    QStylePainter painter(this);
     painter.setPen(blue);
     painter.setBrush(blue);
     painter.drawRect(mark);
-    QStyleOptionButton option;
-    initStyleOption(&option);
     option.palette.setColor(QPalette::ButtonText, Qt::white);
     painter.drawControl(QStyle::CE_PushButtonLabel, option);
 }

@@ -15,6 +15,7 @@ enum KeyboardOption : uint32_t {
 /**
  * The number-entry button of a block. A press marks its whole text; the next key then replaces
  * the text, later keys edit it at its end. At most one button is marked at a time.
+ * A text too long for the button is painted in smaller letters, and cut off where these don't help.
  */
 class SelectableButton : public QPushButton
 {
@@ -34,8 +35,11 @@ public:
     void setKeyMask(uint32_t p_keyMask) { m_keyMask = p_keyMask; }
     /** True when the mask lets a Qt::Key code through; only digits, point, minus, Backspace can. */
     bool acceptsKey(int p_key) const;
-    /** Edits the text by one key, whatever the mask says. Keys against the rules do nothing. */
+    /** Edits the text by one key, whatever the mask says. Other keys, and those against the
+     * rules, leave the text alone; the mark goes with any key. */
     void applyKey(int p_key);
+    /** The text as it is painted: all of it, or its beginning where that can't be made to fit. */
+    QString shownText() const;
     /** True when p_ch may be put behind p_text: at most two decimals, else at most six characters.
      */
     static bool canAppend(const QString& p_text, QChar p_ch);

@@ -6,6 +6,8 @@
 #include <QFileInfo>
 #include <QSet>
 
+#include <algorithm>
+
 QStringList recentFiles;
 
 namespace
@@ -35,6 +37,9 @@ QByteArray nextLine(QFile& p_file)
     return line;
 }
 
+/** The form that paths are compared in: Windows takes either slash. */
+QString withSlashes(QString p_path) { return p_path.replace(QLatin1Char('\\'), QLatin1Char('/')); }
+
 /** Opening a pipe would wait for its other end. */
 bool isPlainFile(const QString& p_path) { return QFileInfo(p_path).isFile(); }
 } // namespace
@@ -51,8 +56,7 @@ void readRecentFiles(const QString& p_path)
     for (QByteArray line = nextLine(file); !line.isEmpty(); line = nextLine(file)) {
         line.chop(1);
         // Up to the first zero byte only, like every text that comes from this file.
-        QString path = QString::fromLatin1(line.constData());
-        path.replace(QLatin1Char('\\'), QLatin1Char('/'));
+        const QString path = withSlashes(QString::fromLatin1(line.constData()));
         if (!known.contains(path)) {
             known.insert(path);
             recentFiles.append(path);
@@ -73,6 +77,17 @@ void writeRecentFiles(const QString& p_path)
 
 void putRecentFileFirst(const QString& p_path)
 {
-    recentFiles.removeOne(p_path);
-    recentFiles.prepend(p_path);
+    // Made before anything goes: the path may be an entry of the list itself.
+    const QStringList first{p_path};
+    removeRecentFile(p_path);
+    recentFiles = first + recentFiles;
+}
+
+void removeRecentFile(const QString& p_path)
+{
+    const QString path = withSlashes(p_path);
+    recentFiles.erase(
+        std::remove_if(recentFiles.begin(), recentFiles.end(),
+                       [&path](const QString& p_other) { return withSlashes(p_other) == path; }),
+        recentFiles.end());
 }

@@ -23,5 +23,11 @@ void readRecentFiles(const QString& p_path);
  */
 void writeRecentFiles(const QString& p_path);
 
-/** Puts a path first, moving it if it is in the list already. */
+/**
+ * Puts a path first, as it is given. If it is in the list already, with whichever slashes, that
+ * entry goes.
+ */
 void putRecentFileFirst(const QString& p_path);
+
+/** Takes a path off the list, with whichever slashes it stands there. */
+void removeRecentFile(const QString& p_path);

@@ -37,6 +37,7 @@ void BlockClipboard::copy(supermodule* p_module)
     }
     m_ownClipboardChange = true;
     ClipBoard::setData(QLatin1String(s_format), Document::clipboardText(taken));
+    m_data = QGuiApplication::clipboard()->mimeData();
     showFrame();
 }
 
@@ -46,7 +47,17 @@ void BlockClipboard::undoCopy()
         m_copied->setSelectTree(false);
     }
     m_copied.clear();
-    QGuiApplication::clipboard()->setText(QString());
+    emptyClipboard();
+}
+
+void BlockClipboard::emptyClipboard()
+{
+    QClipboard* clipboard = QGuiApplication::clipboard();
+    // Not ownsClipboard(), which is also true of a text out of the code pane: the clipboard gives
+    // back the object that it was given for as long as it is the one that stands there.
+    if (m_data && clipboard->mimeData() == m_data) {
+        clipboard->setText(QString());
+    }
 }
 
 void BlockClipboard::paste(const QPoint& p_at)
@@ -75,7 +86,7 @@ void BlockClipboard::removing(const supermodule* p_module)
 {
     if (m_copied && p_module == m_copied) {
         m_copied.clear();
-        QGuiApplication::clipboard()->setText(QString());
+        emptyClipboard();
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QClipboard>
+#include <QMimeData>
 #include <QObject>
 #include <QPoint>
 #include <QPointer>
@@ -26,7 +27,7 @@ public:
      * of which there is one, give a form without blocks, and the frame stays where it was.
      */
     void copy(supermodule* p_module);
-    /** Takes the frame away, and the blocks off the clipboard. */
+    /** Takes the frame away, and off the clipboard what this has put there. */
     void undoCopy();
     /** Pastes what is on the clipboard, at a scene point. */
     void paste(const QPoint& p_at);
@@ -36,15 +37,20 @@ public:
     void showFrame();
     /** Forgets the source of the last copy: the document is another one. */
     void forget() { m_copied.clear(); }
-    /** A block is about to be deleted: with the source the clipboard becomes empty. */
+    /** A block is about to be deleted: with the source its copy goes off the clipboard. */
     void removing(const supermodule* p_module);
 
 public slots:
     void OnClipboardChanged(QClipboard::Mode p_mode);
 
 private:
+    /** Empties the clipboard, unless what is there comes from somebody else. */
+    void emptyClipboard();
+
     Document& m_document;
     QPointer<supermodule> m_copied;
+    /** What the last copy put on the clipboard, which owns it; null once that holds other data. */
+    QPointer<const QMimeData> m_data;
     /** True while the change of the clipboard that is to be reported is our own. */
     bool m_ownClipboardChange = false;
 };

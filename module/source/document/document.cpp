@@ -93,8 +93,7 @@ int Document::open(const QString& p_path)
     actions().setBytes(content.actions);
     setModified(false);
     showSlot(m_mainModule->id);
-    QString path = p_path;
-    putRecentFileFirst(path.replace(QLatin1Char('\\'), QLatin1Char('/')));
+    putRecentFileFirst(p_path);
     emit changed({DocumentChange::RecentFiles});
     return ProjectOpened;
 }
@@ -128,7 +127,7 @@ void Document::takeIn(const QDomElement& p_project)
 
 void Document::forgetRecentFile(const QString& p_path)
 {
-    recentFiles.removeAll(p_path);
+    removeRecentFile(p_path);
     emit changed({DocumentChange::RecentFiles});
 }
 

@@ -36,6 +36,7 @@ std::unique_ptr<QPushButton> makeButton(const ButtonSpec& p_spec)
     if (p_spec.toolTip) {
         button->setToolTip(QString::fromLatin1(p_spec.toolTip));
     }
-    button->resize(p_spec.geometry.size());
+    // Otherwise a proxy grows with the text of its widget.
+    button->setFixedSize(p_spec.geometry.size());
     return button;
 }

@@ -4,6 +4,7 @@
 
 #include <QDebug>
 #include <QDomDocument>
+#include <QSet>
 #include <QXmlDefaultHandler>
 #include <QXmlInputSource>
 #include <QXmlSimpleReader>
@@ -34,12 +35,14 @@ public:
     }
     bool internalEntityDecl(const QString& p_name, const QString& p_value) override
     {
+        m_declared.insert(p_name);
         return m_references <= s_maximalReferences &&
                m_declarations->internalEntityDecl(p_name, p_value);
     }
     bool externalEntityDecl(const QString& p_name, const QString& p_publicId,
                             const QString& p_systemId) override
     {
+        m_declared.insert(p_name);
         return m_declarations->externalEntityDecl(p_name, p_publicId, p_systemId);
     }
 
@@ -82,12 +85,17 @@ public:
     {
         return m_handler->processingInstruction(p_target, p_data);
     }
-    bool skippedEntity(const QString& p_name) override { return m_handler->skippedEntity(p_name); }
+    bool skippedEntity(const QString& p_name) override
+    {
+        // The parser would leave out what nobody has declared without a word.
+        return m_declared.contains(p_name) && m_handler->skippedEntity(p_name);
+    }
     QString errorString() const override { return m_handler->errorString(); }
 
 private:
     QXmlContentHandler* m_handler = nullptr;
     QXmlDeclHandler* m_declarations = nullptr;
+    QSet<QString> m_declared;
     int m_references;
     int m_depth = 0;
 };

@@ -61,6 +61,18 @@ const QtOption* qtOption(const QString& p_argument)
     return found;
 }
 
+/** Adds Qt's own options, but for those that the parser adds itself without a window. */
+void addQtOptions(QCommandLineParser& p_parser)
+{
+    for (const QtOption& option : s_qtOptions) {
+        const QString name = QLatin1String(option.name);
+        if (name != QLatin1String("qmljsdebugger")) {
+            p_parser.addOption(QCommandLineOption(
+                name, QString(), option.value == OptionValue::None ? QString() : name));
+        }
+    }
+}
+
 /** The arguments without Qt's options and their values. */
 QStringList withoutQtOptions(const QStringList& p_arguments)
 {
@@ -117,7 +129,8 @@ void answerWithoutWindow(int& p_argc, char** p_argv)
     const QCommandLineOption version = parser.addVersionOption();
     parser.addOption(logLevelOption());
     const bool understood = parser.parse(withoutQtOptions(argumentsOf(p_argc, p_argv)));
-    const bool asked = understood && (parser.isSet(help) || parser.isSet(version));
+    const bool askedAll = understood && parser.optionNames().contains(QStringLiteral("help-all"));
+    const bool asked = askedAll || (understood && (parser.isSet(help) || parser.isSet(version)));
     if (understood && !asked) {
         return;
     }
@@ -127,6 +140,9 @@ void answerWithoutWindow(int& p_argc, char** p_argv)
         // on them.
         QCoreApplication::setApplicationName(QStringLiteral("Tiler"));
         QCoreApplication::setApplicationVersion(programVersion());
+    }
+    if (askedAll) {
+        addQtOptions(parser);
     }
     parser.process(withoutQtOptions(QCoreApplication::arguments()));
 }

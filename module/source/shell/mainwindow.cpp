@@ -93,8 +93,7 @@ void MainWindow::buildWindow()
     outer->setCollapsible(1, false);
     outer->setStretchFactor(0, 1);
     layout->addWidget(outer);
-    // Blocks that another window of the program has copied can be pasted at once. A click that
-    // gave the canvas the keys would take them off the clipboard.
+    // Blocks that another window of the program has copied can be pasted at once.
     m_programView.setFocus();
 }
 
@@ -121,6 +120,7 @@ void MainWindow::connectParts()
     connect(m_toolBar, &TzToolBar::chgToEditActionsSignal, this, &MainWindow::OnEditActions);
     connect(m_toolBar, &TzToolBar::appUpgradeSignal, this, &MainWindow::onAppUpgrade);
     connect(m_toolBar, &TzToolBar::openRecentFileSignal, this, &MainWindow::OnOpenRecentFileSignal);
+    connect(m_toolBar, &TzToolBar::nameDoneSignal, view, QOverload<>::of(&QWidget::setFocus));
 
     connect(m_blockWidget, &TzBlockWidget::NewProgramSignal, view, &TzProgramView::OnNewSub);
     connect(m_blockWidget, &TzBlockWidget::NewTaskSignal, view, &TzProgramView::OnNewTask);

@@ -13,6 +13,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QProcess>
 #include <QPushButton>
 #include <QRegExpValidator>
@@ -50,6 +51,15 @@ QString styleOf(const ToolPictures& p_pictures)
     return buttonStyleSheet(QString::fromLatin1(p_pictures.normal),
                             QString::fromLatin1(p_pictures.hover),
                             QString::fromLatin1(p_pictures.pressed), QStringLiteral("white"));
+}
+
+void setMenu(QPushButton& p_button, QMenu& p_menu)
+{
+    p_button.setMenu(&p_menu);
+    // The button runs the menu in a call that lasts as long as a dialog from it, and would look
+    // pressed all the while.
+    QObject::connect(&p_menu, &QMenu::aboutToHide, &p_button,
+                     [&p_button] { p_button.setDown(false); });
 }
 
 QString firmwareTimeKey() { return QStringLiteral("fw.update_time"); }
@@ -111,6 +121,8 @@ TzToolBar::~TzToolBar()
 QPushButton* TzToolBar::createToolButton()
 {
     auto* button = new QPushButton(this);
+    // No keyboard focus: Undo and Paste go on to the canvas behind a click here.
+    button->setFocusPolicy(Qt::NoFocus);
     button->setMinimumWidth(s_buttonWidth);
     button->setMaximumWidth(s_buttonWidth);
     button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
@@ -135,7 +147,7 @@ void TzToolBar::createFileButton()
     m_fileMenu.addSeparator();
     m_fileMenu.addAction(tr("关闭"), this, &TzToolBar::OnQuit, Qt::CTRL + Qt::Key_Q);
     m_fileButton = createPictureButton(styleOf(s_filePictures), tr("文件"));
-    m_fileButton->setMenu(&m_fileMenu);
+    setMenu(*m_fileButton, m_fileMenu);
 }
 
 void TzToolBar::createZoomButtons()
@@ -191,13 +203,28 @@ void TzToolBar::createMoreButton()
     m_moreMenu.addSeparator();
     m_moreMenu.addAction(tr("关于"), this, &TzToolBar::OnAbout);
     m_moreButton = createPictureButton(styleOf(s_morePictures), QString());
-    m_moreButton->setMenu(&m_moreMenu);
+    setMenu(*m_moreButton, m_moreMenu);
 }
 
 void TzToolBar::resizeEvent(QResizeEvent* p_event)
 {
     QWidget::resizeEvent(p_event);
     m_moreButton->move(width() - s_buttonWidth - s_rightGap, 0);
+}
+
+void TzToolBar::keyPressEvent(QKeyEvent* p_event)
+{
+    // The name field leaves these keys to its parent, whatever stands in it.
+    switch (p_event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Escape:
+        emit nameDoneSignal();
+        break;
+    default:
+        QWidget::keyPressEvent(p_event);
+        break;
+    }
 }
 
 QString TzToolBar::programName() const { return m_nameEdit.text(); }
@@ -221,6 +248,7 @@ void TzToolBar::addInfo(const QString& p_text)
     noticeLayout->addLayout(buttonLayout);
     auto* button = new QPushButton(QLatin1Char(' ') + tr("更新") + QLatin1Char(' '), notice);
     button->setObjectName(QStringLiteral("info_button"));
+    button->setFocusPolicy(Qt::NoFocus);
     button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     button->setStyleSheet(QStringLiteral(
         "QPushButton#info_button{border-radius:3px;color:white;"

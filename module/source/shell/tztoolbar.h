@@ -13,7 +13,8 @@ class QPushButton;
 
 /**
  * The strip along the window's top: buttons, two drop-down menus, the program's name and room for
- * notices. It keeps no state but the name; whoever wants its clicks connects to its signals.
+ * notices. It keeps no state but the name; whoever wants its clicks connects to its signals. Only
+ * the name field takes the keyboard's focus.
  */
 class TzToolBar : public QWidget, public ProgramNameHolder
 {
@@ -57,6 +58,8 @@ signals:
     /** The full path of a recent project. */
     void openRecentFileSignal(QString name);
     void appUpgradeSignal();
+    /** Return or Escape in the name field: the keys may go back to where they came from. */
+    void nameDoneSignal();
 
 public slots:
     // Meant: some of these have no control; docs/kept-without-a-caller.md lists them.
@@ -99,6 +102,7 @@ public slots:
     void onInfoButtonClicked();
 
 protected:
+    void keyPressEvent(QKeyEvent* p_event) override;
     void resizeEvent(QResizeEvent* p_event) override;
 
 private:

@@ -149,6 +149,19 @@ private slots:
         QCOMPARE(field.text(), QStringLiteral("123456."));
     }
 
+    void aKeyThatMeansNothingLeavesAMarkedTextAlone()
+    {
+        for (const int key : {int(Qt::Key_A), int(Qt::Key_Space), int(Qt::Key_Left),
+                              int(Qt::Key_Shift), int(Qt::Key_Delete), int(Qt::Key_Plus), 0}) {
+            SelectableButton field;
+            field.setText(QStringLiteral("12"));
+            field.setSelected(true);
+            field.applyKey(key);
+            QCOMPARE(field.text(), QStringLiteral("12"));
+            QVERIFY(!field.isSelected());
+        }
+    }
+
     void minusOnAnEmptyTextComesAndGoes()
     {
         SelectableButton field;

@@ -62,7 +62,10 @@ void motorModule::setNumberKey(int p_key)
 void motorModule::refresh()
 {
     if (look().timed) {
-        showOnButton(0, QString::number(static_cast<double>(time), 'g', 6));
+        // Six digits, as the design says, unless they are another number than was typed.
+        const QString six = QString::number(static_cast<double>(time), 'g', 6);
+        const QString stored = QString::number(static_cast<double>(time), 'g', 17);
+        showOnButton(0, six.toFloat() == time ? six : storedText(stored, six));
     }
     showOnButton(portButton(), chooserOf(MotorPortMode).entry(n));
 }

@@ -1,5 +1,7 @@
 #include "modules/catalogue/timemodules.h"
 
+#include <limits>
+
 timeModule::timeModule(const timeModule& p_other)
     : parameterModule(p_other),
       n(p_other.n),
@@ -16,6 +18,26 @@ QString secondsText(float p_seconds)
                : QString::number(static_cast<double>(p_seconds), 'g');
 }
 
+QString storedText(const QString& p_stored, const QString& p_other)
+{
+    const float value = p_stored.toFloat();
+    const auto text = [value](int p_digits) {
+        return QString::number(static_cast<double>(value), 'g', p_digits);
+    };
+    if (p_stored != text(std::numeric_limits<double>::max_digits10)) {
+        return p_other;
+    }
+    for (int digits = 1; digits <= std::numeric_limits<float>::max_digits10; ++digits) {
+        QString shorter = text(digits);
+        // Fewer digits than a whole number has would bring an exponent, which no key can edit.
+        if (shorter.toFloat() == value &&
+            !(shorter.contains(QLatin1Char('e')) && !p_stored.contains(QLatin1Char('e')))) {
+            return shorter;
+        }
+    }
+    return p_stored;
+}
+
 QString timeModule::cCode() const
 {
     return QString::fromLatin1(look().fragment).arg(secondsText(n));
@@ -24,7 +46,9 @@ QString timeModule::cCode() const
 void timeModule::loadXml(const QDomElement& p_element)
 {
     supermodule::loadXml(p_element);
-    takeNumber(p_element.attribute(QStringLiteral("n")));
+    const QString stored = p_element.attribute(QStringLiteral("n"));
+    takeNumber(stored);
+    m_numberText = storedText(stored, stored);
     showOnButton(0, m_numberText);
 }
 

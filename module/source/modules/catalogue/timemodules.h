@@ -6,6 +6,13 @@
 /** A time as it stands in C text: at most six digits, like "0.4" or "1e+06". */
 QString secondsText(float p_seconds);
 
+/**
+ * What a field shows for a number as it stands in a file. Files hold the widened form of a float,
+ * 0.40000000596046448 for 0.4: that is shown as the shortest text that gives the same float. Any
+ * other text is p_other.
+ */
+QString storedText(const QString& p_stored, const QString& p_other);
+
 /** What a block with a time differs in. */
 struct TimeLook {
     const char* overlay;
@@ -37,7 +44,7 @@ protected:
 private:
     /** Seconds; 0 when the field is empty or holds no number. */
     float n = 1.0f;
-    /** What the button shows; from a file it is the attribute as it stands. */
+    /** What the button shows; from a file it is the attribute by storedText(). */
     QString m_numberText = QStringLiteral("1");
 };
 
