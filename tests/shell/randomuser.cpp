@@ -82,6 +82,28 @@ const QVector<RandomUser::Action>& RandomUser::actionsOf(int p_situation)
     return p_situation == Free ? s_free : p_situation == Holding ? s_holding : s_inMenu;
 }
 
+void RandomUser::prepareApplication()
+{
+    // The dialogs of Qt itself: those of a desktop can't be answered from here.
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    QApplication::setQuitOnLastWindowClosed(false);
+    qSetGlobalQHashSeed(0);
+}
+
+void RandomUser::addSeeds(int p_first, int p_runs)
+{
+    QTest::addColumn<int>("seed");
+    for (int seed = p_first; seed < p_first + p_runs; ++seed) {
+        QTest::newRow(qPrintable(QStringLiteral("seed %1").arg(seed))) << seed;
+    }
+}
+
+QString RandomUser::report(const QStringList& p_broken) const
+{
+    return QStringLiteral("%1\nAfter:\n%2")
+        .arg(p_broken.join(QLatin1Char('\n')), m_actions.join(QLatin1Char('\n')));
+}
+
 RandomUser::RandomUser(quint32 p_seed, const QString& p_folder)
     : m_chance(p_seed), m_folder(p_folder), m_view(*m_window.view())
 {

@@ -25,6 +25,11 @@ public:
     /** p_folder is where projects are saved to. */
     RandomUser(quint32 p_seed, const QString& p_folder);
 
+    /** Sets the application up for such users: once, before the first. */
+    static void prepareApplication();
+    /** A row of test data for each seed. */
+    static void addSeeds(int p_first, int p_runs);
+
     /** Does one thing, and lets the program do what it then has to. */
     void act();
     /** What is wrong now, as readable lines; empty when all is well. */
@@ -41,8 +46,8 @@ public:
     QStringList brokenPairs(bool p_all);
     /** How many such pairs there were. */
     int pairs() const { return m_pairs; }
-    /** What was done so far, a line each. */
-    const QStringList& actions() const { return m_actions; }
+    /** What is wrong and what was done so far, to be told when the test fails. */
+    QString report(const QStringList& p_broken) const;
 
 protected:
     void timerEvent(QTimerEvent* p_event) override;

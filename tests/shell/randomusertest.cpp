@@ -3,7 +3,6 @@
 #include "modules/documentstate.h"
 #include "support/system/setting.h"
 
-#include <QApplication>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -17,22 +16,11 @@ class RandomUserTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        // The dialogs of Qt itself: those of a desktop can't be answered from here.
-        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-        QApplication::setQuitOnLastWindowClosed(false);
-        qSetGlobalQHashSeed(0);
-    }
+    void initTestCase() { RandomUser::prepareApplication(); }
 
     void nothingBreaks_data()
     {
-        QTest::addColumn<int>("seed");
-        const int first = setting("RANDOM_USER_SEED", 1);
-        const int runs = setting("RANDOM_USER_RUNS", 12);
-        for (int seed = first; seed < first + runs; ++seed) {
-            QTest::newRow(qPrintable(QStringLiteral("seed %1").arg(seed))) << seed;
-        }
+        RandomUser::addSeeds(setting("RANDOM_USER_SEED", 1), setting("RANDOM_USER_RUNS", 12));
     }
 
     void nothingBreaks()
@@ -49,12 +37,7 @@ private slots:
             }
             if (!broken.isEmpty()) {
                 documentModified = false;
-                const QString message = QStringLiteral("Seed %1, after action %2:\n%3\nAfter:\n%4")
-                                            .arg(seed)
-                                            .arg(i)
-                                            .arg(broken.join(QLatin1Char('\n')),
-                                                 user.actions().join(QLatin1Char('\n')));
-                QFAIL(qPrintable(message));
+                QFAIL(qPrintable(user.report(broken)));
             }
         }
         documentModified = false;

@@ -3,7 +3,6 @@
 #include "modules/documentstate.h"
 #include "support/system/setting.h"
 
-#include <QApplication>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -18,21 +17,11 @@ class UndoPairsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        // The dialogs of Qt itself: those of a desktop can't be answered from here.
-        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-        QApplication::setQuitOnLastWindowClosed(false);
-        qSetGlobalQHashSeed(0);
-    }
+    void initTestCase() { RandomUser::prepareApplication(); }
 
     void undoAndRedoAreEachOthersInverse_data()
     {
-        QTest::addColumn<int>("seed");
-        const int first = setting("UNDO_PAIRS_SEED", 5001);
-        for (int seed = first; seed < first + m_runs; ++seed) {
-            QTest::newRow(qPrintable(QStringLiteral("seed %1").arg(seed))) << seed;
-        }
+        RandomUser::addSeeds(setting("UNDO_PAIRS_SEED", 5001), m_runs);
     }
 
     void undoAndRedoAreEachOthersInverse()
@@ -45,12 +34,7 @@ private slots:
             const QStringList broken = user.brokenPairs(i % 25 == 0);
             if (!broken.isEmpty()) {
                 documentModified = false;
-                const QString message = QStringLiteral("Seed %1, after action %2:\n%3\nAfter:\n%4")
-                                            .arg(seed)
-                                            .arg(i)
-                                            .arg(broken.join(QLatin1Char('\n')),
-                                                 user.actions().join(QLatin1Char('\n')));
-                QFAIL(qPrintable(message));
+                QFAIL(qPrintable(user.report(broken)));
             }
         }
         documentModified = false;
