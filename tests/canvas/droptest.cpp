@@ -192,7 +192,10 @@ private slots:
         drop.setMimeData(data.get());
         drop.setScenePos(QPointF(310, 205));
         const int key = nextModuleKey;
+        const QSignalSpy states(&canvas.view, &TzProgramView::mouseSignal);
         QApplication::sendEvent(canvas.view.scene(), &drop);
+        QCOMPARE(states.size(), 1);
+        QCOMPARE(states.first().first().toInt(), static_cast<int>(MouseDropped));
         QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 103}));
         QCOMPARE(canvas.main()->next()->moduleKey, key);
         QCOMPARE(nextModuleKey, key + 1);

@@ -565,6 +565,30 @@ private slots:
         QCOMPARE(canvas.blocks().size(), 3);
     }
 
+    void anotherProgramTakesThePopUpAway_data()
+    {
+        QTest::addColumn<bool>("opens");
+        QTest::newRow("a new one") << false;
+        QTest::newRow("one from a file") << true;
+    }
+
+    void anotherProgramTakesThePopUpAway()
+    {
+        QFETCH(bool, opens);
+        CanvasFixture canvas;
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("a.tlrx"));
+        QVERIFY(canvas.document.save(path));
+        canvas.drop(s_speed, QPointF(500, 100))->OnSetParam(0);
+        QVERIFY(graphicsItem_Param::existing()->isVisible());
+        if (opens) {
+            QCOMPARE(canvas.document.open(path), 0);
+        } else {
+            canvas.document.startAnew();
+        }
+        QVERIFY(!graphicsItem_Param::existing()->isVisible());
+    }
+
     void aDragIsAChangeAndItsEndShowsInTheText()
     {
         CanvasFixture canvas;

@@ -60,7 +60,9 @@ private slots:
                 box->close();
             }
         });
+        const QSignalSpy changes(&canvas.document, &Document::changed);
         canvas.view.OnDelSub();
+        QVERIFY(changes.isEmpty());
         QCOMPARE(title, QStringLiteral("提示"));
         QCOMPARE(text, QStringLiteral("主程序不能删除"));
         QCOMPARE(rootModules.size(), 1);
