@@ -326,6 +326,35 @@ private slots:
         QApplication::sendEvent(canvas.view.viewport(), &move);
         QCOMPARE(first->scenePos(), home);
         QCOMPARE(first->parentModule(), static_cast<supermodule*>(canvas.main()));
+        // Nor with a button that is still held.
+        canvas.press(home + QPointF(30, 30), Qt::RightButton);
+        canvas.view.contextMenu().close();
+        canvas.move(home + QPointF(60, 200));
+        QCOMPARE(first->scenePos(), home);
+    }
+
+    void aReleaseElsewhereSettlesWhatWasPressed_data()
+    {
+        QTest::addColumn<QPoint>("way");
+        QTest::addColumn<int>("updates");
+        QTest::newRow("in place") << QPoint(0, 0) << 0;
+        QTest::newRow("sideways") << QPoint(1, 0) << 1;
+        QTest::newRow("downwards") << QPoint(0, 1) << 1;
+    }
+
+    void aReleaseElsewhereSettlesWhatWasPressed()
+    {
+        QFETCH(QPoint, way);
+        QFETCH(int, updates);
+        CanvasFixture canvas;
+        const supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
+        const QPointF grip = first->scenePos() + QPointF(30, 30);
+        const QSignalSpy told(&canvas.view, &TzProgramView::moduleUpdateSignal);
+        // No move in between: the events of a busy window are joined.
+        canvas.press(grip);
+        canvas.release(grip + way);
+        QCOMPARE(told.size(), updates);
+        QCOMPARE(first->parentModule(), static_cast<supermodule*>(canvas.main()));
     }
 
     void thePreviewClosesWhenTheBlockMovesAway()
