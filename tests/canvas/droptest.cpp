@@ -169,6 +169,22 @@ private slots:
                  QStringList{QStringLiteral("/tmp/a.tlrx")});
     }
 
+    void aFileOverTheCanvasLeavesNoBlockAtHand()
+    {
+        CanvasFixture canvas;
+        const supermodule* first = canvas.dropBehind(canvas.main(), 103);
+        canvas.click(first->scenePos() + QPointF(30, 30));
+        QCOMPARE(canvas.view.currentModule(), first);
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(QStringLiteral("/tmp/a.tlrx"))});
+        QDragEnterEvent enter(QPoint(500, 400), Qt::CopyAction, &data, Qt::LeftButton,
+                              Qt::NoModifier);
+        QApplication::sendEvent(canvas.view.viewport(), &enter);
+        QDragLeaveEvent leave;
+        QApplication::sendEvent(canvas.view.viewport(), &leave);
+        QVERIFY(!canvas.view.currentModule());
+    }
+
     void aPayloadCutShortIsNoBlock()
     {
         QMimeData data;

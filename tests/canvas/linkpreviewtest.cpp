@@ -135,6 +135,18 @@ private slots:
         QVERIFY(!loose->next());
     }
 
+    void aLoopIsNoPlaceForItself()
+    {
+        GestureBench bench;
+        supermodule* loop = bench.put(301, QPointF(700, 500));
+        supermodule* inner = bench.put(103, QPointF());
+        loop->insert(LeftLink, inner);
+        QVERIFY(loop->touchedConnectors().contains(inner->connector(NextLink)));
+        bench.preview.follow(loop);
+        QVERIFY(!bench.preview.place().m_target);
+        QVERIFY(!inner->next());
+    }
+
     void whenItGoesTheGapIsClosed()
     {
         GestureBench bench;

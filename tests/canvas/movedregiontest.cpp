@@ -132,6 +132,21 @@ private slots:
         QVERIFY(around.width() < 300 && around.height() < 300);
     }
 
+    void aBlockThatLeavesPaintsItsGapAndNothingElse()
+    {
+        CanvasFixture canvas;
+        canvas.dropBehind(canvas.main(), 103);
+        canvas.dragOver(104, canvas.main()->scenePos() + QPointF(200, 10));
+        QVERIFY(canvas.main()->next()->isPreview());
+        QApplication::processEvents();
+        Paints paints(canvas.view.viewport());
+        canvas.leave();
+        QApplication::processEvents();
+        const QRect around = paints.region.boundingRect();
+        QVERIFY(around.contains(QRect(canvas.at({240, 200}), QSize(120, 140))));
+        QVERIFY(around.width() < 500 && around.height() < 300);
+    }
+
     void aDeletedBlockLeavesNothingOnTheCanvas()
     {
         CanvasFixture canvas;

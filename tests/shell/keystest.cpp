@@ -65,6 +65,12 @@ void key(int p_key, Qt::KeyboardModifiers p_modifiers = Qt::NoModifier)
 
 const Deed s_deeds[] = {
     {"a drop", [](WindowBench& b) { b.add(103); }},
+    {"a drop while a name is typed",
+     [](WindowBench& b) {
+         b.click(nameField(b));
+         QVERIFY(nameField(b).hasFocus());
+         b.add(103);
+     }},
     {"a tab of the palette",
      [](WindowBench& b) {
          const auto tabs = b.window.findChildren<tzlabel*>();
