@@ -130,6 +130,21 @@ private slots:
         QCOMPARE(canvas.brokenInvariants(), QStringList());
     }
 
+    void theNoticeOfACopyItselfMayComeLate()
+    {
+        CanvasFixture canvas;
+        supermodule* first = canvas.dropBehind(canvas.main(), 103);
+        {
+            // As on systems where the clipboard tells of a change by and by.
+            const QSignalBlocker late(&clipboard());
+            copy(canvas, first);
+        }
+        emit clipboard().changed(QClipboard::Clipboard);
+        QVERIFY(hasFrame(first));
+        emit clipboard().changed(QClipboard::Clipboard);
+        QVERIFY(!hasFrame(first));
+    }
+
     void aSecondCopyTakesTheFramesAlong()
     {
         CanvasFixture canvas;

@@ -211,8 +211,24 @@ private slots:
         const QList<QAction*> actions = canvas.view.contextMenu().actions();
         QCOMPARE(actions.size(), 5);
         QVERIFY(!actions.at(0)->isEnabled());
+        QVERIFY(!actions.at(2)->isEnabled());
         QVERIFY(!actions.at(4)->isEnabled());
         canvas.view.contextMenu().close();
+    }
+
+    void theMenuOffersABlocksEntriesOnABlockAlone()
+    {
+        CanvasFixture canvas;
+        const supermodule* block = canvas.drop(s_wait, QPointF(600, 300));
+        const QList<QAction*> actions = canvas.view.contextMenu().actions();
+        for (const bool onBlock : {true, false, true}) {
+            canvas.press(onBlock ? block->scenePos() + QPointF(30, 30) : QPointF(900, 550),
+                         Qt::RightButton);
+            for (const int entry : {0, 2, 4}) {
+                QCOMPARE(actions.at(entry)->isEnabled(), onBlock);
+            }
+            canvas.view.contextMenu().close();
+        }
     }
 
     void aBlockDraggedBelowTheCanvasIsDeletedAndTellsThePalette()

@@ -104,6 +104,24 @@ private slots:
         QCOMPARE(canvas.blocks().size(), 1);
     }
 
+    void aDeletionDoneAgainComesBackToTheLatestPlace()
+    {
+        CanvasFixture canvas;
+        supermodule* loose = canvas.drop(101, QPointF(700, 300));
+        const QPointF stood = loose->scenePos();
+        // Out over the lower edge: it comes back where the drag began.
+        canvas.drag(loose, QPoint(0, 400));
+        QCOMPARE(canvas.blocks().size(), 1);
+        canvas.key(Qt::Key_Z, Qt::ControlModifier);
+        loose = moduleMap.last();
+        QCOMPARE(loose->scenePos(), stood);
+        canvas.drag(loose, QPoint(-50, 40));
+        canvas.key(Qt::Key_Y, Qt::ControlModifier);
+        QCOMPARE(canvas.blocks().size(), 1);
+        canvas.key(Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(moduleMap.last()->scenePos(), stood + QPointF(-50, 40));
+    }
+
     void aBlockBehindALoopComesBackThereAndNotInTheLoop()
     {
         // The end of the last block in the body reaches out of the loop, so that both are touched.

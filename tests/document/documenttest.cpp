@@ -1,4 +1,5 @@
 #include "document/document.h"
+#include "base/recentfiles.h"
 #include "document/moduleplace.h"
 #include "document/programslots.h"
 #include "modules/catalogue/modulefactory.h"
@@ -311,6 +312,25 @@ private slots:
         QVERIFY(!other->isVisible());
         QVERIFY(document.mainBlock()->isVisible());
         QCOMPARE(notices.take(), (Kinds{DocumentChange::SlotShown, DocumentChange::SlotShown}));
+    }
+
+    void whatIsSavedOrOpenedComesFirstInTheRecentList()
+    {
+        recentFiles.clear();
+        Document document;
+        const QString first = path("first.tlrx");
+        const QString second = path("second.tlrx");
+        QVERIFY(document.save(first));
+        QVERIFY(document.save(second));
+        QCOMPARE(recentFiles, (QStringList{second, first}));
+        QCOMPARE(document.open(first), int(ProjectOpened));
+        QCOMPARE(recentFiles, (QStringList{first, second}));
+        QVERIFY(document.save(second));
+        QCOMPARE(recentFiles, (QStringList{second, first}));
+        // The temporary one, and what fails, is none to come back to.
+        QVERIFY(document.saveTemporary(path("temp.tlrx"), QByteArray()));
+        QVERIFY(!document.save(path("no/such/folder/a.tlrx")));
+        QCOMPARE(recentFiles, (QStringList{second, first}));
     }
 
     void aPathLeavesTheRecentListWithANotice()
