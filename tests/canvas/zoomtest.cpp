@@ -134,6 +134,25 @@ private slots:
         QVERIFY(!strip(canvas.view)->isVisible());
     }
 
+    void theLogoStaysInTheMiddleOfTheView()
+    {
+        CanvasFixture canvas;
+        const QGraphicsItem& logo = canvas.document.scene().logo();
+        const auto offMiddle = [&] {
+            QCoreApplication::processEvents();
+            const QPoint at = canvas.view.mapFromScene(logo.sceneBoundingRect().center());
+            return (at - canvas.view.viewport()->rect().center()).manhattanLength();
+        };
+        QVERIFY(offMiddle() <= 2);
+        canvas.view.horizontalScrollBar()->setValue(700);
+        canvas.view.verticalScrollBar()->setValue(300);
+        QVERIFY(offMiddle() <= 2);
+        canvas.view.zoomView(3);
+        QVERIFY(offMiddle() <= 2);
+        canvas.view.resize(700, 400);
+        QVERIFY(offMiddle() <= 2);
+    }
+
     void aWheelTurnedSidewaysScrollsSideways()
     {
         CanvasFixture canvas;
