@@ -117,6 +117,28 @@ private slots:
         QVERIFY(own->isVisible());
     }
 
+    void aBlockComesBackIntoItsOwnSlot()
+    {
+        CanvasFixture canvas;
+        supermodule* first = canvas.dropBehind(canvas.main(), 103);
+        supermodule* loose = canvas.drop(101, QPointF(700, 400));
+        addSubProgram(canvas, 405);
+        canvas.view.OnSwitchProgram(0);
+        canvas.view.deleteModule(loose);
+        canvas.view.deleteModule(first);
+        canvas.view.OnSwitchProgram(405);
+        canvas.view.undoStack().undo();
+        canvas.view.undoStack().undo();
+        QCOMPARE(canvas.blocks().size(), 4);
+        for (const supermodule* block : canvas.blocks()) {
+            QCOMPARE(block->isVisible(), block->id == 405);
+        }
+        canvas.view.OnSwitchProgram(0);
+        for (const supermodule* block : canvas.blocks()) {
+            QCOMPARE(block->isVisible(), block->id != 405);
+        }
+    }
+
     void aDeletedSubProgramTakesItsBlocksAndGivesItsNameBack()
     {
         CanvasFixture canvas;
