@@ -234,6 +234,18 @@ private slots:
         QCOMPARE(canvas.brokenInvariants(), QStringList());
     }
 
+    void theSceneAddsNoTask()
+    {
+        CanvasFixture canvas;
+        const std::unique_ptr<QMimeData> data(blockDrag(TaskRootId));
+        QGraphicsSceneDragDropEvent drop(QEvent::GraphicsSceneDrop);
+        drop.setMimeData(data.get());
+        drop.setScenePos(QPointF(310, 205));
+        QApplication::sendEvent(canvas.view.scene(), &drop);
+        QCOMPARE(canvas.blocks().size(), 1);
+        QVERIFY(!canvas.view.undoStack().canUndo());
+    }
+
     void theSceneRefusesWhatIsNoBlock()
     {
         CanvasFixture canvas;
