@@ -2,6 +2,7 @@
 #include "modules/documentstate.h"
 #include "modules/mainmodule.h"
 #include "support/canvas/canvasfixture.h"
+#include "support/system/paintwatch.h"
 
 #include <QMessageBox>
 #include <QSignalSpy>
@@ -164,6 +165,15 @@ private slots:
         QCOMPARE(subProgramNames().at(2).second, QStringLiteral("dance"));
         canvas.view.updateSubProgramName(77, QStringLiteral("nobody"));
         canvas.view.updateSubProgramName(406, defaultSubProgramName(406));
+    }
+
+    void aNewCaptionIsPainted()
+    {
+        CanvasFixture canvas;
+        supermodule* block = canvas.drop(104, QPointF(500, 300));
+        const PaintWatch watch(*canvas.view.viewport());
+        block->setText(QStringLiteral("dance"));
+        QVERIFY(watch.saw(QRect(canvas.at(block->scenePos()), QSize(120, 20))));
     }
 };
 
