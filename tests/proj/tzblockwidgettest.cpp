@@ -120,6 +120,15 @@ private slots:
         QVERIFY(bench.tab(0).y() > before);
         QCOMPARE(bench.tab(0).geometry().bottom() + 1,
                  bench.palette->mapTo(&bench.window, QPoint()).y());
+        // Also where it only moves.
+        bench.palette->setFixedHeight(bench.palette->height());
+        QCoreApplication::processEvents();
+        const QSize size = bench.palette->size();
+        bench.window.resize(780, 900);
+        QCoreApplication::processEvents();
+        QCOMPARE(bench.palette->size(), size);
+        QCOMPARE(bench.tab(0).geometry().bottom() + 1,
+                 bench.palette->mapTo(&bench.window, QPoint()).y());
     }
 
     void tabsGoWithThePalette()
