@@ -145,6 +145,20 @@ class CompileTest(KitCase):
         self.assertEqual(self.kit.make().returncode, 0)
         self.assertNotEqual(self.kit.bin("program").read_bytes(), first)
 
+    def test_unchanged_program_of_any_length_and_end_is_not_compiled_again(self):
+        compiled = self.kit.folder / "objects" / "user_main.o"
+        for length in [0, 1, 2, 5, 11, 12, 23, 47, 95, 200]:
+            for end in ["", "\n", "\n\n"]:
+                with self.subTest(length=length, end=end):
+                    text = program("") + length * 1000 // 13 * "// padding.\n" + "// The end." + end
+                    self.assertEqual(self.kit.make(text=text).returncode, 0)
+                    compiled.unlink()
+                    self.assertEqual(self.kit.make(text=text).returncode, 0)
+                    self.assertFalse(compiled.exists())
+                    self.kit.source.write_text(text.replace("padding", "changed") + " ", "utf-8")
+                    self.assertEqual(self.kit.make().returncode, 0)
+                    self.assertTrue(compiled.exists())
+
     def test_runtime_is_compiled_only_when_it_changed(self):
         self.built(program(""))
         library = self.kit.folder / "objects" / "runtime"
