@@ -101,6 +101,14 @@ class CompileTest(KitCase):
                 self.assertNotEqual(result.returncode, 0)
                 self.assertRegex(result.stderr, "(?m)^%s[0-9]+:[0-9]+: error: " % re.escape(PREFIX))
 
+    def test_frame_does_not_grow_with_the_length_of_a_program(self):
+        for call in ["set_motor(1, speed1)", "wait(0.7)", "servo_ctrl(1, 2, 3, 0)", "PlaySpeech(9)",
+                     "disp_symble(2, 7)", "disp_emoji(1, 2, 3)",
+                     "disp_custom(2, (LedMaritx){{0x1,2,3,4,5,6,7,8}})", 'Printf("%f", speed1 / 3.0)',
+                     "if(switch_state(1) > TZ_AI(2)) wait(1)"]:
+            with self.subTest(call=call):
+                self.built(program(2000 * ("      %s;\n" % call)))
+
     def test_error_removes_the_older_result(self):
         self.built(program(""), name="older")
         result = self.kit.make("older", text=program("      oops\n"))
