@@ -72,6 +72,8 @@ void TzProgramView::setUpScene()
 {
     m_document.scene().setSceneRect(s_sceneRect);
     setScene(&m_document.scene());
+    // Moves without a button, too: they tell that a release went elsewhere.
+    viewport()->setMouseTracking(true);
     connect(&m_document.scene(), &tzprogramscene::addModuleSignal, this, &TzProgramView::addModule);
     m_background.centreLogo();
     const int blockHeight = static_cast<int>(mainBlock()->boundingRect().height());
