@@ -1,5 +1,7 @@
 #include "shell/appearance.h"
 
+#include "proj/controls/stylesheets.h"
+
 #include <QApplication>
 #include <QIcon>
 #include <QPalette>
@@ -113,7 +115,6 @@ QPalette lightPalette()
 
 /** For what has no sheet of its own. Only names that nothing else of the program has. */
 const char s_sheet[] =
-    "QToolTip{background-color:#ffffff;color:#043c66;border:1px solid #86c6d8;padding:3px 6px;}"
     "QScrollBar::add-line,QScrollBar::sub-line{width:0px;height:0px;border:none;}"
     "QMessageBox,QFileDialog{background-color:#ffffff;}"
     "QMessageBox QLabel,QFileDialog QLabel{color:#21323c;}"
@@ -151,5 +152,5 @@ void setUpAppearance()
 {
     QApplication::setStyle(new Style);
     QApplication::setPalette(lightPalette());
-    qApp->setStyleSheet(QLatin1String(s_sheet));
+    qApp->setStyleSheet(toolTipStyleSheet() + QLatin1String(s_sheet));
 }
