@@ -4,7 +4,8 @@
 
 /**
  * What blocks ask of the canvas that shows them: to raise the choosers in the palette, and to tell
- * that a parameter has another value. The view implements it and publishes itself with setModuleHost() for as long as it lives.
+ * that a parameter has another value. The view implements it and publishes itself with
+ * setModuleHost() for as long as it lives.
  */
 class ModuleHost
 {
