@@ -89,6 +89,11 @@ const Deed s_deeds[] = {
     {"the zoom-in button", [](WindowBench& b) { clickTool(b, "放大"); }},
     {"the zoom-out button", [](WindowBench& b) { clickTool(b, "缩小"); }},
     {"the reset-zoom button", [](WindowBench& b) { clickTool(b, "重置缩放"); }},
+    {"the button of the C text, twice",
+     [](WindowBench& b) {
+         clickTool(b, "C 语言程序");
+         clickTool(b, "C 语言程序");
+     }},
     {"the download button",
      [](WindowBench& b) {
          Closer closer;

@@ -86,7 +86,7 @@ public:
     /** The block of the last press, or that of a drag from the palette. */
     supermodule* currentModule() const { return m_current; }
 
-    // What a block asks for goes to the palette, as a signal.
+    // What a block asks for goes to the palette, as a signal; what it tells is a change of content.
     void raiseNumKeyboard(uint32_t p_numberOption) override
     {
         emit showNumKeyboardSignal(p_numberOption);
@@ -97,6 +97,7 @@ public:
     {
         emit showPanelSignal(p_panelType, p_paramId);
     }
+    void noteParameter() override { m_document.noteContent(); }
 
 signals:
     void mouseSignal(int type);
@@ -135,6 +136,7 @@ protected:
     bool viewportEvent(QEvent* p_event) override;
     void paintEvent(QPaintEvent* p_event) override;
     void resizeEvent(QResizeEvent* p_event) override;
+    void showEvent(QShowEvent* p_event) override;
     void wheelEvent(QWheelEvent* p_event) override;
     void keyPressEvent(QKeyEvent* p_event) override;
     void mousePressEvent(QMouseEvent* p_event) override;
