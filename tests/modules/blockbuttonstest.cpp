@@ -1,3 +1,4 @@
+#include "modules/catalogue/modulefactory.h"
 #include "modules/catalogue/parametermodule.h"
 #include "modules/documentstate.h"
 #include "parameterbench.h"
@@ -211,6 +212,33 @@ private slots:
         const qreal centre = byBlock ? block->x() + 60 : proxy->sceneBoundingRect().center().x();
         QCOMPARE(Bench::popUp()->pos(),
                  QPointF(centre - 0.5 * Bench::popUp()->boundingRect().width(), block->y() + 150));
+    }
+
+    void aValueOfAFileShowsOnTheButtonsWhicheverCameFirst_data()
+    {
+        QTest::addColumn<int>("id");
+        for (const BlockData& data : blockData()) {
+            if (!data.buttons().isEmpty()) {
+                QTest::newRow(qPrintable(data.value("class"))) << data.id();
+            }
+        }
+    }
+
+    void aValueOfAFileShowsOnTheButtonsWhicheverCameFirst()
+    {
+        QFETCH(int, id);
+        const QString values =
+            QStringLiteral("n=2 port=3 time=12.25 angle=-45 servoId=7 bInfread=0");
+        Bench bench;
+        supermodule* early = bench.seen(id);
+        QVERIFY(early->buttonCount() > 0);
+        loadBlock(early, values);
+        supermodule* late = createModuleFromId(id);
+        loadBlock(late, values);
+        late->enterScene(bench.view.scene());
+        for (int i = 0; i < late->buttonCount(); ++i) {
+            QCOMPARE(early->button(i)->text(), late->button(i)->text());
+        }
     }
 
     void everyOtherBlockHasNoButtons_data()

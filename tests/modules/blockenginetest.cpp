@@ -256,6 +256,19 @@ private slots:
         QVERIFY(changed.top() >= 2 && changed.bottom() < 2 + 2 * 12);
     }
 
+    void aStoredPlaceIsHeldWithinWhatALayoutCanAddUp()
+    {
+        QDomDocument document;
+        QDomElement element = document.createElement(QStringLiteral("module"));
+        plainBlock block(1000, QString(), QString());
+        for (const int far : {1000000000, 1000000001, 2147483647}) {
+            element.setAttribute(QStringLiteral("x"), far);
+            element.setAttribute(QStringLiteral("y"), -far);
+            block.loadXml(element);
+            QCOMPARE(block.pos(), QPointF(1000000000, -1000000000));
+        }
+    }
+
     void theMainBlockPaintsItsPictureAlone()
     {
         CanvasFixture canvas;

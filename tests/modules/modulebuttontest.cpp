@@ -1,4 +1,6 @@
 #include "document/buttonwalk.h"
+#include "modules/buttonpicture.h"
+#include "modules/buttonspec.h"
 #include "modules/catalogue/blocktables.h"
 #include "modules/catalogue/modulefactory.h"
 #include "modules/documentstate.h"
@@ -141,6 +143,29 @@ private slots:
         QCOMPARE(Bench::proxies(block).size(), 0);
         QCOMPARE(block->button(0)->text(), QStringLiteral("A"));
         QCOMPARE(shown(bench, block, 1), after);
+    }
+
+    void aScaledButtonStandsWhereItIsToAPartOfAPixel()
+    {
+        const ButtonSpec spec{
+            {":/single_time_nol_60x40.png", ":/single_time_pre_60x40.png", false, false},
+            QRect(0, 0, 60, 40),
+            QStringLiteral("12"),
+            {}};
+        const auto paintedAt = [&spec](qreal p_x) {
+            QImage image(60, 30, QImage::Format_RGB32);
+            image.fill(Qt::darkGreen);
+            QPainter painter(&image);
+            painter.setRenderHint(QPainter::SmoothPixmapTransform);
+            painter.translate(p_x, 0);
+            painter.scale(0.6, 0.6);
+            paintButton(&painter, spec);
+            return image;
+        };
+        const QImage whole = paintedAt(2);
+        QVERIFY(paintedAt(2.5) != whole);
+        QVERIFY(paintedAt(2.5) != paintedAt(3));
+        QCOMPARE(paintedAt(3).copy(3, 0, 50, 30), whole.copy(2, 0, 50, 30));
     }
 
     void aNewTextOnAButtonIsPainted()
