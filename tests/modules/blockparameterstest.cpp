@@ -1,6 +1,7 @@
 #include "modules/documentstate.h"
 #include "parameterbench.h"
 #include "proj/controls/selectablebutton.h"
+#include "support/system/paintwatch.h"
 
 #include <QHelpEvent>
 #include <QtTest>
@@ -66,6 +67,48 @@ private slots:
         bench.clickButton(other, 0);
         QVERIFY(!field->isSelected());
         QCOMPARE(SelectableButton::current(), other->button(0));
+    }
+
+    void aKeyOfEitherKeyboardIsAChange_data()
+    {
+        QTest::addColumn<int>("id");
+        for (const int id : {101, 104, 107, 113, 301}) {
+            QTest::newRow(qPrintable(QString::number(id))) << id;
+        }
+    }
+
+    void aKeyOfEitherKeyboardIsAChange()
+    {
+        QFETCH(int, id);
+        Bench bench;
+        supermodule* block = bench.seen(id);
+        bench.clickButton(block, 0);
+        documentModified = false;
+        bench.tap("3");
+        QVERIFY(documentModified);
+        documentModified = false;
+        bench.type("4");
+        QVERIFY(documentModified);
+    }
+
+    void aChoiceIsPainted_data()
+    {
+        QTest::addColumn<int>("id");
+        for (const int id : {100, 111, 113, 107, 308, 900, 901, 801}) {
+            QTest::newRow(qPrintable(QString::number(id))) << id;
+        }
+    }
+
+    void aChoiceIsPainted()
+    {
+        QFETCH(int, id);
+        Bench bench;
+        supermodule* block = bench.seen(id);
+        const PaintWatch watch(*bench.view.viewport());
+        block->setParamIndex(1);
+        block->setNumberKey(2);
+        const QRectF place = block->sceneBoundingRect();
+        QVERIFY(watch.saw(QRect(bench.at(place.topLeft()), place.size().toSize())));
     }
 
     void theKeyboardOfThePaletteEditsTheBlockThatAskedForIt()

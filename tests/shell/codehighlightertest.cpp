@@ -11,7 +11,7 @@ class CodeHighlighterTest : public QObject
     Q_OBJECT
 
 private:
-    /** The colour of each letter of a line; a dot for none. */
+    /** The colour of each letter of a line; a dot for none, b for one of a wrong weight. */
     static QString coloursOf(const QString& p_line)
     {
         QTextDocument document;
@@ -26,8 +26,11 @@ private:
                                                {"#b04a00", 'n'},
                                                {"#1c7a3e", 't'},
                                                {"#5d6a72", 'i'}};
-            const QChar letter =
+            const QChar colour =
                 letters.value(range.format.foreground().color().name(), QLatin1Char('?'));
+            // The language's own words alone are bold.
+            const bool bold = range.format.fontWeight() == QFont::Bold;
+            const QChar letter = bold == (colour == QLatin1Char('w')) ? colour : QLatin1Char('b');
             for (int i = range.start; i < range.start + range.length; ++i) {
                 colours[i] = letter;
             }
