@@ -31,6 +31,13 @@ QString loopText(const QString& p_head, const supermodule* p_loop, const char* p
 void drawLoopFrame(QPainter* p_painter, const QPixmap& p_frame, int p_top, int p_right);
 
 /**
+ * Gives the selection frame of a loop its picture: that of the bracket, cut as the bracket is, and
+ * around the drawers that hang from it.
+ */
+void drawLoopSelection(QGraphicsPixmapItem& p_item, const QPixmap& p_frame, int p_top, int p_right,
+                       const QVector<QRect>& p_drawers);
+
+/**
  * The shape of a block with a body, on top of what its parameters are (Base). The rectangle grows
  * with the body: 20 above its content, 40 past its end. Nested loops nest these margins, and the
  * tops of inner loops that stand side by side add up.
@@ -85,6 +92,7 @@ protected:
             Base::m_rect = rect;
             Base::moveConnector(NextLink, rect.right());
             placeAtEnd(static_cast<int>(rect.right()));
+            Base::updateSelectItem();
         }
         return rect.right();
     }
@@ -103,6 +111,16 @@ protected:
         }
         rule.addMargins(LoopTopMargin, LoopEndMargin);
         return rule;
+    }
+
+    void drawSelectItem(QGraphicsPixmapItem& p_item, const QPixmap& p_frame) override
+    {
+        QVector<QRect> drawers;
+        for (int i = 0; i < Base::buttonCount(); ++i) {
+            drawers.append(Base::buttonRect(i).toRect());
+        }
+        drawLoopSelection(p_item, p_frame, static_cast<int>(Base::m_rect.top()),
+                          static_cast<int>(Base::m_rect.right()), drawers);
     }
 
     void drawFrame(QPainter* p_painter) const
