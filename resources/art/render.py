@@ -144,7 +144,7 @@ def led_panel(art, rows, side, values):
         first + pitch * column, first + pitch * line, 0.44 * pitch,
         "#ffb300" if bits >> (7 - column) & 1 else "#24384a")
         for line, bits in enumerate(rows) for column in range(8)]
-    return fill(art.template("led"), dict(values, side=side, dots="".join(dots)))
+    return fill(art.template("led"), dict(values, side=side, first=first, dots="".join(dots)))
 
 
 def display(art, reference, side, values):
