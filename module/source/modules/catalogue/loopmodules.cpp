@@ -102,6 +102,16 @@ void drawLoopFrame(QPainter* p_painter, const QPixmap& p_frame, int p_top, int p
     draw(QRect(endX, bottomY, bottomRight.width(), bottomRight.height()), bottomRight);
 }
 
+void fillUnderHead(QPainter* p_painter, const QPixmap& p_frame, int p_from, int p_to)
+{
+    const int cornerHeight = 13;
+    const int bodyHeight = 120;
+    const QRect plain(132, 6, 1, 1);
+    p_painter->drawPixmap(QRect(p_from - 2, -2, p_to - p_from + 4, cornerHeight + 2), p_frame,
+                          plain);
+    p_painter->drawPixmap(QRect(p_from - 2, 0, 4, bodyHeight - cornerHeight), p_frame, plain);
+}
+
 void drawLoopSelection(QGraphicsPixmapItem& p_item, const QPixmap& p_frame, int p_top, int p_right,
                        const QVector<QRect>& p_drawers)
 {

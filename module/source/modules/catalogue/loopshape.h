@@ -31,6 +31,13 @@ QString loopText(const QString& p_head, const supermodule* p_loop, const char* p
 void drawLoopFrame(QPainter* p_painter, const QPixmap& p_frame, int p_top, int p_right);
 
 /**
+ * Fills what the round corners of a body's blocks leave free under the bracket's head, from one x
+ * to another, and the seam to the first leg: behind the blocks, so that at no scale anything of the
+ * ground is seen there.
+ */
+void fillUnderHead(QPainter* p_painter, const QPixmap& p_frame, int p_from, int p_to);
+
+/**
  * Gives the selection frame of a loop its picture: that of the bracket, cut as the bracket is, and
  * around the drawers that hang from it.
  */
@@ -125,8 +132,13 @@ protected:
 
     void drawFrame(QPainter* p_painter) const
     {
-        drawLoopFrame(p_painter, picture(QString::fromLatin1(form().frame)),
-                      static_cast<int>(Base::m_rect.top()), static_cast<int>(Base::m_rect.right()));
+        const QPixmap frame = picture(QString::fromLatin1(form().frame));
+        const int top = static_cast<int>(Base::m_rect.top());
+        const int right = static_cast<int>(Base::m_rect.right());
+        if (Base::left() && top == -LoopTopMargin) {
+            fillUnderHead(p_painter, frame, form().bodyOffset, right - LoopEndMargin);
+        }
+        drawLoopFrame(p_painter, frame, top, right);
     }
 
 private:
