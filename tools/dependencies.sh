@@ -5,7 +5,7 @@
 tiler_packages() {
     case "$1" in
     build) echo cmake ninja-build g++ make python3 qtbase5-dev qtbase5-dev-tools \
-        qttools5-dev qttools5-dev-tools librsvg2-bin optipng ccache ;;
+        qttools5-dev qttools5-dev-tools qttranslations5-l10n librsvg2-bin optipng ccache ;;
     kit) echo make gcc-arm-none-eabi libnewlib-arm-none-eabi ;;
     emulator) echo qemu-system-arm python3 ;;
     run) echo fonts-noto-cjk libqt5gui5 ;;

@@ -2,6 +2,7 @@
 
 #include "modules/catalogue/dragpayload.h"
 #include "proj/controls/picturecache.h"
+#include "proj/controls/stylesheets.h"
 
 #include <QDrag>
 #include <QLabel>
@@ -14,12 +15,14 @@ BlockPanel::BlockPanel(int p_category, QWidget* p_parent)
     : PanelBase(p_parent), m_category(p_category)
 {
     m_scale = 0.6;
+    setStyleSheet(toolTipStyleSheet());
     for (const BlockRecord& record : blockRecords()) {
         if (record.category != m_category) {
             continue;
         }
         auto* label = new QLabel(this);
         label->setAttribute(Qt::WA_DeleteOnClose);
+        label->setToolTip(record.caption);
         label->show();
         m_records.insert(label, record);
         m_labels.append(label);
@@ -28,6 +31,10 @@ BlockPanel::BlockPanel(int p_category, QWidget* p_parent)
 
 void BlockPanel::setPanelHeight(int p_height)
 {
+    if (p_height == m_laidOutHeight) {
+        return;
+    }
+    m_laidOutHeight = p_height;
     int x = 0;
     for (QLabel* label : qAsConst(m_labels)) {
         const QPixmap image = picture(m_records.value(label).image);

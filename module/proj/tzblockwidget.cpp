@@ -112,6 +112,7 @@ void TzBlockWidget::createFolders()
     const TabGeometry tab = currentTabGeometry();
     for (const CategoryRecord& record : categoryRecords()) {
         auto* folder = new tzlabel(record.caption, m_central, Qt::WindowFlags());
+        folder->setToolTip(record.caption);
         folder->setGeometry((tab.width + tab.spacing) * m_folders.size() + 6, 0, tab.width,
                             tab.height);
         folder->setImagePath(record.normalImage);

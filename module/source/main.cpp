@@ -3,6 +3,7 @@
 #include "base/systemlanguage.h"
 #include "document/modulesid.h"
 #include "logging/logsetup.h"
+#include "shell/appearance.h"
 #include "shell/commandline.h"
 #include "shell/interfacelanguage.h"
 #include "shell/mainwindow.h"
@@ -91,8 +92,10 @@ int main(int argc, char** argv)
     configSetUp();
     qRegisterMetaType<modulesId>("modulesId");
 
+    setUpAppearance();
+    QTranslator ofQt;
     QTranslator translator;
-    setUpInterface(systemLanguageCode(), translator);
+    setUpInterface(systemLanguageCode(), translator, ofQt);
 
     MainWindow window;
     window.showMaximized();

@@ -23,6 +23,7 @@ const int s_forward = 103;
 const int s_backward = 102;
 const int s_wait = 101;
 const int s_speed = 100;
+const int s_hello = 303;
 
 QList<int> values(const QSignalSpy& p_spy)
 {
@@ -452,15 +453,24 @@ private slots:
         }
     }
 
+    void aMoveWithoutAButtonEndsTheDragAndTellsThePalette_data()
+    {
+        QTest::addColumn<int>("id");
+        QTest::newRow("a block with a field") << s_wait;
+        // The scene asks for such moves only where something listens to the mouse above it.
+        QTest::newRow("a block with nothing on it") << s_hello;
+    }
+
     void aMoveWithoutAButtonEndsTheDragAndTellsThePalette()
     {
+        QFETCH(int, id);
         CanvasFixture canvas;
-        supermodule* loose = canvas.drop(s_wait, QPointF(600, 420));
+        supermodule* loose = canvas.drop(id, QPointF(600, 420));
         pressAndDragToTheGap(canvas, loose);
         const QSignalSpy states(&canvas.view, &TzProgramView::mouseSignal);
         moveWithoutButton(canvas, QPointF(700, 100));
         QCOMPARE(values(states), QList<int>{MouseDone});
-        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, s_wait}));
+        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, id}));
         QCOMPARE(canvas.brokenInvariants(), QStringList());
         // Nothing sticks to the mouse.
         canvas.move(QPointF(800, 500));

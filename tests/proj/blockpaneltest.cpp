@@ -1,11 +1,13 @@
 #include "proj/blockpanel.h"
 #include "palettebench.h"
 
+#include <QApplication>
 #include <QDataStream>
 #include <QDrag>
 #include <QLabel>
 #include <QMimeData>
 #include <QSignalSpy>
+#include <QToolTip>
 #include <QtTest>
 
 #include <functional>
@@ -81,6 +83,32 @@ private slots:
         const BlockPanel panel(category);
         QVERIFY(!panel.labels().isEmpty());
         QCOMPARE(panel.labels().size(), blocksOfCategory(category));
+    }
+
+    // On the strip's dark ground, whose sheet would go through to them.
+    void aBlockTellsItsNameInDarkOnWhite()
+    {
+        QWidget palette;
+        palette.setStyleSheet(QStringLiteral("background-color:transparent;"));
+        BlockPanel panel(ActionCategory, &palette);
+        panel.setPanelHeight(125);
+        palette.show();
+        const QLabel& block = *panel.labels().at(1);
+        QCOMPARE(block.toolTip(), QStringLiteral("后退时间"));
+        QToolTip::showText(QPoint(20, 20), block.toolTip(), panel.labels().at(1));
+        QTRY_VERIFY(QToolTip::isVisible());
+        QWidget* tip = nullptr;
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        for (QWidget* window : windows) {
+            if (window->inherits("QTipLabel") && window->isVisible()) {
+                tip = window;
+            }
+        }
+        QVERIFY(tip);
+        const QImage image = tip->grab().toImage();
+        QCOMPARE(image.pixelColor(3, 3), QColor(Qt::white));
+        QCOMPARE(tip->palette().color(QPalette::ToolTipText), QColor(0x04, 0x3c, 0x66));
+        QToolTip::hideText();
     }
 
     void aStripWithoutBlocksIsFiveWide()

@@ -15,6 +15,11 @@ private slots:
     {
         const PaletteBench bench;
         QCOMPARE(bench.palette->folders().size(), 4);
+        QStringList names;
+        for (const QPointer<tzlabel>& tab : bench.palette->folders()) {
+            names << tab->toolTip();
+        }
+        QCOMPARE(names.join(QLatin1Char(' ')), QStringLiteral("动作 声音 表情 控制"));
         QVERIFY(bench.tab(0).isActive());
         QCOMPARE(bench.tab(0).imagePath(), QStringLiteral(":/dongzuo-pre.png"));
         for (int i = 1; i < 4; ++i) {

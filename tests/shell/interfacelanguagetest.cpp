@@ -2,6 +2,7 @@
 #include "shell/tztoolbar.h"
 
 #include <QApplication>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
 #include <QTranslator>
@@ -17,9 +18,13 @@ private slots:
         QTest::addColumn<int>("code");
         QTest::addColumn<int>("points");
         QTest::addColumn<QString>("download");
-        QTest::newRow("Simplified Chinese") << 1 << 10 << QStringLiteral("下载");
-        QTest::newRow("any other language") << 2 << 8 << QStringLiteral("Download");
-        QTest::newRow("Traditional Chinese sees the same") << 3 << 10 << QStringLiteral("下载");
+        QTest::addColumn<QString>("cancel");
+        QTest::newRow("Simplified Chinese")
+            << 1 << 10 << QStringLiteral("下载") << QStringLiteral("取消");
+        QTest::newRow("any other language")
+            << 2 << 8 << QStringLiteral("Download") << QStringLiteral("Cancel");
+        QTest::newRow("Traditional Chinese sees the same")
+            << 3 << 10 << QStringLiteral("下载") << QStringLiteral("取消");
     }
 
     void fontAndTextsFollowTheLanguageCode()
@@ -27,8 +32,10 @@ private slots:
         QFETCH(int, code);
         QFETCH(int, points);
         QFETCH(QString, download);
+        QFETCH(QString, cancel);
+        QTranslator ofQt;
         QTranslator translator;
-        setUpInterface(code, translator);
+        setUpInterface(code, translator, ofQt);
         TzToolBar toolBar;
         QCOMPARE(toolBar.font().pointSize(), points);
         QCOMPARE(toolBar.font().family(), QStringLiteral("微软雅黑"));
@@ -37,6 +44,8 @@ private slots:
             toolTips << button->toolTip();
         }
         QVERIFY(toolTips.contains(download));
+        const QMessageBox box(QMessageBox::Question, QString(), QString(), QMessageBox::Cancel);
+        QCOMPARE(box.button(QMessageBox::Cancel)->text().remove(QLatin1Char('&')), cancel);
     }
 };
 

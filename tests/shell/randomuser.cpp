@@ -3,6 +3,7 @@
 #include "base/recentfiles.h"
 #include "modules/documentstate.h"
 #include "modules/mainmodule.h"
+#include "proj/binoverlay.h"
 #include "project/projectdocument.h"
 #include "project/projectfile.h"
 #include "support/canvas/documentinvariants.h"
@@ -76,7 +77,8 @@ const QVector<RandomUser::Action>& RandomUser::actionsOf(int p_situation)
         {10, &RandomUser::dragOn},         {8, &RandomUser::release},
         {2, &RandomUser::pressKey},        {3, &RandomUser::undoOrRedo},
         {3, &RandomUser::copyOrPaste},     {1, &RandomUser::turnWheel},
-        {2, &RandomUser::openContextMenu},
+        {2, &RandomUser::openContextMenu}, {2, &RandomUser::loseRelease},
+        {2, &RandomUser::meetDialog},      {1, &RandomUser::dragFarOut},
     };
     static const QVector<Action> s_inMenu = {{1, &RandomUser::answerMenu}};
     return p_situation == Free ? s_free : p_situation == Holding ? s_holding : s_inMenu;
@@ -231,6 +233,28 @@ QStringList RandomUser::brokenPairs(bool p_all)
     return {};
 }
 
+QStringList RandomUser::stuck() const
+{
+    if (m_held || QApplication::activePopupWidget()) {
+        return {};
+    }
+    QStringList lines;
+    const auto* bin = m_window.findChild<BinOverlay*>();
+    if (!bin || bin->isVisible()) {
+        lines << QStringLiteral("the bin is still there");
+    }
+    if (QGuiApplication::overrideCursor()) {
+        lines << QStringLiteral("the cursor is still another");
+    }
+    const QList<supermodule*> all = blocks();
+    for (const supermodule* block : all) {
+        if (block->isVisible() && !m_view.sceneRect().contains(block->sceneBoundingRect())) {
+            lines << QStringLiteral("block %1 is out of reach").arg(block->registryKey());
+        }
+    }
+    return lines;
+}
+
 QStringList RandomUser::broken()
 {
     QStringList lines = brokenInvariants(m_view);
@@ -245,6 +269,7 @@ QStringList RandomUser::broken()
     if (m_view.zoomFactor() < 0.5 || m_view.zoomFactor() > 2.0) {
         lines << QStringLiteral("the zoom factor is %1").arg(m_view.zoomFactor());
     }
+    lines += stuck();
     // What changes must be known as changed, or it is lost without a question.
     const QString chains = documentModified ? QString() : chainsNow();
     if (!documentModified && !m_unmodified.isEmpty() && !m_replaced && chains != m_unmodified) {

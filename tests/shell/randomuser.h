@@ -62,6 +62,9 @@ private:
     void beginDrag();
     void dragOn();
     void release();
+    void loseRelease();
+    void meetDialog();
+    void dragFarOut();
     void clickBlock();
     void clickButtonOnBlock();
     void clickGround();
@@ -99,6 +102,10 @@ private:
     QPoint someTarget();
     void mouse(QEvent::Type p_type, const QPoint& p_at, Qt::MouseButton p_button);
     void drag(const QPoint& p_from, const QPoint& p_to);
+    /** A move with no button down, as it comes after a release that went elsewhere. */
+    void moveFreely();
+    /** What is out of reach, or stuck, with no button down. */
+    QStringList stuck() const;
     QString chainsNow() const;
     /** Text, values, links, places and keys of all that is there. */
     QString documentNow() const;

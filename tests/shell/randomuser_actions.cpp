@@ -16,6 +16,7 @@
 #include <QDragEnterEvent>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
 #include <QTest>
@@ -166,6 +167,54 @@ void RandomUser::release()
     note(QStringLiteral("  release"));
     mouse(QEvent::MouseButtonRelease, m_mouse, Qt::LeftButton);
     m_held = false;
+}
+
+void RandomUser::moveFreely()
+{
+    m_mouse = someTarget();
+    QMouseEvent move(QEvent::MouseMove, m_mouse, m_view.viewport()->mapToGlobal(m_mouse),
+                     Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(m_view.viewport(), &move);
+}
+
+void RandomUser::loseRelease()
+{
+    m_held = false;
+    if (below(2) == 0) {
+        note(QStringLiteral("  the window is left"));
+        QEvent left(QEvent::WindowDeactivate);
+        QApplication::sendEvent(&m_window, &left);
+        QEvent back(QEvent::WindowActivate);
+        QApplication::sendEvent(&m_window, &back);
+    } else {
+        note(QStringLiteral("  the release goes elsewhere"));
+        moveFreely();
+    }
+}
+
+void RandomUser::meetDialog()
+{
+    m_held = false;
+    if (below(2) == 0) {
+        note(QStringLiteral("  a box comes by itself"));
+        QMessageBox::information(&m_window, QString(), QStringLiteral("a notice"));
+    } else {
+        const bool opens = below(2) == 0;
+        note(opens ? QStringLiteral("  Ctrl+O") : QStringLiteral("  Ctrl+S"));
+        QTest::keyClick(&m_window, opens ? Qt::Key_O : Qt::Key_S, Qt::ControlModifier);
+    }
+    moveFreely();
+}
+
+void RandomUser::dragFarOut()
+{
+    const QPoint to(below(9000) - 4500, -below(4500));
+    note(QStringLiteral("  drag far out to ") + place(to));
+    drag(m_mouse, to);
+    // Seldom left there: what is far is met by few of the other actions.
+    if (below(3) != 0) {
+        dragOn();
+    }
 }
 
 void RandomUser::clickBlock()

@@ -26,3 +26,9 @@ QString menuStyleSheet()
                           "QMenu::item:pressed{color:white;background-color:rgb(76,199,219);}"
                           "QMenu::item:disabled{color:#999999;background-color:white;}");
 }
+
+QString toolTipStyleSheet()
+{
+    return QStringLiteral("QToolTip{background-color:#ffffff;color:#043c66;"
+                          "border:1px solid #86c6d8;padding:0px 3px;}");
+}

@@ -22,3 +22,6 @@ QString buttonStyleSheet(const QString& p_normal, const QString& p_hover, const 
 
 /** The style sheet that the program's drop-down and context menus share. */
 QString menuStyleSheet();
+
+/** Of tool tips: for the application, and below a sheet that would colour them like its widgets. */
+QString toolTipStyleSheet();

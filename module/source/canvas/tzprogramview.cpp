@@ -72,6 +72,8 @@ void TzProgramView::setUpScene()
 {
     m_document.scene().setSceneRect(s_sceneRect);
     setScene(&m_document.scene());
+    // Moves without a button, too: they tell that a release went elsewhere.
+    viewport()->setMouseTracking(true);
     connect(&m_document.scene(), &tzprogramscene::addModuleSignal, this, &TzProgramView::addModule);
     m_background.centreLogo();
     const int blockHeight = static_cast<int>(mainBlock()->boundingRect().height());
@@ -141,6 +143,15 @@ void TzProgramView::paintEvent(QPaintEvent* p_event)
 void TzProgramView::resizeEvent(QResizeEvent* p_event)
 {
     QGraphicsView::resizeEvent(p_event);
+    // Before it is shown a view has sizes that nobody sees.
+    if (isVisible()) {
+        m_background.fill(Qt::KeepAspectRatio);
+    }
+}
+
+void TzProgramView::showEvent(QShowEvent* p_event)
+{
+    QGraphicsView::showEvent(p_event);
     // Meant: unlike at the start, where the picture fills the whole view; the design says so.
     m_background.fill(Qt::KeepAspectRatio);
 }

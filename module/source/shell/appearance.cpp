@@ -1,0 +1,156 @@
+#include "shell/appearance.h"
+
+#include "proj/controls/stylesheets.h"
+
+#include <QApplication>
+#include <QIcon>
+#include <QPalette>
+#include <QProxyStyle>
+#include <QStyleFactory>
+
+namespace
+{
+struct StandardPicture {
+    QStyle::StandardPixmap pixmap;
+    const char* picture;
+};
+const StandardPicture s_pictures[] = {
+    {QStyle::SP_MessageBoxQuestion, ":/box-question.png"},
+    {QStyle::SP_MessageBoxInformation, ":/box-information.png"},
+    {QStyle::SP_MessageBoxWarning, ":/box-warning.png"},
+    {QStyle::SP_MessageBoxCritical, ":/box-critical.png"},
+    {QStyle::SP_ArrowBack, ":/files-back.png"},
+    {QStyle::SP_ArrowForward, ":/files-forward.png"},
+    {QStyle::SP_FileDialogToParent, ":/files-up.png"},
+    {QStyle::SP_FileDialogNewFolder, ":/files-new-folder.png"},
+    {QStyle::SP_FileDialogListView, ":/files-list.png"},
+    {QStyle::SP_FileDialogDetailedView, ":/files-detail.png"},
+    {QStyle::SP_DirIcon, ":/files-folder.png"},
+    {QStyle::SP_DirClosedIcon, ":/files-folder.png"},
+    {QStyle::SP_DirOpenIcon, ":/files-folder.png"},
+    {QStyle::SP_DirLinkIcon, ":/files-folder.png"},
+    {QStyle::SP_DirHomeIcon, ":/files-home.png"},
+    {QStyle::SP_DesktopIcon, ":/files-computer.png"},
+    {QStyle::SP_ComputerIcon, ":/files-computer.png"},
+    {QStyle::SP_DriveHDIcon, ":/files-drive.png"},
+    {QStyle::SP_DriveFDIcon, ":/files-drive.png"},
+    {QStyle::SP_DriveCDIcon, ":/files-drive.png"},
+    {QStyle::SP_DriveDVDIcon, ":/files-drive.png"},
+    {QStyle::SP_DriveNetIcon, ":/files-drive.png"},
+    {QStyle::SP_FileIcon, ":/files-sheet.png"},
+    {QStyle::SP_FileLinkIcon, ":/files-sheet.png"},
+};
+
+/** Qt's plain style with the program's own pictures. */
+class Style : public QProxyStyle
+{
+public:
+    Style() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+
+    int styleHint(StyleHint p_hint, const QStyleOption* p_option, const QWidget* p_widget,
+                  QStyleHintReturn* p_return) const override
+    {
+        return p_hint == SH_DialogButtonBox_ButtonsHaveIcons
+                   ? 0
+                   : QProxyStyle::styleHint(p_hint, p_option, p_widget, p_return);
+    }
+
+    QIcon standardIcon(StandardPixmap p_pixmap, const QStyleOption* p_option,
+                       const QWidget* p_widget) const override
+    {
+        const char* picture = pictureOf(p_pixmap);
+        return picture ? QIcon(QLatin1String(picture))
+                       : QProxyStyle::standardIcon(p_pixmap, p_option, p_widget);
+    }
+
+    QPixmap standardPixmap(StandardPixmap p_pixmap, const QStyleOption* p_option,
+                           const QWidget* p_widget) const override
+    {
+        const char* picture = pictureOf(p_pixmap);
+        return picture ? QPixmap(QLatin1String(picture))
+                       : QProxyStyle::standardPixmap(p_pixmap, p_option, p_widget);
+    }
+
+private:
+    static const char* pictureOf(StandardPixmap p_pixmap)
+    {
+        for (const StandardPicture& row : s_pictures) {
+            if (row.pixmap == p_pixmap) {
+                return row.picture;
+            }
+        }
+        return nullptr;
+    }
+};
+
+QPalette lightPalette()
+{
+    // Every colour is named: a palette asks the desktop for what is left out.
+    struct Row {
+        QPalette::ColorRole role;
+        QRgb colour;
+    };
+    static const Row s_rows[] = {
+        {QPalette::WindowText, 0xff21323c},    {QPalette::Button, 0xffeef6f9},
+        {QPalette::Light, 0xffffffff},         {QPalette::Midlight, 0xfff4fafc},
+        {QPalette::Dark, 0xff9fb6c0},          {QPalette::Mid, 0xffc3d3da},
+        {QPalette::Text, 0xff21323c},          {QPalette::BrightText, 0xffffffff},
+        {QPalette::ButtonText, 0xff21323c},    {QPalette::Base, 0xffffffff},
+        {QPalette::Window, 0xfff4fafc},        {QPalette::Shadow, 0xff7a8f99},
+        {QPalette::Highlight, 0xff00829b},     {QPalette::HighlightedText, 0xffffffff},
+        {QPalette::Link, 0xff0572cc},          {QPalette::LinkVisited, 0xff6743fa},
+        {QPalette::AlternateBase, 0xfff4fafc}, {QPalette::ToolTipBase, 0xffffffff},
+        {QPalette::ToolTipText, 0xff043c66},   {QPalette::PlaceholderText, 0xff7a8f99},
+    };
+    QPalette palette;
+    for (const Row& row : s_rows) {
+        palette.setColor(QPalette::All, row.role, QColor(row.colour));
+    }
+    for (const QPalette::ColorRole role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        palette.setColor(QPalette::Disabled, role, QColor(0x99, 0x99, 0x99));
+    }
+    return palette;
+}
+
+/** For what has no sheet of its own. Only names that nothing else of the program has. */
+const char s_sheet[] =
+    "QScrollBar::add-line,QScrollBar::sub-line{width:0px;height:0px;border:none;}"
+    "QMessageBox,QFileDialog{background-color:#ffffff;}"
+    "QMessageBox QLabel,QFileDialog QLabel{color:#21323c;}"
+    "QMessageBox QPushButton,QFileDialog QPushButton{background-color:#ffffff;color:#00718a;"
+    "border:2px solid #86c6d8;border-radius:8px;padding:5px 18px;min-width:52px;}"
+    "QMessageBox QPushButton:default,QFileDialog QPushButton:default{background-color:#00829b;"
+    "color:#ffffff;border-color:#00829b;}"
+    "QMessageBox QPushButton:hover,QFileDialog QPushButton:hover{border-color:#00afcc;"
+    "background-color:#e3f6fa;color:#00718a;}"
+    "QMessageBox QPushButton:pressed,QFileDialog QPushButton:pressed{border-color:#00718a;"
+    "background-color:#00718a;color:#ffffff;}"
+    "QMessageBox QPushButton:disabled,QFileDialog QPushButton:disabled{background-color:#f0f3f4;"
+    "color:#999999;border-color:#d5dde1;}"
+    "QFileDialog QToolButton{background-color:transparent;border:none;border-radius:8px;"
+    "padding:4px;}"
+    "QFileDialog QToolButton:hover{background-color:#e3f6fa;}"
+    "QFileDialog QToolButton:pressed,QFileDialog QToolButton:checked{background-color:#c8ebf3;}"
+    "QFileDialog QLineEdit,QFileDialog QComboBox{background-color:#ffffff;color:#21323c;"
+    "border:2px solid #86c6d8;border-radius:8px;padding:3px 8px;}"
+    "QFileDialog QLineEdit:focus,QFileDialog QComboBox:focus{border-color:#00829b;}"
+    "QFileDialog QComboBox::drop-down{border:none;width:24px;}"
+    "QFileDialog QComboBox::down-arrow{image:url(:/files-down.png);width:16px;height:16px;}"
+    "QFileDialog QAbstractItemView{background-color:#ffffff;color:#21323c;"
+    "border:1px solid #c3d3da;selection-background-color:#00829b;selection-color:#ffffff;}"
+    "QFileDialog QHeaderView::section{background-color:#eef6f9;color:#21323c;border:none;"
+    "padding:4px 8px;}"
+    "QFileDialog QScrollBar{background-color:#eef6f9;border:none;}"
+    "QFileDialog QScrollBar:horizontal{height:12px;}"
+    "QFileDialog QScrollBar:vertical{width:12px;}"
+    "QFileDialog QScrollBar::handle{background-color:#86c6d8;border-radius:6px;min-width:32px;"
+    "min-height:32px;}";
+} // namespace
+
+void setUpAppearance()
+{
+    QApplication::setStyle(new Style);
+    QApplication::setPalette(lightPalette());
+    qApp->setStyleSheet(toolTipStyleSheet() + QLatin1String(s_sheet));
+}
