@@ -208,6 +208,12 @@ private slots:
     void numbersAreBlackOnWhiteUntilTheyAreMarked()
     {
         QFETCH(int, id);
+        // Whatever the colours of other texts are.
+        const QPalette before = QApplication::palette();
+        QPalette colours = before;
+        colours.setColor(QPalette::ButtonText, Qt::gray);
+        QApplication::setPalette(colours);
+        const auto restore = qScopeGuard([&] { QApplication::setPalette(before); });
         Canvas canvas;
         supermodule* block = canvas.put(id, {400, 200});
         block->setOpacity(1);
@@ -260,6 +266,36 @@ private slots:
                                                      .arg(shift)
                                                      .arg(place.x() - body.x())
                                                      .arg(ground)));
+            }
+        }
+    }
+
+    void theUpperEdgeOfAMouthIsEven_data() { aLoopsMouthIsClosedAroundItsBody_data(); }
+    void theUpperEdgeOfAMouthIsEven()
+    {
+        QFETCH(int, id);
+        QFETCH(double, zoom);
+        Canvas canvas;
+        canvas.main()->hide();
+        supermodule* loop = canvas.put(id, {300, 300});
+        loop->updateTreeAndOpacity();
+        loop->setOpacityTree(false);
+        for (const int shift : {0, 1, 2}) {
+            loop->setPos(300 + shift, 300 + shift);
+            canvas.zoom(zoom, loop->pos() + QPointF(130, 40));
+            const int mouth = id > 303 ? 40 : 120;
+            const QImage edge = canvas.shown(
+                QRectF(loop->pos() + QPointF(mouth + 18, -8), QSizeF(186 - mouth, 16)));
+            QVERIFY(edge.width() > 20);
+            for (int y = 0; y < edge.height(); ++y) {
+                for (int x = 0; x < edge.width(); ++x) {
+                    const QColor here = edge.pixelColor(x, y);
+                    const QColor first = edge.pixelColor(0, y);
+                    QVERIFY2(
+                        qAbs(here.red() - first.red()) <= 3 &&
+                            qAbs(here.green() - first.green()) <= 3,
+                        qPrintable(QStringLiteral("shift %1, %2 %3").arg(shift).arg(x).arg(y)));
+                }
             }
         }
     }

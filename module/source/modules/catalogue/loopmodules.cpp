@@ -68,7 +68,7 @@ QString loopText(const QString& p_head, const supermodule* p_loop, const char* p
     return text;
 }
 
-void drawLoopFrame(QPainter* p_painter, const QPixmap& p_frame, int p_top, int p_right)
+void drawLoopFrame(QPainter* p_painter, const QPixmap& p_frame, int p_top, int p_right, int p_mouth)
 {
     const int width = p_frame.width();
     const int height = p_frame.height();
@@ -93,10 +93,13 @@ void drawLoopFrame(QPainter* p_painter, const QPixmap& p_frame, int p_top, int p
     const auto draw = [&](const QRect& p_target, const QRect& p_source) {
         p_painter->drawPixmap(p_target, p_frame, p_source);
     };
-    draw(QRect(0, p_top, topLeft.width(), topLeft.height()), topLeft);
+    // The first corner's part has an edge of the mouth, too, where that begins early. Smooth
+    // scaling would make it another one than that of the part behind it, which takes it over.
+    const int edgeX = qMin(topLeft.width(), p_mouth + 14);
+    draw(QRect(0, p_top, edgeX, topLeft.height()), topLeft.intersected(QRect(0, 0, edgeX, height)));
     draw(QRect(0, edgeY, leftEdge.width(), edgeHeight), leftEdge);
     draw(QRect(0, bottomY, bottomLeft.width(), bottomLeft.height()), bottomLeft);
-    draw(QRect(topLeft.width(), p_top, innerWidth, topEdge.height()), topEdge);
+    draw(QRect(edgeX, p_top, endX - edgeX, topEdge.height()), topEdge);
     draw(QRect(endX, p_top, topRight.width(), topRight.height()), topRight);
     draw(QRect(endX, edgeY, rightEdge.width(), edgeHeight), rightEdge);
     draw(QRect(endX, bottomY, bottomRight.width(), bottomRight.height()), bottomRight);
@@ -113,7 +116,7 @@ void fillUnderHead(QPainter* p_painter, const QPixmap& p_frame, int p_from, int 
 }
 
 void drawLoopSelection(QGraphicsPixmapItem& p_item, const QPixmap& p_frame, int p_top, int p_right,
-                       const QVector<QRect>& p_drawers)
+                       int p_mouth, const QVector<QRect>& p_drawers)
 {
     // How far a drawer, and the frame around it, may reach out of the bracket.
     const QMargins out(16, 0, s_tabWidth, 24);
@@ -123,7 +126,7 @@ void drawLoopSelection(QGraphicsPixmapItem& p_item, const QPixmap& p_frame, int 
     shown.fill(Qt::transparent);
     QPainter painter(&shown);
     painter.translate(-area.topLeft());
-    drawLoopFrame(&painter, p_frame, p_top, p_right);
+    drawLoopFrame(&painter, p_frame, p_top, p_right, p_mouth);
     const QPixmap drawer = picture(QStringLiteral(":/select_drawer.png"));
     const int half = drawer.width() / 2;
     for (int i = 0; i < p_drawers.size(); ++i) {

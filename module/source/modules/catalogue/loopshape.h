@@ -26,9 +26,11 @@ QString loopText(const QString& p_head, const supermodule* p_loop, const char* p
 
 /**
  * Draws a loop's bracket: the frame picture in seven parts, the corners as they are, the edges
- * stretched to the body. p_top and p_right are the bounds relative to the loop.
+ * stretched to the body. p_top and p_right are the bounds relative to the loop, p_mouth is where
+ * the body begins.
  */
-void drawLoopFrame(QPainter* p_painter, const QPixmap& p_frame, int p_top, int p_right);
+void drawLoopFrame(QPainter* p_painter, const QPixmap& p_frame, int p_top, int p_right,
+                   int p_mouth);
 
 /**
  * Fills what the round corners of a body's blocks leave free under the bracket's head, from one x
@@ -42,7 +44,7 @@ void fillUnderHead(QPainter* p_painter, const QPixmap& p_frame, int p_from, int 
  * around the drawers that hang from it.
  */
 void drawLoopSelection(QGraphicsPixmapItem& p_item, const QPixmap& p_frame, int p_top, int p_right,
-                       const QVector<QRect>& p_drawers);
+                       int p_mouth, const QVector<QRect>& p_drawers);
 
 /**
  * The shape of a block with a body, on top of what its parameters are (Base). The rectangle grows
@@ -127,7 +129,7 @@ protected:
             drawers.append(Base::buttonRect(i).toRect());
         }
         drawLoopSelection(p_item, p_frame, static_cast<int>(Base::m_rect.top()),
-                          static_cast<int>(Base::m_rect.right()), drawers);
+                          static_cast<int>(Base::m_rect.right()), form().bodyOffset, drawers);
     }
 
     void drawFrame(QPainter* p_painter) const
@@ -138,7 +140,7 @@ protected:
         if (Base::left() && top == -LoopTopMargin) {
             fillUnderHead(p_painter, frame, form().bodyOffset, right - LoopEndMargin);
         }
-        drawLoopFrame(p_painter, frame, top, right);
+        drawLoopFrame(p_painter, frame, top, right, form().bodyOffset);
     }
 
 private:
