@@ -1,6 +1,7 @@
 #include "build/usermainfile.h"
 #include "dialogbench.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QLockFile>
@@ -145,6 +146,21 @@ private slots:
             QCOMPARE(shown.statusText(), waiting);
             owner.kill();
             QVERIFY(QFile::exists(kitLockPath()));
+            QTRY_COMPARE(shown.buttonText(), ok);
+            QCOMPARE(shown.statusText(), downloaded);
+        });
+    }
+
+    void aFolderOfObjectsThatWasDeletedKeepsTheOtherAwayToo()
+    {
+        QVERIFY(QDir(m_bench->inMakeFolder("objects")).removeRecursively());
+        m_bench->setCompiler(waitingToLink);
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        DialogBench::build(*dialog, "car1", 0, [&] {
+            QTRY_VERIFY(QFile::exists(m_bench->inMakeFolder("started")));
+            QVERIFY(!QLockFile(kitLockPath()).tryLock());
+            QVERIFY(DialogBench::write(m_bench->inMakeFolder("go"), ""));
             QTRY_COMPARE(shown.buttonText(), ok);
             QCOMPARE(shown.statusText(), downloaded);
         });
