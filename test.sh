@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds everything and runs every check: ./test.sh
 # The build must be free of warnings, every include as the table of rooms tells, the sources
-# formatted and free of clang-tidy's findings, and all tests must pass.
+# formatted and free of clang-tidy's findings, and all tests must pass, those of the threads under the
+# thread sanitizer, too.
 set -euo pipefail
 cd "$(dirname "$0")"
 . tools/dependencies.sh
@@ -26,6 +27,11 @@ cmake --build --preset dev
 
 step "Tests"
 ctest --preset dev -j "$(nproc)" --no-tests=error
+
+step "Threads"
+cmake --preset tsan -DBUILD_TESTING=ON -DTILER_WERROR=ON
+cmake --build --preset tsan --target buildthread_test logthreadstest
+ctest --preset tsan -R '^(buildthread_test|logthreadstest)$' --no-tests=error
 
 step "clang-tidy"
 tools/check-tidy.sh build

@@ -28,6 +28,10 @@ BlockPanel::BlockPanel(int p_category, QWidget* p_parent)
 
 void BlockPanel::setPanelHeight(int p_height)
 {
+    if (p_height == m_laidOutHeight) {
+        return;
+    }
+    m_laidOutHeight = p_height;
     int x = 0;
     for (QLabel* label : qAsConst(m_labels)) {
         const QPixmap image = picture(m_records.value(label).image);

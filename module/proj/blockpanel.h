@@ -31,4 +31,6 @@ private:
     int m_category;
     QMap<QLabel*, BlockRecord> m_records;
     QList<QLabel*> m_labels;
+    /** What the pictures are scaled for; -1 before the first time. */
+    int m_laidOutHeight = -1;
 };

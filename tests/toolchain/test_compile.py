@@ -101,6 +101,14 @@ class CompileTest(KitCase):
                 self.assertNotEqual(result.returncode, 0)
                 self.assertRegex(result.stderr, "(?m)^%s[0-9]+:[0-9]+: error: " % re.escape(PREFIX))
 
+    def test_frame_does_not_grow_with_the_length_of_a_program(self):
+        for call in ["set_motor(1, speed1)", "wait(0.7)", "servo_ctrl(1, 2, 3, 0)", "PlaySpeech(9)",
+                     "disp_symble(2, 7)", "disp_emoji(1, 2, 3)",
+                     "disp_custom(2, (LedMaritx){{0x1,2,3,4,5,6,7,8}})", 'Printf("%f", speed1 / 3.0)',
+                     "if(switch_state(1) > TZ_AI(2)) wait(1)"]:
+            with self.subTest(call=call):
+                self.built(program(2000 * ("      %s;\n" % call)))
+
     def test_error_removes_the_older_result(self):
         self.built(program(""), name="older")
         result = self.kit.make("older", text=program("      oops\n"))
@@ -144,6 +152,20 @@ class CompileTest(KitCase):
         os.utime(self.kit.source, (1, 1))
         self.assertEqual(self.kit.make().returncode, 0)
         self.assertNotEqual(self.kit.bin("program").read_bytes(), first)
+
+    def test_unchanged_program_of_any_length_and_end_is_not_compiled_again(self):
+        compiled = self.kit.folder / "objects" / "user_main.o"
+        for length in [0, 1, 2, 5, 11, 12, 23, 47, 95, 200]:
+            for end in ["", "\n", "\n\n"]:
+                with self.subTest(length=length, end=end):
+                    text = program("") + length * 1000 // 13 * "// padding.\n" + "// The end." + end
+                    self.assertEqual(self.kit.make(text=text).returncode, 0)
+                    compiled.unlink()
+                    self.assertEqual(self.kit.make(text=text).returncode, 0)
+                    self.assertFalse(compiled.exists())
+                    self.kit.source.write_text(text.replace("padding", "changed") + " ", "utf-8")
+                    self.assertEqual(self.kit.make().returncode, 0)
+                    self.assertTrue(compiled.exists())
 
     def test_runtime_is_compiled_only_when_it_changed(self):
         self.built(program(""))

@@ -41,6 +41,15 @@ void PlaySpeech(int sound);
 void disp_symble(int port, int symbol);
 void disp_emoji(int left_port, int right_port, int emoji);
 void disp_custom(int port, LedMaritx matrix);
+/*
+ * A matrix that is written out in a call lives as long as the block around it, and so takes room on
+ * the stack for each call of a program. With a block of its own they share one.
+ */
+#define disp_custom(port, ...) \
+    ({ \
+        LedMaritx matrix_of_call = __VA_ARGS__; \
+        (disp_custom)(port, matrix_of_call); \
+    })
 
 /* Takes the format of printf and writes one line. */
 void Printf(const char* format, ...);

@@ -110,7 +110,7 @@ void disp_emoji(int left_port, int right_port, int emoji)
 	display(pictures, 2, "emoji", emoji, known ? face->name : "unknown");
 }
 
-void disp_custom(int port, LedMaritx matrix)
+void (disp_custom)(int port, LedMaritx matrix)
 {
 	struct board_picture picture = { port, matrix.rows };
 

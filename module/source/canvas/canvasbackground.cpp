@@ -11,11 +11,15 @@ CanvasBackground::CanvasBackground(QGraphicsView& p_view, QGraphicsPixmapItem& p
 
 void CanvasBackground::fill(Qt::AspectRatioMode p_mode)
 {
+    const QPalette::ColorRole role = m_view.backgroundRole();
     QPalette colours = m_view.palette();
-    colours.setBrush(
-        m_view.backgroundRole(),
-        QBrush(m_picture.scaled(m_view.viewport()->size(), p_mode, Qt::SmoothTransformation)));
-    m_view.setPalette(colours);
+    const QSize size = m_picture.size().scaled(m_view.viewport()->size(), p_mode);
+    // Scaling takes a tenth of a start, and a window that opens asks twice for one size.
+    if (size != colours.brush(role).texture().size()) {
+        colours.setBrush(
+            role, m_picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+        m_view.setPalette(colours);
+    }
 }
 
 void CanvasBackground::centreLogo()

@@ -141,6 +141,15 @@ void TzProgramView::paintEvent(QPaintEvent* p_event)
 void TzProgramView::resizeEvent(QResizeEvent* p_event)
 {
     QGraphicsView::resizeEvent(p_event);
+    // Before it is shown a view has sizes that nobody sees.
+    if (isVisible()) {
+        m_background.fill(Qt::KeepAspectRatio);
+    }
+}
+
+void TzProgramView::showEvent(QShowEvent* p_event)
+{
+    QGraphicsView::showEvent(p_event);
     // Meant: unlike at the start, where the picture fills the whole view; the design says so.
     m_background.fill(Qt::KeepAspectRatio);
 }

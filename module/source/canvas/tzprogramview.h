@@ -135,6 +135,7 @@ protected:
     bool viewportEvent(QEvent* p_event) override;
     void paintEvent(QPaintEvent* p_event) override;
     void resizeEvent(QResizeEvent* p_event) override;
+    void showEvent(QShowEvent* p_event) override;
     void wheelEvent(QWheelEvent* p_event) override;
     void keyPressEvent(QKeyEvent* p_event) override;
     void mousePressEvent(QMouseEvent* p_event) override;
