@@ -130,6 +130,13 @@ private slots:
             },
             "the second");
         QVERIFY(lock.isLocked());
+        // Nor does it begin when it could.
+        lock.unlock();
+        int looks = 0;
+        QTimer timer;
+        connect(&timer, &QTimer::timeout, this, [&] { ++looks; });
+        timer.start(10);
+        QTRY_VERIFY(looks >= 30);
         QVERIFY(!QFile::exists(userMainPath()));
         QVERIFY(!QFile::exists(m_bench->inMakeFolder("started")));
         QVERIFY(m_bench->finishedFiles().isEmpty());
@@ -173,13 +180,20 @@ private slots:
         QTest::newRow("well") << DialogBench::linking() << downloaded;
         QTest::newRow("badly") << QByteArray("exit 1\n") << compileFailed;
         QTest::newRow("by a cancel") << QByteArray("exec sleep 600\n") << building;
+        QTest::newRow("without a compiler") << QByteArray() << compileFailed;
+        QTest::newRow("without a source") << QByteArray("exit 0\n") << compileFailed;
     }
 
     void theKitIsFreeAgainWhenABuildEnds()
     {
         QFETCH(QByteArray, compiler);
         QFETCH(QString, endsWith);
-        m_bench->setCompiler(compiler);
+        if (!compiler.isEmpty()) {
+            m_bench->setCompiler(compiler);
+        }
+        if (QTest::currentDataTag() == QByteArray("without a source")) {
+            QVERIFY(QDir().mkpath(userMainPath()));
+        }
         const auto dialog = m_bench->makeDialog();
         const Shown shown(*dialog);
         DialogBench::build(*dialog, "car1", 0, [&] {

@@ -1,5 +1,6 @@
 #include "modules/catalogue/blocktables.h"
 #include "modules/catalogue/modulefactory.h"
+#include "modules/moduletree.h"
 #include "project/projectfile.h"
 #include "support/canvas/blockdata.h"
 #include "support/canvas/canvasfixture.h"
@@ -230,6 +231,46 @@ private slots:
             {QStringLiteral("run"), run, m_kit.kit(), m_kit.binary(QStringLiteral("everyblock"))});
         QCOMPARE(result.errors, QString());
         QVERIFY2(result.exitCode == 0, qPrintable(result.output));
+    }
+
+    void theDeepestNestingCompilesAndRuns_data()
+    {
+        QTest::addColumn<int>("id");
+        QTest::addColumn<int>("exitCode");
+        // Without an end of its own it is stopped.
+        QTest::newRow("so many times") << 301 << 3;
+        QTest::newRow("for ever") << 303 << 3;
+        QTest::newRow("until something is near") << 306 << 3;
+        QTest::newRow("until a touch") << 307 << 3;
+    }
+
+    void theDeepestNestingCompilesAndRuns()
+    {
+        QFETCH(int, id);
+        QFETCH(int, exitCode);
+        const QByteArray open = "<module id=\"" + QByteArray::number(id) + "\"><left>";
+        const QString path = m_kit.filePath(QStringLiteral("deepest.tlrx"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write("<!DOCTYPE vantrel>\n<vantrel><basenode><module id=\"0\"/>" +
+                   open.repeated(MaximalNesting) + "<module id=\"103\"/>" +
+                   QByteArray("</left></module>").repeated(MaximalNesting) +
+                   "</basenode></vantrel>\n");
+        file.close();
+
+        CanvasFixture canvas;
+        QCOMPARE(canvas.view.openFile(path), int(ProjectOpened));
+        QCOMPARE(nestingDepth(canvas.main()), MaximalNesting);
+        const ProcessResult compiled =
+            m_kit.compile(QStringLiteral("deepest"), canvas.view.generateProjectCode(1));
+        QCOMPARE(compiled.errors, QString());
+        QCOMPARE(compiled.exitCode, 0);
+        const ProcessResult ran =
+            m_kit.run(QStringLiteral("deepest"), {QStringLiteral("--limit"), QStringLiteral("1")});
+        QCOMPARE(ran.errors, QString());
+        QCOMPARE(ran.exitCode, exitCode);
+        QVERIFY2(ran.output.contains(QStringLiteral("motor A (1) speed 50")),
+                 qPrintable(ran.output));
     }
 
 private:
