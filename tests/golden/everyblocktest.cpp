@@ -1,5 +1,6 @@
 #include "modules/catalogue/blocktables.h"
 #include "modules/catalogue/modulefactory.h"
+#include "modules/mainmodule.h"
 #include "modules/moduletree.h"
 #include "project/projectfile.h"
 #include "support/canvas/blockdata.h"
@@ -235,20 +236,19 @@ private slots:
 
     void theDeepestNestingCompilesAndRuns_data()
     {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<int>("exitCode");
-        // Without an end of its own it is stopped.
-        QTest::newRow("so many times") << 301 << 3;
-        QTest::newRow("for ever") << 303 << 3;
-        QTest::newRow("until something is near") << 306 << 3;
-        QTest::newRow("until a touch") << 307 << 3;
+        QTest::addColumn<QByteArray>("loop");
+        QTest::addColumn<QString>("sensor");
+        QTest::newRow("so many times") << QByteArray("301\" n=\"10") << "touch:1=0";
+        QTest::newRow("for ever") << QByteArray("303") << "touch:1=0";
+        QTest::newRow("while something is near") << QByteArray("306\" port=\"4") << "analogue:4=1";
+        QTest::newRow("while it is touched") << QByteArray("307\" port=\"5") << "touch:5=1";
     }
 
     void theDeepestNestingCompilesAndRuns()
     {
-        QFETCH(int, id);
-        QFETCH(int, exitCode);
-        const QByteArray open = "<module id=\"" + QByteArray::number(id) + "\"><left>";
+        QFETCH(QByteArray, loop);
+        QFETCH(QString, sensor);
+        const QByteArray open = "<module id=\"" + loop + "\"><left>";
         const QString path = m_kit.filePath(QStringLiteral("deepest.tlrx"));
         QFile file(path);
         QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
@@ -266,9 +266,11 @@ private slots:
         QCOMPARE(compiled.errors, QString());
         QCOMPARE(compiled.exitCode, 0);
         const ProcessResult ran =
-            m_kit.run(QStringLiteral("deepest"), {QStringLiteral("--limit"), QStringLiteral("1")});
+            m_kit.run(QStringLiteral("deepest"), {QStringLiteral("--limit"), QStringLiteral("1"),
+                                                  QStringLiteral("--sensor"), sensor});
         QCOMPARE(ran.errors, QString());
-        QCOMPARE(ran.exitCode, exitCode);
+        // Only the limit ends them.
+        QCOMPARE(ran.exitCode, 3);
         QVERIFY2(ran.output.contains(QStringLiteral("motor A (1) speed 50")),
                  qPrintable(ran.output));
     }
