@@ -78,6 +78,19 @@ class TraceTest(KitCase):
                                       "wait 0 s", "wait -1 s"])
         self.assertRegex(lines[5], r"^print a\?b x{490,510}(\.\.\.)?$")
 
+    def test_long_prints_are_cut_and_marked(self):
+        lines = self.texts(program("".join('Printf("%%s", "%s");\n' % text for text in (
+            "x" * 504, "x" * 505, "x" * 506, "\\n" * 505, "\\n" * 506))))
+        self.assertEqual(lines[1:-1], ["print " + text for text in (
+            "x" * 504, "x" * 505, "x" * 505 + "...", "\\n" * 505, "\\n" * 505 + "...")])
+
+    def test_a_wait_beyond_all_numbers_does_not_end(self):
+        for seconds in ("2000001", "1e12", "1.0 / 0"):
+            with self.subTest(seconds=seconds):
+                lines = self.texts(program("double zero = 0;wait(%s);\n" % seconds.replace("/ 0", "/ zero")),
+                                   "--limit", "3", expected=LIMIT_REACHED)
+                self.assertEqual(len(lines), 3)
+
     def test_waits_add_up(self):
         lines = self.trace(program("for(int i = 0;i < 10; ++i)\n{\nwait(0.7);\n}\nwait(30);\n"))
         times = [seconds for seconds, _, text in lines if text.startswith("wait")]
@@ -160,6 +173,24 @@ class TaskTest(KitCase):
         late = [round(after - before - 0.01, 3) for before, after in zip(sounds[10:], sounds[11:])]
         self.assertGreater(len(late), 50)
         self.assertLessEqual(max(late), 0.003)
+
+    def test_wait_of_nothing_gives_the_turn_away(self):
+        # Far more turns than there are ticks meanwhile; the first calls are told, which takes long.
+        body = ("for(int i = 0;i < 150; ++i)\n{\nwait(0);\n}\nwhile(ready != 3)\n{\nready = ready | %d;wait(0);\n}\n"
+                "for(int i = 0;i < 40; ++i)\n{\nif(last != %d)\n{\nturns = turns + 1;}\nlast = %d;wait(0);\n}\n")
+        lines = self.texts(program(body % (1, 1, 1) + 'Printf("%d", turns);\n',
+                                   before="volatile int ready = 0, last = 0, turns = 0;\n",
+                                   after=task(1, body % (2, 2, 2))), tasks=1)
+        turns, = (int(text[6:]) for text in lines if text.startswith("print"))
+        self.assertGreater(turns, 60)
+
+    def test_finished_tasks_take_no_turns(self):
+        work = program("for(volatile int i = 0;i < 300000; ++i)\n{\n}\nPlaySpeech(1);\n",
+                       after="".join(task(n, "wait(0);\n") for n in range(1, 5)))
+        alone, beside = ([seconds for seconds, _, text in self.trace(work, tasks=tasks) if text == "sound 1"][0]
+                         for tasks in (0, 4))
+        self.assertGreater(alone, 0.02)
+        self.assertLess(beside, alone * 1.2)
 
     def test_only_as_many_tasks_as_told_are_started(self):
         text = program("wait(1);\n", after=task(1, "PlaySpeech(1);\n") + task(2, "PlaySpeech(2);\n"))
