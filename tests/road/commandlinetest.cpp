@@ -76,6 +76,8 @@ private slots:
             QStringLiteral("^vantrel: Unknown options: p, l, a, t, f, o, r, m, =, x\\.\\n$"));
         row(QStringLiteral("reverse --nonsense"), 1, nothing,
             QStringLiteral("^vantrel: Unknown option 'nonsense'\\.\\n$"));
+        row(QStringLiteral("xtitle --nonsense"), 1, nothing,
+            QStringLiteral("^vantrel: Unknown option 'nonsense'\\.\\n$"));
         // Values that look like options.
         for (const char* option :
              {"--loglevel -x", "--loglevel --help", "--loglevel=-x", "--loglevel=--help",
@@ -230,6 +232,7 @@ private slots:
         const QList<QJsonObject> windows = program.visibleWindows();
         QCOMPARE(windows.size(), 1);
         QCOMPARE(windows.first()[QStringLiteral("windowTitle")].toString(), title);
+        QVERIFY(windows.first()[QStringLiteral("maximized")].toBool());
     }
 
     void aRelativePathIsMadeAbsolute()
