@@ -215,6 +215,13 @@ class FaultsTest(ScriptCase):
         self.put_faults([dict(self.FAULTS[0], new="4 *")])
         self.assertIn(tried, self.passes("try-faults.py", self.build))
 
+    def test_a_survivor_is_tried_again(self):
+        self.put_faults([dict(self.FAULTS[0], old="p_number;", new="p_number + 0;")])
+        self.assertEqual(self.run_script("try-faults.py", self.build).returncode, 1)
+        # As it would be with a better test.
+        self.write("tests/twicetest.cpp", "int main() { return 1; }\n")
+        self.assertIn("three times: noticed", self.passes("try-faults.py", self.build))
+
     def test_only_some_are_tried(self):
         told = self.run_script("try-faults.py", self.build, "--only", "three|other").stdout
         self.assertIn("base: 1 of 2 noticed", told)
