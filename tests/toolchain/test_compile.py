@@ -51,6 +51,19 @@ class LayoutTest(unittest.TestCase):
             kit = Kit(installed)
             self.assertEqual(kit.make().returncode, 0)
 
+    def test_a_kit_that_is_laid_out_again_has_no_older_runtime(self):
+        with tempfile.TemporaryDirectory(prefix="toolchain-") as folder:
+            kit = Kit.lay_out(pathlib.Path(folder) / "gcc")
+            calls = kit.root / "runtime" / "calls.c"
+            calls.write_text(calls.read_text("utf-8").replace('"custom"', '"another"'), "utf-8")
+            text = program("disp_custom(2,(LedMaritx){{1,2,3,4,5,6,7,8}});\n")
+            for told in ("another", "custom"):
+                self.assertEqual(kit.make(text=text).returncode, 0)
+                result = subprocess.run([kit.root / "run-on-emulator", "--bare", kit.bin("program")],
+                                        capture_output=True, text=True, timeout=60)
+                self.assertIn("display 2 %s\n" % told, result.stdout)
+                Kit.lay_out(kit.root)
+
     def test_dots_are_those_of_the_table(self):
         result = subprocess.run([sys.executable, SOURCE / "make_leds.py", "--check"])
         self.assertEqual(result.returncode, 0)

@@ -107,6 +107,19 @@ class TraceTest(KitCase):
                                        "wait 1 s", "motor A (1) speed 7", "end"])
 
 
+    def test_what_was_passed_over_is_told_at_the_limit_too(self):
+        lines = self.texts(program("while(1)\n{\nset_motor(1, 5);}\n"), "--limit", "1", expected=LIMIT_REACHED)
+        self.assertEqual(lines.count("motor A (1) speed 5"), 100)
+        self.assertRegex(lines[-2], "^[1-9][0-9]+ repeated calls not shown$")
+        self.assertEqual(lines[-1], "limit reached")
+
+    def test_numbers_go_round(self):
+        text = program('most = most + step;Printf("%d", most);grows(2147483647, 1);\n', before=(
+            "int most = 2147483647, step = 1;\n"
+            'void grows(int n, int by)\n{\nif(n + 1 > n)\n{\nPrintf("more");\n}\nelse\n{\nPrintf("less");\n}\n}\n'))
+        self.assertEqual(self.texts(text)[1:-1], ["print -2147483648", "print less"])
+
+
 class TaskTest(KitCase):
     def test_tasks_run_beside_one_another(self):
         text = program("wait(1);set_motor(1, 1);wait(1);set_motor(1, 2);wait(1.5);\n", after=(
