@@ -4,11 +4,13 @@
 #include "modules/mainmodule.h"
 #include "project/checktag.h"
 #include "project/programnameholder.h"
+#include "project/projectdocument.h"
 #include "support/canvas/canvasfixture.h"
 
 #include <QAbstractButton>
 #include <QDomDocument>
 #include <QFile>
+#include <QHash>
 #include <QMessageBox>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -118,6 +120,26 @@ private slots:
         QVERIFY(document.setContent(text));
         QCOMPARE(checkTag(document.toByteArray(4)), tag.toUInt(nullptr, 16));
         canvas.document.setProgramNameHolder(nullptr);
+    }
+
+    void theOrderOfAttributesLeavesTheSeedOfOtherTables()
+    {
+        qunsetenv("QT_HASH_SEED");
+        qSetGlobalQHashSeed(-1);
+        QVERIFY(qGlobalQHashSeed() != 0);
+        {
+            const StableAttributeOrder order;
+            QCOMPARE(qGlobalQHashSeed(), 0);
+        }
+        QVERIFY(qGlobalQHashSeed() != 0);
+        // Who wants none keeps none.
+        qSetGlobalQHashSeed(0);
+        {
+            const StableAttributeOrder order;
+            QCOMPARE(qGlobalQHashSeed(), 0);
+        }
+        QCOMPARE(qGlobalQHashSeed(), 0);
+        qSetGlobalQHashSeed(-1);
     }
 
     void attributesStandInTheSameOrderInEveryRun()
