@@ -157,6 +157,19 @@ private slots:
         }
     }
 
+    void theActionsAreTheEndOfTheFile()
+    {
+        CanvasFixture canvas;
+        canvas.dropBehind(canvas.main(), 101);
+        QByteArray tail = s_tail;
+        tail[0] = 'a';
+        tail[ProjectTailSize - 1] = 'z';
+        QVERIFY(canvas.view.saveFile(path(), tail));
+        ProjectContent content;
+        QCOMPARE(readProject(path(), content), static_cast<int>(ProjectOpened));
+        QCOMPARE(content.actions, tail);
+    }
+
     void aChangedAttributeFailsTheCheck()
     {
         CanvasFixture canvas;
