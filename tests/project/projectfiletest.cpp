@@ -161,9 +161,7 @@ private slots:
     {
         CanvasFixture canvas;
         canvas.dropBehind(canvas.main(), 101);
-        QByteArray tail = s_tail;
-        tail[0] = 'a';
-        tail[ProjectTailSize - 1] = 'z';
+        const QByteArray tail = 'a' + s_tail.mid(2) + 'z';
         QVERIFY(canvas.view.saveFile(path(), tail));
         ProjectContent content;
         QCOMPARE(readProject(path(), content), static_cast<int>(ProjectOpened));
