@@ -94,6 +94,8 @@ class TraceTest(KitCase):
     def test_waits_add_up(self):
         lines = self.trace(program("for(int i = 0;i < 10; ++i)\n{\nwait(0.7);\n}\nwait(30);\n"))
         times = [seconds for seconds, _, text in lines if text.startswith("wait")]
+        # Without tasks there is nobody to tell apart.
+        self.assertEqual({who for _, who, _ in lines}, {None})
         for index, seconds in enumerate(times):
             self.assertAlmostEqual(seconds, 0.7 * index, delta=0.02)
         self.assertAlmostEqual(lines[-1][0], 37.0, delta=0.02)
