@@ -151,7 +151,7 @@ private slots:
         QCOMPARE(projectIn(file), 1);
     }
 
-    void aFullDiskKeepsNothingOfANewProjectThatIsWrittenInPlace()
+    void aFullDiskKeepsNothingOfANewProjectWithALongName()
     {
         SmallDisk disk("size=256k");
         if (!disk.isMounted()) {
