@@ -492,6 +492,10 @@
     <context>
         <name>TzToolBar</name>
         <message>
+            <source>C 语言程序</source>
+            <translation>C 语言程序</translation>
+        </message>
+        <message>
             <source>控制器固件有新的版本，请更新</source>
             <translation>控制器固件有新的版本，请更新</translation>
         </message>

@@ -248,6 +248,17 @@ private slots:
                  (QStringList{QStringLiteral("canvas"), QStringLiteral("before")}));
     }
 
+    void tabWithControlOrAltWalksNowhere()
+    {
+        Desk desk;
+        desk.dropBehind(desk.main(), 101);
+        desk.click({900, 550});
+        for (const Qt::KeyboardModifier modifier : {Qt::ControlModifier, Qt::AltModifier}) {
+            QCOMPARE(desk.walk(Qt::Key_Tab, 2, modifier),
+                     (QStringList{QStringLiteral("canvas"), QStringLiteral("canvas")}));
+        }
+    }
+
     void fromTheGroundTabGoesToTheFirstButton()
     {
         Desk desk;

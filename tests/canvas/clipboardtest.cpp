@@ -130,6 +130,21 @@ private slots:
         QCOMPARE(canvas.brokenInvariants(), QStringList());
     }
 
+    void theNoticeOfACopyItselfMayComeLate()
+    {
+        CanvasFixture canvas;
+        supermodule* first = canvas.dropBehind(canvas.main(), 103);
+        {
+            // As on systems where the clipboard tells of a change by and by.
+            const QSignalBlocker late(&clipboard());
+            copy(canvas, first);
+        }
+        emit clipboard().changed(QClipboard::Clipboard);
+        QVERIFY(hasFrame(first));
+        emit clipboard().changed(QClipboard::Clipboard);
+        QVERIFY(!hasFrame(first));
+    }
+
     void aSecondCopyTakesTheFramesAlong()
     {
         CanvasFixture canvas;
@@ -269,7 +284,15 @@ private slots:
             QCOMPARE(canvas.view.currentModule(), root);
             QVERIFY(ClipBoard::hasFormat(s_blocks));
             QVERIFY(hasFrame(first));
-            supermodule::deleteTree(root);
+            // Linked to what was copied it gets its frame, too.
+            canvas.drag(root, (first->scenePos() + QPointF(125, 5) - root->scenePos()).toPoint());
+            QCOMPARE(root->parentModule(), first);
+            QVERIFY(hasFrame(root));
+            supermodule* dropped = canvas.drop(104, first->scenePos() + QPointF(190, 5));
+            QCOMPARE(first->next(), dropped);
+            QVERIFY(hasFrame(dropped));
+            first->removeChild(dropped);
+            supermodule::deleteTree(dropped);
         }
     }
 

@@ -169,6 +169,22 @@ private slots:
                  QStringList{QStringLiteral("/tmp/a.tlrx")});
     }
 
+    void aFileOverTheCanvasLeavesNoBlockAtHand()
+    {
+        CanvasFixture canvas;
+        const supermodule* first = canvas.dropBehind(canvas.main(), 103);
+        canvas.click(first->scenePos() + QPointF(30, 30));
+        QCOMPARE(canvas.view.currentModule(), first);
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(QStringLiteral("/tmp/a.tlrx"))});
+        QDragEnterEvent enter(QPoint(500, 400), Qt::CopyAction, &data, Qt::LeftButton,
+                              Qt::NoModifier);
+        QApplication::sendEvent(canvas.view.viewport(), &enter);
+        QDragLeaveEvent leave;
+        QApplication::sendEvent(canvas.view.viewport(), &leave);
+        QVERIFY(!canvas.view.currentModule());
+    }
+
     void aPayloadCutShortIsNoBlock()
     {
         QMimeData data;
@@ -192,7 +208,10 @@ private slots:
         drop.setMimeData(data.get());
         drop.setScenePos(QPointF(310, 205));
         const int key = nextModuleKey;
+        const QSignalSpy states(&canvas.view, &TzProgramView::mouseSignal);
         QApplication::sendEvent(canvas.view.scene(), &drop);
+        QCOMPARE(states.size(), 1);
+        QCOMPARE(states.first().first().toInt(), static_cast<int>(MouseDropped));
         QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 103}));
         QCOMPARE(canvas.main()->next()->moduleKey, key);
         QCOMPARE(nextModuleKey, key + 1);
@@ -213,6 +232,18 @@ private slots:
         // As wide as one that was dropped on the view, or opened.
         QCOMPARE(moduleMap.last()->boundingRect().width(), 260.0);
         QCOMPARE(canvas.brokenInvariants(), QStringList());
+    }
+
+    void theSceneAddsNoTask()
+    {
+        CanvasFixture canvas;
+        const std::unique_ptr<QMimeData> data(blockDrag(TaskRootId));
+        QGraphicsSceneDragDropEvent drop(QEvent::GraphicsSceneDrop);
+        drop.setMimeData(data.get());
+        drop.setScenePos(QPointF(310, 205));
+        QApplication::sendEvent(canvas.view.scene(), &drop);
+        QCOMPARE(canvas.blocks().size(), 1);
+        QVERIFY(!canvas.view.undoStack().canUndo());
     }
 
     void theSceneRefusesWhatIsNoBlock()

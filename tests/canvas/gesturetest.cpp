@@ -212,8 +212,24 @@ private slots:
         const QList<QAction*> actions = canvas.view.contextMenu().actions();
         QCOMPARE(actions.size(), 5);
         QVERIFY(!actions.at(0)->isEnabled());
+        QVERIFY(!actions.at(2)->isEnabled());
         QVERIFY(!actions.at(4)->isEnabled());
         canvas.view.contextMenu().close();
+    }
+
+    void theMenuOffersABlocksEntriesOnABlockAlone()
+    {
+        CanvasFixture canvas;
+        const supermodule* block = canvas.drop(s_wait, QPointF(600, 300));
+        const QList<QAction*> actions = canvas.view.contextMenu().actions();
+        for (const bool onBlock : {true, false, true}) {
+            canvas.press(onBlock ? block->scenePos() + QPointF(30, 30) : QPointF(900, 550),
+                         Qt::RightButton);
+            for (const int entry : {0, 2, 4}) {
+                QCOMPARE(actions.at(entry)->isEnabled(), onBlock);
+            }
+            canvas.view.contextMenu().close();
+        }
     }
 
     void aBlockDraggedBelowTheCanvasIsDeletedAndTellsThePalette()
@@ -326,6 +342,35 @@ private slots:
                          Qt::NoButton, Qt::NoModifier);
         QApplication::sendEvent(canvas.view.viewport(), &move);
         QCOMPARE(first->scenePos(), home);
+        QCOMPARE(first->parentModule(), static_cast<supermodule*>(canvas.main()));
+        // Nor with a button that is still held.
+        canvas.press(home + QPointF(30, 30), Qt::RightButton);
+        canvas.view.contextMenu().close();
+        canvas.move(home + QPointF(60, 200));
+        QCOMPARE(first->scenePos(), home);
+    }
+
+    void aReleaseElsewhereSettlesWhatWasPressed_data()
+    {
+        QTest::addColumn<QPoint>("way");
+        QTest::addColumn<int>("updates");
+        QTest::newRow("in place") << QPoint(0, 0) << 0;
+        QTest::newRow("sideways") << QPoint(1, 0) << 1;
+        QTest::newRow("downwards") << QPoint(0, 1) << 1;
+    }
+
+    void aReleaseElsewhereSettlesWhatWasPressed()
+    {
+        QFETCH(QPoint, way);
+        QFETCH(int, updates);
+        CanvasFixture canvas;
+        const supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
+        const QPointF grip = first->scenePos() + QPointF(30, 30);
+        const QSignalSpy told(&canvas.view, &TzProgramView::moduleUpdateSignal);
+        // No move in between: the events of a busy window are joined.
+        canvas.press(grip);
+        canvas.release(grip + way);
+        QCOMPARE(told.size(), updates);
         QCOMPARE(first->parentModule(), static_cast<supermodule*>(canvas.main()));
     }
 
@@ -573,6 +618,30 @@ private slots:
         QVERIFY(popUp->isVisible());
         canvas.key(Qt::Key_Delete);
         QCOMPARE(canvas.blocks().size(), 3);
+    }
+
+    void anotherProgramTakesThePopUpAway_data()
+    {
+        QTest::addColumn<bool>("opens");
+        QTest::newRow("a new one") << false;
+        QTest::newRow("one from a file") << true;
+    }
+
+    void anotherProgramTakesThePopUpAway()
+    {
+        QFETCH(bool, opens);
+        CanvasFixture canvas;
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("a.tlrx"));
+        QVERIFY(canvas.document.save(path));
+        canvas.drop(s_speed, QPointF(500, 100))->OnSetParam(0);
+        QVERIFY(graphicsItem_Param::existing()->isVisible());
+        if (opens) {
+            QCOMPARE(canvas.document.open(path), 0);
+        } else {
+            canvas.document.startAnew();
+        }
+        QVERIFY(!graphicsItem_Param::existing()->isVisible());
     }
 
     void aDragIsAChangeAndItsEndShowsInTheText()

@@ -3,6 +3,12 @@
 #include <QRegularExpression>
 #include <QTest>
 
+namespace
+{
+/** How many links the log has told of. */
+int s_links = 0;
+} // namespace
+
 /** The preview of a link over a scene that nobody shows. */
 class LinkPreviewTest : public QObject
 {
@@ -57,6 +63,44 @@ private slots:
         bench.preview.settle(block);
     }
 
+    void aStepInTheSamePlaceLinksNothingAnew()
+    {
+        GestureBench bench;
+        bench.append(104);
+        supermodule* block = bench.put(103, QPointF(245, 205));
+        bench.preview.follow(block);
+        block->moveBy(1, 1);
+        s_links = 0;
+        const QtMessageHandler before =
+            qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& p_line) {
+                s_links += p_line.contains(QLatin1String("moduleDrop")) ? 1 : 0;
+            });
+        bench.preview.follow(block);
+        const int inPlace = s_links;
+        block->setPos(900, 700);
+        bench.preview.follow(block);
+        qInstallMessageHandler(before);
+        QCOMPARE(inPlace, 0);
+        // What stood behind the gap is linked where that was.
+        QCOMPARE(s_links, 1);
+    }
+
+    void aLinkIsMadeWhereTheGapIsOrWhereItIsTold()
+    {
+        GestureBench bench;
+        supermodule* block = bench.put(103, QPointF(700, 500));
+        QVERIFY(!bench.preview.link(block, nullptr, NextLink));
+        QVERIFY(!block->parentModule());
+        QVERIFY(bench.preview.link(block, bench.main(), NextLink));
+        QCOMPARE(bench.chain(), QList<int>{103});
+        supermodule* other = bench.put(104, QPointF(365, 205));
+        bench.preview.follow(other);
+        QVERIFY(bench.preview.link(other, nullptr, LeftLink));
+        QCOMPARE(bench.chain(), (QList<int>{103, 104, -1}));
+        bench.preview.hide();
+        QCOMPARE(bench.chain(), (QList<int>{103, 104}));
+    }
+
     void aBlockSettlesWhereTheGapIs()
     {
         GestureBench bench;
@@ -89,6 +133,18 @@ private slots:
         bench.preview.follow(bench.main());
         QVERIFY(!bench.preview.place().m_target);
         QVERIFY(!loose->next());
+    }
+
+    void aLoopIsNoPlaceForItself()
+    {
+        GestureBench bench;
+        supermodule* loop = bench.put(301, QPointF(700, 500));
+        supermodule* inner = bench.put(103, QPointF());
+        loop->insert(LeftLink, inner);
+        QVERIFY(loop->touchedConnectors().contains(inner->connector(NextLink)));
+        bench.preview.follow(loop);
+        QVERIFY(!bench.preview.place().m_target);
+        QVERIFY(!inner->next());
     }
 
     void whenItGoesTheGapIsClosed()

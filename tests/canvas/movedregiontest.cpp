@@ -132,6 +132,21 @@ private slots:
         QVERIFY(around.width() < 300 && around.height() < 300);
     }
 
+    void aBlockThatLeavesPaintsItsGapAndNothingElse()
+    {
+        CanvasFixture canvas;
+        canvas.dropBehind(canvas.main(), 103);
+        canvas.dragOver(104, canvas.main()->scenePos() + QPointF(200, 10));
+        QVERIFY(canvas.main()->next()->isPreview());
+        QApplication::processEvents();
+        Paints paints(canvas.view.viewport());
+        canvas.leave();
+        QApplication::processEvents();
+        const QRect around = paints.region.boundingRect();
+        QVERIFY(around.contains(QRect(canvas.at({240, 200}), QSize(120, 140))));
+        QVERIFY(around.width() < 500 && around.height() < 300);
+    }
+
     void aDeletedBlockLeavesNothingOnTheCanvas()
     {
         CanvasFixture canvas;
@@ -174,7 +189,10 @@ private slots:
         QFETCH(int, seed);
         QRandomGenerator random(static_cast<quint32>(seed));
         CanvasFixture canvas;
-        canvas.view.zoomView(seed % 2 == 0 ? 0 : -1);
+        // The last one is the largest there is.
+        const double scale = QVector<double>{0.4, 0.5, 1.9}.at(seed % 3);
+        canvas.view.resetMatrix();
+        canvas.view.scale(scale, scale);
         const QList<int> types{103, 104, 301, 306, 303, 903, 801, 107};
         for (int i = 0; i < 10; ++i) {
             canvas.drop(types.at(random.bounded(types.size())),

@@ -123,6 +123,18 @@ private slots:
         QCOMPARE(corner(canvas.view), seen);
     }
 
+    void whatIsHiddenIsOutOfReach()
+    {
+        CanvasFixture canvas;
+        supermodule* block = canvas.drop(103, QPointF(600, 300));
+        canvas.drag(block, QPoint(30000, 0));
+        QVERIFY(canvas.view.sceneRect().right() > 30000);
+        canvas.view.OnSwitchProgram(404);
+        QCOMPARE(canvas.view.sceneRect().right(), canvas.view.scene()->sceneRect().right());
+        canvas.view.OnSwitchProgram(0);
+        QVERIFY(canvas.view.sceneRect().right() > 30000);
+    }
+
     void theViewStaysWhereItIsInADragOutAndBack()
     {
         CanvasFixture canvas;

@@ -2,6 +2,7 @@
 #include "modules/documentstate.h"
 #include "modules/mainmodule.h"
 #include "support/canvas/canvasfixture.h"
+#include "support/system/paintwatch.h"
 
 #include <QMessageBox>
 #include <QSignalSpy>
@@ -60,7 +61,9 @@ private slots:
                 box->close();
             }
         });
+        const QSignalSpy changes(&canvas.document, &Document::changed);
         canvas.view.OnDelSub();
+        QVERIFY(changes.isEmpty());
         QCOMPARE(title, QStringLiteral("提示"));
         QCOMPARE(text, QStringLiteral("主程序不能删除"));
         QCOMPARE(rootModules.size(), 1);
@@ -115,6 +118,28 @@ private slots:
         QVERIFY(own->isVisible());
     }
 
+    void aBlockComesBackIntoItsOwnSlot()
+    {
+        CanvasFixture canvas;
+        supermodule* first = canvas.dropBehind(canvas.main(), 103);
+        supermodule* loose = canvas.drop(101, QPointF(700, 400));
+        addSubProgram(canvas, 405);
+        canvas.view.OnSwitchProgram(0);
+        canvas.view.deleteModule(loose);
+        canvas.view.deleteModule(first);
+        canvas.view.OnSwitchProgram(405);
+        canvas.view.undoStack().undo();
+        canvas.view.undoStack().undo();
+        QCOMPARE(canvas.blocks().size(), 4);
+        for (const supermodule* block : canvas.blocks()) {
+            QCOMPARE(block->isVisible(), block->id == 405);
+        }
+        canvas.view.OnSwitchProgram(0);
+        for (const supermodule* block : canvas.blocks()) {
+            QCOMPARE(block->isVisible(), block->id != 405);
+        }
+    }
+
     void aDeletedSubProgramTakesItsBlocksAndGivesItsNameBack()
     {
         CanvasFixture canvas;
@@ -140,6 +165,15 @@ private slots:
         QCOMPARE(subProgramNames().at(2).second, QStringLiteral("dance"));
         canvas.view.updateSubProgramName(77, QStringLiteral("nobody"));
         canvas.view.updateSubProgramName(406, defaultSubProgramName(406));
+    }
+
+    void aNewCaptionIsPainted()
+    {
+        CanvasFixture canvas;
+        supermodule* block = canvas.drop(104, QPointF(500, 300));
+        const PaintWatch watch(*canvas.view.viewport());
+        block->setText(QStringLiteral("dance"));
+        QVERIFY(watch.saw(QRect(canvas.at(block->scenePos()), QSize(120, 20))));
     }
 };
 

@@ -1,8 +1,11 @@
 #include "document/modifycommand.h"
 #include "document/movecommand.h"
+#include "modules/catalogue/modulefactory.h"
 #include "modules/documentstate.h"
 #include "modules/feedbackmodule.h"
 #include "modules/mainmodule.h"
+#include "modules/moduleregistry.h"
+#include "modules/moduletree.h"
 #include "support/canvas/canvasfixture.h"
 
 #include <QApplication>
@@ -102,6 +105,24 @@ private slots:
         QCOMPARE(back->opacity(), 0.5);
         canvas.key(Qt::Key_Y, Qt::ControlModifier);
         QCOMPARE(canvas.blocks().size(), 1);
+    }
+
+    void aDeletionDoneAgainComesBackToTheLatestPlace()
+    {
+        CanvasFixture canvas;
+        supermodule* loose = canvas.drop(101, QPointF(700, 300));
+        const QPointF stood = loose->scenePos();
+        // Out over the lower edge: it comes back where the drag began.
+        canvas.drag(loose, QPoint(0, 400));
+        QCOMPARE(canvas.blocks().size(), 1);
+        canvas.key(Qt::Key_Z, Qt::ControlModifier);
+        loose = moduleMap.last();
+        QCOMPARE(loose->scenePos(), stood);
+        canvas.drag(loose, QPoint(-50, 40));
+        canvas.key(Qt::Key_Y, Qt::ControlModifier);
+        QCOMPARE(canvas.blocks().size(), 1);
+        canvas.key(Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(moduleMap.last()->scenePos(), stood + QPointF(-50, 40));
     }
 
     void aBlockBehindALoopComesBackThereAndNotInTheLoop()
@@ -337,6 +358,60 @@ private slots:
         canvas.view.undoStack().redo();
         QVERIFY(!inner->parentModule() && !behind->parentModule());
         QVERIFY(!moduleMap.value(key)->left());
+        QCOMPARE(canvas.brokenInvariants(), QStringList());
+    }
+
+    void whatHasAnotherParentSinceStaysThere()
+    {
+        CanvasFixture canvas;
+        supermodule* loop = pasteBlock(canvas, 301);
+        const int key = loop->registryKey();
+        supermodule* inner = canvas.drop(103, loop->scenePos() + QPointF(160, 20));
+        QCOMPARE(loop->left(), inner);
+        const QPointF stood = inner->pos();
+        canvas.view.undoStack().undo();
+        QVERIFY(!inner->parentModule());
+        // It hangs on another block now, and stands where it stood.
+        supermodule* other = canvas.drop(104, QPointF(800, 60));
+        other->setPos(stood - QPointF(120, 0));
+        other->insert(NextLink, inner);
+        QCOMPARE(inner->pos(), stood);
+        canvas.view.undoStack().redo();
+        QCOMPARE(inner->parentModule(), other);
+        QVERIFY(!moduleMap.value(key)->left());
+        QCOMPARE(canvas.brokenInvariants(), QStringList());
+    }
+
+    void noUndoNestsLoopsDeeperThanAFileHolds()
+    {
+        CanvasFixture canvas;
+        supermodule* outermost = canvas.dropBehind(canvas.main(), 301);
+        const auto hangIn = [&canvas](supermodule* p_loop) {
+            supermodule* inner = createModuleFromId(301);
+            inner->enterScene(canvas.view.scene());
+            ModuleRegistry::add(inner);
+            p_loop->hangModule(LeftLink, inner);
+            return inner;
+        };
+        supermodule* innermost = outermost;
+        for (int depth = 1; depth <= MaximalNesting; ++depth) {
+            innermost = hangIn(innermost);
+        }
+        canvas.main()->updateTreeAndOpacity();
+        const int key = innermost->registryKey();
+        supermodule* parent = innermost->parentModule();
+        canvas.view.deleteModule(innermost);
+        canvas.view.undoStack().undo();
+        QCOMPARE(moduleMap.value(key)->parentModule(), parent);
+        canvas.view.undoStack().redo();
+        // The program is one loop deeper now.
+        supermodule* around = canvas.drop(301, QPointF(700, 420));
+        outermost->detachFromParent();
+        around->insert(LeftLink, outermost);
+        around->updateTreeAndOpacity();
+        canvas.view.undoStack().undo();
+        QVERIFY(!moduleMap.value(key)->parentModule());
+        QVERIFY(!parent->left());
         QCOMPARE(canvas.brokenInvariants(), QStringList());
     }
 

@@ -7,11 +7,16 @@
 
 namespace
 {
+void turnWheel(TzProgramView& p_view, const QPointF& p_at, const QPoint& p_turn)
+{
+    QWheelEvent event(p_at, p_view.viewport()->mapToGlobal(p_at.toPoint()), QPoint(), p_turn,
+                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(p_view.viewport(), &event);
+}
+
 void turnWheel(TzProgramView& p_view, const QPointF& p_at, int p_delta)
 {
-    QWheelEvent event(p_at, p_view.viewport()->mapToGlobal(p_at.toPoint()), QPoint(),
-                      QPoint(0, p_delta), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(p_view.viewport(), &event);
+    turnWheel(p_view, p_at, QPoint(0, p_delta));
 }
 
 QWidget* strip(TzProgramView& p_view)
@@ -127,6 +132,46 @@ private slots:
         turnWheel(canvas.view, QPointF(200, size.height() - 101), -120);
         QVERIFY(canvas.view.verticalScrollBar()->value() > before);
         QVERIFY(!strip(canvas.view)->isVisible());
+    }
+
+    void theLogoStaysInTheMiddleOfTheView()
+    {
+        CanvasFixture canvas;
+        const QGraphicsItem& logo = canvas.document.scene().logo();
+        const auto offMiddle = [&] {
+            QCoreApplication::processEvents();
+            const QPoint at = canvas.view.mapFromScene(logo.sceneBoundingRect().center());
+            return (at - canvas.view.viewport()->rect().center()).manhattanLength();
+        };
+        QVERIFY(offMiddle() <= 2);
+        canvas.view.horizontalScrollBar()->setValue(700);
+        canvas.view.verticalScrollBar()->setValue(300);
+        QVERIFY(offMiddle() <= 2);
+        canvas.view.zoomView(3);
+        QVERIFY(offMiddle() <= 2);
+        canvas.view.resize(700, 400);
+        QVERIFY(offMiddle() <= 2);
+    }
+
+    void aWheelTurnedSidewaysScrollsSideways()
+    {
+        CanvasFixture canvas;
+        QScrollBar* across = canvas.view.horizontalScrollBar();
+        QScrollBar* down = canvas.view.verticalScrollBar();
+        across->setValue(500);
+        down->setValue(500);
+        const QSize size = canvas.view.viewport()->size();
+        turnWheel(canvas.view, QPointF(200, 200), QPoint(-120, 0));
+        const int further = across->value();
+        QVERIFY(further > 500);
+        QVERIFY(!strip(canvas.view)->isVisible());
+        turnWheel(canvas.view, QPointF(200, 200), QPoint(120, 0));
+        QCOMPARE(across->value(), 500);
+        // The strip goes by the amount alone, whichever way the wheel is turned.
+        turnWheel(canvas.view, QPointF(200, size.height() - 50), QPoint(120, 0));
+        QCOMPARE(across->value(), 548);
+        QVERIFY(strip(canvas.view)->isVisible());
+        QCOMPARE(down->value(), 500);
     }
 };
 

@@ -1,4 +1,5 @@
 #include "document/document.h"
+#include "base/recentfiles.h"
 #include "document/moduleplace.h"
 #include "document/programslots.h"
 #include "modules/catalogue/modulefactory.h"
@@ -169,7 +170,9 @@ private slots:
     {
         Document document;
         document.mainBlock()->insert(NextLink, put(document, 103, QPointF()));
+        Notices notices(document);
         QVERIFY(document.saveTemporary(path(), QByteArray()));
+        QCOMPARE(notices.take(), Kinds{DocumentChange::Preparing});
         QCOMPARE(document.open(path()), int(ProjectOpened));
         QVERIFY(!document.mainBlock()->next());
     }
@@ -207,6 +210,22 @@ private slots:
                                         DocumentChange::Content}));
     }
 
+    void aNewProjectHasNothingToUndoAndNothingModified()
+    {
+        Document document;
+        document.setFirstPlace(QPointF(30, 40));
+        document.addModule(700, 500, 103);
+        document.mainBlock()->setPos(500, 600);
+        document.actions().setModified(true);
+        document.setModified(true);
+        document.startAnew();
+        QVERIFY(!document.undoStack().canUndo());
+        QVERIFY(!document.isModified());
+        QVERIFY(!document.actions().isModified());
+        QCOMPARE(document.mainBlock()->pos(), QPointF(30, 40));
+        QCOMPARE(rootBlocks(document.scene()).size(), 1);
+    }
+
     void theMainBlockIsNotDeleted()
     {
         Document document;
@@ -230,10 +249,23 @@ private slots:
         QCOMPARE(ids(pasted), (QList<int>{301, 105}));
         QCOMPARE(ids(pasted->left()), QList<int>{104});
         QVERIFY(document.isModified());
+        document.setModified(false);
+        Notices notices(document);
         document.undoStack().undo();
         QCOMPARE(rootBlocks(document.scene()).size(), 2);
+        QVERIFY(document.isModified());
+        QCOMPARE(notices.take(), (Kinds{DocumentChange::Preparing, DocumentChange::Removing,
+                                        DocumentChange::Content}));
+        document.setModified(false);
+        document.undoStack().redo();
+        QCOMPARE(rootBlocks(document.scene()).size(), 3);
+        QVERIFY(document.isModified());
+        QCOMPARE(notices.take(), (Kinds{DocumentChange::Preparing, DocumentChange::Content}));
+        // Whatever comes of it.
+        document.setModified(false);
         document.paste(Document::clipboardText(nullptr), 0, 0);
-        QCOMPARE(rootBlocks(document.scene()).size(), 2);
+        QCOMPARE(rootBlocks(document.scene()).size(), 3);
+        QVERIFY(document.isModified());
     }
 
     void anAddedBlockIsLinkedWhereItLiesAndUndone()
@@ -247,6 +279,24 @@ private slots:
         document.undoStack().undo();
         QVERIFY(!document.mainBlock()->next());
         QCOMPARE(rootBlocks(document.scene()).size(), 1);
+        QCOMPARE(notices.take(), (Kinds{DocumentChange::Preparing, DocumentChange::Removing,
+                                        DocumentChange::Content}));
+        document.undoStack().redo();
+        QCOMPARE(ids(document.mainBlock()), (QList<int>{0, 103}));
+        QCOMPARE(notices.take(), (Kinds{DocumentChange::Preparing, DocumentChange::Content}));
+    }
+
+    void anAddedBlockBelongsToTheSlotThatIsShown()
+    {
+        Document document;
+        // A slot has the type of its root.
+        rootModules.append(put(document, 103, QPointF(100, 3000)));
+        for (const int slot : {103, 0}) {
+            document.showSlot(slot);
+            document.addModule(700, 500, 104);
+            QCOMPARE(moduleMap.last()->ownid, slot);
+            QVERIFY(moduleMap.last()->isVisible());
+        }
     }
 
     void aSlotShowsItsOwnBlocksAlone()
@@ -262,6 +312,25 @@ private slots:
         QVERIFY(!other->isVisible());
         QVERIFY(document.mainBlock()->isVisible());
         QCOMPARE(notices.take(), (Kinds{DocumentChange::SlotShown, DocumentChange::SlotShown}));
+    }
+
+    void whatIsSavedOrOpenedComesFirstInTheRecentList()
+    {
+        recentFiles.clear();
+        Document document;
+        const QString first = path("first.tlrx");
+        const QString second = path("second.tlrx");
+        QVERIFY(document.save(first));
+        QVERIFY(document.save(second));
+        QCOMPARE(recentFiles, (QStringList{second, first}));
+        QCOMPARE(document.open(first), int(ProjectOpened));
+        QCOMPARE(recentFiles, (QStringList{first, second}));
+        QVERIFY(document.save(second));
+        QCOMPARE(recentFiles, (QStringList{second, first}));
+        // The temporary one, and what fails, is none to come back to.
+        QVERIFY(document.saveTemporary(path("temp.tlrx"), QByteArray()));
+        QVERIFY(!document.save(path("no/such/folder/a.tlrx")));
+        QCOMPARE(recentFiles, (QStringList{second, first}));
     }
 
     void aPathLeavesTheRecentListWithANotice()

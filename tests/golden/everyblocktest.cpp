@@ -1,5 +1,7 @@
 #include "modules/catalogue/blocktables.h"
 #include "modules/catalogue/modulefactory.h"
+#include "modules/mainmodule.h"
+#include "modules/moduletree.h"
 #include "project/projectfile.h"
 #include "support/canvas/blockdata.h"
 #include "support/canvas/canvasfixture.h"
@@ -232,6 +234,47 @@ private slots:
             {QStringLiteral("run"), run, m_kit.kit(), m_kit.binary(QStringLiteral("everyblock"))});
         QCOMPARE(result.errors, QString());
         QVERIFY2(result.exitCode == 0, qPrintable(result.output));
+    }
+
+    void theDeepestNestingCompilesAndRuns_data()
+    {
+        QTest::addColumn<QByteArray>("loop");
+        QTest::addColumn<QString>("sensor");
+        QTest::newRow("so many times") << QByteArray("301\" n=\"10") << "touch:1=0";
+        QTest::newRow("for ever") << QByteArray("303") << "touch:1=0";
+        QTest::newRow("while something is near") << QByteArray("306\" port=\"4") << "analogue:4=1";
+        QTest::newRow("while it is touched") << QByteArray("307\" port=\"5") << "touch:5=1";
+    }
+
+    void theDeepestNestingCompilesAndRuns()
+    {
+        QFETCH(QByteArray, loop);
+        QFETCH(QString, sensor);
+        const QByteArray open = "<module id=\"" + loop + "\"><left>";
+        const QString path = m_kit.filePath(QStringLiteral("deepest.tlrx"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write("<!DOCTYPE vantrel>\n<vantrel><basenode><module id=\"0\"/>" +
+                   open.repeated(MaximalNesting) + "<module id=\"103\"/>" +
+                   QByteArray("</left></module>").repeated(MaximalNesting) +
+                   "</basenode></vantrel>\n");
+        file.close();
+
+        CanvasFixture canvas;
+        QCOMPARE(canvas.view.openFile(path), int(ProjectOpened));
+        QCOMPARE(nestingDepth(canvas.main()), MaximalNesting);
+        const ProcessResult compiled =
+            m_kit.compile(QStringLiteral("deepest"), canvas.view.generateProjectCode(1));
+        QCOMPARE(compiled.errors, QString());
+        QCOMPARE(compiled.exitCode, 0);
+        const ProcessResult ran =
+            m_kit.run(QStringLiteral("deepest"), {QStringLiteral("--limit"), QStringLiteral("1"),
+                                                  QStringLiteral("--sensor"), sensor});
+        QCOMPARE(ran.errors, QString());
+        // Only the limit ends them.
+        QCOMPARE(ran.exitCode, 3);
+        QVERIFY2(ran.output.contains(QStringLiteral("motor A (1) speed 50")),
+                 qPrintable(ran.output));
     }
 
 private:

@@ -172,6 +172,7 @@ private slots:
         QCOMPARE(proxy->geometry(), QRectF(geometry));
         QCOMPARE(button->text(), shows);
         QCOMPARE(button->styleSheet(), style);
+        QCOMPARE(button->font().pixelSize(), 20);
         QCOMPARE(button->icon().isNull(), !arrow);
         if (arrow) {
             QCOMPARE(button->iconSize(), QSize(18, 14));
@@ -278,6 +279,7 @@ private slots:
             QCOMPARE(button->styleSheet(), styleSheet(row.normal, row.pressed, 32, row.white));
             if (row.iconSide == 0) {
                 QCOMPARE(button->text(), row.entries.at(i));
+                QCOMPARE(button->font().pixelSize(), 24);
                 QVERIFY(button->icon().isNull());
             } else {
                 QCOMPARE(button->text(), QString());

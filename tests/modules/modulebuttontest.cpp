@@ -1,3 +1,4 @@
+#include "document/buttonwalk.h"
 #include "modules/catalogue/blocktables.h"
 #include "modules/catalogue/modulefactory.h"
 #include "modules/documentstate.h"
@@ -5,8 +6,10 @@
 #include "parameterbench.h"
 #include "proj/controls/selectablebutton.h"
 #include "support/canvas/singleblock.h"
+#include "support/system/paintwatch.h"
 
 #include <QApplication>
+#include <QDomDocument>
 #include <QPainter>
 #include <QPushButton>
 #include <QToolTip>
@@ -140,6 +143,24 @@ private slots:
         QCOMPARE(shown(bench, block, 1), after);
     }
 
+    void aNewTextOnAButtonIsPainted()
+    {
+        Bench bench;
+        supermodule* block = bench.drop(101, {500, 330});
+        QDomDocument document;
+        QDomElement element = document.createElement(QStringLiteral("module"));
+        element.setAttribute(QStringLiteral("x"), qRound(block->x()));
+        element.setAttribute(QStringLiteral("y"), qRound(block->y()));
+        element.setAttribute(QStringLiteral("n"), 7);
+        toTheEventLoop();
+        const PaintWatch watch(*bench.view.viewport());
+        // A value that nobody has chosen, and so nothing but the button changes.
+        block->loadXml(element);
+        QVERIFY(block->cCode().contains(QStringLiteral("wait(7)")));
+        const QRectF place = Bench::placeOf(block, 0);
+        QVERIFY(watch.saw(QRect(bench.at(place.topLeft()), place.size().toSize())));
+    }
+
     void theWidgetComesUnderThePointerAndGoesWithIt()
     {
         Bench bench;
@@ -244,6 +265,20 @@ private slots:
         toTheEventLoop();
         QVERIFY(!field);
         QCOMPARE(Bench::proxies(block).size(), 0);
+    }
+
+    void aMarkedFieldIsKeptWhenTheFocusWalksOn()
+    {
+        Bench bench;
+        supermodule* block = bench.drop(101, {500, 330});
+        bench.drop(104, {700, 330});
+        bench.clickButton(block, 0);
+        hover(bench, {5, 5});
+        const QPointer<QPushButton> field = block->liveButton(0);
+        QVERIFY(focusNextButton(*bench.view.scene(), true));
+        toTheEventLoop();
+        QVERIFY(field && !field->graphicsProxyWidget()->hasFocus());
+        QCOMPARE(SelectableButton::current(), field.data());
     }
 
     void whatWasTypedStaysWhenTheWidgetGoes()

@@ -51,6 +51,17 @@ private slots:
         QCOMPARE(clickAll(panel), s_digitCodes + QList<int>{s_deleteCode});
     }
 
+    void aChoiceHasTheCanvasPaintedAnew()
+    {
+        IconsPanel icons({QStringLiteral(":/a.png"), QStringLiteral(":/b.png")}, QString());
+        TextsPanel texts({QStringLiteral("a"), QStringLiteral("b")}, QString());
+        for (RowPanel* panel : {static_cast<RowPanel*>(&icons), static_cast<RowPanel*>(&texts)}) {
+            const QSignalSpy updated(panel, &PanelBase::updateViewSignal);
+            QCOMPARE(clickAll(*panel), (QList<int>{0, 1}));
+            QCOMPARE(updated.count(), 2);
+        }
+    }
+
     void digitsMinusAndDelete()
     {
         NumbersPanel panel(13);

@@ -1,4 +1,5 @@
 #include "palettebench.h"
+#include "support/system/paintwatch.h"
 
 #include <QScreen>
 #include <QSignalSpy>
@@ -67,6 +68,16 @@ private slots:
         }
     }
 
+    void bothTabsOfAChangeArePainted()
+    {
+        const PaletteBench bench;
+        const PaintWatch before(bench.tab(0));
+        const PaintWatch after(bench.tab(2));
+        QTest::mouseClick(&bench.tab(2), Qt::LeftButton);
+        QVERIFY(before.sawAll());
+        QVERIFY(after.sawAll());
+    }
+
     void theBarTakesTheCategorysColour()
     {
         const PaletteBench bench;
@@ -112,6 +123,15 @@ private slots:
         bench.window.resize(780, 720);
         QCoreApplication::processEvents();
         QVERIFY(bench.tab(0).y() > before);
+        QCOMPARE(bench.tab(0).geometry().bottom() + 1,
+                 bench.palette->mapTo(&bench.window, QPoint()).y());
+        // Also where it only moves.
+        bench.palette->setFixedHeight(bench.palette->height());
+        QCoreApplication::processEvents();
+        const QSize size = bench.palette->size();
+        bench.window.resize(780, 900);
+        QCoreApplication::processEvents();
+        QCOMPARE(bench.palette->size(), size);
         QCOMPARE(bench.tab(0).geometry().bottom() + 1,
                  bench.palette->mapTo(&bench.window, QPoint()).y());
     }
@@ -170,6 +190,17 @@ private slots:
         QCOMPARE(bench.bar().value(), 48);
         bench.turnWheel(360);
         QCOMPARE(bench.bar().value(), 0);
+    }
+
+    void aWheelTurnedSidewaysMovesTheStripAsWell()
+    {
+        const PaletteBench bench(QSize(500, 600));
+        bench.bar().setValue(0);
+        // What the strip's bar leaves comes to the scroll area itself.
+        QWheelEvent event(QPointF(20, 20), bench.area().mapToGlobal(QPoint(20, 20)), QPoint(),
+                          QPoint(-120, 0), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&bench.area(), &event);
+        QCOMPARE(bench.bar().value(), 48);
     }
 
     void theWheelRoundsTowardsZero()
@@ -238,6 +269,17 @@ private slots:
             const QColor sheet = image.pixelColor(around);
             QCOMPARE(sheet.red(), 255);
             QVERIFY2(qAbs(sheet.green() - 125) <= 1, qPrintable(sheet.name()));
+        }
+    }
+
+    void theBinIsPaintedWhenItOpensAndCloses()
+    {
+        const PaletteBench bench;
+        bench.palette->OnProgramMouse(1);
+        for (const int state : {4, 1}) {
+            const PaintWatch watch(bench.overlay());
+            bench.palette->OnProgramMouse(state);
+            QVERIFY(watch.saw(bench.palette->rect()));
         }
     }
 

@@ -97,6 +97,16 @@ private slots:
         checkThatTextsAreShownWhole();
     }
 
+    void itsCornersAreRound()
+    {
+        const aboutDialog dialog;
+        const QImage picture(QStringLiteral(":/guanyutankuang-400x210.png"));
+        QCOMPARE(qAlpha(picture.pixel(0, 0)), 0);
+        QVERIFY(dialog.mask().contains(dialog.rect().center()));
+        QVERIFY(!dialog.mask().contains(dialog.rect().topLeft()));
+        QVERIFY(!dialog.mask().contains(dialog.rect().bottomRight()));
+    }
+
     void thePictureIsItsBackground()
     {
         aboutDialog dialog;

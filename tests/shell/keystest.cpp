@@ -65,6 +65,12 @@ void key(int p_key, Qt::KeyboardModifiers p_modifiers = Qt::NoModifier)
 
 const Deed s_deeds[] = {
     {"a drop", [](WindowBench& b) { b.add(103); }},
+    {"a drop while a name is typed",
+     [](WindowBench& b) {
+         b.click(nameField(b));
+         QVERIFY(nameField(b).hasFocus());
+         b.add(103);
+     }},
     {"a tab of the palette",
      [](WindowBench& b) {
          const auto tabs = b.window.findChildren<tzlabel*>();
@@ -83,6 +89,11 @@ const Deed s_deeds[] = {
     {"the zoom-in button", [](WindowBench& b) { clickTool(b, "放大"); }},
     {"the zoom-out button", [](WindowBench& b) { clickTool(b, "缩小"); }},
     {"the reset-zoom button", [](WindowBench& b) { clickTool(b, "重置缩放"); }},
+    {"the button of the C text, twice",
+     [](WindowBench& b) {
+         clickTool(b, "C 语言程序");
+         clickTool(b, "C 语言程序");
+     }},
     {"the download button",
      [](WindowBench& b) {
          Closer closer;

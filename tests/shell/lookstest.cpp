@@ -168,6 +168,8 @@ QMap<QString, QObject*> partsOf(WindowBench& p_bench)
         {"zoom reset button", &p_bench.tool(QStringLiteral("重置缩放"))},
         {"zoom out button", &p_bench.tool(QStringLiteral("缩小"))},
         {"download button", &p_bench.tool(QStringLiteral("下载"))},
+        {"recent button", &p_bench.tool(QStringLiteral("最近文档"))},
+        {"code button", &p_bench.tool(QStringLiteral("C 语言程序"))},
         {"more button", &p_bench.tool(QString())},
         {"file menu", p_bench.tool(QStringLiteral("文件")).menu()},
         {"more menu", p_bench.tool(QString()).menu()},
@@ -254,6 +256,10 @@ QVector<Fact> facts()
         {"download button", "toolTip", "下载"},
         {"download button", "styleSheet", toolStyle("xiazai-nol", "xiazai")},
         {"download button", "shortcut", ""},
+        {"recent button", "pos", QPoint(1280 - 78 - 2 * 68, 0)},
+        {"recent button", "size", QSize(68, 34)},
+        {"code button", "pos", QPoint(1280 - 78 - 68, 0)},
+        {"code button", "size", QSize(68, 34)},
         {"more button", "toolTip", ""},
         {"more button", "styleSheet", toolStyle("gengduo-nol", "gengduo")},
         {"more button", "menu", "选择控制器x - 固件升级 检测软件更新 - 关于"},
@@ -439,7 +445,7 @@ private slots:
         QCOMPARE(content(m_bench->bar()),
                  QStringLiteral("file button, zoom in button, zoom reset button, zoom out button, "
                                 "download button, name label, name field, stretch 100, info area, "
-                                "more button"));
+                                "recent button, code button, more button"));
         QCOMPARE(content(m_bench->palette()), QStringLiteral("colour bar, strip"));
         const auto inSplitter = [&parts](const QString& p_name) {
             const auto& splitter = as<QSplitter>(*parts.value(p_name));

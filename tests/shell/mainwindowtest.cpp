@@ -3,6 +3,7 @@
 #include "base/recentfiles.h"
 #include "proj/blockpanel.h"
 #include "project/projectfile.h"
+#include "support/canvas/documentpicture.h"
 #include "support/system/answers.h"
 #include "windowbench.h"
 
@@ -145,6 +146,43 @@ private slots:
         QCOMPARE(m_bench->window.OnSaveFile(), 0);
         QCOMPARE(m_bench->window.fileName(), path("car.tlrx"));
         QVERIFY(QFileInfo::exists(path("car.tlrx")));
+    }
+
+    void aNameTypedWithoutTheEndingReplacesAFileOnlyIfTheUserSaysSo_data()
+    {
+        QTest::addColumn<QString>("folder");
+        QTest::addColumn<bool>("again");
+        QTest::newRow("plain folder") << QStringLiteral("robots") << false;
+        // The file dialog takes what follows the dot for the ending, and leaves the name alone. It
+        // comes up once more, with the whole name, to ask about that.
+        QTest::newRow("folder with a dot") << QStringLiteral("robots.old") << true;
+    }
+
+    void aNameTypedWithoutTheEndingReplacesAFileOnlyIfTheUserSaysSo()
+    {
+        QFETCH(QString, folder);
+        QFETCH(bool, again);
+        QVERIFY(QDir(m_bench->dir.path()).mkdir(folder));
+        const QString typed = m_bench->dir.filePath(folder + QStringLiteral("/car"));
+        const QString file = typed + QStringLiteral(".tlrx");
+        QVERIFY(writeWhole(file, "another one's"));
+        m_bench->add(103);
+        const auto saveAs = [&](const QVariantList& p_answers) {
+            Answers answers(QVariantList{typed} + (again ? QVariantList{file} : QVariantList()) +
+                            p_answers);
+            m_bench->window.OnSaveAsFile();
+            return answers.allUsed() &&
+                   Answers::said().filter(QStringLiteral("|car.tlrx")).size() == 1;
+        };
+        // No to the question, and no other name.
+        QVERIFY(saveAs({No, QString()}));
+        QCOMPARE(readWhole(file), QByteArray("another one's"));
+        QVERIFY(documentModified);
+        QVERIFY(m_bench->window.fileName().isEmpty());
+        QVERIFY(saveAs({Yes}));
+        QVERIFY(readWhole(file).startsWith("<!DOCTYPE vantrel>"));
+        QCOMPARE(m_bench->window.fileName(), file);
+        QVERIFY(!QFileInfo::exists(typed));
     }
 
     void saveAsTakesTheNewName()
@@ -437,6 +475,38 @@ private slots:
             QStringLiteral("#include \"vantrel.h\"\nvoid user_main()\n{\n")));
         m_bench->bar().OnShowCode();
         QVERIFY(!m_bench->window.codeBrowser()->isVisible());
+    }
+
+    void aThirdPressShowsThePaneAgainAsItWas_data()
+    {
+        QTest::addColumn<bool>("python");
+        QTest::newRow("C") << false;
+        QTest::newRow("Python") << true;
+    }
+
+    void aThirdPressShowsThePaneAgainAsItWas()
+    {
+        QFETCH(bool, python);
+        const auto press = [&] {
+            python ? m_bench->bar().OnShowPythonCode() : m_bench->bar().OnShowCode();
+        };
+        QTextBrowser& pane = *m_bench->window.codeBrowser();
+        press();
+        QTRY_COMPARE(pane.width(), 400);
+        press();
+        // What changes while the pane is hidden is in it when it comes back.
+        m_bench->add(101);
+        press();
+        QVERIFY(pane.isVisible());
+        QTRY_COMPARE(pane.width(), 400);
+        const QString text = m_bench->canvas().generateVisibleCode(python ? PythonCode : CCode);
+        QCOMPARE(pane.toPlainText(), text);
+        QVERIFY(text.contains(QStringLiteral("wait(1)")) || python);
+        m_bench->add(105);
+        QCOMPARE(pane.toPlainText(),
+                 m_bench->canvas().generateVisibleCode(python ? PythonCode : CCode));
+        press();
+        QVERIFY(!pane.isVisible());
     }
 
     void pressingCThenPythonKeepsThePaneWithTheOtherText()

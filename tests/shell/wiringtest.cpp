@@ -206,14 +206,23 @@ const Wire s_wires[] = {
          QVERIFY(runDownload(b));
          QVERIFY(readWhole(userMainPath()).contains("wait(1);"));
      }},
-    {Bar, "showCodeSignal(int)", "nothing",
+    {Bar, "showCodeSignal(int)", "the button of the C text, which stays down meanwhile",
      [](WindowBench& b) {
          const QWidget& pane = *b.window.codeBrowser();
-         emit b.bar().showCodeSignal(1);
+         QPushButton& button = b.tool(QStringLiteral("C 语言程序"));
+         QVERIFY(!button.isChecked());
+         b.click(button);
          QVERIFY(pane.isVisible());
+         QVERIFY(button.isChecked());
          QVERIFY(codeText(b).startsWith(QStringLiteral("#include \"vantrel.h\"\n")));
+         b.click(button);
+         QVERIFY(!pane.isVisible());
+         QVERIFY(!button.isChecked());
+         b.click(button);
+         QVERIFY(pane.isVisible());
          emit b.bar().showCodeSignal(2);
          QVERIFY(pane.isVisible());
+         QVERIFY(!button.isChecked());
          QVERIFY(codeText(b).startsWith(QStringLiteral("import Vantrel\n")));
          emit b.bar().showCodeSignal(2);
          QVERIFY(!pane.isVisible());
@@ -263,10 +272,12 @@ const Wire s_wires[] = {
     {Bar, "openRecentFileSignal(QString)", "an entry of the recent menu",
      [](WindowBench& b) {
          QVERIFY(writeWhole(b.path(), s_project));
+         QPushButton& button = b.tool(QStringLiteral("最近文档"));
+         QVERIFY(!button.isEnabled());
          recentFiles = QStringList{QStringLiteral("/gone.tlrx"), b.path()};
          b.bar().OnUpdateRecentMenuSignal();
-         b.bar().recentMenu().popup(QPoint());
-         QVERIFY(clickEntry(b.bar().recentMenu(), QStringLiteral("a.tlrx")));
+         QVERIFY(button.isEnabled());
+         QVERIFY(chooseFromMenu(button, QStringLiteral("a.tlrx")));
          QCOMPARE(b.program(), (QList<int>{0, 103}));
          QCOMPARE(b.window.fileName(), b.path());
      }},
@@ -394,9 +405,13 @@ const Wire s_wires[] = {
          QVERIFY(!codeText(b).contains(QStringLiteral("wait(1);")));
          wait = b.add(101);
          QVERIFY(codeText(b).contains(QStringLiteral("wait(1);")));
+         // The text must not lie: what is typed into a block stands there at once.
+         b.clickAt(wait, QPointF(60, 120));
+         b.hands.key(Qt::Key_7);
+         QVERIFY(codeText(b).contains(QStringLiteral("wait(7);")));
          b.clickAt(wait, QPointF(30, 30));
          b.hands.key(Qt::Key_Delete);
-         QVERIFY(!codeText(b).contains(QStringLiteral("wait(1);")));
+         QVERIFY(!codeText(b).contains(QStringLiteral("wait(7);")));
      }},
     {Canvas, "updateRecentMenuSignal()", "a save and an opening",
      [](WindowBench& b) {

@@ -92,7 +92,8 @@ void buildThread::endWait()
 
 void buildThread::run()
 {
-    // The thread sanitizer doesn't see that wait() is behind all this, but that a share is given up.
+    // The thread sanitizer doesn't see that wait() is behind all this, but that a share is given
+    // up.
     const std::shared_ptr<Wait> share = m_wait;
     setConnected(false);
     emit stateChanged(tr("连接控制器...."));

@@ -16,8 +16,8 @@ void CanvasBackground::fill(Qt::AspectRatioMode p_mode)
     const QSize size = m_picture.size().scaled(m_view.viewport()->size(), p_mode);
     // Scaling takes a tenth of a start, and a window that opens asks twice for one size.
     if (size != colours.brush(role).texture().size()) {
-        colours.setBrush(
-            role, m_picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+        colours.setBrush(role,
+                         m_picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
         m_view.setPalette(colours);
     }
 }

@@ -86,7 +86,7 @@ public:
     /** The block of the last press, or that of a drag from the palette. */
     supermodule* currentModule() const { return m_current; }
 
-    // What a block asks for goes to the palette, as a signal.
+    // What a block asks for goes to the palette, as a signal; what it tells is a change of content.
     void raiseNumKeyboard(uint32_t p_numberOption) override
     {
         emit showNumKeyboardSignal(p_numberOption);
@@ -97,6 +97,7 @@ public:
     {
         emit showPanelSignal(p_panelType, p_paramId);
     }
+    void noteParameter() override { m_document.noteContent(); }
 
 signals:
     void mouseSignal(int type);

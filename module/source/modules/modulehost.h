@@ -3,8 +3,9 @@
 #include <cstdint>
 
 /**
- * What blocks ask of the canvas that shows them: to raise the choosers in the palette. The view
- * implements it and publishes itself with setModuleHost() for as long as it lives.
+ * What blocks ask of the canvas that shows them: to raise the choosers in the palette, and to tell
+ * that a parameter has another value. The view implements it and publishes itself with
+ * setModuleHost() for as long as it lives.
  */
 class ModuleHost
 {
@@ -14,6 +15,7 @@ public:
     virtual void raiseVoice(int p_map) = 0;
     virtual void raiseExpression(int p_map) = 0;
     virtual void raisePanel(int p_panelType, int p_paramId) = 0;
+    virtual void noteParameter() = 0;
 };
 
 /** The canvas in charge; null when there is none. */

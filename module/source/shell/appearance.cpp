@@ -141,11 +141,13 @@ const char s_sheet[] =
     "border:1px solid #c3d3da;selection-background-color:#00829b;selection-color:#ffffff;}"
     "QFileDialog QHeaderView::section{background-color:#eef6f9;color:#21323c;border:none;"
     "padding:4px 8px;}"
-    "QFileDialog QScrollBar{background-color:#eef6f9;border:none;}"
-    "QFileDialog QScrollBar:horizontal{height:12px;}"
-    "QFileDialog QScrollBar:vertical{width:12px;}"
-    "QFileDialog QScrollBar::handle{background-color:#86c6d8;border-radius:6px;min-width:32px;"
-    "min-height:32px;}";
+    "QTextBrowser{background-color:#f4fafc;border:none;border-left:1px solid #c3d3da;}"
+    "QFileDialog QScrollBar,QTextBrowser QScrollBar{background-color:#e3eef2;border:none;}"
+    "QFileDialog QScrollBar:horizontal,QTextBrowser QScrollBar:horizontal{height:12px;}"
+    "QFileDialog QScrollBar:vertical,QTextBrowser QScrollBar:vertical{width:12px;}"
+    "QFileDialog QScrollBar::handle,QTextBrowser QScrollBar::handle{background-color:#86c6d8;"
+    "border-radius:6px;min-width:32px;min-height:32px;}";
+
 /** The program's icon in the sizes from title bars to task switchers. */
 QIcon programIcon()
 {

@@ -8,11 +8,13 @@
 #include "proj/controls/textchange.h"
 #include "proj/tzblockwidget.h"
 #include "project/projectfile.h"
+#include "shell/codehighlighter.h"
 #include "shell/tztoolbar.h"
 
 #include <QCloseEvent>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QFontDatabase>
 #include <QGuiApplication>
 #include <QMessageBox>
 #include <QScreen>
@@ -68,10 +70,11 @@ void MainWindow::buildWindow()
     layout->addWidget(m_toolBar);
 
     m_codeBrowser = new QTextBrowser(central);
-    QFont font = m_codeBrowser->font();
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     font.setPixelSize(12);
     m_codeBrowser->setFont(font);
     m_codeBrowser->setLineWrapMode(QTextEdit::NoWrap);
+    new CodeHighlighter(m_codeBrowser->document());
     const int screenWidth = QGuiApplication::primaryScreen()->size().width();
     m_codeBrowser->setGeometry(screenWidth - s_codePaneWidth, 0, s_codePaneWidth, height());
     m_codeBrowser->hide();
@@ -136,6 +139,7 @@ void MainWindow::connectParts()
     connect(view, &TzProgramView::moduleUpdateSignal, this, &MainWindow::OnUpdateCode);
     connect(view, &TzProgramView::updateRecentMenuSignal, m_toolBar,
             &TzToolBar::OnUpdateRecentMenuSignal);
+    m_toolBar->OnUpdateRecentMenuSignal();
     connect(view, &TzProgramView::showNumKeyboardSignal, m_blockWidget,
             &TzBlockWidget::OnShowNumKeyboardSignal);
     connect(view, &TzProgramView::showVoiceSignal, m_blockWidget,
@@ -299,6 +303,7 @@ void MainWindow::OnShowCode(int type)
     }
     m_codeBrowser->setVisible(shows);
     m_codeType = shows ? type : static_cast<int>(NoCode);
+    m_toolBar->setCodeShown(m_codeType == CCode);
 }
 
 void MainWindow::OnUpdateCode()

@@ -25,6 +25,8 @@ namespace
 const int s_recentShown = 11;
 const int s_buttonWidth = 68;
 const int s_rightGap = 10;
+const int s_infoMargin = 2;
+const int s_noticeMargin = 3;
 
 // The pictures of a button's three states.
 struct ToolPictures {
@@ -43,6 +45,9 @@ const ToolPictures s_zoomOutPictures = {":/suoxiao-nol.png", ":/suoxiao-hover.pn
                                         ":/suoxiao-pre.png"};
 const ToolPictures s_downloadPictures = {":/xiazai-nol.png", ":/xiazai-hover.png",
                                          ":/xiazai-pre.png"};
+const ToolPictures s_recentPictures = {":/zuijin-nol.png", ":/zuijin-hover.png",
+                                       ":/zuijin-pre.png"};
+const ToolPictures s_codePictures = {":/daima-nol.png", ":/daima-hover.png", ":/daima-pre.png"};
 const ToolPictures s_morePictures = {":/gengduo-nol.png", ":/gengduo-hover.png",
                                      ":/gengduo-pre.png"};
 
@@ -60,6 +65,21 @@ void setMenu(QPushButton& p_button, QMenu& p_menu)
     // pressed all the while.
     QObject::connect(&p_menu, &QMenu::aboutToHide, &p_button,
                      [&p_button] { p_button.setDown(false); });
+}
+
+/** A text on two lines, broken at the blank next to its middle, or there if it has none. */
+QString onTwoLines(const QString& p_text)
+{
+    const int middle = p_text.size() / 2;
+    const int before = p_text.lastIndexOf(QLatin1Char(' '), middle);
+    const int behind = p_text.indexOf(QLatin1Char(' '), middle);
+    if (before < 0 && behind < 0) {
+        return p_text.left(middle) + QLatin1Char('\n') + p_text.mid(middle);
+    }
+    const bool first = behind < 0 || (before >= 0 && middle - before <= behind - middle);
+    QString text = p_text;
+    text[first ? before : behind] = QLatin1Char('\n');
+    return text;
 }
 
 QString firmwareTimeKey() { return QStringLiteral("fw.update_time"); }
@@ -89,10 +109,14 @@ TzToolBar::TzToolBar(QWidget* p_parent) : QWidget(p_parent)
 
     auto* infoArea = new QWidget(this);
     m_infoLayout = new QHBoxLayout(infoArea);
-    m_infoLayout->setMargin(2);
+    m_infoLayout->setMargin(s_infoMargin);
     layout->addWidget(infoArea, 0, Qt::AlignRight);
+    createRecentButton();
+    createCodeButton();
     createMoreButton();
-    layout->addWidget(m_moreButton, 0, Qt::AlignRight);
+    for (QPushButton* button : {m_recentButton, m_codeButton, m_moreButton}) {
+        layout->addWidget(button, 0, Qt::AlignRight);
+    }
     // The layout keeps the more button where a resize puts it, also when a notice comes or goes.
     layout->addSpacing(s_rightGap);
 
@@ -112,6 +136,7 @@ TzToolBar::~TzToolBar()
     }
     // The menus are members and go before the base class would delete the buttons that show them.
     delete m_fileButton;
+    delete m_recentButton;
     delete m_moreButton;
     delete m_downloadButton;
     delete m_zoomInButton;
@@ -193,6 +218,28 @@ void TzToolBar::setUpNameField()
                        "QLineEdit:enabled:focus{background-image:url(:/run-pre-140x24.png);}"));
 }
 
+void TzToolBar::createRecentButton()
+{
+    m_recentButton = createPictureButton(
+        styleOf(s_recentPictures) +
+            QStringLiteral("QPushButton:disabled {border-image:url(:/zuijin-dis.png);}"),
+        tr("最近文档"));
+    setMenu(*m_recentButton, m_recentMenu);
+    m_recentButton->setEnabled(false);
+}
+
+void TzToolBar::createCodeButton()
+{
+    m_codeButton = createPictureButton(
+        styleOf(s_codePictures) + QStringLiteral("QPushButton:checked {border-image:url(%1);}")
+                                      .arg(QLatin1String(s_codePictures.pressed)),
+        tr("C 语言程序"));
+    m_codeButton->setCheckable(true);
+    connect(m_codeButton, &QPushButton::clicked, this, &TzToolBar::OnShowCode);
+}
+
+void TzToolBar::setCodeShown(bool p_shown) { m_codeButton->setChecked(p_shown); }
+
 void TzToolBar::createMoreButton()
 {
     m_moreMenu.setStyleSheet(menuStyleSheet());
@@ -210,6 +257,28 @@ void TzToolBar::resizeEvent(QResizeEvent* p_event)
 {
     QWidget::resizeEvent(p_event);
     m_moreButton->move(width() - s_buttonWidth - s_rightGap, 0);
+    fitNotices();
+}
+
+void TzToolBar::fitNotices()
+{
+    const int room = width() - s_rightGap - 8 * s_buttonWidth - m_nameLabel.sizeHint().width() -
+                     m_nameEdit.width() - 2 * s_infoMargin;
+    for (int i = 0; i < m_infoLayout->count(); ++i) {
+        QWidget* notice = m_infoLayout->itemAt(i)->widget();
+        auto* label = notice->findChild<QLabel*>();
+        const QString text = label->accessibleName();
+        label->setText(text);
+        notice->layout()->setContentsMargins(s_noticeMargin, s_noticeMargin, s_noticeMargin,
+                                             s_noticeMargin);
+        m_infoLayout->setMargin(s_infoMargin);
+        if (notice->sizeHint().width() > room) {
+            // A bar of a small screen: two lines take its whole height.
+            label->setText(onTwoLines(text));
+            notice->layout()->setContentsMargins(s_infoMargin, 0, 0, 0);
+            m_infoLayout->setMargin(0);
+        }
+    }
 }
 
 void TzToolBar::keyPressEvent(QKeyEvent* p_event)
@@ -238,8 +307,10 @@ void TzToolBar::addInfo(const QString& p_text)
     notice->setStyleSheet(QStringLiteral("QWidget#infoBg{border: none; border-radius:5px;"
                                          "background-color: rgba(0, 0, 0, 20%);}"));
     auto* noticeLayout = new QHBoxLayout(notice);
-    noticeLayout->setMargin(3);
+    noticeLayout->setMargin(s_noticeMargin);
     auto* label = new QLabel(p_text, notice);
+    // What stays when the text is broken into lines.
+    label->setAccessibleName(p_text);
     label->setStyleSheet(QStringLiteral("color:rgb(255,255,255)"));
     noticeLayout->addWidget(label);
 
@@ -258,6 +329,7 @@ void TzToolBar::addInfo(const QString& p_text)
     connect(button, &QPushButton::released, this, &TzToolBar::onInfoButtonClicked);
     buttonLayout->addWidget(button);
     m_infoLayout->addWidget(notice);
+    fitNotices();
 }
 
 void TzToolBar::removeInfo()
@@ -301,6 +373,7 @@ void TzToolBar::OnUpdateRecentMenuSignal()
         m_recentMenu.addAction(QFileInfo(path).fileName(), this, &TzToolBar::OnRecentFile)
             ->setData(path);
     }
+    m_recentButton->setEnabled(shown > 0);
 }
 
 void TzToolBar::OnNew() { emit newFileSignal(); }

@@ -12,7 +12,7 @@ class QHBoxLayout;
 class QPushButton;
 
 /**
- * The strip along the window's top: buttons, two drop-down menus, the program's name and room for
+ * The strip along the window's top: buttons, three drop-down menus, the program's name and room for
  * notices. It keeps no state but the name; whoever wants its clicks connects to its signals. Only
  * the name field takes the keyboard's focus.
  */
@@ -27,8 +27,10 @@ public:
     QString programName() const override;
     void setProgramName(const QString& p_name) override;
 
-    /** The recent projects. Meant: no button opens this menu, which is kept up to date for one. */
+    /** The recent projects, behind a button that is grey while there are none. */
     QMenu& recentMenu() { return m_recentMenu; }
+    /** Tells whether the C text is shown: its button stays down meanwhile. */
+    void setCodeShown(bool p_shown);
 
     /** Appends a notice with a button that starts the controller's firmware update. */
     void addInfo(const QString& p_text);
@@ -115,7 +117,11 @@ private:
     void createZoomButtons();
     void createDownloadButton();
     void setUpNameField();
+    void createRecentButton();
+    void createCodeButton();
     void createMoreButton();
+    /** Breaks the texts of the notices into two lines where there is no room for one. */
+    void fitNotices();
 
     QMenu m_fileMenu;
     QMenu m_moreMenu;
@@ -127,6 +133,8 @@ private:
     QPushButton* m_zoomNormalButton = nullptr;
     QPushButton* m_zoomOutButton = nullptr;
     QPushButton* m_downloadButton = nullptr;
+    QPushButton* m_recentButton = nullptr;
+    QPushButton* m_codeButton = nullptr;
     QPushButton* m_moreButton = nullptr;
     QHBoxLayout* m_infoLayout = nullptr;
 };

@@ -31,6 +31,7 @@ public:
     {
         note("panel", p_type, findChooser(ChooserKind::Panel, p_type));
     }
+    void noteParameter() override {}
 
     int asked = 0;
     QStringList unknown;

@@ -38,7 +38,8 @@ void Answers::answer()
             files->reject();
         } else {
             files->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(next.toString());
-            static_cast<QDialog*>(files)->accept();
+            // Queued: accept() may ask whether to replace a file, and this timer doesn't recurse.
+            QMetaObject::invokeMethod(files, "accept", Qt::QueuedConnection);
         }
     }
 }

@@ -16,12 +16,14 @@ public:
         m_widget.installEventFilter(this);
     }
 
-    /** Whether all that there is of the widget has been painted. */
-    bool sawAll() const
+    /** Whether all of a part of the widget has been painted. */
+    bool saw(const QRect& p_part) const
     {
         QCoreApplication::processEvents();
-        return QRegion(m_widget.rect()).subtracted(m_painted).isEmpty();
+        return QRegion(p_part).subtracted(m_painted).isEmpty();
     }
+    /** Whether all that there is of the widget has been painted. */
+    bool sawAll() const { return saw(m_widget.rect()); }
 
 protected:
     bool eventFilter(QObject*, QEvent* p_event) override

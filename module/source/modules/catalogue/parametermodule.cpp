@@ -2,6 +2,7 @@
 
 #include "modules/catalogue/choosers.h"
 #include "modules/documentstate.h"
+#include "modules/modulehost.h"
 #include "proj/controls/picturecache.h"
 
 #include <QPainter>
@@ -50,6 +51,9 @@ void parameterModule::typeInField(int p_key)
 void parameterModule::parameterChanged()
 {
     setDocumentModified(true);
+    if (ModuleHost* host = moduleHost()) {
+        host->noteParameter();
+    }
     update();
 }
 
