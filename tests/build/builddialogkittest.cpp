@@ -223,6 +223,9 @@ private slots:
         QTest::newRow("the compiler")
             << QStringList{"arm-none-eabi-gcc"} << "gcc-arm-none-eabi libnewlib-arm-none-eabi";
         QTest::newRow("the C library") << QStringList{"nano.specs"} << "libnewlib-arm-none-eabi";
+        // The compiler's own message comes up again once the programs are there.
+        QTest::newRow("a program besides the C library")
+            << QStringList{"arm-none-eabi-objcopy"} << "binutils-arm-none-eabi";
         QTest::newRow("make and the compiler") << QStringList{"make", "arm-none-eabi-gcc"}
                                                << "make gcc-arm-none-eabi libnewlib-arm-none-eabi";
     }

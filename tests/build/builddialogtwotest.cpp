@@ -1,6 +1,7 @@
 #include "build/usermainfile.h"
 #include "dialogbench.h"
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QLockFile>
@@ -129,6 +130,13 @@ private slots:
             },
             "the second");
         QVERIFY(lock.isLocked());
+        // Nor does it begin when it could.
+        lock.unlock();
+        int looks = 0;
+        QTimer timer;
+        connect(&timer, &QTimer::timeout, this, [&] { ++looks; });
+        timer.start(10);
+        QTRY_VERIFY(looks >= 30);
         QVERIFY(!QFile::exists(userMainPath()));
         QVERIFY(!QFile::exists(m_bench->inMakeFolder("started")));
         QVERIFY(m_bench->finishedFiles().isEmpty());
@@ -150,6 +158,21 @@ private slots:
         });
     }
 
+    void aFolderOfObjectsThatWasDeletedKeepsTheOtherAwayToo()
+    {
+        QVERIFY(QDir(m_bench->inMakeFolder("objects")).removeRecursively());
+        m_bench->setCompiler(waitingToLink);
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        DialogBench::build(*dialog, "car1", 0, [&] {
+            QTRY_VERIFY(QFile::exists(m_bench->inMakeFolder("started")));
+            QVERIFY(!QLockFile(kitLockPath()).tryLock());
+            QVERIFY(DialogBench::write(m_bench->inMakeFolder("go"), ""));
+            QTRY_COMPARE(shown.buttonText(), ok);
+            QCOMPARE(shown.statusText(), downloaded);
+        });
+    }
+
     void theKitIsFreeAgainWhenABuildEnds_data()
     {
         QTest::addColumn<QByteArray>("compiler");
@@ -157,13 +180,20 @@ private slots:
         QTest::newRow("well") << DialogBench::linking() << downloaded;
         QTest::newRow("badly") << QByteArray("exit 1\n") << compileFailed;
         QTest::newRow("by a cancel") << QByteArray("exec sleep 600\n") << building;
+        QTest::newRow("without a compiler") << QByteArray() << compileFailed;
+        QTest::newRow("without a source") << QByteArray("exit 0\n") << compileFailed;
     }
 
     void theKitIsFreeAgainWhenABuildEnds()
     {
         QFETCH(QByteArray, compiler);
         QFETCH(QString, endsWith);
-        m_bench->setCompiler(compiler);
+        if (!compiler.isEmpty()) {
+            m_bench->setCompiler(compiler);
+        }
+        if (QTest::currentDataTag() == QByteArray("without a source")) {
+            QVERIFY(QDir().mkpath(userMainPath()));
+        }
         const auto dialog = m_bench->makeDialog();
         const Shown shown(*dialog);
         DialogBench::build(*dialog, "car1", 0, [&] {

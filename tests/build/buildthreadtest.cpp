@@ -137,6 +137,20 @@ private slots:
         QVERIFY(thread.drive().isEmpty());
     }
 
+    void aThreadThatFindsNothingTheSecondTimeIsNotConnected()
+    {
+        buildThread thread;
+        thread.setVolumes(std::make_shared<FakeVolumes>(std::vector<QString>{"E"}));
+        thread.setPause(0);
+        thread.start();
+        QVERIFY(thread.wait(hangGuard));
+        QVERIFY(thread.connected());
+        thread.setVolumes(std::make_shared<FakeVolumes>(std::vector<QString>{}));
+        thread.start();
+        QVERIFY(thread.wait(hangGuard));
+        QVERIFY(!thread.connected());
+    }
+
     void endingTheWaitDuringAPauseIsImmediateAndSilent()
     {
         const auto volumes = std::make_shared<FakeVolumes>(std::vector<QString>{});

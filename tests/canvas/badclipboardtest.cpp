@@ -181,6 +181,10 @@ private slots:
         row("a body that is unknown altogether",
             chainOf("<module id=\"301\"><left><module id=\"77\"/></left></module>" + forward),
             {301, 103}, 2);
+        row("a chain of which nothing is known before another",
+            inClipboard("<basenode><module id=\"77\"/></basenode><basenode/><basenode>" + forward +
+                        "</basenode>"),
+            {103}, 1);
         row("elements of no meaning",
             chainOf("<a><b/></a>" + forward + "words<c d=\"1\"/><module id=\"102\" wings=\"2\"/>"),
             {103, 102}, 2);

@@ -412,6 +412,19 @@ private slots:
                          s_close}));
     }
 
+    void aTextDeclaresNothingThatOnlyTheTextBeforeItNamed()
+    {
+        HandMade document;
+        auto* user = new writingBlock(QStringLiteral("c;"), QString());
+        user->names = {{0x1, 0}};
+        HandMade::add(document.root, user);
+        QVERIFY(generateVisibleCode(CCode).contains("int gi_1 = 0;"));
+        user->names.clear();
+        QVERIFY(!generateVisibleCode(CCode).contains("gi_1"));
+        variableName(0x1, 0);
+        QVERIFY(!generateProjectCode(CCode).contains("gi_1"));
+    }
+
     void anotherLanguageGivesAnEmptyText_data()
     {
         QTest::addColumn<int>("language");

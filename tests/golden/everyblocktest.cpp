@@ -1,5 +1,7 @@
 #include "modules/catalogue/blocktables.h"
 #include "modules/catalogue/modulefactory.h"
+#include "modules/mainmodule.h"
+#include "modules/moduletree.h"
 #include "project/projectfile.h"
 #include "support/canvas/blockdata.h"
 #include "support/canvas/canvasfixture.h"
@@ -177,19 +179,21 @@ private slots:
         QFETCH(QStringList, displays);
         const QImage image(":/expression/" + picture);
         QVERIFY(!image.isNull());
-        // Displays stand side by side, as large as there is room for, in the middle.
+        // A symbol's display is the picture; those of a face stand side by side in a head.
         const int count = displays.size();
-        const qreal side = count == 1 ? image.width() : 36;
+        const int side = count == 1 ? image.width() : 34;
+        // The dots stand a whole number of pixels apart, in the middle of the display.
+        const int pitch = (side - 2) / 8;
+        const qreal first = (side - 7 * pitch) / 2.0;
         for (int display = 0; display < count; ++display) {
-            const qreal left = display * (image.width() - side);
-            const qreal top = (image.height() - side) / 2.0;
+            const int left = count == 1 ? 0 : 3 + 36 * display;
+            const int top = count == 1 ? 0 : 10;
             QByteArray shown;
             for (int row = 0; row < 8; ++row) {
                 int byte = 0;
                 for (int column = 0; column < 8; ++column) {
-                    // A display is a panel of 80 by 80 with a dot each 9 units.
-                    const QColor dot = image.pixelColor(int(left + side * (8.5 + 9 * column) / 80),
-                                                        int(top + side * (8.5 + 9 * row) / 80));
+                    const QColor dot = image.pixelColor(int(left + first + pitch * column),
+                                                        int(top + first + pitch * row));
                     // Lit dots are amber, the others and the ground a dark blue.
                     byte = byte * 2 + (dot.red() > dot.blue() ? 1 : 0);
                 }
@@ -230,6 +234,47 @@ private slots:
             {QStringLiteral("run"), run, m_kit.kit(), m_kit.binary(QStringLiteral("everyblock"))});
         QCOMPARE(result.errors, QString());
         QVERIFY2(result.exitCode == 0, qPrintable(result.output));
+    }
+
+    void theDeepestNestingCompilesAndRuns_data()
+    {
+        QTest::addColumn<QByteArray>("loop");
+        QTest::addColumn<QString>("sensor");
+        QTest::newRow("so many times") << QByteArray("301\" n=\"10") << "touch:1=0";
+        QTest::newRow("for ever") << QByteArray("303") << "touch:1=0";
+        QTest::newRow("while something is near") << QByteArray("306\" port=\"4") << "analogue:4=1";
+        QTest::newRow("while it is touched") << QByteArray("307\" port=\"5") << "touch:5=1";
+    }
+
+    void theDeepestNestingCompilesAndRuns()
+    {
+        QFETCH(QByteArray, loop);
+        QFETCH(QString, sensor);
+        const QByteArray open = "<module id=\"" + loop + "\"><left>";
+        const QString path = m_kit.filePath(QStringLiteral("deepest.tlrx"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        file.write("<!DOCTYPE vantrel>\n<vantrel><basenode><module id=\"0\"/>" +
+                   open.repeated(MaximalNesting) + "<module id=\"103\"/>" +
+                   QByteArray("</left></module>").repeated(MaximalNesting) +
+                   "</basenode></vantrel>\n");
+        file.close();
+
+        CanvasFixture canvas;
+        QCOMPARE(canvas.view.openFile(path), int(ProjectOpened));
+        QCOMPARE(nestingDepth(canvas.main()), MaximalNesting);
+        const ProcessResult compiled =
+            m_kit.compile(QStringLiteral("deepest"), canvas.view.generateProjectCode(1));
+        QCOMPARE(compiled.errors, QString());
+        QCOMPARE(compiled.exitCode, 0);
+        const ProcessResult ran =
+            m_kit.run(QStringLiteral("deepest"), {QStringLiteral("--limit"), QStringLiteral("1"),
+                                                  QStringLiteral("--sensor"), sensor});
+        QCOMPARE(ran.errors, QString());
+        // Only the limit ends them.
+        QCOMPARE(ran.exitCode, 3);
+        QVERIFY2(ran.output.contains(QStringLiteral("motor A (1) speed 50")),
+                 qPrintable(ran.output));
     }
 
 private:

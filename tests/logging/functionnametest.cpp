@@ -296,6 +296,9 @@ private slots:
             "Tree::operator()::<lambda>");
         row("std::strong_ordering Tree::operator<=>(const Tree&) const", "Tree::operator<=>");
         row("bool operator()(int, int)", "operator()");
+        row("bool Tree::operators(int)", "Tree::operators");
+        row("int operator_count()", "operator_count");
+        row("bool Tree::isoperator(int)", "Tree::isoperator");
         row("Tree::operator QList<int>*() const", "Tree::operator QList*");
         row("decltype (a > b) f(int)", "f");
         // Another compiler.

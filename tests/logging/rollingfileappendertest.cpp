@@ -94,6 +94,23 @@ private slots:
         QCOMPARE(files(), (QStringList{QStringLiteral("log.txt"), old}));
     }
 
+    void aFileThatIsThereGoesOnWithAnotherPeriod()
+    {
+        RollingFileAppender appender(path());
+        appender.setDatePattern(RollingPeriod::Month);
+        write(appender, "2026-11-20 10:00:00", "first");
+        QFile file(path());
+        QVERIFY(file.open(QIODevice::Append));
+        QVERIFY(file.setFileTime(at("2026-11-20 10:00:00"), QFileDevice::FileModificationTime));
+        file.close();
+        appender.setDatePattern(RollingPeriod::Day);
+        write(appender, "2026-11-20 11:00:00", "second");
+        QCOMPARE(files(), QStringList{QStringLiteral("log.txt")});
+        write(appender, "2026-11-21 00:00:00", "third");
+        QCOMPARE(files(),
+                 (QStringList{QStringLiteral("log.txt"), QStringLiteral("log.txt.2026-11-20")}));
+    }
+
     void aNewPeriodMovesTheFileAway_data()
     {
         QTest::addColumn<int>("period");

@@ -4,11 +4,13 @@
 #include "modules/mainmodule.h"
 #include "project/checktag.h"
 #include "project/programnameholder.h"
+#include "project/projectdocument.h"
 #include "support/canvas/canvasfixture.h"
 
 #include <QAbstractButton>
 #include <QDomDocument>
 #include <QFile>
+#include <QHash>
 #include <QMessageBox>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -120,6 +122,26 @@ private slots:
         canvas.document.setProgramNameHolder(nullptr);
     }
 
+    void theOrderOfAttributesLeavesTheSeedOfOtherTables()
+    {
+        qunsetenv("QT_HASH_SEED");
+        qSetGlobalQHashSeed(-1);
+        QVERIFY(qGlobalQHashSeed() != 0);
+        {
+            const StableAttributeOrder order;
+            QCOMPARE(qGlobalQHashSeed(), 0);
+        }
+        QVERIFY(qGlobalQHashSeed() != 0);
+        // Who wants none keeps none.
+        qSetGlobalQHashSeed(0);
+        {
+            const StableAttributeOrder order;
+            QCOMPARE(qGlobalQHashSeed(), 0);
+        }
+        QCOMPARE(qGlobalQHashSeed(), 0);
+        qSetGlobalQHashSeed(-1);
+    }
+
     void attributesStandInTheSameOrderInEveryRun()
     {
         CanvasFixture canvas;
@@ -133,6 +155,17 @@ private slots:
             QVERIFY(canvas.view.saveFile(path()));
             QCOMPARE(read(path()), first);
         }
+    }
+
+    void theActionsAreTheEndOfTheFile()
+    {
+        CanvasFixture canvas;
+        canvas.dropBehind(canvas.main(), 101);
+        const QByteArray tail = 'a' + s_tail.mid(2) + 'z';
+        QVERIFY(canvas.view.saveFile(path(), tail));
+        ProjectContent content;
+        QCOMPARE(readProject(path(), content), static_cast<int>(ProjectOpened));
+        QCOMPARE(content.actions, tail);
     }
 
     void aChangedAttributeFailsTheCheck()

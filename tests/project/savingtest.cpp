@@ -151,6 +151,23 @@ private slots:
         QCOMPARE(projectIn(file), 1);
     }
 
+    void aFullDiskKeepsNothingOfANewProjectWithALongName()
+    {
+        SmallDisk disk("size=256k");
+        if (!disk.isMounted()) {
+            QSKIP("This user can't mount a disk.");
+        }
+        const QByteArray name = QByteArray(250, 'x') + ".tlrx";
+        for (const int left : {0, 8 * 1024, 56 * 1024}) {
+            disk.fill(left);
+            QCOMPARE(refused(disk.path(name)), QString());
+            QCOMPARE(QDir(disk.path()).entryList(QDir::Files), QStringList("filler"));
+        }
+        disk.empty();
+        QVERIFY(view().saveFile(disk.path(name), tail(0)));
+        QCOMPARE(projectIn(disk.path(name)), 0);
+    }
+
     void aDiskThatTakesNoMoreFilesKeepsTheOldProject()
     {
         // The folder itself, the project, and one more for the save of the first.

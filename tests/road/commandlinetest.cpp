@@ -76,6 +76,20 @@ private slots:
             QStringLiteral("^vantrel: Unknown options: p, l, a, t, f, o, r, m, =, x\\.\\n$"));
         row(QStringLiteral("reverse --nonsense"), 1, nothing,
             QStringLiteral("^vantrel: Unknown option 'nonsense'\\.\\n$"));
+        row(QStringLiteral("xtitle --nonsense"), 1, nothing,
+            QStringLiteral("^vantrel: Unknown option 'nonsense'\\.\\n$"));
+        // Values that look like options.
+        for (const char* option :
+             {"--loglevel -x", "--loglevel --help", "--loglevel=-x", "--loglevel=--help",
+              "--style -x", "-style=--nonsense", "-stylesheet --help", "--stylesheet=-h",
+              "-platform --nonsense", "-plugin -x", "-qmljsdebugger --nonsense",
+              "-qmljsdebugger=-x", "-qwindowgeometry -100-100", "-qwindowtitle -v",
+              "--session --help"}) {
+            const QString given = QString::fromLatin1(option);
+            row(given + QStringLiteral(" --version"), 0, version, nothing);
+            row(given + QStringLiteral(" --nonsense"), 1, nothing,
+                QStringLiteral("^vantrel: Unknown option 'nonsense'\\.\\n$"));
+        }
     }
 
     void aQuestionOrAMistakeEndsTheProgram()
@@ -155,6 +169,15 @@ private slots:
         QTest::newRow("a level in two arguments")
             << s_offscreen << QStringList{QStringLiteral("--loglevel"), QStringLiteral("--help")}
             << untitled;
+        QTest::newRow("a level that asks for the version")
+            << s_offscreen << QStringList{QStringLiteral("--loglevel"), QStringLiteral("-v")}
+            << untitled;
+        QTest::newRow("a level of hyphens")
+            << s_offscreen << QStringList{QStringLiteral("--loglevel"), QStringLiteral("--")}
+            << untitled;
+        QTest::newRow("a title that asks for the version")
+            << s_offscreen << QStringList{QStringLiteral("-qwindowtitle"), QStringLiteral("-v")}
+            << untitled;
         QTest::newRow("a name behind the options")
             << s_offscreen << QStringList{QStringLiteral("--"), QStringLiteral("--help")}
             << untitled;
@@ -209,6 +232,7 @@ private slots:
         const QList<QJsonObject> windows = program.visibleWindows();
         QCOMPARE(windows.size(), 1);
         QCOMPARE(windows.first()[QStringLiteral("windowTitle")].toString(), title);
+        QVERIFY(windows.first()[QStringLiteral("maximized")].toBool());
     }
 
     void aRelativePathIsMadeAbsolute()

@@ -234,6 +234,9 @@ private slots:
                                                                << "a\n{\n}else{\n      b\n}\n";
         QTest::newRow("below zero nothing is indented") << "}\n}\na\n{\nb\n{\nc\n{\nd"
                                                         << "}\n}\na\n{\nb\n{\nc\n{\n      d\n";
+        QTest::newRow("nor is it behind what was deep") << "{\n{\na\n}\n}\n}\nb\n{\nc"
+                                                        << "{\n      {\n            a\n      }\n"
+                                                           "}\n}\nb\n{\nc\n";
         QTest::newRow("a brace in a string literal changes the depth of all lines after it")
             << "f()\n{\nPrintf(\"{\");\na\n}\nb"
             << "f()\n{\n      Printf(\"{\");\n            a\n      }\n      b\n";

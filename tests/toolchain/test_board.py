@@ -5,6 +5,7 @@ import pathlib
 import re
 import subprocess
 import tempfile
+import threading
 import unittest
 
 from kitcase import SOURCE, Kit, KitCase, program, task
@@ -156,6 +157,30 @@ class EmulatorBoardTest(KitCase):
             process.wait()
             process.stderr.close()
         self.fail("nothing is put")
+
+    def test_variables_begin_as_told_whatever_memory_holds(self):
+        self.built(program('Printf("%d %d", held, kept);\n', before="int held, kept = 7;\n"))
+        rubbish = pathlib.Path(self.temporary.name) / "rubbish"
+        # All but the place for the values of sensors.
+        rubbish.write_bytes(b"\xa5" * (63 * 1024))
+        process = subprocess.Popen(
+            ["qemu-system-arm", "-machine", "lm3s6965evb", "-nodefaults", "-nic", "none", "-display", "none",
+             "-monitor", "none", "-serial", "file:/dev/stdout", "-icount", "shift=7,sleep=off", "-kernel",
+             self.kit.bin("program"), "-device", "loader,file=%s,addr=0x20000400,force-raw=on" % rubbish],
+            stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+        # Without an end it is ended.
+        watch = threading.Timer(30, process.kill)
+        watch.start()
+        lines = []
+        with process.stdout:
+            for line in process.stdout:
+                lines.append(line.split("] ", 1)[-1].strip())
+                if lines[-1] == "end":
+                    break
+        watch.cancel()
+        process.kill()
+        process.wait()
+        self.assertEqual(lines, ["start", "print 0 7", "end"])
 
     def test_clock_uart_and_tick_are_set_up_as_the_chip_asks(self):
         registers, locked, clocks = {}, False, []

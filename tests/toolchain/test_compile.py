@@ -2,6 +2,7 @@
 """Tests of the layout of the kit and of compiling with it."""
 
 import filecmp
+import json
 import os
 import pathlib
 import re
@@ -50,9 +51,67 @@ class LayoutTest(unittest.TestCase):
             kit = Kit(installed)
             self.assertEqual(kit.make().returncode, 0)
 
+    def test_a_kit_that_is_laid_out_again_has_no_older_runtime(self):
+        with tempfile.TemporaryDirectory(prefix="toolchain-") as folder:
+            kit = Kit.lay_out(pathlib.Path(folder) / "gcc")
+            calls = kit.root / "runtime" / "calls.c"
+            calls.write_text(calls.read_text("utf-8").replace('"custom"', '"another"'), "utf-8")
+            text = program("disp_custom(2,(LedMaritx){{1,2,3,4,5,6,7,8}});\n")
+            for told in ("another", "custom"):
+                self.assertEqual(kit.make(text=text).returncode, 0)
+                result = subprocess.run([kit.root / "run-on-emulator", "--bare", kit.bin("program")],
+                                        capture_output=True, text=True, timeout=60)
+                self.assertIn("display 2 %s\n" % told, result.stdout)
+                Kit.lay_out(kit.root)
+
     def test_dots_are_those_of_the_table(self):
         result = subprocess.run([sys.executable, SOURCE / "make_leds.py", "--check"])
         self.assertEqual(result.returncode, 0)
+
+    def test_another_table_makes_other_dots(self):
+        with tempfile.TemporaryDirectory(prefix="toolchain-") as folder:
+            root = pathlib.Path(folder) / "机器人 编程"
+            for name in ("toolchain/make_leds.py", "toolchain/runtime/symbols.c",
+                         "toolchain/runtime/faces.c", "resources/art/leds.json"):
+                (root / name).parent.mkdir(parents=True, exist_ok=True)
+                shutil.copy(SOURCE.parent / name, root / name)
+            table = root / "resources" / "art" / "leds.json"
+
+            def leds(*options):
+                return subprocess.run([sys.executable, root / "toolchain" / "make_leds.py", *options],
+                                      capture_output=True, text=True)
+
+            def change(turn):
+                content = json.loads(table.read_text("utf-8"))
+                turn(content)
+                table.write_text(json.dumps(content), "utf-8")
+
+            def dots():
+                return [(root / "toolchain" / "runtime" / name).read_text("utf-8")
+                        for name in ("symbols.c", "faces.c")]
+
+            before = dots()
+            self.assertEqual(leds("--check").returncode, 0)
+            self.assertEqual(leds().returncode, 0)
+            self.assertEqual(dots(), before)
+
+            change(lambda content: content["symbols"]["7"].update(rows="1,2,3,4,5,6,7,ff"))
+            result = leds("--check")
+            self.assertNotEqual(result.returncode, 0)
+            self.assertIn("symbols.c", result.stderr)
+            change(lambda content: content["faces"][1].update(left=["#......."] * 8))
+            self.assertEqual(leds().returncode, 0)
+            self.assertEqual(leds("--check").returncode, 0)
+            after = dots()
+            self.assertIn("{ 0x01, 0x02, 0x03, 0x04, 0x05, 0x06, 0x07, 0xFF },\t/* 7  ", after[0])
+            self.assertIn("{ " + ", ".join(["0x80"] * 8) + " }", after[1])
+
+            def leave_out_the_third(content):
+                del content["symbols"]["3"]
+
+            change(leave_out_the_third)
+            self.assertIn("numbered", leds().stderr)
+            self.assertEqual(dots(), after)
 
 
 class CompileTest(KitCase):

@@ -76,6 +76,13 @@ class RunnerTest(KitCase):
         lines = self.trace(program("while(1)\n{\n}\n"), "--limit", "5", expected=LIMIT_REACHED)
         self.assertEqual(lines[-1], [5.0, None, "limit reached"])
 
+    def test_limit_of_a_program_that_is_always_in_a_call(self):
+        # Each line takes several milliseconds, and nearly nothing passes between two of them.
+        lines = self.trace(program("for(int i = 0;; ++i)\n{\nPrintf(\"%d ${FILL}\", i);\n}\n"
+                                   .replace("${FILL}", "x" * 60)), "--limit", "1", expected=LIMIT_REACHED)
+        self.assertEqual(lines[-1][2], "limit reached")
+        self.assertLess(lines[-1][0], 1.02)
+
     def test_limit_if_none_is_given(self):
         lines = self.trace(program("while(1)\n{\nwait(7);\n}\n"), expected=LIMIT_REACHED)
         self.assertEqual(lines[-1], [60.0, None, "limit reached"])

@@ -78,9 +78,24 @@ class TraceTest(KitCase):
                                       "wait 0 s", "wait -1 s"])
         self.assertRegex(lines[5], r"^print a\?b x{490,510}(\.\.\.)?$")
 
+    def test_long_prints_are_cut_and_marked(self):
+        lines = self.texts(program("".join('Printf("%%s", "%s");\n' % text for text in (
+            "x" * 504, "x" * 505, "x" * 506, "\\n" * 505, "\\n" * 506))))
+        self.assertEqual(lines[1:-1], ["print " + text for text in (
+            "x" * 504, "x" * 505, "x" * 505 + "...", "\\n" * 505, "\\n" * 505 + "...")])
+
+    def test_a_wait_beyond_all_numbers_does_not_end(self):
+        for seconds in ("2000001", "1e12", "1.0 / 0"):
+            with self.subTest(seconds=seconds):
+                lines = self.texts(program("double zero = 0;wait(%s);\n" % seconds.replace("/ 0", "/ zero")),
+                                   "--limit", "3", expected=LIMIT_REACHED)
+                self.assertEqual(len(lines), 3)
+
     def test_waits_add_up(self):
         lines = self.trace(program("for(int i = 0;i < 10; ++i)\n{\nwait(0.7);\n}\nwait(30);\n"))
         times = [seconds for seconds, _, text in lines if text.startswith("wait")]
+        # Without tasks there is nobody to tell apart.
+        self.assertEqual({who for _, who, _ in lines}, {None})
         for index, seconds in enumerate(times):
             self.assertAlmostEqual(seconds, 0.7 * index, delta=0.02)
         self.assertAlmostEqual(lines[-1][0], 37.0, delta=0.02)
@@ -92,6 +107,19 @@ class TraceTest(KitCase):
         self.assertEqual(lines.count("motor B (2) speed 6"), 50)
         self.assertEqual(lines[101:], ["motor A (1) speed 7", "9900 repeated calls not shown",
                                        "wait 1 s", "motor A (1) speed 7", "end"])
+
+
+    def test_what_was_passed_over_is_told_at_the_limit_too(self):
+        lines = self.texts(program("while(1)\n{\nset_motor(1, 5);}\n"), "--limit", "1", expected=LIMIT_REACHED)
+        self.assertEqual(lines.count("motor A (1) speed 5"), 100)
+        self.assertRegex(lines[-2], "^[1-9][0-9]+ repeated calls not shown$")
+        self.assertEqual(lines[-1], "limit reached")
+
+    def test_numbers_go_round(self):
+        text = program('most = most + step;Printf("%d", most);grows(2147483647, 1);\n', before=(
+            "int most = 2147483647, step = 1;\n"
+            'void grows(int n, int by)\n{\nif(n + 1 > n)\n{\nPrintf("more");\n}\nelse\n{\nPrintf("less");\n}\n}\n'))
+        self.assertEqual(self.texts(text)[1:-1], ["print -2147483648", "print less"])
 
 
 class TaskTest(KitCase):
@@ -160,6 +188,24 @@ class TaskTest(KitCase):
         late = [round(after - before - 0.01, 3) for before, after in zip(sounds[10:], sounds[11:])]
         self.assertGreater(len(late), 50)
         self.assertLessEqual(max(late), 0.003)
+
+    def test_wait_of_nothing_gives_the_turn_away(self):
+        # Far more turns than there are ticks meanwhile; the first calls are told, which takes long.
+        body = ("for(int i = 0;i < 150; ++i)\n{\nwait(0);\n}\nwhile(ready != 3)\n{\nready = ready | %d;wait(0);\n}\n"
+                "for(int i = 0;i < 40; ++i)\n{\nif(last != %d)\n{\nturns = turns + 1;}\nlast = %d;wait(0);\n}\n")
+        lines = self.texts(program(body % (1, 1, 1) + 'Printf("%d", turns);\n',
+                                   before="volatile int ready = 0, last = 0, turns = 0;\n",
+                                   after=task(1, body % (2, 2, 2))), tasks=1)
+        turns, = (int(text[6:]) for text in lines if text.startswith("print"))
+        self.assertGreater(turns, 60)
+
+    def test_finished_tasks_take_no_turns(self):
+        work = program("for(volatile int i = 0;i < 300000; ++i)\n{\n}\nPlaySpeech(1);\n",
+                       after="".join(task(n, "wait(0);\n") for n in range(1, 5)))
+        alone, beside = ([seconds for seconds, _, text in self.trace(work, tasks=tasks) if text == "sound 1"][0]
+                         for tasks in (0, 4))
+        self.assertGreater(alone, 0.02)
+        self.assertLess(beside, alone * 1.2)
 
     def test_only_as_many_tasks_as_told_are_started(self):
         text = program("wait(1);\n", after=task(1, "PlaySpeech(1);\n") + task(2, "PlaySpeech(2);\n"))

@@ -46,9 +46,9 @@ public:
     QStringList libraries() const;
 
     /**
-     * The widgets of a class: "class", "parent" (its class), "window", "visible", "windowTitle",
-     * "title", "text", "toolTip", "font", "actions" (their texts, without separators). All widgets
-     * when no class is given.
+     * The widgets of a class: "class", "parent" (its class), "window", "visible", "maximized",
+     * "windowTitle", "title", "text", "toolTip", "font", "actions" (their texts, without
+     * separators). All widgets when no class is given.
      */
     QList<QJsonObject> widgets(const QString& p_class = QString()) const;
 

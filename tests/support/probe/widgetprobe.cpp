@@ -41,6 +41,7 @@ QJsonObject widgetOf(const QWidget& p_widget)
             {QStringLiteral("window"),
              p_widget.isWindow() && p_widget.graphicsProxyWidget() == nullptr},
             {QStringLiteral("visible"), p_widget.isVisible()},
+            {QStringLiteral("maximized"), p_widget.isMaximized()},
             {QStringLiteral("windowTitle"), p_widget.windowTitle()},
             {QStringLiteral("title"), p_widget.property("title").toString()},
             {QStringLiteral("text"), p_widget.property("text").toString()},
