@@ -10,7 +10,6 @@ the size that the manifest gives, and a collection file for rcc.
 import argparse
 import ast
 import base64
-import colorsys
 import concurrent.futures
 import hashlib
 import json
@@ -40,24 +39,8 @@ class PictureError(Exception):
 
 # Colours -----------------------------------------------------------------
 
-def to_hls(colour):
-    red, green, blue = (int(colour[i:i + 2], 16) / 255 for i in (1, 3, 5))
-    return colorsys.rgb_to_hls(red, green, blue)
-
-
-def from_hls(hue, lightness, saturation):
-    lightness = min(1.0, max(0.0, lightness))
-    return "#" + "".join("%02x" % round(255 * part)
-                         for part in colorsys.hls_to_rgb(hue, lightness, saturation))
-
-
 def darker(colour, share):
     return "#" + "".join("%02x" % round(int(colour[i:i + 2], 16) * (1 - share)) for i in (1, 3, 5))
-
-
-def lighter(colour, share):
-    hue, lightness, saturation = to_hls(colour)
-    return from_hls(hue, lightness + share, saturation)
 
 
 def colours(scheme, state):
@@ -69,8 +52,7 @@ def colours(scheme, state):
         if "rim" in result:
             result["rim"] = darker(result["rim"], 0.10)
     result.setdefault("rim", darker(result["body"], 0.15))
-    result["joint"] = darker(result["body"], 0.07)
-    result["light"] = lighter(result["body"], 0.10)
+    result.setdefault("wheel", result["dark"])
     result["ground"] = result["body"]
     result["dy"] = 1 if state == "pressed" else 0
     result["down"] = state == "pressed"
@@ -153,16 +135,33 @@ def row_value(row):
     return int("".join("1" if dot == "#" else "0" for dot in row), 2)
 
 
-def led_panel(art, reference, values):
-    """One display: a dark panel with 8 by 8 dots, the highest bit at the left."""
-    dots = []
-    for line, bits in enumerate(art.rows(reference)):
-        for column in range(8):
-            lit = bits >> (7 - column) & 1
-            dots.append('<circle cx="%g" cy="%g" r="%g" fill="%s"/>' % (
-                8.5 + 9 * column, 8.5 + 9 * line, 3.9 if lit else 3.1,
-                "#ffb300" if lit else "#24384a"))
-    return fill(art.template("led"), dict(values, dots="".join(dots)))
+def led_panel(art, rows, side, values):
+    """One display: a dark panel with 8 by 8 dots, the highest bit at the left. All dots are equal:
+    their pitch is a whole number of pixels."""
+    pitch = (side - 2) // 8
+    first = (side - 7 * pitch) / 2
+    dots = ['<circle cx="%g" cy="%g" r="%g" fill="%s"/>' % (
+        first + pitch * column, first + pitch * line, 0.44 * pitch,
+        "#ffb300" if bits >> (7 - column) & 1 else "#24384a")
+        for line, bits in enumerate(rows) for column in range(8)]
+    return fill(art.template("led"), dict(values, side=side, first=first, dots="".join(dots)))
+
+
+def display(art, reference, side, values):
+    """A display that shows a symbol, or a dark one with its lid closed."""
+    panel = led_panel(art, art.rows(reference), side, values)
+    if reference != "led:off":
+        return panel
+    lid = fill(art.glyph("lid"), values)
+    return panel + '<g transform="scale(%g)">%s</g>' % (side / GLYPH_SIDE, lid)
+
+
+def robot_face(art, reference, values):
+    """The two displays of a face, in the outline of a robot's head of 76 by 48."""
+    sides = [reference + ":left", reference + ":right"] if reference != "face:off" else ["led:off"] * 2
+    eyes = "".join('<g transform="translate(%d 10)">%s</g>' % (x, display(art, side, 34, values))
+                   for x, side in zip((3, 39), sides))
+    return fill(art.template("face"), dict(values, eyes=eyes))
 
 
 def glyph_group(art, item, values):
@@ -171,26 +170,30 @@ def glyph_group(art, item, values):
     options = item[5] if len(item) > 5 else {}
     values = dict(values, **{key: values.get(value, value) if isinstance(value, str) else value
                              for key, value in options.items() if key != "mirror"})
-    if name.startswith(("led:", "face:")):
-        content = led_panel(art, name, values)
+    field = (GLYPH_SIDE, GLYPH_SIDE)
+    if name.startswith("led:"):
+        content, field = display(art, name, width, values), (width, height)
+    elif name.startswith("face:"):
+        content, field = robot_face(art, name, values), (76, 48)
     else:
         content = fill(art.glyph(name), values)
     mirror = {"x": "translate(%d 0) scale(-1 1)" % GLYPH_SIDE,
               "y": "translate(0 %d) scale(1 -1)" % GLYPH_SIDE}.get(options.get("mirror"), "")
     return ('<g transform="translate(%g %g) scale(%g %g) %s" fill="none" stroke="%s" '
             'stroke-width="5" stroke-linecap="round" stroke-linejoin="round" opacity="%s">%s</g>'
-            % (x, y, width / GLYPH_SIDE, height / GLYPH_SIDE, mirror, values["ink"],
+            % (x, y, width / field[0], height / field[1], mirror, values["ink"],
                values.get("opacity", 1), content))
 
 
 # Manifests ---------------------------------------------------------------
 
 def load_groups(manifests):
-    """The groups of all manifests, their pictures with the defaults filled in."""
+    """The groups of all manifests, their pictures with the defaults and the parts filled in."""
     groups, seen = [], {}
     for manifest in manifests:
         with open(manifest, encoding="utf-8") as file:
             content = json.load(file)
+        parts = content.get("parts", {})
         for group in content["groups"]:
             pictures = []
             for entry in group["pictures"]:
@@ -199,9 +202,17 @@ def load_groups(manifests):
                 if name in seen:
                     raise PictureError("%s stands twice: %s and %s" % (name, seen[name], manifest))
                 seen[name] = manifest
+                picture["parts"] = [part for key in picture.get("parts", "").split()
+                                    for part in parts[key]]
                 pictures.append(picture)
             groups.append(dict(group, pictures=pictures))
     return groups
+
+
+def part_group(art, part):
+    """A picture within a picture, at its place."""
+    content = re.search(r"<svg[^>]*>(.*)</svg>", compose(art, part), re.S).group(1)
+    return '<g transform="translate(%g %g)">%s</g>' % (*part["at"], content)
 
 
 def compose(art, picture):
@@ -213,9 +224,11 @@ def compose(art, picture):
         values.update(picture.get("set", {}))
         values["content"] = "".join(glyph_group(art, item, values)
                                     for item in picture.get("glyphs", []))
-        return fill(art.template(picture["template"]), values)
+        text = fill(art.template(picture["template"]), values)
+        parts = "".join(part_group(art, part) for part in picture.get("parts", []))
+        return text.replace("</svg>", parts + "</svg>")
     except (KeyError, IndexError, PictureError) as error:
-        raise PictureError("%s: %s" % (picture["name"], error)) from error
+        raise PictureError("%s: %s" % (picture.get("name", "part"), error)) from error
 
 
 # Output ------------------------------------------------------------------

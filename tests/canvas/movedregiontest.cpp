@@ -159,6 +159,24 @@ private slots:
         showsWhatAFullPaintWould(canvas);
     }
 
+    void aLoopThatGoesBelowAnotherBlockIsPaintedThere()
+    {
+        CanvasFixture canvas;
+        supermodule* block = canvas.drop(103, QPointF(150, 450));
+        // On the loop's leg, far from where the block goes.
+        canvas.drop(801, QPointF(510, 445));
+        supermodule* loop = canvas.drop(301, QPointF(590, 350));
+        QVERIFY(!loop->parentModule());
+        canvas.press(block->scenePos() + QPointF(30, 30));
+        canvas.move(loop->scenePos() + QPointF(140, 40));
+        canvas.move(loop->scenePos() + QPointF(150, 34));
+        QVERIFY(loop->left());
+        QApplication::processEvents();
+        canvas.release(loop->scenePos() + QPointF(150, 34));
+        QCOMPARE(loop->left(), block);
+        showsWhatAFullPaintWould(canvas);
+    }
+
     void afterAnyDragTheWindowShowsWhatAFullPaintWould_data()
     {
         QTest::addColumn<int>("seed");

@@ -65,7 +65,7 @@ bounds_of() {
     "$helper" bounds "$work/now.png" 0 40 1280 440 "$1" || true
 }
 # The colour of a red block that isn't linked.
-loose_block="#e99394"
+loose_block="#e28e91"
 
 at() { xdotool mousemove --window "$window" "$1" "$2"; sleep 0.05; }
 click() { at "$1" "$2"; xdotool click 1; sleep 0.3; }
@@ -167,5 +167,5 @@ start_display 1280x768
 row=136
 strip=640
 forward_for_a_time=60
-speed=725
-forward=890
+speed=645
+forward=785

@@ -179,19 +179,21 @@ private slots:
         QFETCH(QStringList, displays);
         const QImage image(":/expression/" + picture);
         QVERIFY(!image.isNull());
-        // Displays stand side by side, as large as there is room for, in the middle.
+        // A symbol's display is the picture; those of a face stand side by side in a head.
         const int count = displays.size();
-        const qreal side = count == 1 ? image.width() : 36;
+        const int side = count == 1 ? image.width() : 34;
+        // The dots stand a whole number of pixels apart, in the middle of the display.
+        const int pitch = (side - 2) / 8;
+        const qreal first = (side - 7 * pitch) / 2.0;
         for (int display = 0; display < count; ++display) {
-            const qreal left = display * (image.width() - side);
-            const qreal top = (image.height() - side) / 2.0;
+            const int left = count == 1 ? 0 : 3 + 36 * display;
+            const int top = count == 1 ? 0 : 10;
             QByteArray shown;
             for (int row = 0; row < 8; ++row) {
                 int byte = 0;
                 for (int column = 0; column < 8; ++column) {
-                    // A display is a panel of 80 by 80 with a dot each 9 units.
-                    const QColor dot = image.pixelColor(int(left + side * (8.5 + 9 * column) / 80),
-                                                        int(top + side * (8.5 + 9 * row) / 80));
+                    const QColor dot = image.pixelColor(int(left + first + pitch * column),
+                                                        int(top + first + pitch * row));
                     // Lit dots are amber, the others and the ground a dark blue.
                     byte = byte * 2 + (dot.red() > dot.blue() ? 1 : 0);
                 }

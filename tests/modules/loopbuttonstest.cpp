@@ -19,8 +19,8 @@ private slots:
         dropOn(bench, first, NextLink, 105);
         QCOMPARE(loop->boundingRect().width(), 320.0);
         // One under each leg, where the drawers of the body's blocks leave them free.
-        QCOMPARE(loop->buttonRect(0).topLeft(), QPointF(0, 100));
-        QCOMPARE(loop->buttonRect(1).topLeft(), QPointF(260, 100));
+        QCOMPARE(loop->buttonRect(0).center(), QPointF(21, 120));
+        QCOMPARE(loop->buttonRect(1).center(), QPointF(320 - 19, 120));
         bench.click(first->scenePos() + QPointF(30, 30));
         bench.key(Qt::Key_Delete);
         QVERIFY(!loop->left());

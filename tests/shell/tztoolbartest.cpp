@@ -441,9 +441,11 @@ private slots:
         const QList<QLabel*> labels = bench.bar->findChildren<QLabel*>();
         QCOMPARE(labels.size(), 2);
         for (const QLabel* label : labels) {
-            QVERIFY2(label->width() >= label->sizeHint().width(), qPrintable(label->text()));
-            const int lines = label->text().count(QLatin1Char('\n')) + 1;
-            QVERIFY2(label->height() >= lines * label->fontMetrics().height(),
+            const QRect needed = label->fontMetrics().boundingRect(
+                QRect(0, 0, label->width(), 0), label->wordWrap() ? Qt::TextWordWrap : 0,
+                label->text());
+            QVERIFY2(label->contentsRect().size().expandedTo(needed.size()) ==
+                         label->contentsRect().size(),
                      qPrintable(label->text()));
         }
         QCOMPARE(labels.first()->text(),

@@ -37,6 +37,10 @@ FittedText fitted(const QString& p_text, const QFont& p_font, int p_width)
 
 SelectableButton::SelectableButton(QWidget* p_parent) : QPushButton(p_parent)
 {
+    // Its ground is white, whatever the palette's colours are.
+    QPalette colours = palette();
+    colours.setColor(QPalette::ButtonText, Qt::black);
+    setPalette(colours);
     connect(this, &QPushButton::pressed, this, &SelectableButton::onPressed);
 }
 

@@ -75,16 +75,26 @@ void supermodule::setText(const QString& p_text)
 void supermodule::setSelectPicture(const QString& p_path)
 {
     m_selectPath = p_path;
+    updateSelectItem();
+}
+
+void supermodule::updateSelectItem()
+{
     if (m_selectItem) {
-        m_selectItem->setPixmap(picture(p_path));
+        drawSelectItem(*m_selectItem, picture(m_selectPath));
     }
+}
+
+void supermodule::drawSelectItem(QGraphicsPixmapItem& p_item, const QPixmap& p_frame)
+{
+    p_item.setPixmap(p_frame);
 }
 
 QGraphicsPixmapItem& supermodule::selectItem()
 {
     if (!m_selectItem) {
         const QList<QGraphicsItem*> above = childItems();
-        m_selectItem = std::make_unique<QGraphicsPixmapItem>(picture(m_selectPath), this);
+        m_selectItem = std::make_unique<QGraphicsPixmapItem>(this);
         // MaskShape, the default, would be worked out from the picture for each block.
         m_selectItem->setShapeMode(QGraphicsPixmapItem::BoundingRectShape);
         m_selectItem->hide();
@@ -92,6 +102,7 @@ QGraphicsPixmapItem& supermodule::selectItem()
         for (const QGraphicsItem* each : above) {
             m_selectItem->stackBefore(each);
         }
+        updateSelectItem();
     }
     return *m_selectItem;
 }

@@ -160,6 +160,8 @@ public:
     QGraphicsPathItem& pathItem();
     /** The selection frame, hidden until setSelectTree(); made when it is first asked for. */
     QGraphicsPixmapItem& selectItem();
+    /** Draws the selection frame anew if there is one: the block's shape has changed. */
+    void updateSelectItem();
     /** Links p_module behind the last block of this chain. Lays nothing out. */
     void appendModule(supermodule* p_module);
     /** insert() as this block's next. */
@@ -302,6 +304,8 @@ protected:
     int buttonCentre(int p_index) const;
     /** The rule of a plain block of a size that stands where this one does. */
     BoundsRule plainBoundsRule(const QSizeF& p_size) const;
+    /** Gives the selection frame its picture, as the block is shaped now. */
+    virtual void drawSelectItem(QGraphicsPixmapItem& p_item, const QPixmap& p_frame);
     /** Lays out the block's own body and returns the distance from here to the next block. */
     virtual qreal layoutOwn();
     /** Makes the connector of a link, of a kind, at a place in block coordinates. */

@@ -147,10 +147,23 @@ const char s_sheet[] =
     "QFileDialog QScrollBar:vertical,QTextBrowser QScrollBar:vertical{width:12px;}"
     "QFileDialog QScrollBar::handle,QTextBrowser QScrollBar::handle{background-color:#86c6d8;"
     "border-radius:6px;min-width:32px;min-height:32px;}";
+
+/** The program's icon in the sizes from title bars to task switchers. */
+QIcon programIcon()
+{
+    QIcon icon;
+    for (const int side : {16, 24, 32, 48, 64, 128, 256}) {
+        icon.addFile(QStringLiteral(":/icon/%1.png").arg(side), QSize(side, side));
+    }
+    return icon;
+}
 } // namespace
 
 void setUpAppearance()
 {
+    QApplication::setWindowIcon(programIcon());
+    // The name of the desktop entry, by which a desktop finds the icon where windows have none.
+    QGuiApplication::setDesktopFileName(QStringLiteral("tiler"));
     QApplication::setStyle(new Style);
     QApplication::setPalette(lightPalette());
     qApp->setStyleSheet(toolTipStyleSheet() + QLatin1String(s_sheet));

@@ -67,19 +67,16 @@ void setMenu(QPushButton& p_button, QMenu& p_menu)
                      [&p_button] { p_button.setDown(false); });
 }
 
-/** A text on two lines, broken at the blank next to its middle, or there if it has none. */
-QString onTwoLines(const QString& p_text)
+/** The least width, in pixels, at which a label's text takes two lines. */
+int widthOfTwoLines(const QLabel& p_label)
 {
-    const int middle = p_text.size() / 2;
-    const int before = p_text.lastIndexOf(QLatin1Char(' '), middle);
-    const int behind = p_text.indexOf(QLatin1Char(' '), middle);
-    if (before < 0 && behind < 0) {
-        return p_text.left(middle) + QLatin1Char('\n') + p_text.mid(middle);
+    const QFontMetrics metrics = p_label.fontMetrics();
+    int width = metrics.horizontalAdvance(p_label.text()) / 2;
+    while (metrics.boundingRect(QRect(0, 0, width, 0), Qt::TextWordWrap, p_label.text()).height() >
+           2 * metrics.lineSpacing()) {
+        ++width;
     }
-    const bool first = behind < 0 || (before >= 0 && middle - before <= behind - middle);
-    QString text = p_text;
-    text[first ? before : behind] = QLatin1Char('\n');
-    return text;
+    return width;
 }
 
 QString firmwareTimeKey() { return QStringLiteral("fw.update_time"); }
@@ -267,14 +264,15 @@ void TzToolBar::fitNotices()
     for (int i = 0; i < m_infoLayout->count(); ++i) {
         QWidget* notice = m_infoLayout->itemAt(i)->widget();
         auto* label = notice->findChild<QLabel*>();
-        const QString text = label->accessibleName();
-        label->setText(text);
+        label->setWordWrap(false);
+        label->setMinimumWidth(0);
         notice->layout()->setContentsMargins(s_noticeMargin, s_noticeMargin, s_noticeMargin,
                                              s_noticeMargin);
         m_infoLayout->setMargin(s_infoMargin);
         if (notice->sizeHint().width() > room) {
             // A bar of a small screen: two lines take its whole height.
-            label->setText(onTwoLines(text));
+            label->setWordWrap(true);
+            label->setMinimumWidth(widthOfTwoLines(*label));
             notice->layout()->setContentsMargins(s_infoMargin, 0, 0, 0);
             m_infoLayout->setMargin(0);
         }
@@ -309,8 +307,6 @@ void TzToolBar::addInfo(const QString& p_text)
     auto* noticeLayout = new QHBoxLayout(notice);
     noticeLayout->setMargin(s_noticeMargin);
     auto* label = new QLabel(p_text, notice);
-    // What stays when the text is broken into lines.
-    label->setAccessibleName(p_text);
     label->setStyleSheet(QStringLiteral("color:rgb(255,255,255)"));
     noticeLayout->addWidget(label);
 

@@ -138,6 +138,12 @@ private slots:
                 painter.translate(0, 60);
                 // The frame's seven parts; the middle ones as wide and high as is left.
                 const QPixmap whole(data.value("frame"));
+                if (full) {
+                    // Behind the upper corners of the body's blocks.
+                    const int from = atTheEnd ? 40 : 120;
+                    painter.drawPixmap(QRect(from - 2, -2, 244, 15), whole, QRect(132, 6, 1, 1));
+                    painter.drawPixmap(QRect(from - 2, 0, 4, 107), whole, QRect(132, 6, 1, 1));
+                }
                 const int width = whole.width();
                 const int height = whole.height();
                 const QPixmap topEdge = whole.copy(130, 0, width - 200, 20);

@@ -118,7 +118,7 @@ private slots:
         const supermodule* outermost = loops.last();
 
         QStringList wrong;
-        for (const double zoom : {0.3, 0.5, 0.6, 0.75, 0.9, 1.0, 1.1, 1.5, 2.0}) {
+        for (const double zoom : {0.3, 0.5, 0.57, 0.6, 0.75, 0.9, 1.0, 1.1, 1.3, 1.5, 1.8, 2.0}) {
             // Of places beside each other the edges fall on other parts of a pixel.
             for (const int shift : {0, 1}) {
                 canvas.main()->setPos(100 + shift, 400 + 3 * shift);
@@ -209,7 +209,7 @@ QString LoopFrameTest::wrongWith(const TwoGrounds& p_shown, const supermodule& p
         }
     }
     // The same shade all along the head, and down the legs as far as there is no picture on them.
-    const QRect head = pixelsIn(12, top, right - 12, top + s_headHeight - 3);
+    const QRect head = pixelsIn(16, top, right - 16, top + s_headHeight - 3);
     for (int y = head.top(); y <= head.bottom(); ++y) {
         for (int x = head.left(); x <= head.right(); ++x) {
             if (!alike(p_shown.colour({x, y}), p_shown.colour({head.left(), y}))) {
@@ -220,7 +220,7 @@ QString LoopFrameTest::wrongWith(const TwoGrounds& p_shown, const supermodule& p
         }
     }
     for (const QRect& leg :
-         {pixelsIn(0, top + 10, p_legWidth - 6, -1), pixelsIn(right - 35, top + 10, right, -1)}) {
+         {pixelsIn(0, top + 15, p_legWidth - 6, -1), pixelsIn(right - 35, top + 15, right, -1)}) {
         for (int y = leg.top(); y <= leg.bottom(); ++y) {
             for (int x = leg.left(); x <= leg.right(); ++x) {
                 if (!alike(p_shown.colour({x, y}), p_shown.colour({x, leg.top()}))) {

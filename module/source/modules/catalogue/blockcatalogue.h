@@ -7,8 +7,9 @@
 class supermodule;
 
 /**
- * Pictures of the frame around a block that is copied. Meant: no row names two of them; they are
- * for roots of slots (types 401 to 433) and values (types 200 to 215), types that files may hold.
+ * Pictures of the frame around a block that is copied, by what it goes around: the body with its
+ * drawers, or a loop's bracket. Meant: no row names two of them; they are for roots of slots (types
+ * 401 to 433) and values (types 200 to 215), types that files may hold.
  */
 namespace copyFrames
 {
@@ -16,6 +17,10 @@ constexpr char plain[] = ":/select1.png";
 constexpr char root[] = ":/select2.png";
 constexpr char value[] = ":/select3.png";
 constexpr char loop[] = ":/select4.png";
+constexpr char bare[] = ":/select5.png";
+constexpr char twoDrawers[] = ":/select6.png";
+constexpr char loopUntil[] = ":/select7.png";
+constexpr char endlessLoop[] = ":/select8.png";
 } // namespace copyFrames
 
 /** One block type: everything that is told once about it. Types are stored in files. */

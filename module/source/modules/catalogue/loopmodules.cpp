@@ -14,6 +14,9 @@ const LoopForm s_conditional = {40, 40, true, 100, ":/loopuntil.png"};
  */
 const int s_picturesFromEnd = 120;
 const int s_buttonWidth = 60;
+/** The middles of the legs, from the loop's beginning and from its end. */
+const int s_firstLegMiddle = 21;
+const int s_lastLegMiddle = 19;
 /** How far a bracket goes down, and its tab to the right of its end. */
 const int s_bracketBottom = 120;
 const int s_tabWidth = 20;
@@ -65,7 +68,7 @@ QString loopText(const QString& p_head, const supermodule* p_loop, const char* p
     return text;
 }
 
-void drawLoopFrame(QPainter* p_painter, const QPixmap& p_frame, int p_top, int p_right)
+void drawLoopFrame(QPainter* p_painter, const QPixmap& p_frame, int p_top, int p_right, int p_mouth)
 {
     const int width = p_frame.width();
     const int height = p_frame.height();
@@ -90,13 +93,61 @@ void drawLoopFrame(QPainter* p_painter, const QPixmap& p_frame, int p_top, int p
     const auto draw = [&](const QRect& p_target, const QRect& p_source) {
         p_painter->drawPixmap(p_target, p_frame, p_source);
     };
-    draw(QRect(0, p_top, topLeft.width(), topLeft.height()), topLeft);
+    // The first corner's part has an edge of the mouth, too, where that begins early. Smooth
+    // scaling would make it another one than that of the part behind it, which takes it over.
+    const int edgeX = qMin(topLeft.width(), p_mouth + 14);
+    draw(QRect(0, p_top, edgeX, topLeft.height()), topLeft.intersected(QRect(0, 0, edgeX, height)));
     draw(QRect(0, edgeY, leftEdge.width(), edgeHeight), leftEdge);
     draw(QRect(0, bottomY, bottomLeft.width(), bottomLeft.height()), bottomLeft);
-    draw(QRect(topLeft.width(), p_top, innerWidth, topEdge.height()), topEdge);
+    draw(QRect(edgeX, p_top, endX - edgeX, topEdge.height()), topEdge);
     draw(QRect(endX, p_top, topRight.width(), topRight.height()), topRight);
     draw(QRect(endX, edgeY, rightEdge.width(), edgeHeight), rightEdge);
     draw(QRect(endX, bottomY, bottomRight.width(), bottomRight.height()), bottomRight);
+}
+
+void fillUnderHead(QPainter* p_painter, const QPixmap& p_frame, int p_from, int p_to)
+{
+    const int cornerHeight = 13;
+    const int bodyHeight = 120;
+    const QRect plain(132, 6, 1, 1);
+    p_painter->drawPixmap(QRect(p_from - 2, -2, p_to - p_from + 4, cornerHeight + 2), p_frame,
+                          plain);
+    p_painter->drawPixmap(QRect(p_from - 2, 0, 4, bodyHeight - cornerHeight), p_frame, plain);
+}
+
+void drawLoopSelection(QGraphicsPixmapItem& p_item, const QPixmap& p_frame, int p_top, int p_right,
+                       int p_mouth, const QVector<QRect>& p_drawers)
+{
+    // How far a drawer, and the frame around it, may reach out of the bracket.
+    const QMargins out(16, 0, s_tabWidth, 24);
+    const QRect area =
+        QRect(QPoint(0, p_top), QPoint(p_right - 1, s_bracketBottom - 1)).marginsAdded(out);
+    QPixmap shown(area.size());
+    shown.fill(Qt::transparent);
+    QPainter painter(&shown);
+    painter.translate(-area.topLeft());
+    drawLoopFrame(&painter, p_frame, p_top, p_right, p_mouth);
+    const QPixmap drawer = picture(QStringLiteral(":/select_drawer.png"));
+    const int half = drawer.width() / 2;
+    for (int i = 0; i < p_drawers.size(); ++i) {
+        QRect place = p_drawers.at(i);
+        while (i + 1 < p_drawers.size() && p_drawers.at(i + 1).left() == place.right() + 1) {
+            place |= p_drawers.at(++i);
+        }
+        // Both ends as they are, and between them what is straight.
+        const int left = place.left() - 2;
+        const int right = place.right() + 3 - half;
+        const int middle = right - left - half;
+        painter.drawPixmap(left, place.top(), drawer, 0, 0, qMin(half, half + middle),
+                           drawer.height());
+        painter.drawPixmap(QRect(left + half, place.top(), middle, drawer.height()), drawer,
+                           QRect(half, 0, 1, drawer.height()));
+        painter.drawPixmap(right + qMax(0, -middle), place.top(), drawer, half + qMax(0, -middle),
+                           0, half, drawer.height());
+    }
+    painter.end();
+    p_item.setPixmap(shown);
+    p_item.setOffset(area.topLeft());
 }
 
 void repeatModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
@@ -155,10 +206,15 @@ void loopUntilModule::createButtons()
 
 void loopUntilModule::placeAtEnd(int p_right)
 {
-    // The body's blocks have drawers of their own, which would cover both: so each leg of a filled
-    // loop has one, of which the block beside it covers a third at most.
-    moveButton(0, left() ? 0 : p_right - 2 * s_buttonWidth);
-    moveButton(1, p_right - s_buttonWidth);
+    if (left()) {
+        // The body's blocks have drawers of their own, which would cover both: so each leg of a
+        // filled loop has one, in its middle.
+        moveButton(0, s_firstLegMiddle - s_buttonWidth / 2);
+        moveButton(1, p_right - s_lastLegMiddle - s_buttonWidth / 2);
+    } else {
+        moveButton(0, p_right - 2 * s_buttonWidth);
+        moveButton(1, p_right - s_buttonWidth);
+    }
 }
 
 void loopUntilModule::drawBracket(QPainter* p_painter) const

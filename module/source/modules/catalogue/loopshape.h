@@ -26,9 +26,25 @@ QString loopText(const QString& p_head, const supermodule* p_loop, const char* p
 
 /**
  * Draws a loop's bracket: the frame picture in seven parts, the corners as they are, the edges
- * stretched to the body. p_top and p_right are the bounds relative to the loop.
+ * stretched to the body. p_top and p_right are the bounds relative to the loop, p_mouth is where
+ * the body begins.
  */
-void drawLoopFrame(QPainter* p_painter, const QPixmap& p_frame, int p_top, int p_right);
+void drawLoopFrame(QPainter* p_painter, const QPixmap& p_frame, int p_top, int p_right,
+                   int p_mouth);
+
+/**
+ * Fills what the round corners of a body's blocks leave free under the bracket's head, from one x
+ * to another, and the seam to the first leg: behind the blocks, so that at no scale anything of the
+ * ground is seen there.
+ */
+void fillUnderHead(QPainter* p_painter, const QPixmap& p_frame, int p_from, int p_to);
+
+/**
+ * Gives the selection frame of a loop its picture: that of the bracket, cut as the bracket is, and
+ * around the drawers that hang from it.
+ */
+void drawLoopSelection(QGraphicsPixmapItem& p_item, const QPixmap& p_frame, int p_top, int p_right,
+                       int p_mouth, const QVector<QRect>& p_drawers);
 
 /**
  * The shape of a block with a body, on top of what its parameters are (Base). The rectangle grows
@@ -85,6 +101,7 @@ protected:
             Base::m_rect = rect;
             Base::moveConnector(NextLink, rect.right());
             placeAtEnd(static_cast<int>(rect.right()));
+            Base::updateSelectItem();
         }
         return rect.right();
     }
@@ -105,10 +122,25 @@ protected:
         return rule;
     }
 
+    void drawSelectItem(QGraphicsPixmapItem& p_item, const QPixmap& p_frame) override
+    {
+        QVector<QRect> drawers;
+        for (int i = 0; i < Base::buttonCount(); ++i) {
+            drawers.append(Base::buttonRect(i).toRect());
+        }
+        drawLoopSelection(p_item, p_frame, static_cast<int>(Base::m_rect.top()),
+                          static_cast<int>(Base::m_rect.right()), form().bodyOffset, drawers);
+    }
+
     void drawFrame(QPainter* p_painter) const
     {
-        drawLoopFrame(p_painter, picture(QString::fromLatin1(form().frame)),
-                      static_cast<int>(Base::m_rect.top()), static_cast<int>(Base::m_rect.right()));
+        const QPixmap frame = picture(QString::fromLatin1(form().frame));
+        const int top = static_cast<int>(Base::m_rect.top());
+        const int right = static_cast<int>(Base::m_rect.right());
+        if (Base::left() && top == -LoopTopMargin) {
+            fillUnderHead(p_painter, frame, form().bodyOffset, right - LoopEndMargin);
+        }
+        drawLoopFrame(p_painter, frame, top, right, form().bodyOffset);
     }
 
 private:

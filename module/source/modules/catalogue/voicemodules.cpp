@@ -56,6 +56,10 @@ void voiceModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QW
         drawPicture(p_painter, ":/voice/play_icon_28x26.png", 80, 10);
     } else {
         drawPicture(p_painter, ":/voice/piano_icon.png");
+        QFont font;
+        font.setPixelSize(20);
+        font.setWeight(QFont::Bold);
+        p_painter->setFont(font);
         p_painter->setPen(Qt::white);
         p_painter->drawText(86, 28, QString::number(n));
     }
