@@ -441,17 +441,23 @@ private slots:
         const QList<QLabel*> labels = bench.bar->findChildren<QLabel*>();
         QCOMPARE(labels.size(), 2);
         for (const QLabel* label : labels) {
-            const QRect needed = label->fontMetrics().boundingRect(
-                QRect(0, 0, label->width(), 0), label->wordWrap() ? Qt::TextWordWrap : 0,
-                label->text());
-            QVERIFY2(label->contentsRect().size().expandedTo(needed.size()) ==
-                         label->contentsRect().size(),
-                     qPrintable(label->text()));
+            const QSize needed = label->wordWrap()
+                                     ? label->fontMetrics()
+                                           .boundingRect(QRect(0, 0, label->width(), 0),
+                                                         Qt::TextWordWrap, label->text())
+                                           .size()
+                                     : label->sizeHint();
+            QVERIFY2(label->width() >= needed.width(), qPrintable(label->text()));
+            const int lines = label->wordWrap() ? needed.height() : label->fontMetrics().height();
+            QVERIFY2(label->height() >= lines, qPrintable(label->text()));
         }
         QCOMPARE(labels.first()->text(),
                  english ? QStringLiteral(" Program name: ") : QStringLiteral(" 程序名: "));
         const QWidget* notice = bench.bar->findChild<QWidget*>(QStringLiteral("infoBg"));
         QVERIFY(notice->isVisible());
+        const auto* update = notice->findChild<QPushButton*>(QStringLiteral("info_button"));
+        QVERIFY(labels.last()->geometry().right() < update->x());
+        QVERIFY(notice->rect().contains(update->geometry()));
         const int noticeRight = notice->mapTo(bench.bar, QPoint(notice->width(), 0)).x();
         // The two buttons left of the last one.
         QVERIFY(noticeRight <= bench.moreButton().x() - 2 * 68);

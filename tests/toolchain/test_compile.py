@@ -43,10 +43,15 @@ class LayoutTest(unittest.TestCase):
                 self.assertTrue(os.access(built / name, os.X_OK))
                 self.assertTrue(os.access(installed / name, os.X_OK))
 
-            # What the program wrote stays when the kit is laid out again.
+            # What the program wrote stays when the kit is laid out again; what make would take for
+            # newer than its source doesn't.
             (built / "example" / "user_main.c").write_text("mine")
+            objects = built / "example" / "build" / "gcc" / "objects" / "runtime"
+            whole = (objects / "all.o").read_bytes()
+            (objects / "all.o").write_text("made from other sources")
             Kit.lay_out(built)
             self.assertEqual((built / "example" / "user_main.c").read_text(), "mine")
+            self.assertEqual((objects / "all.o").read_bytes(), whole)
 
             kit = Kit(installed)
             self.assertEqual(kit.make().returncode, 0)

@@ -7,6 +7,7 @@ import signal
 import subprocess
 import sys
 import tempfile
+import threading
 import time
 import unittest
 
@@ -128,6 +129,10 @@ class RunnerTest(KitCase):
                     stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, env=environment,
                     preexec_fn=lambda: signal.signal(signal.SIGINT, signal.SIG_DFL))
                 self.addCleanup(runner.kill)
+                # A trace that doesn't come is a failure, not a wait for ever.
+                watch = threading.Timer(30, runner.kill)
+                watch.start()
+                self.addCleanup(watch.cancel)
                 with runner.stdout:
                     lines = [runner.stdout.readline() for _ in range(2)]
                     self.assertTrue(lines[1].endswith(b"print here\n"), lines)

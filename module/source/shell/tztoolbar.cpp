@@ -73,7 +73,7 @@ int widthOfTwoLines(const QLabel& p_label)
     const QFontMetrics metrics = p_label.fontMetrics();
     int width = metrics.horizontalAdvance(p_label.text()) / 2;
     while (metrics.boundingRect(QRect(0, 0, width, 0), Qt::TextWordWrap, p_label.text()).height() >
-           2 * metrics.lineSpacing()) {
+           metrics.height() + metrics.lineSpacing()) {
         ++width;
     }
     return width;
@@ -306,6 +306,7 @@ void TzToolBar::addInfo(const QString& p_text)
                                          "background-color: rgba(0, 0, 0, 20%);}"));
     auto* noticeLayout = new QHBoxLayout(notice);
     noticeLayout->setMargin(s_noticeMargin);
+    noticeLayout->setSpacing(s_noticeMargin);
     auto* label = new QLabel(p_text, notice);
     label->setStyleSheet(QStringLiteral("color:rgb(255,255,255)"));
     noticeLayout->addWidget(label);
