@@ -164,7 +164,9 @@ void setUpAppearance()
     QApplication::setWindowIcon(programIcon());
     // The name of the desktop entry, by which a desktop finds the icon where windows have none.
     QGuiApplication::setDesktopFileName(QStringLiteral("tiler"));
+    // The application becomes the owner, which the analyzer doesn't see.
     QApplication::setStyle(new Style);
+    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks)
     QApplication::setPalette(lightPalette());
     qApp->setStyleSheet(toolTipStyleSheet() + QLatin1String(s_sheet));
 }
