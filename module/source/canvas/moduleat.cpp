@@ -1,6 +1,9 @@
 #include "canvas/moduleat.h"
 
+#include "modules/graphicsitem_param.h"
 #include "modules/supermodule.h"
+
+#include <QGraphicsView>
 
 namespace
 {
@@ -20,4 +23,12 @@ supermodule* moduleAt(const QList<QGraphicsItem*>& p_items, qreal p_sceneX)
         }
     }
     return found;
+}
+
+supermodule* moduleUnder(const QGraphicsView& p_view, const QPoint& p_at)
+{
+    const QPointF at = p_view.mapToScene(p_at);
+    const QList<QGraphicsItem*> items = p_view.scene()->items(
+        at, Qt::IntersectsItemShape, Qt::DescendingOrder, p_view.viewportTransform());
+    return items.contains(graphicsItem_Param::existing()) ? nullptr : moduleAt(items, at.x());
 }

@@ -3,6 +3,8 @@
 #include <QList>
 
 class QGraphicsItem;
+class QGraphicsView;
+class QPoint;
 class supermodule;
 
 /**
@@ -11,3 +13,5 @@ class supermodule;
  * of a link is none.
  */
 supermodule* moduleAt(const QList<QGraphicsItem*>& p_items, qreal p_sceneX);
+/** The one that a press at a point of a view's viewport would mean; none below the pop-up. */
+supermodule* moduleUnder(const QGraphicsView& p_view, const QPoint& p_at);
