@@ -88,5 +88,5 @@ int CodeMap::keyAt(int p_position) const
         std::find_if(m_places.cbegin(), m_places.cend(), [at](const FragmentPlace& p_place) {
             return p_place.from <= at && at < p_place.from + p_place.size;
         });
-    return place == m_places.cend() ? 0 : place->key;
+    return place == m_places.cend() ? NoKey : place->key;
 }

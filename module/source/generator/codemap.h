@@ -21,6 +21,8 @@ public:
         }
     };
 
+    static constexpr int NoKey = -1;
+
     CodeMap() = default;
     /**
      * Of a text that bracesToIndent() has laid out; p_raw is what it was before, and the places
@@ -35,7 +37,8 @@ public:
     Part partOf(int p_key) const;
     /**
      * The innermost block whose part holds a letter; behind the last letter of a line the one of
-     * that letter. 0 where the text is no block's.
+     * that letter. NoKey where the text is no block's; 0 is the main block's, which has no key in
+     * a document that was begun anew.
      */
     int keyAt(int p_position) const;
 

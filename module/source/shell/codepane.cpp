@@ -5,6 +5,7 @@
 #include "canvas/tzprogramview.h"
 #include "generator/codegenerator.h"
 #include "modules/documentstate.h"
+#include "modules/mainmodule.h"
 #include "proj/controls/textchange.h"
 
 #include <QMouseEvent>
@@ -35,7 +36,7 @@ void CodePane::showCode(int p_language)
     m_text = text;
     m_mark->hide();
     // The block may be another one, and its text elsewhere.
-    m_lit = -1;
+    m_lit.reset();
     light();
 }
 
@@ -47,7 +48,7 @@ const supermodule* CodePane::hovered() const
 void CodePane::light()
 {
     const supermodule* module = hovered();
-    const int key = module ? module->registryKey() : 0;
+    const int key = module ? module->registryKey() : CodeMap::NoKey;
     if (key == m_lit) {
         return;
     }
@@ -68,7 +69,7 @@ void CodePane::light()
 void CodePane::pointAtBlockOf(const QPoint& p_at)
 {
     const int key = m_map.keyAt(m_browser.cursorForPosition(p_at).position());
-    const supermodule* module = moduleMap.value(key);
+    const supermodule* module = key == 0 ? m_view.mainBlock() : moduleMap.value(key);
     if (module && module->isVisible()) {
         m_mark->pointAt(*module);
     } else {

@@ -5,6 +5,8 @@
 #include <QObject>
 #include <QPoint>
 
+#include <optional>
+
 class BlockMark;
 class QTextBrowser;
 class supermodule;
@@ -46,6 +48,6 @@ private:
     /** Where the mouse was seen on the canvas last, and whether it is there. */
     QPoint m_mouse;
     bool m_isOver = false;
-    /** The key of the block that is lit; 0 for none. */
-    int m_lit = 0;
+    /** The key of the block that is lit, as far as that is known. */
+    std::optional<int> m_lit;
 };

@@ -8,6 +8,7 @@
 #include "proj/tzblockwidget.h"
 #include "project/projectfile.h"
 #include "shell/codehighlighter.h"
+#include "shell/codelayout.h"
 #include "shell/codepane.h"
 #include "shell/tztoolbar.h"
 
@@ -74,6 +75,7 @@ void MainWindow::buildWindow()
     font.setPixelSize(12);
     m_codeBrowser->setFont(font);
     m_codeBrowser->setLineWrapMode(QTextEdit::NoWrap);
+    m_codeBrowser->document()->setDocumentLayout(new CodeLayout(m_codeBrowser->document()));
     new CodeHighlighter(m_codeBrowser->document());
     const int screenWidth = QGuiApplication::primaryScreen()->size().width();
     m_codeBrowser->setGeometry(screenWidth - s_codePaneWidth, 0, s_codePaneWidth, height());
