@@ -186,16 +186,22 @@ void Tour::showBlocks()
                               QPoint(view().viewport()->width() - 30, 20));
         }
     }
-    for (int category = 0; category < 4; ++category) {
-        startAnew();
-        for (const BlockRecord& record : blockRecords()) {
-            const bool isLoop = record.id == 301 || record.id == 303 || record.id == 306;
-            if (record.category == category && !isLoop) {
-                behind(view().mainBlock()->lastOf(), record.id);
-            }
+    int category = -1;
+    for (const BlockRecord& record : blockRecords()) {
+        const std::unique_ptr<supermodule> sample(createModuleFromId(record.id));
+        if (record.category < 0 || sample->hasConnector(LeftLink)) {
+            continue;
         }
-        m_camera.shoot(QStringLiteral("blocks of tab %1").arg(category + 1));
+        if (record.category != category) {
+            if (category >= 0) {
+                m_camera.shoot(QStringLiteral("blocks of category %1").arg(category));
+            }
+            category = record.category;
+            startAnew();
+        }
+        behind(view().mainBlock()->lastOf(), record.id);
     }
+    m_camera.shoot(QStringLiteral("blocks of category %1").arg(category));
 }
 
 void Tour::showLoops()
@@ -313,10 +319,13 @@ void Tour::showMenus()
                                  [&] { QTest::mouseClick(button, Qt::LeftButton); });
         }
     }
-    QHelpEvent tip(QEvent::ToolTip, QPoint(5, 5), buttons.first()->mapToGlobal(QPoint(5, 30)));
+    const QPoint middle = buttons.first()->rect().center();
+    QCursor::setPos(buttons.first()->mapToGlobal(middle));
+    QTest::qWait(100);
+    QHelpEvent tip(QEvent::ToolTip, middle, buttons.first()->mapToGlobal(middle));
     QApplication::sendEvent(buttons.first(), &tip);
+    QTest::qWait(300);
     m_camera.shoot(QStringLiteral("tool tip"));
-    QTest::qWait(50);
     bar().showFirmwareNotice();
     m_camera.shoot(QStringLiteral("notice"));
     bar().removeInfo();

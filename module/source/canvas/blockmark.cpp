@@ -18,7 +18,6 @@ const int s_radius = 12;
 /** How far the tab stands out behind a block, in scene units. */
 const int s_tab = 20;
 const QColor s_frame(0, 175, 204);
-const QColor s_veil(0, 175, 204, 50);
 } // namespace
 
 BlockMark::BlockMark(QGraphicsView& p_view) : QWidget(p_view.viewport()), m_view(p_view)
@@ -68,13 +67,11 @@ void BlockMark::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const auto frame = [&](qreal p_in, const QPen& p_pen, const QBrush& p_fill) {
-        painter.setPen(p_pen);
-        painter.setBrush(p_fill);
-        painter.drawRoundedRect(QRectF(rect()).adjusted(p_in, p_in, -p_in, -p_in), s_radius,
-                                s_radius);
-    };
     // The frame colour between two white lines: seen on the ground and on any block.
-    frame(s_around / 2, QPen(Qt::white, s_around), s_veil);
-    frame(s_around / 2, QPen(s_frame, s_around / 2), Qt::NoBrush);
+    const int middle = s_around / 2;
+    const QRect line = rect().adjusted(middle, middle, -middle, -middle);
+    for (const QPen& pen : {QPen(Qt::white, s_around), QPen(s_frame, middle)}) {
+        painter.setPen(pen);
+        painter.drawRoundedRect(line, s_radius, s_radius);
+    }
 }
