@@ -136,7 +136,8 @@ QStringList RandomProgram::brokenCodePane()
         const QPointF point = p_block->scenePos() + QPointF(14, 14);
         showPoint(point);
         hover(at(point));
-        if (moduleUnder(m_view, at(point)) != p_block) {
+        QGraphicsItem& logo = m_view.document().scene().logo();
+        if (pressTarget(m_view, m_view.mapToScene(at(point)), logo).module != p_block) {
             return;
         }
         const QList<QTextEdit::ExtraSelection> lit = pane.extraSelections();

@@ -25,10 +25,13 @@ supermodule* moduleAt(const QList<QGraphicsItem*>& p_items, qreal p_sceneX)
     return found;
 }
 
-supermodule* moduleUnder(const QGraphicsView& p_view, const QPoint& p_at)
+PressTarget pressTarget(const QGraphicsView& p_view, const QPointF& p_scenePos,
+                        QGraphicsItem& p_background)
 {
-    const QPointF at = p_view.mapToScene(p_at);
-    const QList<QGraphicsItem*> items = p_view.scene()->items(
-        at, Qt::IntersectsItemShape, Qt::DescendingOrder, p_view.viewportTransform());
-    return items.contains(graphicsItem_Param::existing()) ? nullptr : moduleAt(items, at.x());
+    QList<QGraphicsItem*> items = p_view.scene()->items(
+        p_scenePos, Qt::IntersectsItemShape, Qt::DescendingOrder, p_view.viewportTransform());
+    items.removeOne(&p_background);
+    const bool onPopUp = items.contains(graphicsItem_Param::existing());
+    return {onPopUp ? nullptr : moduleAt(items, p_scenePos.x()), onPopUp,
+            items.isEmpty() && !supermodule::isOnConnector(p_scenePos)};
 }

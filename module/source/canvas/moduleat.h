@@ -4,7 +4,7 @@
 
 class QGraphicsItem;
 class QGraphicsView;
-class QPoint;
+class QPointF;
 class supermodule;
 
 /**
@@ -13,5 +13,17 @@ class supermodule;
  * of a link is none.
  */
 supermodule* moduleAt(const QList<QGraphicsItem*>& p_items, qreal p_sceneX);
-/** The one that a press at a point of a view's viewport would mean; none below the pop-up. */
-supermodule* moduleUnder(const QGraphicsView& p_view, const QPoint& p_at);
+
+/** What lies under a press. */
+struct PressTarget {
+    /** The block that it means; null for none, and on the pop-up, which hides what lies under it.
+     */
+    supermodule* module;
+    bool onPopUp;
+    /** Neither an item nor the connector of a block. */
+    bool empty;
+};
+
+/** What lies under a press at a scene point; the background's item counts as nothing. */
+PressTarget pressTarget(const QGraphicsView& p_view, const QPointF& p_scenePos,
+                        QGraphicsItem& p_background);

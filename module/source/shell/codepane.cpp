@@ -42,7 +42,11 @@ void CodePane::showCode(int p_language)
 
 const supermodule* CodePane::hovered() const
 {
-    return m_isOver && m_browser.isVisible() ? moduleUnder(m_view, m_mouse) : nullptr;
+    if (!m_isOver || !m_browser.isVisible()) {
+        return nullptr;
+    }
+    tzprogramscene& scene = m_view.document().scene();
+    return pressTarget(m_view, m_view.mapToScene(m_mouse), scene.logo()).module;
 }
 
 void CodePane::light()
