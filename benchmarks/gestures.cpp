@@ -109,17 +109,27 @@ void hover(Bench& p_bench, const QString&, int p_runs, Figures& p_figures)
     hoverOver(p_bench, p_runs, p_figures[QStringLiteral("hover")]);
 }
 
-/** With the code pane hidden, and then shown. */
-void useBesideCode(Bench& p_bench, const QString&, int p_runs, Figures& p_figures)
+/** The same with the C text shown. */
+template <class Gesture> void besideCode(Bench& p_bench, Gesture p_gesture)
 {
     const int c = 1;
-    dropInto(p_bench, p_runs, p_figures[QStringLiteral("drop, C hidden")]);
     p_bench.window().OnShowCode(c);
     p_bench.paint();
-    dropInto(p_bench, p_runs, p_figures[QStringLiteral("drop, C shown")]);
-    hoverOver(p_bench, 10 * p_runs, p_figures[QStringLiteral("hover, C shown")]);
+    p_gesture();
     p_bench.window().OnShowCode(c);
     p_bench.paint();
+}
+
+void dropBesideCode(Bench& p_bench, const QString&, int p_runs, Figures& p_figures)
+{
+    besideCode(p_bench,
+               [&] { dropInto(p_bench, p_runs, p_figures[QStringLiteral("drop, C shown")]); });
+}
+
+void hoverBesideCode(Bench& p_bench, const QString&, int p_runs, Figures& p_figures)
+{
+    besideCode(p_bench,
+               [&] { hoverOver(p_bench, p_runs, p_figures[QStringLiteral("hover, C shown")]); });
 }
 
 void scroll(Bench& p_bench, const QString&, int p_runs, Figures& p_figures)
@@ -250,7 +260,8 @@ const QVector<Operation> s_operations = {
     {"generate", false, {25, 9, 5}, generate},
     {"delete", false, {9, 5, 1}, deleteMiddle},
     {"paste", false, {9, 5, 1}, paste},
-    {"code", false, {20, 10, 3}, useBesideCode},
+    {"code drop", false, {20, 10, 3}, dropBesideCode},
+    {"code hover", false, {200, 100, 20}, hoverBesideCode},
     {"press", true, {40, 20, 5}, pressAndRelease},
     {"drag head", true, {200, 100, 20}, dragHead},
     {"drag middle", true, {200, 100, 20}, dragMiddle},

@@ -103,6 +103,14 @@ private slots:
         }
     }
 
+    void anotherFontLaysAllOutAnew()
+    {
+        const QRect before = behind(3);
+        m_browser->setFont(QFont(QStringLiteral("monospace"), 20));
+        QVERIFY(behind(3).left() > before.left() * 3 / 2);
+        QVERIFY(behind(3).top() > before.top() * 3 / 2);
+    }
+
     void theBarsReachTheEndsOfTheText()
     {
         const int lines = bar().maximum();
@@ -122,6 +130,12 @@ private:
     QScrollBar& bar() { return *m_browser->verticalScrollBar(); }
     QTextBlock block(int p_line) { return m_browser->document()->findBlockByNumber(p_line); }
     QRect cursorRect(int p_line) { return m_browser->cursorRect(QTextCursor(block(p_line))); }
+    QRect behind(int p_line)
+    {
+        QTextCursor cursor(block(p_line));
+        cursor.movePosition(QTextCursor::EndOfBlock);
+        return m_browser->cursorRect(cursor);
+    }
     /** The rows of the viewport where something is written. */
     QSet<int> rowsWithInk()
     {

@@ -70,6 +70,8 @@ private slots:
                  QStringLiteral("      while(1)\n      {\n            wait(1);\n      }"));
         hover(wait);
         QCOMPARE(litLines(), QStringLiteral("            wait(1);"));
+        pressOn(QStringLiteral("wait(1)"));
+        QVERIFY(marked(wait));
     }
 
     void aBlockThatSharesItsLineIsLitAlone()
@@ -210,17 +212,18 @@ private slots:
 
     void blanksBeforeALineAndTheRoomBehindItBelongToItsBlocks()
     {
-        const supermodule* wait = m_bench->add(s_wait);
-        const int at = pane().toPlainText().indexOf(QStringLiteral("wait("));
+        // Its text has no line feed of its own.
+        const supermodule* forward = m_bench->add(s_forward);
+        const int at = pane().toPlainText().indexOf(QStringLiteral("set_motor("));
         pressAt(at - 4);
-        QVERIFY(marked(wait));
+        QVERIFY(marked(forward));
         pressOn(QStringLiteral("#include"));
         QTextCursor cursor(pane().document());
         cursor.setPosition(at);
         QTest::mousePress(
             pane().viewport(), Qt::LeftButton, Qt::NoModifier,
             QPoint(pane().viewport()->width() - 10, pane().cursorRect(cursor).center().y()));
-        QVERIFY(marked(wait));
+        QVERIFY(marked(forward));
     }
 
     void theMarkBringsABlockIntoSightAndChangesNothing()
