@@ -12,6 +12,7 @@
 #include "modules/feedbackmodule.h"
 #include "modules/graphicsitem_param.h"
 #include "modules/mainmodule.h"
+#include "modules/modulebutton.h"
 #include "proj/controls/selectablebutton.h"
 #include "project/projectfile.h"
 
@@ -60,6 +61,11 @@ TzProgramView::TzProgramView(Document& p_document, QWidget* p_parent)
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     connect(&m_document, &Document::changed, this, &TzProgramView::onDocumentChanged);
     connect(&undoStack(), &QUndoStack::indexChanged, this, [this] { updateReach(*this); });
+    connect(this, &TzProgramView::mouseSignal, this, [this](int p_type) {
+        if (p_type == MouseDone) {
+            m_cursor.rest();
+        }
+    });
 }
 
 TzProgramView::~TzProgramView()
@@ -164,7 +170,7 @@ void TzProgramView::zoomView(int scale)
         updateReach(*this);
         centerOn(mainBlock());
     } else if (m_zoom.step(scale)) {
-        m_zoom.applyTo(*this);
+        m_zoom.applyAround(zoomCentre(), *this);
     }
 }
 
@@ -231,6 +237,7 @@ void TzProgramView::OnCopyAndPaste()
 
 void TzProgramView::finishDrag()
 {
+    m_cursor.rest();
     const bool held = m_drag.isHeld();
     if (m_drag.cancel() == BlockDrag::End::Settled) {
         updateReach(*this);
@@ -304,6 +311,9 @@ void TzProgramView::mousePressEvent(QMouseEvent* p_event)
         m_drag.forget();
         m_menu.open(p_event->globalPos(), m_current && m_current != mainBlock());
     }
+    if (m_drag.isHeld()) {
+        m_cursor.press();
+    }
 }
 
 bool TzProgramView::lowerEdgeIsOut(const supermodule* p_module) const
@@ -325,6 +335,13 @@ void TzProgramView::mouseMoveEvent(QMouseEvent* p_event)
     {
         const MovedRegion region(*this);
         moved = m_drag.move(mapToScene(p_event->pos()));
+    }
+    if (moved) {
+        m_cursor.drag();
+        // A hand that trembles still clicks.
+        if ((p_event->pos() - m_pressPos).manhattanLength() >= QApplication::startDragDistance()) {
+            takeBackButtonPress(*scene());
+        }
     }
     if (moved && m_current != mainBlock()) {
         emit mouseSignal(lowerEdgeIsOut(m_current) ? MouseDragsOut : MouseDragsInside);
