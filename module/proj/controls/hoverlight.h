@@ -7,8 +7,9 @@ class QColor;
 class QWidget;
 
 /**
- * Draws a widget 8% lighter while the mouse is over it, and as it is while it is pressed or
- * disabled. What the widget paints and its style sheet stay as they are. The widget owns the light.
+ * Draws a widget 8% lighter while the mouse is over it, a white one as much bluer, and as it is
+ * while it is pressed or disabled. What the widget paints and its style sheet stay as they are. The
+ * widget owns the light.
  */
 class HoverLight : public QObject
 {
