@@ -16,8 +16,8 @@ QPainterPath outline()
     };
     // Four knuckles, the thumb, the back of the hand, the wrist.
     const Part parts[] = {
-        {QRectF(5.5, 7, 4, 8), 2},  {QRectF(9, 6, 4, 8), 2},      {QRectF(12.5, 6.5, 4, 8), 2},
-        {QRectF(16, 8, 4, 8), 2},   {QRectF(3, 11.5, 6, 5), 2.5}, {QRectF(5.5, 10, 14.5, 9), 4},
+        {QRectF(5.5, 7, 4, 8), 2},   {QRectF(9, 6, 4, 8), 2},      {QRectF(12.5, 6.5, 4, 8), 2},
+        {QRectF(16, 8, 4, 8), 2},    {QRectF(3, 11.5, 6, 5), 2.5}, {QRectF(5.5, 10, 14.5, 9), 4},
         {QRectF(8, 15, 10, 6.5), 2},
     };
     QPainterPath hand;

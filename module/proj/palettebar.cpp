@@ -61,9 +61,9 @@ void PaletteBar::mouseMoveEvent(QMouseEvent* p_event)
         return;
     }
     const int lowerEdge = m_palette->mapToGlobal(QPoint(0, m_palette->height())).y();
-    const int wanted = qBound(m_palette->minimumHeight(),
-                              lowerEdge - p_event->globalPos().y() - m_above,
-                              m_palette->maximumHeight());
+    const int wanted =
+        qBound(m_palette->minimumHeight(), lowerEdge - p_event->globalPos().y() - m_above,
+               m_palette->maximumHeight());
     QList<int> sizes = splitter->sizes();
     sizes[index - 1] += sizes.at(index) - wanted;
     sizes[index] = wanted;

@@ -416,9 +416,9 @@ private slots:
         canvas.view.resetMatrix();
         canvas.view.scale(scale, scale);
         // Where the body begins, as a block in it shows.
-        supermodule* body = canvas.drop(
-            s_forward, loop->scenePos() + QPointF(outer == s_untilTouch ? 60 : 120, 0) +
-                           QPointF(60 / scale, 10));
+        supermodule* body =
+            canvas.drop(s_forward, loop->scenePos() + QPointF(outer == s_untilTouch ? 60 : 120, 0) +
+                                       QPointF(60 / scale, 10));
         QCOMPARE(loop->left(), body);
         const QPoint mouth = canvas.view.mapFromScene(body->scenePos());
         canvas.view.deleteModule(body);

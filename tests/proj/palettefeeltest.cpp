@@ -170,8 +170,9 @@ private slots:
         int darker = 0;
         for (int y = 1; y < now.height(); ++y) {
             for (int x = 0; x < now.width(); ++x) {
-                darker += now.pixelColor(x, y) != before.pixelColor(x, y) &&
-                          isMixed(now.pixelColor(x, y), before.pixelColor(x, y - 1), Qt::black, 0.1);
+                darker +=
+                    now.pixelColor(x, y) != before.pixelColor(x, y) &&
+                    isMixed(now.pixelColor(x, y), before.pixelColor(x, y - 1), Qt::black, 0.1);
             }
         }
         QVERIFY(darker > now.width() * now.height() / 2);

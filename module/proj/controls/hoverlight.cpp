@@ -56,8 +56,7 @@ protected:
     }
 };
 /** Made when it is needed: a start makes dozens of widgets. */
-template <typename T>
-void light(T& p_shown, bool p_lit)
+template <typename T> void light(T& p_shown, bool p_lit)
 {
     if (p_lit != (p_shown.graphicsEffect() != nullptr)) {
         p_shown.setGraphicsEffect(p_lit ? new Light : nullptr);
