@@ -139,6 +139,11 @@ private slots:
         hover(*under);
         const int part = partWith(colour, *under, before);
         QVERIFY2(part > 50, qPrintable(QString::number(part)));
+        if (what != 6) {
+            // Beside the picture's round corner.
+            const QPoint corner = placeOf(*under).topLeft();
+            QCOMPARE(imageOf(*under).pixelColor(corner), before.pixelColor(corner));
+        }
         leave(*under);
         QCOMPARE(imageOf(*under), before);
     }
@@ -167,15 +172,18 @@ private slots:
         const QImage before = imageOf(tab).copy(place);
         QTest::mousePress(&tab, Qt::LeftButton);
         const QImage now = imageOf(tab).copy(place);
-        int darker = 0;
-        for (int y = 1; y < now.height(); ++y) {
-            for (int x = 0; x < now.width(); ++x) {
-                darker +=
-                    now.pixelColor(x, y) != before.pixelColor(x, y) &&
-                    isMixed(now.pixelColor(x, y), before.pixelColor(x, y - 1), Qt::black, 0.1);
+        const auto darkerBy = [&](int p_down) {
+            int count = 0;
+            for (int y = 1; y < now.height(); ++y) {
+                for (int x = 0; x < now.width(); ++x) {
+                    count += isMixed(now.pixelColor(x, y), before.pixelColor(x, y - p_down),
+                                     Qt::black, 0.1);
+                }
             }
-        }
-        QVERIFY(darker > now.width() * now.height() / 2);
+            return count;
+        };
+        QVERIFY(darkerBy(1) > now.width() * now.height() / 2);
+        QVERIFY(darkerBy(1) > darkerBy(0));
         QTest::mouseRelease(&tab, Qt::LeftButton, Qt::NoModifier, QPoint(-50, -50));
         QCOMPARE(imageOf(tab).copy(place), before);
     }
