@@ -160,6 +160,11 @@ private slots:
         QVERIFY(imageOf(key).copy(placeOf(key)) != lit);
         QTest::mouseRelease(&key, Qt::LeftButton);
         QCOMPARE(imageOf(key).copy(placeOf(key)), lit);
+        QTest::mousePress(&key, Qt::LeftButton);
+        QTest::mouseRelease(&key, Qt::LeftButton, Qt::NoModifier, QPoint(-20, -20));
+        QVERIFY(!key.graphicsEffect());
+        leave(key);
+        hover(key);
         key.setEnabled(false);
         QVERIFY(!key.graphicsEffect());
     }

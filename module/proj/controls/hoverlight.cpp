@@ -77,7 +77,9 @@ bool HoverLight::eventFilter(QObject* p_watched, QEvent* p_event)
         lit = true;
         break;
     case QEvent::MouseButtonRelease:
-        lit = m_widget->rect().contains(static_cast<QMouseEvent*>(p_event)->pos());
+        // A press keeps the mouse until its release, wherever that is.
+        lit = m_widget->underMouse() &&
+              m_widget->rect().contains(static_cast<QMouseEvent*>(p_event)->pos());
         break;
     case QEvent::Leave:
     case QEvent::Hide:
