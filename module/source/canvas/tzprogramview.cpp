@@ -12,6 +12,7 @@
 #include "modules/feedbackmodule.h"
 #include "modules/graphicsitem_param.h"
 #include "modules/mainmodule.h"
+#include "modules/modulebutton.h"
 #include "proj/controls/selectablebutton.h"
 #include "project/projectfile.h"
 
@@ -57,6 +58,11 @@ TzProgramView::TzProgramView(Document& p_document, QWidget* p_parent)
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     connect(&m_document, &Document::changed, this, &TzProgramView::onDocumentChanged);
     connect(&undoStack(), &QUndoStack::indexChanged, this, [this] { updateReach(*this); });
+    connect(this, &TzProgramView::mouseSignal, this, [this](int p_type) {
+        if (p_type == MouseDone) {
+            m_cursor.rest();
+        }
+    });
 }
 
 TzProgramView::~TzProgramView()
@@ -150,7 +156,7 @@ void TzProgramView::zoomView(int scale)
         updateReach(*this);
         centerOn(mainBlock());
     } else if (m_zoom.step(scale)) {
-        m_zoom.applyTo(*this);
+        m_zoom.applyAround(zoomCentre(), *this);
     }
 }
 
@@ -217,6 +223,7 @@ void TzProgramView::OnCopyAndPaste()
 
 void TzProgramView::finishDrag()
 {
+    m_cursor.rest();
     if (m_drag.cancel() == BlockDrag::End::Settled) {
         noteSettled();
     }
@@ -275,6 +282,9 @@ void TzProgramView::mousePressEvent(QMouseEvent* p_event)
         m_menu.open(p_event->globalPos(), m_current && m_current != mainBlock());
     } else {
         m_drag.press(m_current, scenePos);
+        if (m_current) {
+            m_cursor.press();
+        }
     }
 }
 
@@ -298,7 +308,15 @@ void TzProgramView::mouseMoveEvent(QMouseEvent* p_event)
         const MovedRegion region(*this);
         moved = m_drag.move(mapToScene(p_event->pos()));
     }
-    if (moved && m_current != mainBlock()) {
+    if (!moved) {
+        return;
+    }
+    m_cursor.drag();
+    // A hand that trembles still clicks.
+    if ((p_event->localPos() - m_pressPos).manhattanLength() >= QApplication::startDragDistance()) {
+        takeBackButtonPress(*scene());
+    }
+    if (m_current != mainBlock()) {
         emit mouseSignal(lowerEdgeIsOut(m_current) ? MouseDragsOut : MouseDragsInside);
     }
 }

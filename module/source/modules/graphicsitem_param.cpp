@@ -2,8 +2,10 @@
 
 #include "modules/chooser.h"
 #include "modules/supermodule.h"
+#include "proj/controls/hoverlight.h"
 #include "proj/controls/picturecache.h"
 
+#include <QCursor>
 #include <QGraphicsProxyWidget>
 #include <QGraphicsScene>
 #include <QGraphicsSceneMouseEvent>
@@ -24,6 +26,8 @@ graphicsItem_Param::graphicsItem_Param(QGraphicsScene* p_scene, QGraphicsItem* p
     : QGraphicsItem(p_parent)
 {
     setZValue(10.0);
+    // The canvas has a hand, for what can be dragged.
+    setCursor(Qt::ArrowCursor);
     if (p_scene && !p_parent) {
         p_scene->addItem(this);
     }
@@ -82,6 +86,7 @@ void graphicsItem_Param::build(const Chooser& p_chooser)
         auto* button = new QPushButton;
         button->setStyleSheet(style);
         button->setGeometry(0, 0, 60, 60);
+        new HoverLight(button);
         if (p_chooser.entries.kind == ChooserEntries::Pictures) {
             button->setIcon(QIcon(picture(p_chooser.entry(i))));
             button->setIconSize(QSize(form.iconSide, form.iconSide));

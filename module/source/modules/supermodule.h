@@ -357,7 +357,9 @@ private:
     QString m_imagePath;
     QString m_pressedPath;
     QString m_text;
-    static bool isWorthTurning(const QVector<supermodule*>& p_byAge);
+    static bool isWorthPuttingFirst(const QVector<supermodule*>& p_modules);
+    /** Brings blocks to the front of the lists in which a scene looks for its items. */
+    static void putFirst(QGraphicsScene& p_stage, QVector<supermodule*>& p_byAge);
 
     /** Grows from block to block, as they are made. */
     qint64 m_age = 0;
