@@ -97,7 +97,7 @@ QRectF CodeLayout::blockBoundingRect(const QTextBlock& p_block) const
     return QRectF(document()->documentMargin(), top(p_block.blockNumber()), width, m_lineHeight);
 }
 
-void CodeLayout::documentChanged(int p_from, int p_removed, int p_added)
+void CodeLayout::documentChanged(int p_from, int, int p_added)
 {
     const QFontMetricsF metrics(document()->defaultFont());
     m_lineHeight = qCeil(metrics.lineSpacing());
@@ -113,10 +113,6 @@ void CodeLayout::documentChanged(int p_from, int p_removed, int p_added)
     const qreal begin = top(first.blockNumber());
     emit update(QRectF(0, begin, s_noLimit, end - begin));
 
-    // The highlighter changes no letter.
-    if (p_removed == p_added && !m_size.isEmpty() && !isMoved && first.next() == block) {
-        return;
-    }
     int longest = 0;
     for (QTextBlock each = document()->begin(); each.isValid(); each = each.next()) {
         longest = qMax(longest, each.length());
