@@ -50,7 +50,7 @@ NumbersPanel::NumbersPanel(uint32_t p_numberOption, QWidget* p_parent) : RowPane
         button->setText(QString::fromLatin1(key.text));
         button->setProperty(s_keyProperty, key.key);
         if (key.icon) {
-            button->setIcon(QIcon(picture(QString::fromLatin1(key.icon))));
+            button->setIcon(pictureIcon(QString::fromLatin1(key.icon)));
         }
         QFont keyFont = button->font();
         keyFont.setPixelSize(24);

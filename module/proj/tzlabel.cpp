@@ -21,5 +21,5 @@ void tzlabel::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(rect(), picture(m_imagePath));
+    drawPicture(&painter, rect(), ::picture(m_imagePath));
 }

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <QIcon>
 #include <QPixmap>
 #include <QString>
 
 class QPainter;
+class QRect;
 
 /**
  * The picture behind a resource path, loaded once and shared by all who draw it. A path that
@@ -11,9 +13,32 @@ class QPainter;
  */
 QPixmap picture(const QString& p_path);
 
+/** How many pixels of its device a unit takes that a painter draws, a redirected one as well. */
+qreal scaleOf(const QPainter& p_painter);
+
+/**
+ * A picture that picture() has given, for where a unit takes p_scale pixels: above 1 the fine one
+ * of twice as many pixels, with that as its device pixel ratio, which is loaded only then and kept
+ * while there is room; else, or where there is no fine one, the picture itself.
+ */
+QPixmap pictureFor(const QPixmap& p_picture, qreal p_scale);
+
+/** An icon of a picture, which is as large on each screen and as fine as that can show. */
+QIcon pictureIcon(const QString& p_path);
+
+/**
+ * Draws a piece of a picture, told in the picture's own pixels, into a rectangle, as
+ * QPainter::drawPixmap() does, but from the fine picture where the painter scales up.
+ */
+void drawPicturePart(QPainter* p_painter, const QRect& p_target, const QPixmap& p_picture,
+                     const QRect& p_source);
+
+/** Draws a whole picture into a rectangle, like drawPicturePart(). */
+void drawPicture(QPainter* p_painter, const QRect& p_target, const QPixmap& p_picture);
+
 /**
  * Draws a picture at a place, as QPainter::drawPixmap() does. Where the painter scales, the picture
  * is scaled once, kept, and drawn in whole pixels of the device: scaling it in each paint takes
- * many times as long and looks coarser. Interface thread only.
+ * many times as long and looks coarser. Where it scales up, the fine picture is. Interface thread only.
  */
 void drawPicture(QPainter* p_painter, int p_x, int p_y, const QPixmap& p_picture);

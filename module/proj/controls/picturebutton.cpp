@@ -1,0 +1,60 @@
+#include "proj/controls/picturebutton.h"
+
+#include "proj/controls/picturecache.h"
+
+#include <QStyleOptionButton>
+#include <QStyleOptionFocusRect>
+#include <QStylePainter>
+
+void PictureButton::setPictures(const QString& p_normal, const QString& p_pressed)
+{
+    m_normal = p_normal;
+    m_pressed = p_pressed;
+}
+
+void PictureButton::setIconPicture(const QString& p_path, const QSize& p_size)
+{
+    m_icon = p_path;
+    setIcon(pictureIcon(p_path));
+    setIconSize(p_size);
+}
+
+void PictureButton::paintEvent(QPaintEvent*)
+{
+    QStylePainter painter(this);
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    paintButton(painter, option);
+}
+
+void PictureButton::paintButton(QStylePainter& p_painter, const QStyleOptionButton& p_option)
+{
+    if (m_normal.isEmpty() || scaleOf(p_painter) <= 1) {
+        p_painter.drawControl(QStyle::CE_PushButton, p_option);
+        return;
+    }
+    p_painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    drawPicture(&p_painter, p_option.rect, picture(shownPicture()));
+    paintLabel(p_painter, p_option);
+    if (p_option.state & QStyle::State_HasFocus) {
+        QStyleOptionFocusRect focus;
+        focus.QStyleOption::operator=(p_option);
+        focus.rect = style()->subElementRect(QStyle::SE_PushButtonFocusRect, &p_option, this);
+        p_painter.drawPrimitive(QStyle::PE_FrameFocusRect, focus);
+    }
+}
+
+void PictureButton::paintLabel(QStylePainter& p_painter, const QStyleOptionButton& p_option)
+{
+    QStyleOptionButton option = p_option;
+    if (!m_icon.isEmpty() && scaleOf(p_painter) > 1) {
+        option.icon = QIcon();
+        const QPixmap shown = picture(m_icon);
+        const QSize size =
+            shown.size().boundedTo(shown.size().scaled(iconSize(), Qt::KeepAspectRatio));
+        drawPicture(&p_painter,
+                    QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, option.rect),
+                    shown);
+    }
+    p_painter.drawControl(QStyle::CE_PushButtonLabel, option);
+}
