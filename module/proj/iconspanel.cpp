@@ -11,7 +11,7 @@ IconsPanel::IconsPanel(const QStringList& p_pictures, const QString& p_style, QW
     m_scale = 0.6;
     for (const QString& path : p_pictures) {
         QPushButton* button = addButton(p_style);
-        button->setIcon(pictureIcon(path));
+        button->setIcon(QIcon(picture(path)));
         connect(button, &QPushButton::clicked, this, &IconsPanel::OnNumBtnClick);
     }
 }
@@ -21,7 +21,7 @@ void IconsPanel::setPanelHeight(int p_height)
     const int side = squareSide(p_height);
     layOutRow(QSize(side, side), p_height);
     for (int i = 0; i < buttons().size(); ++i) {
-        buttons().at(i)->setIcon(pictureIcon(m_pictures.at(i)));
+        buttons().at(i)->setIcon(pictureIcon(m_pictures.at(i), QSize(side, side)));
         buttons().at(i)->setIconSize(QSize(side, side));
     }
 }

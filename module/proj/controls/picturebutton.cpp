@@ -15,7 +15,7 @@ void PictureButton::setPictures(const QString& p_normal, const QString& p_presse
 void PictureButton::setIconPicture(const QString& p_path, const QSize& p_size)
 {
     m_icon = p_path;
-    setIcon(pictureIcon(p_path));
+    setIcon(QIcon(picture(p_path)));
     setIconSize(p_size);
 }
 
@@ -50,11 +50,7 @@ void PictureButton::paintLabel(QStylePainter& p_painter, const QStyleOptionButto
     if (!m_icon.isEmpty() && scaleOf(p_painter) > 1) {
         option.icon = QIcon();
         const QPixmap shown = picture(m_icon);
-        const QSize size =
-            shown.size().boundedTo(shown.size().scaled(iconSize(), Qt::KeepAspectRatio));
-        drawPicture(&p_painter,
-                    QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, option.rect),
-                    shown);
+        drawPicture(&p_painter, iconRect(option.rect, iconSize(), shown), shown);
     }
     p_painter.drawControl(QStyle::CE_PushButtonLabel, option);
 }

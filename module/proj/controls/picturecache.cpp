@@ -6,6 +6,7 @@
 #include <QIcon>
 #include <QPaintDevice>
 #include <QPainter>
+#include <QStyle>
 #include <QtMath>
 
 namespace
@@ -128,14 +129,28 @@ QPixmap pictureFor(const QPixmap& p_picture, qreal p_scale)
     return fine;
 }
 
-QIcon pictureIcon(const QString& p_path)
+QIcon pictureIcon(const QString& p_path, const QSize& p_size)
 {
-    QIcon icon(picture(p_path));
-    const QPixmap fine = pictureFor(picture(p_path), qApp->devicePixelRatio());
-    if (fine.devicePixelRatio() > 1) {
-        icon.addPixmap(fine);
+    const QPixmap plain = picture(p_path);
+    const qreal ratio = qApp->devicePixelRatio();
+    if (ratio <= 1 || plain.isNull()) {
+        return QIcon(plain);
     }
-    return icon;
+    // Qt enlarges what is smaller than the size in pixels.
+    QPixmap whole(p_size * ratio);
+    whole.setDevicePixelRatio(ratio);
+    whole.fill(Qt::transparent);
+    QPainter painter(&whole);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    drawPicture(&painter, iconRect(QRect(QPoint(0, 0), p_size), p_size, plain), plain);
+    return QIcon(whole);
+}
+
+QRect iconRect(const QRect& p_area, const QSize& p_size, const QPixmap& p_picture)
+{
+    const QSize fitting = p_picture.size().scaled(p_size, Qt::KeepAspectRatio);
+    return QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter,
+                               p_picture.size().boundedTo(fitting), p_area);
 }
 
 void drawPicturePart(QPainter* p_painter, const QRect& p_target, const QPixmap& p_picture,

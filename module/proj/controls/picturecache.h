@@ -2,10 +2,10 @@
 
 #include <QIcon>
 #include <QPixmap>
+#include <QRect>
 #include <QString>
 
 class QPainter;
-class QRect;
 
 /**
  * The picture behind a resource path, loaded once and shared by all who draw it. A path that
@@ -23,8 +23,14 @@ qreal scaleOf(const QPainter& p_painter);
  */
 QPixmap pictureFor(const QPixmap& p_picture, qreal p_scale);
 
-/** An icon of a picture, which is as large on each screen and as fine as that can show. */
-QIcon pictureIcon(const QString& p_path);
+/**
+ * An icon of a picture, for buttons with an icon size: as large on each screen, and as fine as that
+ * can show.
+ */
+QIcon pictureIcon(const QString& p_path, const QSize& p_size);
+
+/** Where an icon lies in the middle of an area: fitted into an icon size, but never enlarged. */
+QRect iconRect(const QRect& p_area, const QSize& p_size, const QPixmap& p_picture);
 
 /**
  * Draws a piece of a picture, told in the picture's own pixels, into a rectangle, as
