@@ -4,7 +4,6 @@
 #include <QGuiApplication>
 #include <QHash>
 #include <QIcon>
-#include <QPaintDevice>
 #include <QPainter>
 #include <QStyle>
 #include <QtMath>
@@ -168,16 +167,22 @@ void drawPicture(QPainter* p_painter, const QRect& p_target, const QPixmap& p_pi
 
 void drawPicture(QPainter* p_painter, int p_x, int p_y, const QPixmap& p_picture)
 {
-    const QTransform to = p_painter->combinedTransform();
+    const QTransform to = p_painter->deviceTransform();
     const bool scales = to.type() == QTransform::TxScale && to.m11() > 0 &&
                         qFuzzyCompare(to.m11(), to.m22()) && !p_painter->viewTransformEnabled();
     if (!scales || p_picture.isNull()) {
         p_painter->drawPixmap(p_x, p_y, p_picture);
         return;
     }
-    const qreal pixel = 1 / p_painter->device()->devicePixelRatioF();
+    drawInPixels(p_painter, to.map(QPoint(p_x, p_y)), scaledPicture(p_picture, to.m11()));
+}
+
+void drawInPixels(QPainter* p_painter, const QPoint& p_at, const QPixmap& p_pixmap)
+{
     const QTransform before = p_painter->worldTransform();
-    p_painter->setWorldTransform(QTransform::fromScale(pixel, pixel));
-    p_painter->drawPixmap(to.map(QPoint(p_x, p_y)), scaledPicture(p_picture, to.m11()));
+    // What is left then, the ratio of pixels and where a painter is redirected to.
+    p_painter->setWorldTransform(QTransform());
+    p_painter->setWorldTransform(p_painter->deviceTransform().inverted());
+    p_painter->drawPixmap(p_at, p_pixmap);
     p_painter->setWorldTransform(before);
 }

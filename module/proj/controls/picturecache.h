@@ -48,3 +48,6 @@ void drawPicture(QPainter* p_painter, const QRect& p_target, const QPixmap& p_pi
  * many times as long and looks coarser. Where it scales up, the fine picture is. Interface thread only.
  */
 void drawPicture(QPainter* p_painter, int p_x, int p_y, const QPixmap& p_picture);
+
+/** Draws a pixmap pixel by pixel, at a pixel of what the painter really paints on. */
+void drawInPixels(QPainter* p_painter, const QPoint& p_at, const QPixmap& p_pixmap);
