@@ -12,8 +12,8 @@
 namespace
 {
 using Canvas = CanvasFixture;
-/** Makes what is looked at, and tells its origin in the scene. */
-using Prepare = std::function<QPointF(Canvas&)>;
+/** Makes what is looked at. */
+using Prepare = std::function<QGraphicsItem*(Canvas&)>;
 
 supermodule* added(Canvas& p_canvas, int p_id)
 {
@@ -64,33 +64,31 @@ private slots:
             QTest::newRow(p_name) << p_prepare << p_from << p_length;
         };
         const auto block = [](int p_id) {
-            return [p_id](Canvas& p_canvas) { return added(p_canvas, p_id)->scenePos(); };
+            return [p_id](Canvas& p_canvas) -> QGraphicsItem* { return added(p_canvas, p_id); };
         };
         const auto widget = [](int p_id) {
-            return [p_id](Canvas& p_canvas) {
+            return [p_id](Canvas& p_canvas) -> QGraphicsItem* {
                 supermodule* made = added(p_canvas, p_id);
                 made->button(0);
-                return made->scenePos();
+                return made;
             };
         };
         const auto framed = [](int p_id) {
-            return [p_id](Canvas& p_canvas) {
+            return [p_id](Canvas& p_canvas) -> QGraphicsItem* {
                 supermodule* made = added(p_canvas, p_id);
                 made->setSelectTree(true);
-                return made->scenePos();
+                return made;
             };
         };
         const auto popUp = [](int p_id) {
-            return [p_id](Canvas& p_canvas) {
+            return [p_id](Canvas& p_canvas) -> QGraphicsItem* {
                 supermodule* made = added(p_canvas, p_id);
                 made->button(0)->click();
-                return graphicsItem_Param::existing()->scenePos();
+                return graphicsItem_Param::existing();
             };
         };
-        const auto logo = [](Canvas& p_canvas) {
-            QGraphicsItem& item = static_cast<tzprogramscene*>(p_canvas.view.scene())->logo();
-            item.setPos(200.3, 400);
-            return item.scenePos();
+        const auto logo = [](Canvas& p_canvas) -> QGraphicsItem* {
+            return &static_cast<tzprogramscene*>(p_canvas.view.scene())->logo();
         };
         row("pictogram", block(105), QPointF(16, 53), 20);
         row("sign in the middle", block(100), QPointF(30, 45), 15);
@@ -118,15 +116,15 @@ private slots:
         CanvasFixture canvas;
         TzProgramView& view = canvas.view;
         view.setBackgroundBrush(Qt::white);
-        const QPointF origin = prepare(canvas);
+        const QGraphicsItem* item = prepare(canvas);
         QCoreApplication::processEvents();
         // Zoom, and pixels of the device for each of the view's.
         const QVector<QPair<double, int>> scales{{1.5, 1}, {1.8, 1}, {2.0, 1}, {1.0, 2}};
         for (const auto& scale : scales) {
             view.resetMatrix();
             view.scale(scale.first, scale.first);
-            view.centerOn(origin + from);
-            const QPointF at = scale.second * view.viewportTransform().map(origin + from);
+            view.centerOn(item->scenePos() + from);
+            const QPointF at = scale.second * view.viewportTransform().map(item->scenePos() + from);
             const int end = static_cast<int>(at.x() + scale.second * scale.first * length);
             const double width =
                 edgeWidth(shown(*view.viewport(), scale.second), at.toPoint(), end);
