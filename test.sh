@@ -4,6 +4,7 @@
 # formatted and free of clang-tidy's findings, and all tests must pass, those of the threads under the
 # thread sanitizer, too.
 set -euo pipefail
+[ $# -eq 0 ] || { echo "usage: ./test.sh" >&2; exit 2; }
 cd "$(dirname "$0")"
 . tools/dependencies.sh
 

@@ -90,7 +90,9 @@ private slots:
         QCOMPARE(place.position, firstAt);
         QCOMPARE(place.parentKey, bench.main()->registryKey());
         QCOMPARE(place.link, NextLink);
+        QCOMPARE(bench.abandoned, 0);
         bench.drag.forget();
+        QCOMPARE(bench.abandoned, 1);
         QCOMPARE(bench.drag.placeForUndo(first).position, first->pos());
     }
 
@@ -100,6 +102,7 @@ private slots:
         bench.drag.press(bench.main(), QPointF(110, 210));
         bench.drag.move(QPointF(110, 900));
         QCOMPARE(bench.drag.release(true, true), BlockDrag::End::Settled);
+        QCOMPARE(bench.abandoned, 0);
         QCOMPARE(bench.main()->pos(), QPointF(100, 890));
     }
 
@@ -114,6 +117,7 @@ private slots:
         QVERIFY(!block->m_moved);
         QCOMPARE(block->zValue(), 0.0);
         QCOMPARE(bench.drag.cancel(), BlockDrag::End::Nothing);
+        QCOMPARE(bench.abandoned, 1);
         QVERIFY(!bench.drag.move(QPointF(900, 900)));
     }
 
@@ -141,7 +145,8 @@ private slots:
 
 private:
     struct Bench : GestureBench {
-        BlockDrag drag{document, preview};
+        int abandoned = 0;
+        BlockDrag drag{document, preview, [this] { ++abandoned; }};
     };
 };
 

@@ -9,8 +9,9 @@ namespace
 const int s_draggedZ = 10;
 } // namespace
 
-BlockDrag::BlockDrag(Document& p_document, LinkPreview& p_preview)
-    : m_document(p_document), m_preview(p_preview)
+BlockDrag::BlockDrag(Document& p_document, LinkPreview& p_preview,
+                     std::function<void()> p_abandoned)
+    : m_document(p_document), m_preview(p_preview), m_abandoned(std::move(p_abandoned))
 {
 }
 
@@ -71,21 +72,23 @@ BlockDrag::End BlockDrag::release(bool p_outside, bool p_away)
 BlockDrag::End BlockDrag::cancel()
 {
     supermodule* module = m_module;
-    m_module.clear();
-    if (!module || !module->m_moved) {
+    const bool settles = module && module->m_moved;
+    if (settles) {
+        putDown(module);
+        module->setTreeZValue(0);
+    } else {
         m_preview.hide();
-        return End::Nothing;
     }
-    putDown(module);
-    module->setTreeZValue(0);
-    return End::Settled;
+    forget();
+    return settles ? End::Settled : End::Nothing;
 }
 
-bool BlockDrag::forget()
+void BlockDrag::forget()
 {
-    const bool held = m_module;
-    m_module.clear();
-    return held;
+    if (m_module) {
+        m_module.clear();
+        m_abandoned();
+    }
 }
 
 void BlockDrag::putDown(supermodule* p_module)

@@ -5,6 +5,8 @@
 #include <QPointer>
 #include <QPointF>
 
+#include <functional>
+
 class Document;
 class LinkPreview;
 class supermodule;
@@ -23,7 +25,8 @@ public:
         Outside  /**< released outside; the caller deletes the block */
     };
 
-    BlockDrag(Document& p_document, LinkPreview& p_preview);
+    /** p_abandoned is called when a drag has ended otherwise than by its release. */
+    BlockDrag(Document& p_document, LinkPreview& p_preview, std::function<void()> p_abandoned);
 
     /** Handles a press at a place, on a block or, for null, on none. */
     void press(supermodule* p_module, const QPointF& p_at);
@@ -38,8 +41,8 @@ public:
     End release(bool p_outside, bool p_away);
     /** Ends a drag that gets no release event: a block that was moved is settled where it is. */
     End cancel();
-    /** Ends a drag without settling the block. False if there was none. */
-    bool forget();
+    /** Ends a drag without settling the block. */
+    void forget();
     /** Where a block goes back to when its deletion is undone: from a drag, to the press's place.
      */
     ModulePlace placeForUndo(const supermodule* p_module) const;
@@ -54,6 +57,7 @@ private:
 
     Document& m_document;
     LinkPreview& m_preview;
+    std::function<void()> m_abandoned;
     QPointer<supermodule> m_module;
     /** The last place of the mouse, less the rounding remainder. */
     QPointF m_lastAt;

@@ -1,6 +1,9 @@
 #include "canvas/moduleat.h"
 
+#include "modules/graphicsitem_param.h"
 #include "modules/supermodule.h"
+
+#include <QGraphicsView>
 
 namespace
 {
@@ -20,4 +23,15 @@ supermodule* moduleAt(const QList<QGraphicsItem*>& p_items, qreal p_sceneX)
         }
     }
     return found;
+}
+
+PressTarget pressTarget(const QGraphicsView& p_view, const QPointF& p_scenePos,
+                        QGraphicsItem& p_background)
+{
+    QList<QGraphicsItem*> items = p_view.scene()->items(
+        p_scenePos, Qt::IntersectsItemShape, Qt::DescendingOrder, p_view.viewportTransform());
+    items.removeOne(&p_background);
+    const bool onPopUp = items.contains(graphicsItem_Param::existing());
+    return {onPopUp ? nullptr : moduleAt(items, p_scenePos.x()), onPopUp,
+            items.isEmpty() && !supermodule::isOnConnector(p_scenePos)};
 }

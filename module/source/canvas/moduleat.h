@@ -3,6 +3,8 @@
 #include <QList>
 
 class QGraphicsItem;
+class QGraphicsView;
+class QPointF;
 class supermodule;
 
 /**
@@ -11,3 +13,17 @@ class supermodule;
  * of a link is none.
  */
 supermodule* moduleAt(const QList<QGraphicsItem*>& p_items, qreal p_sceneX);
+
+/** What lies under a press. */
+struct PressTarget {
+    /** The block that it means; null for none, and on the pop-up, which hides what lies under it.
+     */
+    supermodule* module;
+    bool onPopUp;
+    /** Neither an item nor the connector of a block. */
+    bool empty;
+};
+
+/** What lies under a press at a scene point; the background's item counts as nothing. */
+PressTarget pressTarget(const QGraphicsView& p_view, const QPointF& p_scenePos,
+                        QGraphicsItem& p_background);

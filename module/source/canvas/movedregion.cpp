@@ -7,8 +7,21 @@
 #include <QEvent>
 #include <QGraphicsScene>
 #include <QGraphicsView>
+#include <QtMath>
 
 QMarginsF blockOverhang() { return QMarginsF(12, 30, 36, 72); }
+
+QRegion regionOfBlocksIn(const QGraphicsView& p_view, const QRegion& p_painted)
+{
+    const QMarginsF out = blockOverhang() * p_view.transform().m11();
+    const QMargins reach(qCeil(out.right()), qCeil(out.bottom()), qCeil(out.left()),
+                         qCeil(out.top()));
+    QRegion region;
+    for (const QRect& part : p_painted) {
+        region += part + reach;
+    }
+    return region;
+}
 
 MovedRegion::MovedRegion(QGraphicsView& p_view) : m_view(p_view)
 {

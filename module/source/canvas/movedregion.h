@@ -15,6 +15,9 @@ class supermodule;
  */
 QMarginsF blockOverhang();
 
+/** The region of a view in which a block may stand that paints into the given one. */
+QRegion regionOfBlocksIn(const QGraphicsView& p_view, const QRegion& p_painted);
+
 /**
  * Repaints, when it is destroyed, the region that blocks covered before and cover after the changes
  * made in its lifetime, and nothing else of the view. For code that calls QGraphicsScene::update()

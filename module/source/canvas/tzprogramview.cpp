@@ -16,19 +16,16 @@
 #include "project/projectfile.h"
 
 #include <QApplication>
-#include <QDebug>
 #include <QDragEnterEvent>
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QMimeData>
-#include <QtMath>
 #include <QWheelEvent>
 
 QPointer<TzProgramView> programView;
 
 namespace
 {
-const QRectF s_sceneRect(0, 0, 10000, 10000);
 const qreal s_sameCoordinate = 1e-12;
 } // namespace
 
@@ -36,7 +33,7 @@ TzProgramView::TzProgramView(Document& p_document, QWidget* p_parent)
     : QGraphicsView(p_parent),
       m_document(p_document),
       m_preview(p_document.scene(), p_document.mainBlock()),
-      m_drag(p_document, m_preview),
+      m_drag(p_document, m_preview, [this] { emit mouseSignal(MouseDone); }),
       m_paletteDrag(p_document.scene(), m_preview),
       m_clipboard(p_document),
       m_background(*this, p_document.scene().logo())
@@ -70,7 +67,6 @@ TzProgramView::~TzProgramView()
 
 void TzProgramView::setUpScene()
 {
-    m_document.scene().setSceneRect(s_sceneRect);
     setScene(&m_document.scene());
     // Moves without a button, too: they tell that a release went elsewhere.
     viewport()->setMouseTracking(true);
@@ -88,9 +84,7 @@ void TzProgramView::onDocumentChanged(const DocumentChange& p_change)
         break;
     case DocumentChange::Removing:
         m_preview.hide();
-        if (m_drag.forget()) {
-            emit mouseSignal(MouseDone);
-        }
+        m_drag.forget();
         m_current.clear();
         if (p_change.module) {
             m_clipboard.removing(p_change.module);
@@ -128,15 +122,7 @@ void TzProgramView::paintEvent(QPaintEvent* p_event)
 {
     // The view leaves out items whose rectangles lie outside the region. Blocks are painted beyond
     // theirs, so it is told of a wider one; what is painted there is clipped away.
-    const QMarginsF out = blockOverhang();
-    const auto widened = [this](qreal p_units) { return qCeil(p_units * transform().m11()); };
-    const QMargins reach(widened(out.right()), widened(out.bottom()), widened(out.left()),
-                         widened(out.top()));
-    QRegion region;
-    for (const QRect& part : p_event->region()) {
-        region += part + reach;
-    }
-    QPaintEvent wider(region);
+    QPaintEvent wider(regionOfBlocksIn(*this, p_event->region()));
     QGraphicsView::paintEvent(&wider);
 }
 
@@ -231,23 +217,15 @@ void TzProgramView::OnCopyAndPaste()
 
 void TzProgramView::finishDrag()
 {
-    const bool held = m_drag.isHeld();
     if (m_drag.cancel() == BlockDrag::End::Settled) {
-        updateReach(*this);
-        emit moduleUpdateSignal();
-    }
-    if (held) {
-        emit mouseSignal(MouseDone);
+        noteSettled();
     }
 }
 
-void TzProgramView::deleteModule(supermodule* p_module)
+void TzProgramView::noteSettled()
 {
-    const bool held = m_drag.isHeld();
-    m_drag.deleteModule(p_module);
-    if (held && !m_drag.isHeld()) {
-        emit mouseSignal(MouseDone);
-    }
+    updateReach(*this);
+    emit moduleUpdateSignal();
 }
 
 bool TzProgramView::event(QEvent* p_event)
@@ -270,15 +248,9 @@ void TzProgramView::mousePressEvent(QMouseEvent* p_event)
 
     const QPointF scenePos = mapToScene(p_event->pos());
     m_pressPos = p_event->localPos();
-    QList<QGraphicsItem*> items =
-        scene()->items(scenePos, Qt::IntersectsItemShape, Qt::DescendingOrder, viewportTransform());
-    // The logo is part of the background.
-    items.removeOne(&m_document.scene().logo());
-    graphicsItem_Param* popUp = graphicsItem_Param::existing();
-    const bool onPopUp = items.contains(popUp);
-    // What lies under the pop-up isn't seen.
-    m_current = onPopUp ? nullptr : moduleAt(items, scenePos.x());
-    if (items.isEmpty() && !supermodule::isOnConnector(scenePos)) {
+    const PressTarget target = pressTarget(*this, scenePos, m_document.scene().logo());
+    m_current = target.module;
+    if (target.empty) {
         emit mouseSignal(MousePressedEmpty);
         focusModule.clear();
     } else {
@@ -294,15 +266,15 @@ void TzProgramView::mousePressEvent(QMouseEvent* p_event)
             pressedModule = m_current;
         }
     }
-    m_drag.press(m_current, scenePos);
-    if (!onPopUp) {
+    if (!target.onPopUp) {
         graphicsItem_Param::dismiss();
     }
     if (p_event->button() == Qt::RightButton) {
         emit mouseSignal(MouseDone);
-        // The menu's event loop takes the release event, so a drag that began here would never end.
-        m_drag.forget();
+        // No drag: the menu's event loop takes the release event.
         m_menu.open(p_event->globalPos(), m_current && m_current != mainBlock());
+    } else {
+        m_drag.press(m_current, scenePos);
     }
 }
 
@@ -341,16 +313,10 @@ void TzProgramView::mouseReleaseEvent(QMouseEvent* p_event)
         end = m_drag.release(m_current && lowerEdgeIsOut(m_current), away);
         region.coverLoopsAround(m_current);
     }
-    switch (end) {
-    case BlockDrag::End::Outside:
+    if (end == BlockDrag::End::Outside) {
         OnDelItem();
-        break;
-    case BlockDrag::End::Settled:
-        updateReach(*this);
-        emit moduleUpdateSignal();
-        break;
-    case BlockDrag::End::Nothing:
-        break;
+    } else if (end == BlockDrag::End::Settled) {
+        noteSettled();
     }
     QGraphicsView::mouseReleaseEvent(p_event);
     emit mouseSignal(MouseDone);
@@ -362,26 +328,22 @@ void TzProgramView::keyPressEvent(QKeyEvent* p_event)
     QGraphicsView::keyPressEvent(p_event);
     if (p_event->key() == Qt::Key_Delete) {
         OnDelItem();
-    } else if (p_event->modifiers() & Qt::ControlModifier) {
-        switch (p_event->key()) {
-        case Qt::Key_V:
-            finishDrag();
-            m_clipboard.paste(mapToScene(viewport()->mapFromGlobal(QCursor::pos())).toPoint());
-            break;
-        case Qt::Key_C:
-            OnCopy();
-            break;
-        case Qt::Key_Y:
-            finishDrag();
-            undoStack().redo();
-            break;
-        case Qt::Key_Z:
-            finishDrag();
-            undoStack().undo();
-            break;
-        default:
-            break;
-        }
+        return;
+    }
+    static const QHash<int, void (*)(TzProgramView&)> s_commands = {
+        {Qt::Key_C, [](TzProgramView& p_view) { p_view.OnCopy(); }},
+        {Qt::Key_V,
+         [](TzProgramView& p_view) {
+             const QPoint at = p_view.viewport()->mapFromGlobal(QCursor::pos());
+             p_view.m_clipboard.paste(p_view.mapToScene(at).toPoint());
+         }},
+        {Qt::Key_Y, [](TzProgramView& p_view) { p_view.undoStack().redo(); }},
+        {Qt::Key_Z, [](TzProgramView& p_view) { p_view.undoStack().undo(); }},
+    };
+    const auto command = s_commands.value(p_event->key());
+    if (command && p_event->modifiers() & Qt::ControlModifier) {
+        finishDrag();
+        command(*this);
     }
 }
 
@@ -403,12 +365,11 @@ void TzProgramView::dragEnterEvent(QDragEnterEvent* p_event)
 void TzProgramView::dragMoveEvent(QDragMoveEvent* p_event)
 {
     QGraphicsView::dragMoveEvent(p_event);
-    if (p_event->mimeData()->hasFormat(QLatin1String(blockMimeType()))) {
-        p_event->acceptProposedAction();
-    } else {
+    if (!isBlockDrag(*p_event->mimeData())) {
         p_event->setAccepted(p_event->mimeData()->hasUrls());
         return;
     }
+    p_event->acceptProposedAction();
     if (const supermodule* incoming = m_paletteDrag.module()) {
         // The cursor holds the middle of the block's top edge.
         const int width = static_cast<int>(incoming->boundingRect().width());
@@ -431,7 +392,7 @@ void TzProgramView::dragLeaveEvent(QDragLeaveEvent* p_event)
 
 void TzProgramView::dropEvent(QDropEvent* p_event)
 {
-    if (!p_event->mimeData()->hasFormat(QLatin1String(blockMimeType()))) {
+    if (!isBlockDrag(*p_event->mimeData())) {
         const QStringList paths = droppedProjects(*p_event->mimeData());
         for (const QString& path : paths) {
             emit openPathSignal(path);
@@ -442,8 +403,7 @@ void TzProgramView::dropEvent(QDropEvent* p_event)
         MovedRegion region(*this);
         region.coverLoopsAround(m_paletteDrag.drop());
     }
-    updateReach(*this);
-    emit moduleUpdateSignal();
+    noteSettled();
     m_clipboard.showFrame();
     emit mouseSignal(MouseDropped);
     m_document.setModified(true);

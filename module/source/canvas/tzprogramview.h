@@ -70,7 +70,7 @@ public:
      * Deletes a block through the undo stack; null and the main block are ignored. A block that is
      * being dragged comes back to where it was pressed, any other to where it is.
      */
-    void deleteModule(supermodule* p_module);
+    void deleteModule(supermodule* p_module) { m_drag.deleteModule(p_module); }
     /** Adds a block of a type through the undo stack, its top edge's middle at a scene point. */
     void addModule(int x, int y, int id);
     /** Links a block at a place, or where the preview is for a null target; false for no place. */
@@ -153,7 +153,9 @@ private slots:
 private:
     void setUpScene();
     bool lowerEdgeIsOut(const supermodule* p_module) const;
+    /** Ends a drag that will get no release here: settles the block where it is. */
     void finishDrag();
+    void noteSettled();
 
     Document& m_document;
     LinkPreview m_preview;

@@ -9,7 +9,12 @@
 #include <QGraphicsSceneDragDropEvent>
 #include <QKeyEvent>
 
-tzprogramscene::tzprogramscene(QObject* p_parent) : QGraphicsScene(p_parent)
+namespace
+{
+const QRectF s_sceneRect(0, 0, 10000, 10000);
+} // namespace
+
+tzprogramscene::tzprogramscene(QObject* p_parent) : QGraphicsScene(s_sceneRect, p_parent)
 {
     // An index would be rebuilt with every step of a drag, which moves whole chains.
     setItemIndexMethod(NoIndex);

@@ -16,9 +16,14 @@ QByteArray blockDragData(const BlockRecord& p_record)
     return data;
 }
 
+bool isBlockDrag(const QMimeData& p_data)
+{
+    return p_data.hasFormat(QLatin1String(blockMimeType()));
+}
+
 bool readBlockDrag(const QMimeData* p_data, int& p_id)
 {
-    if (!p_data || !p_data->hasFormat(QLatin1String(blockMimeType()))) {
+    if (!p_data || !isBlockDrag(*p_data)) {
         return false;
     }
     QByteArray payload = p_data->data(QLatin1String(blockMimeType()));
