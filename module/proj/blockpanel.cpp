@@ -43,9 +43,9 @@ void BlockPanel::setPanelHeight(int p_height)
         const int width = image.isNull() ? 0 : image.width() * height / image.height();
         const int y = static_cast<int>((p_height - height) * 0.5);
         const qreal ratio = devicePixelRatioF();
-        QPixmap scaled =
-            pictureFor(image, ratio)
-                .scaled(ratio * QSize(width, height), Qt::KeepAspectRatio, Qt::SmoothTransformation);
+        QPixmap scaled = pictureFor(image, ratio)
+                             .scaled(ratio * QSize(width, height), Qt::KeepAspectRatio,
+                                     Qt::SmoothTransformation);
         scaled.setDevicePixelRatio(ratio);
         label->setGeometry(x + 6, y, width, height);
         label->setPixmap(scaled);

@@ -95,7 +95,6 @@ QPixmap scaledPicture(const QPixmap& p_picture, double p_scale)
     return kept(key, source.scaled(size.expandedTo(QSize(1, 1)), Qt::IgnoreAspectRatio,
                                    Qt::SmoothTransformation));
 }
-
 } // namespace
 
 QPixmap picture(const QString& p_path)
@@ -157,7 +156,8 @@ void drawPicturePart(QPainter* p_painter, const QRect& p_target, const QPixmap& 
 {
     const QPixmap shown = scaleOf(*p_painter) > 1 ? finePicture(p_picture) : p_picture;
     const int fine = shown.width() / qMax(1, p_picture.width());
-    p_painter->drawPixmap(p_target, shown, QRect(fine * p_source.topLeft(), fine * p_source.size()));
+    p_painter->drawPixmap(p_target, shown,
+                          QRect(fine * p_source.topLeft(), fine * p_source.size()));
 }
 
 void drawPicture(QPainter* p_painter, const QRect& p_target, const QPixmap& p_picture)

@@ -45,7 +45,8 @@ void drawPicture(QPainter* p_painter, const QRect& p_target, const QPixmap& p_pi
 /**
  * Draws a picture at a place, as QPainter::drawPixmap() does. Where the painter scales, the picture
  * is scaled once, kept, and drawn in whole pixels of the device: scaling it in each paint takes
- * many times as long and looks coarser. Where it scales up, the fine picture is. Interface thread only.
+ * many times as long and looks coarser. Where it scales up, that is the fine picture. Interface
+ * thread only.
  */
 void drawPicture(QPainter* p_painter, int p_x, int p_y, const QPixmap& p_picture);
 

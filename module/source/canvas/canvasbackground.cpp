@@ -19,8 +19,8 @@ void CanvasBackground::fill(Qt::AspectRatioMode p_mode)
     const QSize size = ratio * m_picture.size().scaled(m_view.viewport()->size(), p_mode);
     // Scaling takes a tenth of a start, and a window that opens asks twice for one size.
     if (size != colours.brush(role).texture().size()) {
-        QPixmap scaled =
-            pictureFor(m_picture, ratio).scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        QPixmap scaled = pictureFor(m_picture, ratio)
+                             .scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
         scaled.setDevicePixelRatio(ratio);
         colours.setBrush(role, scaled);
         m_view.setPalette(colours);

@@ -28,7 +28,7 @@ void tzprogramscene::Logo::paint(QPainter* p_painter, const QStyleOptionGraphics
                                  QWidget* p_widget)
 {
     if (scaleOf(*p_painter) > 1) {
-        drawPicture(p_painter, boundingRect().toRect(), pixmap());
+        drawPicture(p_painter, 0, 0, pixmap());
     } else {
         QGraphicsPixmapItem::paint(p_painter, p_option, p_widget);
     }

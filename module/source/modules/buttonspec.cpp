@@ -49,10 +49,9 @@ std::unique_ptr<QPushButton> makeButton(const ButtonSpec& p_spec)
         button = std::make_unique<PictureButton>();
     }
     button->setPictures(normal, pressed);
-    button->setStyleSheet(
-        twoPictureStyle(normal, pressed, look.gap,
-                        look.whiteText ? QStringLiteral("color:white;") : QString(),
-                        QString::fromLatin1(look.property)));
+    button->setStyleSheet(twoPictureStyle(
+        normal, pressed, look.gap, look.whiteText ? QStringLiteral("color:white;") : QString(),
+        QString::fromLatin1(look.property)));
     QFont font = button->font();
     font.setPixelSize(s_fontPixels);
     button->setFont(font);

@@ -114,7 +114,7 @@ void supermodule::drawSelectItem(QGraphicsPixmapItem& p_item, const QPixmap& p_f
 
 void supermodule::paintSelection(QPainter* p_painter, const QPixmap& p_frame)
 {
-    drawPicture(p_painter, p_frame.rect(), p_frame);
+    drawPicture(p_painter, 0, 0, p_frame);
 }
 
 QGraphicsPixmapItem& supermodule::selectItem()
