@@ -1,5 +1,7 @@
 #include "modules/catalogue/loopmodules.h"
 
+#include "modules/fragments.h"
+
 #include <QPainter>
 
 namespace
@@ -61,9 +63,7 @@ private:
 QString loopText(const QString& p_head, const supermodule* p_loop, const char* p_end)
 {
     QString text = p_head;
-    for (const supermodule* module = p_loop->left(); module; module = module->next()) {
-        text += module->cCode();
-    }
+    appendFragments(text, p_loop->left(), &supermodule::cCode);
     text += QLatin1String(p_end);
     return text;
 }
