@@ -50,11 +50,14 @@ void BlockPanel::setPanelHeight(int p_height)
         // A picture that could not be loaded has no shape to keep.
         const int width = image.isNull() ? 0 : image.width() * height / image.height();
         const int y = static_cast<int>((p_height - height) * 0.5);
-        const QPixmap scaled =
-            image.scaled(width, height, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+        const qreal ratio = devicePixelRatioF();
+        QPixmap scaled = pictureFor(image, ratio)
+                             .scaled(ratio * QSize(width, height), Qt::KeepAspectRatio,
+                                     Qt::SmoothTransformation);
+        scaled.setDevicePixelRatio(ratio);
         label->setGeometry(x + 6, y, width, height);
         label->setPixmap(scaled);
-        x += scaled.width() + 30;
+        x += qRound(scaled.width() / ratio) + 30;
     }
     setGeometry(0, 0, x + 5, p_height);
 }
@@ -77,8 +80,8 @@ void BlockPanel::mousePressEvent(QMouseEvent* p_event)
     drag->setParent(nullptr);
     drag->setMimeData(mime);
     const QPixmap dragged = picture(record.pressedImage);
-    drag->setPixmap(dragged);
-    drag->setHotSpot(QPoint(static_cast<int>(dragged.width() / dragged.devicePixelRatio()) / 2, 0));
+    drag->setPixmap(pictureFor(dragged, devicePixelRatioF()));
+    drag->setHotSpot(QPoint(dragged.width() / 2, 0));
     // Where it can't be dropped, too: a drag begins there.
     const QPixmap hand = closedHand();
     for (const Qt::DropAction action : {Qt::CopyAction, Qt::MoveAction, Qt::IgnoreAction}) {

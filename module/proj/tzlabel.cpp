@@ -25,8 +25,9 @@ void tzlabel::paintEvent(QPaintEvent*)
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     const QPixmap image = picture(m_imagePath);
     if (isDown()) {
-        painter.drawPixmap(rect().translated(0, 1), pressedPicture(image));
+        painter.drawPixmap(rect().translated(0, 1),
+                           pressedPicture(pictureFor(image, scaleOf(painter))));
     } else {
-        painter.drawPixmap(rect(), image);
+        drawPicture(&painter, rect(), image);
     }
 }

@@ -306,6 +306,8 @@ protected:
     BoundsRule plainBoundsRule(const QSizeF& p_size) const;
     /** Gives the selection frame its picture, as the block is shaped now. */
     virtual void drawSelectItem(QGraphicsPixmapItem& p_item, const QPixmap& p_frame);
+    /** Draws the selection frame from its picture, in block coordinates. */
+    virtual void paintSelection(QPainter* p_painter, const QPixmap& p_frame);
     /** Lays out the block's own body and returns the distance from here to the next block. */
     virtual qreal layoutOwn();
     /** Makes the connector of a link, of a kind, at a place in block coordinates. */
@@ -317,6 +319,8 @@ protected:
 private:
     friend class ModuleButton;
     friend class ModuleRegistry;
+
+    class SelectFrame;
 
     void tellButtons();
 

@@ -161,6 +161,8 @@ QIcon programIcon()
 
 void setUpAppearance()
 {
+    // Without it icons take no account of a screen with more pixels than units.
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication::setWindowIcon(programIcon());
     // The name of the desktop entry, by which a desktop finds the icon where windows have none.
     QGuiApplication::setDesktopFileName(QStringLiteral("tiler"));
