@@ -28,6 +28,9 @@ QPointer<TzProgramView> programView;
 namespace
 {
 const qreal s_sameCoordinate = 1e-12;
+/** The buttons of the question about a missing project; the box's X means to keep it. */
+const int s_remove = 0;
+const int s_keep = 1;
 } // namespace
 
 TzProgramView::TzProgramView(Document& p_document, QWidget* p_parent)
@@ -180,7 +183,7 @@ int TzProgramView::openFile(const QString& p_path)
     const int result = m_document.open(p_path);
     if (result == ProjectMissing &&
         QMessageBox::question(this, tr("提示"), tr("文件不存在，是否在列表中删除？"), tr("是"),
-                              tr("否")) == 0) {
+                              tr("否"), QString(), s_remove, s_keep) == s_remove) {
         m_document.forgetRecentFile(p_path);
     }
     return result;
