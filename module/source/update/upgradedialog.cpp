@@ -162,7 +162,7 @@ QPushButton* UpgradeDialog::makeButton(const QString& p_text, const char* p_name
 {
     auto* button = new QPushButton(p_text);
     button->setObjectName(QLatin1String(p_name));
-    // The window comes by itself: a key that was meant for another one presses nothing.
+    // The window comes by itself: a key for another one presses nothing here.
     button->setAutoDefault(false);
     button->setMinimumHeight(40);
     setPixelSize(*button, 18);
