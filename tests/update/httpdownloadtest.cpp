@@ -5,6 +5,10 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSignalSpy>
+#include <QSslCertificate>
+#include <QSslKey>
+#include <QSslSocket>
+#include <QTcpServer>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -15,6 +19,44 @@ QByteArray read(const QString& p_path)
     QFile file(p_path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
+
+/** A server that sends a text as it is to whoever asks, and hangs up in good order. */
+class PlainServer : public QTcpServer
+{
+public:
+    PlainServer(const UpdateService& p_service, const QByteArray& p_answer) : m_answer(p_answer)
+    {
+        QFile key(p_service.keyFile());
+        if (!key.open(QIODevice::ReadOnly) || !listen(QHostAddress::LocalHost)) {
+            qFatal("no server");
+        }
+        m_key = QSslKey(&key, QSsl::Ec);
+        m_certificate = QSslCertificate::fromPath(p_service.certificateFile()).value(0);
+    }
+
+    QString url() const { return QStringLiteral("https://127.0.0.1:%1/").arg(serverPort()); }
+
+protected:
+    void incomingConnection(qintptr p_descriptor) override
+    {
+        auto* socket = new QSslSocket(this);
+        socket->setSocketDescriptor(p_descriptor);
+        socket->setPrivateKey(m_key);
+        socket->setLocalCertificate(m_certificate);
+        connect(socket, &QIODevice::readyRead, socket, [this, socket] {
+            if (socket->readAll().contains("\r\n\r\n")) {
+                socket->write(m_answer);
+                socket->disconnectFromHost();
+            }
+        });
+        socket->startServerEncryption();
+    }
+
+private:
+    QByteArray m_answer;
+    QSslKey m_key;
+    QSslCertificate m_certificate;
+};
 
 /** A figure of this process in kilobytes, such as "VmHWM", the most memory that it ever held. */
 qint64 memoryFigure(const char* p_name)
@@ -202,6 +244,28 @@ private slots:
         finish(download);
         QVERIFY(download.isComplete());
         QVERIFY(read(target()) == m_content);
+    }
+
+    void aLengthThatDisagreesIsNotComplete_data()
+    {
+        QTest::addColumn<QByteArray>("header");
+        QTest::addColumn<bool>("complete");
+        QTest::newRow("as announced") << QByteArray("Content-Length: 5") << true;
+        QTest::newRow("shorter") << QByteArray("Content-Length: 9") << false;
+        QTest::newRow("nothing announced") << QByteArray("Pragma: x") << true;
+        QTest::newRow("compressed, shorter")
+            << QByteArray("Content-Encoding: gzip\r\nContent-Length: 9") << false;
+    }
+
+    void aLengthThatDisagreesIsNotComplete()
+    {
+        QFETCH(QByteArray, header);
+        QFETCH(bool, complete);
+        const PlainServer server(*m_service, "HTTP/1.1 200 OK\r\n" + header + "\r\n\r\n12345");
+        HttpDownload download;
+        download.start(server.url(), target());
+        finish(download);
+        QCOMPARE(download.isComplete(), complete);
     }
 
     void anEmptyFileIsNotComplete()

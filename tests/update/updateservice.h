@@ -66,6 +66,10 @@ public:
     QString redirectingBase() const { return oddBase() + QStringLiteral("/query"); }
     QString brokenBase() const { return oddBase() + QStringLiteral("/broken"); }
 
+    /** The certificate of the true server, and its key, for a server that a test writes. */
+    QString certificateFile() const { return path("server.pem"); }
+    QString keyFile() const { return path("server.key"); }
+
     /** What was asked of all servers since the start, such as "GET /app/version?appid=qz417". */
     QStringList requests() const;
 

@@ -26,7 +26,9 @@ void HttpDownload::start(const QString& p_url, const QString& p_localFileName)
 {
     if (QNetworkReply* running = m_reply) {
         forgetReply();
-        running->abort();
+        if (running->error() == QNetworkReply::NoError) {
+            running->abort();
+        }
     }
     m_error = QNetworkReply::NoError;
     m_received = 0;
@@ -65,7 +67,8 @@ void HttpDownload::stop()
 
 void HttpDownload::onReadyRead()
 {
-    if (!m_reply) {
+    // A reply that was broken off is closed.
+    if (!m_reply || !m_reply->isOpen()) {
         return;
     }
     const QByteArray data = m_reply->readAll();
@@ -114,12 +117,6 @@ void HttpDownload::closeFile()
 bool HttpDownload::wholeFileIsThere() const
 {
     if (m_error != QNetworkReply::NoError || m_received == 0) {
-        return false;
-    }
-    // What was compressed on its way has the length of its compressed form.
-    const QVariant announced = m_reply->header(QNetworkRequest::ContentLengthHeader);
-    if (announced.isValid() && !m_reply->hasRawHeader("Content-Encoding") &&
-        announced.toLongLong() != m_received) {
         return false;
     }
     return QFileInfo(m_localFileName).size() == m_received;
