@@ -330,13 +330,18 @@ void UpgradeDialog::onDownloadProgress(qlonglong p_bytesReceived, qlonglong p_by
 
 void UpgradeDialog::onDownloadFinished()
 {
-    if (!m_download || !std::exchange(m_installerDue, false)) {
+    if (!m_download) {
         return;
     }
-    // Somebody else's folder was no place to download to.
+    // Somebody else's folder was no place to download to. Between the two times that a failed
+    // transfer finishes, it tells its progress once more and so shows the bar again.
     if (m_download->error() != QNetworkReply::NoError || !m_download->isComplete() ||
         !prepareUpdateFolder()) {
+        m_installerDue = false;
         showDownloadFailure();
+        return;
+    }
+    if (!std::exchange(m_installerDue, false)) {
         return;
     }
     m_progress->setValue(100);
