@@ -62,8 +62,13 @@ void sendQuery(QNetworkAccessManager& p_manager, const char* p_id)
 }
 
 const char s_sheet[] =
-    "QLabel,QCheckBox{color:white;}"
+    "QLabel,QCheckBox{color:white;background-color:transparent;}"
+    "QCheckBox::indicator{width:14px;height:14px;background-color:white;border-radius:3px;}"
+    "QCheckBox::indicator:checked{image:url(:/upgrade_tick.png);}"
     "QScrollArea,QScrollArea QWidget{background-color:transparent;border:none;}"
+    "QScrollBar:vertical{width:10px;background-color:rgba(255,255,255,20%);}"
+    "QScrollBar::handle{background-color:rgba(255,255,255,70%);border-radius:5px;"
+    "min-height:32px;}"
     "QPushButton{background-color:white;color:#00718a;border:none;border-radius:8px;"
     "padding:0px 22px;}"
     "QPushButton:hover{background-color:#e3f6fa;}"
@@ -121,6 +126,7 @@ void UpgradeDialog::setUpForm()
     m_progress->setMaximumHeight(20);
     layout->addWidget(m_progress);
     m_ignore = new QCheckBox(tr("此版本不再提示"));
+    setPixelSize(*m_ignore, 14);
     layout->addWidget(m_ignore);
     addButtons(*layout);
 }
