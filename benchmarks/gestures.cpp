@@ -92,26 +92,44 @@ void drop(Bench& p_bench, const QString&, int p_runs, Figures& p_figures)
     dropInto(p_bench, p_runs, p_figures[QStringLiteral("drop")]);
 }
 
-void dropBesideCode(Bench& p_bench, const QString&, int p_runs, Figures& p_figures)
-{
-    const int c = 1;
-    p_bench.window().OnShowCode(c);
-    p_bench.paint();
-    dropInto(p_bench, p_runs, p_figures[QStringLiteral("drop, C shown")]);
-    p_bench.window().OnShowCode(c);
-    p_bench.paint();
-}
-
 /** Over blocks and their buttons, nothing pressed. */
-void hover(Bench& p_bench, const QString&, int p_runs, Figures& p_figures)
+void hoverOver(Bench& p_bench, int p_runs, Samples& p_samples)
 {
     const supermodule* middle = p_bench.showMiddle();
     const QPoint from = p_bench.at(middle, QPointF(0, 90));
     const int width = p_bench.view().viewport()->width() / 3;
     for (int i = 0; i < p_runs; ++i) {
         const QPoint to = from + QPoint(9 * i % width, 11 * i % 50);
-        p_bench.take(p_figures[QStringLiteral("hover")], [&] { p_bench.move(to, Qt::NoButton); });
+        p_bench.take(p_samples, [&] { p_bench.move(to, Qt::NoButton); });
     }
+}
+
+void hover(Bench& p_bench, const QString&, int p_runs, Figures& p_figures)
+{
+    hoverOver(p_bench, p_runs, p_figures[QStringLiteral("hover")]);
+}
+
+/** The same with the C text shown. */
+template <class Gesture> void besideCode(Bench& p_bench, Gesture p_gesture)
+{
+    const int c = 1;
+    p_bench.window().OnShowCode(c);
+    p_bench.paint();
+    p_gesture();
+    p_bench.window().OnShowCode(c);
+    p_bench.paint();
+}
+
+void dropBesideCode(Bench& p_bench, const QString&, int p_runs, Figures& p_figures)
+{
+    besideCode(p_bench,
+               [&] { dropInto(p_bench, p_runs, p_figures[QStringLiteral("drop, C shown")]); });
+}
+
+void hoverBesideCode(Bench& p_bench, const QString&, int p_runs, Figures& p_figures)
+{
+    besideCode(p_bench,
+               [&] { hoverOver(p_bench, p_runs, p_figures[QStringLiteral("hover, C shown")]); });
 }
 
 void scroll(Bench& p_bench, const QString&, int p_runs, Figures& p_figures)
@@ -242,7 +260,8 @@ const QVector<Operation> s_operations = {
     {"generate", false, {25, 9, 5}, generate},
     {"delete", false, {9, 5, 1}, deleteMiddle},
     {"paste", false, {9, 5, 1}, paste},
-    {"drop, C shown", false, {20, 10, 3}, dropBesideCode},
+    {"code drop", false, {20, 10, 3}, dropBesideCode},
+    {"code hover", false, {200, 100, 20}, hoverBesideCode},
     {"press", true, {40, 20, 5}, pressAndRelease},
     {"drag head", true, {200, 100, 20}, dragHead},
     {"drag middle", true, {200, 100, 20}, dragMiddle},

@@ -27,7 +27,7 @@ const Path s_paths[] = {
     {"drag 100 of 200 blocks, 50 moves", "drag middle", false, 1.5, 50},
     {"drag in a full canvas, 5 moves", "drag middle", true, 1.1, 5},
     {"a block from the palette, 20 moves", "palette drag", false, 1.5, 20},
-    {"drop with the code shown", "drop, C shown", false, 1.5, 1},
+    {"drop with the code shown", "code drop", false, 1.5, 1},
     {"press, first move, release, 5 times", "press", false, 1.5, 5},
     {"hover, 50 moves", "hover", true, 1.5, 50},
     {"zoom a full canvas, 4 steps", "zoom step", true, 1.1, 4},

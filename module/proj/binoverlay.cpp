@@ -18,6 +18,6 @@ void BinOverlay::paintEvent(QPaintEvent*)
     painter.fillRect(rect(), QColor(255, 255, 255, 125));
     // QLabel has a picture() of its own.
     const QPixmap image = ::picture(m_imagePath);
-    painter.drawPixmap((width() + 1 - image.width()) / 2, (height() + 1 - image.height()) / 2,
-                       image);
+    const QPoint at((width() + 1 - image.width()) / 2, (height() + 1 - image.height()) / 2);
+    drawPicture(&painter, QRect(at, image.size()), image);
 }

@@ -1,9 +1,14 @@
 #include "proj/blockpanel.h"
 
 #include "modules/catalogue/dragpayload.h"
+#include "proj/closedhand.h"
+#include "proj/controls/hoverlight.h"
 #include "proj/controls/picturecache.h"
 #include "proj/controls/stylesheets.h"
+#include "proj/hop.h"
 
+#include <QApplication>
+#include <QCursor>
 #include <QDrag>
 #include <QLabel>
 #include <QMimeData>
@@ -23,6 +28,8 @@ BlockPanel::BlockPanel(int p_category, QWidget* p_parent)
         auto* label = new QLabel(this);
         label->setAttribute(Qt::WA_DeleteOnClose);
         label->setToolTip(record.caption);
+        label->setCursor(Qt::OpenHandCursor);
+        new HoverLight(label);
         label->show();
         m_records.insert(label, record);
         m_labels.append(label);
@@ -37,16 +44,20 @@ void BlockPanel::setPanelHeight(int p_height)
     m_laidOutHeight = p_height;
     int x = 0;
     for (QLabel* label : qAsConst(m_labels)) {
+        endHop(*label);
         const QPixmap image = picture(m_records.value(label).image);
         const int height = static_cast<int>(m_scale * p_height);
         // A picture that could not be loaded has no shape to keep.
         const int width = image.isNull() ? 0 : image.width() * height / image.height();
         const int y = static_cast<int>((p_height - height) * 0.5);
-        const QPixmap scaled =
-            image.scaled(width, height, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+        const qreal ratio = devicePixelRatioF();
+        QPixmap scaled = pictureFor(image, ratio)
+                             .scaled(ratio * QSize(width, height), Qt::KeepAspectRatio,
+                                     Qt::SmoothTransformation);
+        scaled.setDevicePixelRatio(ratio);
         label->setGeometry(x + 6, y, width, height);
         label->setPixmap(scaled);
-        x += scaled.width() + 30;
+        x += qRound(scaled.width() / ratio) + 30;
     }
     setGeometry(0, 0, x + 5, p_height);
 }
@@ -69,8 +80,13 @@ void BlockPanel::mousePressEvent(QMouseEvent* p_event)
     drag->setParent(nullptr);
     drag->setMimeData(mime);
     const QPixmap dragged = picture(record.pressedImage);
-    drag->setPixmap(dragged);
+    drag->setPixmap(pictureFor(dragged, devicePixelRatioF()));
     drag->setHotSpot(QPoint(dragged.width() / 2, 0));
+    // Where it can't be dropped, too: a drag begins there.
+    const QPixmap hand = closedHand();
+    for (const Qt::DropAction action : {Qt::CopyAction, Qt::MoveAction, Qt::IgnoreAction}) {
+        drag->setDragCursor(hand, action);
+    }
 
     QPixmap dimmed = plain;
     if (!dimmed.isNull()) {
@@ -80,6 +96,7 @@ void BlockPanel::mousePressEvent(QMouseEvent* p_event)
     pressed->setPixmap(dimmed);
 
     const QPointer<BlockPanel> self(this);
+    const QPoint pressedAt = QCursor::pos();
     runDrag(*drag);
     if (!self) {
         return;
@@ -87,6 +104,10 @@ void BlockPanel::mousePressEvent(QMouseEvent* p_event)
     emit updateViewSignal();
     pressed->show();
     pressed->setPixmap(plain);
+    if ((QCursor::pos() - pressedAt).manhattanLength() < QApplication::startDragDistance()) {
+        // Somebody has clicked on it, and nothing would happen.
+        hop(*pressed);
+    }
 }
 
 void BlockPanel::runDrag(QDrag& p_drag)

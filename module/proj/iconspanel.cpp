@@ -21,7 +21,7 @@ void IconsPanel::setPanelHeight(int p_height)
     const int side = squareSide(p_height);
     layOutRow(QSize(side, side), p_height);
     for (int i = 0; i < buttons().size(); ++i) {
-        buttons().at(i)->setIcon(QIcon(picture(m_pictures.at(i))));
+        buttons().at(i)->setIcon(pictureIcon(m_pictures.at(i), QSize(side, side)));
         buttons().at(i)->setIconSize(QSize(side, side));
     }
 }

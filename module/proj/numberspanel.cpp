@@ -16,6 +16,7 @@ struct NumberKey {
     const char* icon;
 };
 
+const char s_deleteIcon[] = ":/delete_number_icon_120x60.png";
 const NumberKey s_keys[] = {
     {KeyboardDigits, Qt::Key_0, "0", nullptr},
     {KeyboardDigits, Qt::Key_1, "1", nullptr},
@@ -29,7 +30,7 @@ const NumberKey s_keys[] = {
     {KeyboardDigits, Qt::Key_9, "9", nullptr},
     {KeyboardPoint, Qt::Key_Period, ".", nullptr},
     {KeyboardMinus, Qt::Key_Minus, "-", nullptr},
-    {KeyboardDelete, Qt::Key_Backspace, "", ":/delete_number_icon_120x60.png"},
+    {KeyboardDelete, Qt::Key_Backspace, "", s_deleteIcon},
 };
 
 const char s_keyProperty[] = "key";
@@ -69,8 +70,13 @@ void NumbersPanel::setPanelHeight(int p_height)
         size = QSize(2 * height, height);
     }
     layOutRow(size, p_height);
+    // Only the last key has an icon, if it is there.
     if (!buttons().isEmpty()) {
-        buttons().last()->setIconSize(size);
+        QPushButton& last = *buttons().last();
+        last.setIconSize(size);
+        if (!last.icon().isNull()) {
+            last.setIcon(pictureIcon(QLatin1String(s_deleteIcon), size));
+        }
     }
 }
 

@@ -1,5 +1,7 @@
 #include "proj/rowpanel.h"
 
+#include "proj/controls/hoverlight.h"
+
 #include <QPushButton>
 
 RowPanel::RowPanel(QWidget* p_parent) : PanelBase(p_parent) {}
@@ -11,6 +13,7 @@ QPushButton* RowPanel::addButton(const QString& p_style)
     button->setFocusPolicy(Qt::NoFocus);
     button->setAttribute(Qt::WA_DeleteOnClose);
     button->setStyleSheet(p_style);
+    new HoverLight(button);
     button->show();
     m_buttons.append(button);
     return button;

@@ -7,6 +7,7 @@
 #include "proj/blockpanel.h"
 #include "proj/iconspanel.h"
 #include "proj/numberspanel.h"
+#include "proj/palettebar.h"
 #include "proj/scale.h"
 #include "proj/textspanel.h"
 
@@ -54,7 +55,7 @@ TzBlockWidget::TzBlockWidget(QWidget* p_central, QWidget* p_parent)
       m_currentCategory(categoryRecords().first().categoryId),
       m_overlay(new BinOverlay(this)),
       m_scrollArea(new QScrollArea(this)),
-      m_topBar(new QWidget(this)),
+      m_topBar(new PaletteBar(this)),
       m_lastMouseType(MouseUnknown)
 {
     blockRecords();
@@ -67,8 +68,6 @@ TzBlockWidget::TzBlockWidget(QWidget* p_central, QWidget* p_parent)
     auto* layout = new QVBoxLayout(this);
     layout->setMargin(0);
     layout->setSpacing(0);
-    m_topBar->setMinimumHeight(24);
-    m_topBar->setMaximumHeight(24);
     layout->addWidget(m_topBar);
     colourBar(m_currentCategory);
 
@@ -147,7 +146,7 @@ void TzBlockWidget::colourBar(int p_category)
 {
     for (const CategoryRecord& record : categoryRecords()) {
         if (record.categoryId == p_category) {
-            m_topBar->setStyleSheet(QStringLiteral("background-color:%1").arg(record.barColour));
+            m_topBar->setColour(record.barColour);
             return;
         }
     }

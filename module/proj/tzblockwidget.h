@@ -13,6 +13,7 @@
 #include <cstdint>
 
 class BinOverlay;
+class PaletteBar;
 class PanelBase;
 class QScrollArea;
 class RowPanel;
@@ -118,7 +119,7 @@ private:
     PanelBase* m_panel = nullptr;
     int m_panelParamId = 0;
     bool m_choosing = false;
-    QWidget* m_topBar;
+    PaletteBar* m_topBar;
     int m_dragIntoBin = 0;
     int m_lastMouseType;
 };

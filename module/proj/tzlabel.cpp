@@ -1,5 +1,6 @@
 #include "proj/tzlabel.h"
 
+#include "proj/controls/hoverlight.h"
 #include "proj/controls/picturecache.h"
 
 #include <QPainter>
@@ -9,6 +10,7 @@ tzlabel::tzlabel(const QString& p_caption, QWidget* p_parent, Qt::WindowFlags)
 {
     // No keyboard focus: keys stay with the canvas.
     setFocusPolicy(Qt::NoFocus);
+    new HoverLight(this);
 }
 
 void tzlabel::setImagePath(const QString& p_imagePath)
@@ -21,5 +23,11 @@ void tzlabel::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(rect(), picture(m_imagePath));
+    const QPixmap image = picture(m_imagePath);
+    if (isDown()) {
+        painter.drawPixmap(rect().translated(0, 1),
+                           pressedPicture(pictureFor(image, scaleOf(painter))));
+    } else {
+        drawPicture(&painter, rect(), image);
+    }
 }

@@ -3,8 +3,9 @@
 
 A manifest lists groups of pictures. A picture names a template, a colour
 scheme, a state and the glyphs that stand on it; what its group gives under
-"defaults" holds for all of them. The result is one PNG per picture, of exactly
-the size that the manifest gives, and a collection file for rcc.
+"defaults" holds for all of them. The result is two PNGs per picture, one of
+exactly the size that the manifest gives and one of twice that, name@2x.png, and
+a collection file for rcc. A picture with "once" has the first one alone.
 """
 
 import argparse
@@ -245,6 +246,15 @@ def rasterize(rsvg, svg, width, height, target):
     os.replace(temporary, target)
 
 
+def files_of(picture):
+    """The names of a picture's files, each with how many pixels a unit takes in it."""
+    name = picture["name"]
+    yield name, 1
+    if not picture.get("once"):
+        stem, suffix = os.path.splitext(name)
+        yield stem + "@2x" + suffix, 2
+
+
 def write_if_changed(path, text):
     if path.exists() and path.read_text(encoding="utf-8") == text:
         return
@@ -253,20 +263,20 @@ def write_if_changed(path, text):
 
 
 def render_all(art, groups, out, rsvg):
-    """Renders what has changed and returns the names of what was rendered."""
+    """Renders what has changed and returns the files rendered, and all with their digests."""
     cache_path = out / ".rendered.json"
     cache = json.loads(cache_path.read_text()) if cache_path.exists() else {}
     wanted, jobs = {}, []
     for group in groups:
         for picture in group["pictures"]:
             svg = compose(art, picture)
-            width, height = picture["size"]
-            digest = hashlib.sha256(
-                ("%s %d %d " % (" ".join(OPTIPNG), width, height) + svg).encode()).hexdigest()
-            name = picture["name"]
-            wanted[name] = digest
-            if cache.get(name) != digest or not (out / name).exists():
-                jobs.append((name, svg, width, height))
+            for name, factor in files_of(picture):
+                width, height = (factor * side for side in picture["size"])
+                digest = hashlib.sha256(
+                    ("%s %d %d " % (" ".join(OPTIPNG), width, height) + svg).encode()).hexdigest()
+                wanted[name] = digest
+                if cache.get(name) != digest or not (out / name).exists():
+                    jobs.append((name, svg, width, height))
     for name in set(cache) - set(wanted):
         (out / name).unlink(missing_ok=True)
 
@@ -354,7 +364,8 @@ def main():
         if arguments.list:
             for group in groups:
                 for picture in group["pictures"]:
-                    print(picture["name"])
+                    for name, _ in files_of(picture):
+                        print(name)
             return 0
         if arguments.out is None:
             parser.error("--out is needed")
@@ -368,7 +379,7 @@ def main():
     except (PictureError, OSError, ValueError, KeyError, subprocess.CalledProcessError) as error:
         print("render.py: %s" % error, file=sys.stderr)
         return 1
-    print("%d pictures, %d rendered" % (len(wanted), len(rendered)))
+    print("%d files, %d rendered" % (len(wanted), len(rendered)))
     return 0
 
 

@@ -269,11 +269,12 @@ private slots:
             for (const QFileInfo& file : dir.entryInfoList({"*.png"})) {
                 const QImage picture = image(file.filePath().mid(2));
                 const bool face = *folder == '5';
-                const int side = face ? 34 : 64;
-                const int pitch = face ? 4 : 7;
+                const int fine = file.fileName().contains(QLatin1String("@2x")) ? 2 : 1;
+                const int side = fine * (face ? 34 : 64);
+                const int pitch = fine * (face ? 4 : 7);
                 QVector<QImage> kinds; // unlit, lit
                 for (int display = 0; display < (face ? 2 : 1); ++display) {
-                    const QPoint corner = face ? QPoint(3 + 36 * display, 10) : QPoint(0, 0);
+                    const QPoint corner = face ? fine * QPoint(3 + 36 * display, 10) : QPoint(0, 0);
                     const int first = (side - 8 * pitch) / 2;
                     for (int dot = 0; dot < 64; ++dot) {
                         const QImage cell = picture.copy(QRect(
@@ -290,7 +291,7 @@ private slots:
                 ++pictures;
             }
         }
-        QCOMPARE(pictures, 66);
+        QCOMPARE(pictures, 2 * 66);
     }
 
     void aDarkDisplayIsAsLargeAsALitOneAndNotTheLetterX()

@@ -55,10 +55,10 @@ class ArtCase(unittest.TestCase):
 @unittest.skipUnless(shutil.which("rsvg-convert") and shutil.which("optipng"), "no tools for pictures")
 class RenderTest(ArtCase):
     def render(self):
-        """What the script says: how many pictures there are, and how many it rendered."""
+        """What the script says: how many files there are, and how many it rendered."""
         result = self.run_script("render.py", "--out", self.out, "--qrc", self.root / "all.qrc")
         self.assertEqual(result.returncode, 0, result.stderr)
-        return tuple(map(int, re.fullmatch(r"(\d+) pictures, (\d+) rendered\n", result.stdout).groups()))
+        return tuple(map(int, re.fullmatch(r"(\d+) files, (\d+) rendered\n", result.stdout).groups()))
 
     def fails(self, message):
         result = self.run_script("render.py", "--out", self.out)
@@ -75,25 +75,32 @@ class RenderTest(ArtCase):
         return int.from_bytes(data[16:20], "big"), int.from_bytes(data[20:24], "big")
 
     def test_each_picture_has_its_size_and_only_changed_ones_are_rendered(self):
-        self.assertEqual(self.render(), (2, 2))
-        self.assertEqual(self.files(), ["a.png", "block/b & c.png"])
+        self.assertEqual(self.render(), (4, 4))
+        self.assertEqual(self.files(), ["a.png", "a@2x.png", "block/b & c.png", "block/b & c@2x.png"])
         self.assertEqual(self.size("block/b & c.png"), (20, 10))
-        self.assertEqual(self.render(), (2, 0))
+        self.assertEqual(self.size("block/b & c@2x.png"), (40, 20))
+        self.assertEqual(self.render(), (4, 0))
         self.pictures({"name": "a.png", "size": [30, 11]}, {"name": "block/b & c.png", "state": "pressed"})
-        self.assertEqual(self.render(), (2, 1))
+        self.assertEqual(self.render(), (4, 2))
         self.assertEqual(self.size("a.png"), (30, 11))
+        self.assertEqual(self.size("a@2x.png"), (60, 22))
+
+    def test_a_picture_of_its_own_for_each_size_has_one_file(self):
+        self.pictures({"name": "a.png", "once": 1}, {"name": "b.png"})
+        self.assertEqual(self.render(), (3, 3))
+        self.assertEqual(self.files(), ["a.png", "b.png", "b@2x.png"])
 
     def test_a_picture_that_is_gone_comes_back(self):
         self.render()
         (self.out / "a.png").unlink()
-        self.assertEqual(self.render(), (2, 1))
-        self.assertEqual(self.files(), ["a.png", "block/b & c.png"])
+        self.assertEqual(self.render(), (4, 1))
+        self.assertEqual(self.files(), ["a.png", "a@2x.png", "block/b & c.png", "block/b & c@2x.png"])
 
     def test_a_picture_that_nobody_wants_any_more_goes(self):
         self.render()
         self.pictures({"name": "a.png"})
-        self.assertEqual(self.render(), (1, 0))
-        self.assertEqual(self.files(), ["a.png"])
+        self.assertEqual(self.render(), (2, 0))
+        self.assertEqual(self.files(), ["a.png", "a@2x.png"])
 
     def test_the_collection_changes_with_the_pictures_alone(self):
         self.render()
@@ -103,7 +110,7 @@ class RenderTest(ArtCase):
         self.render()
         self.assertEqual(collection.stat().st_mtime_ns, time)
         self.write("art/glyphs/dot.svg", '<svg viewBox="0 0 80 80"><circle r="10"/></svg>')
-        self.assertEqual(self.render(), (2, 2))
+        self.assertEqual(self.render(), (4, 4))
         self.assertNotEqual(collection.read_text("utf-8"), text)
 
     def test_a_state_has_its_own_look(self):

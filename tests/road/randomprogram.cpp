@@ -398,6 +398,13 @@ void RandomProgram::mouse(QEvent::Type p_type, const QPoint& p_at)
     }
 }
 
+void RandomProgram::hover(const QPoint& p_at)
+{
+    QMouseEvent event(QEvent::MouseMove, p_at, m_view.viewport()->mapToGlobal(p_at), Qt::NoButton,
+                      Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(m_view.viewport(), &event);
+}
+
 QString RandomProgram::description() const
 {
     return documentOutline(m_view, Telling::Parameters).join(QLatin1Char('\n'));

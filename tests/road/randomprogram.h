@@ -34,6 +34,11 @@ public:
     QStringList build();
     /** Saves, opens and saves again, twice; see there for what must be the same. */
     QStringList brokenTrip();
+    /**
+     * Shows the code pane and sees for each block that hovering it lights its own text there, and
+     * that a press on that text points at it again.
+     */
+    QStringList brokenCodePane();
     /** Copies some chain and pastes it three times, the last time from its own copy. */
     QStringList brokenCopy();
     /** Adds, pastes and deletes at random, goes back to the start and forth to the end, twice. */
@@ -99,6 +104,7 @@ private:
     QPoint at(const QPointF& p_scenePos) const;
     QPoint somePoint();
     void mouse(QEvent::Type p_type, const QPoint& p_at);
+    void hover(const QPoint& p_at);
     void key(int p_key, Qt::KeyboardModifiers p_modifiers = Qt::NoModifier);
     QStringList save();
 

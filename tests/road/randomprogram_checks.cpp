@@ -1,7 +1,10 @@
 #include "actions/model/actionimage.h"
+#include "canvas/blockmark.h"
+#include "canvas/moduleat.h"
 #include "modules/catalogue/modulefactory.h"
 #include "modules/documentstate.h"
 #include "modules/mainmodule.h"
+#include "modules/moduletree.h"
 #include "project/projectfile.h"
 #include "randomprogram.h"
 #include "support/canvas/canvasfixture.h"
@@ -14,6 +17,7 @@
 #include <QGraphicsSceneDragDropEvent>
 #include <QMimeData>
 #include <QTest>
+#include <QTextBrowser>
 
 namespace
 {
@@ -42,6 +46,12 @@ QByteArray turnedRound(const QByteArray& p_text)
     QList<QByteArray> pieces = chainsOf(p_text);
     std::reverse(pieces.begin() + 1, pieces.end() - 1);
     return pieces.join();
+}
+
+QString withoutBlanks(const QString& p_text)
+{
+    QString text = p_text;
+    return text.remove(QChar::ParagraphSeparator).simplified().remove(QLatin1Char(' '));
 }
 
 QStringList difference(const QString& p_what, const QByteArray& p_found,
@@ -104,6 +114,60 @@ QStringList RandomProgram::brokenTrip()
                          turnedRound(files.at(0)));
     broken +=
         difference(QStringLiteral("saved a third time the project is"), files.at(2), files.at(0));
+    return broken;
+}
+
+QStringList RandomProgram::brokenCodePane()
+{
+    QTextBrowser& pane = *m_window.codeBrowser();
+    if (!pane.isVisible()) {
+        m_window.OnShowCode(CCode);
+    }
+    const QWidget* mark = m_view.viewport()->findChild<BlockMark*>();
+    const QString code = text();
+    if (pane.toPlainText() != code) {
+        return {QStringLiteral("the code pane holds\n") + pane.toPlainText()};
+    }
+    QStringList broken;
+    int inProgram = 0;
+    int begins = -1;
+    const auto check = [&](supermodule* p_block) {
+        // Where the next block's notch is not.
+        const QPointF point = p_block->scenePos() + QPointF(14, 14);
+        showPoint(point);
+        hover(at(point));
+        QGraphicsItem& logo = m_view.document().scene().logo();
+        if (pressTarget(m_view, m_view.mapToScene(at(point)), logo).module != p_block) {
+            return;
+        }
+        const QList<QTextEdit::ExtraSelection> lit = pane.extraSelections();
+        const QString fragment = withoutBlanks(p_block->cCode());
+        const QString name = QString::number(p_block->id);
+        const QTextCursor cursor = lit.isEmpty() ? QTextCursor() : lit.first().cursor;
+        if (lit.size() > 1 || withoutBlanks(cursor.selectedText()) != fragment) {
+            broken << name + QStringLiteral(" lights ") + cursor.selectedText();
+            return;
+        }
+        ++inProgram;
+        if (cursor.selectionStart() < begins) {
+            broken << name + QStringLiteral(" is lit before the block in front of it");
+        }
+        begins = cursor.selectionStart();
+        QTextCursor press(pane.document());
+        press.setPosition(cursor.selectionStart());
+        pane.setTextCursor(press);
+        QTest::mousePress(pane.viewport(), Qt::LeftButton, Qt::NoModifier,
+                          pane.cursorRect(press).center() + QPoint(1, 0));
+        const QRect block = m_view.mapFromScene(p_block->sceneBoundingRect()).boundingRect();
+        // A loop around the block begins further left.
+        const QPoint way = block.topLeft() - mark->geometry().topLeft();
+        if (!mark->isVisible() || way.x() < 0 || way.y() < 0 || way.manhattanLength() > 20) {
+            broken << QStringLiteral("a press on the text of ") + name +
+                          QStringLiteral(" does not point at it");
+        }
+    };
+    forEachModule(m_view.mainBlock(), check);
+    m_tally[QStringLiteral("blocks found in the text")] += inProgram;
     return broken;
 }
 
@@ -289,7 +353,7 @@ QStringList RandomProgram::history(int p_steps, bool p_adds)
     for (int step = 0; step < p_steps; ++step) {
         const int count = stack.count();
         const QString what = doSomething(p_adds);
-        const QStringList broken = brokenInvariants(m_view);
+        const QStringList broken = brokenInvariants(m_view) + brokenCodePane();
         if (!broken.isEmpty()) {
             return broken + QStringList{QStringLiteral("after ") + what};
         }
@@ -307,7 +371,7 @@ QStringList RandomProgram::history(int p_steps, bool p_adds)
     }
     const auto go = [&](int p_key, int p_to, const QString& p_what) {
         key(p_key, Qt::ControlModifier);
-        const QStringList broken = unlike(states.at(p_to), p_what);
+        const QStringList broken = unlike(states.at(p_to), p_what) + brokenCodePane();
         return broken.isEmpty() ? broken : broken + done;
     };
     QStringList broken;

@@ -119,6 +119,7 @@ private slots:
                                              "choices in the palette",
                                              "numbers tapped",
                                              "numbers typed",
+                                             "blocks found in the text",
                                              "copies",
                                              "copies of copies",
                                              "undone: add",
@@ -159,8 +160,8 @@ private:
 QStringList RandomProgramsTest::put(RandomProgram& p_program, int p_place)
 {
     // Copies before the project was ever saved, or after: a stored block is built another way.
-    QStringList broken;
-    if (p_place % 2 == 0) {
+    QStringList broken = p_program.brokenCodePane();
+    if (broken.isEmpty() && p_place % 2 == 0) {
         broken = p_program.brokenCopy();
     }
     if (broken.isEmpty()) {

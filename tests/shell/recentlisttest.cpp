@@ -66,9 +66,11 @@ private slots:
     {
         const QByteArray here = path().toUtf8() + '\n';
         start("/home/a/gone.tlrx\n" + here + "/home/b/gone.tlrx\n");
-        pick(2, {s_keep});
-        QCOMPARE(Answers::said(), QStringList{QString::fromUtf8(s_missing)});
-        QCOMPARE(entries(), QStringList({"gone.tlrx", "car.tlrx", "gone.tlrx"}));
+        for (const int keep : {s_keep, Closed}) {
+            pick(2, {keep});
+            QCOMPARE(Answers::said(), QStringList{QString::fromUtf8(s_missing)});
+            QCOMPARE(entries(), QStringList({"gone.tlrx", "car.tlrx", "gone.tlrx"}));
+        }
         pick(0, {s_remove});
         QCOMPARE(Answers::said(), QStringList{QString::fromUtf8(s_missing)});
         // The menu is up to date without anyone's asking.

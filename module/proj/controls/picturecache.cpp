@@ -1,15 +1,19 @@
 #include "proj/controls/picturecache.h"
 
 #include <QCache>
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <QHash>
-#include <QPaintDevice>
+#include <QIcon>
 #include <QPainter>
+#include <QStyle>
+#include <QtMath>
 
 namespace
 {
 /** Bytes of scaled pictures that are kept: all blocks at several scales. */
 const int s_scaledBytes = 32 * 1024 * 1024;
+/** How many pixels a unit takes in the second file of a picture. */
+const int s_fine = 2;
 
 struct ScaledKey {
     qint64 picture;
@@ -26,10 +30,18 @@ uint qHash(const ScaledKey& p_key, uint p_seed = 0)
     return ::qHash(p_key.picture, p_seed) ^ ::qHash(p_key.scale, p_seed);
 }
 
+/** As many pictures on a fine screen as on any other. */
+int scaledBytes()
+{
+    const qreal ratio = qApp->devicePixelRatio();
+    return static_cast<int>(s_scaledBytes * ratio * ratio);
+}
+
 /** Pixmaps, which must not outlive the application object. */
 struct Pictures {
     QHash<QString, QPixmap> loaded;
-    QCache<ScaledKey, QPixmap> scaled{s_scaledBytes};
+    QHash<qint64, QString> paths;
+    QCache<ScaledKey, QPixmap> scaled{scaledBytes()};
 };
 
 Pictures& pictures()
@@ -40,24 +52,48 @@ Pictures& pictures()
         s_cleanedUp = true;
         qAddPostRoutine([] {
             s_pictures.loaded.clear();
+            s_pictures.paths.clear();
             s_pictures.scaled.clear();
         });
     }
     return s_pictures;
 }
 
+/** Keeps a picture for a scale, unless it is too large for that. */
+QPixmap kept(const ScaledKey& p_key, const QPixmap& p_made)
+{
+    pictures().scaled.insert(p_key, new QPixmap(p_made), p_made.width() * p_made.height() * 4);
+    return p_made;
+}
+
+/** A picture's second file, in its own pixels; the picture itself where there is none. */
+QPixmap finePicture(const QPixmap& p_picture)
+{
+    const ScaledKey key{p_picture.cacheKey(), s_fine};
+    if (const QPixmap* found = pictures().scaled.object(key)) {
+        return *found;
+    }
+    QString path = pictures().paths.value(p_picture.cacheKey());
+    if (path.isEmpty()) {
+        return p_picture;
+    }
+    QPixmap fine(path.insert(path.lastIndexOf(QLatin1Char('.')), QStringLiteral("@2x")));
+    // Else it would be drawn in half of its size.
+    fine.setDevicePixelRatio(1);
+    return fine.size() == s_fine * p_picture.size() ? kept(key, fine) : p_picture;
+}
+
 /** The picture in a size, which the scale belongs to. */
 QPixmap scaledPicture(const QPixmap& p_picture, double p_scale)
 {
     const ScaledKey key{p_picture.cacheKey(), p_scale};
-    if (const QPixmap* kept = pictures().scaled.object(key)) {
-        return *kept;
+    if (const QPixmap* found = pictures().scaled.object(key)) {
+        return *found;
     }
     const QSize size = (QSizeF(p_picture.size()) * p_scale).toSize();
-    QPixmap made = p_picture.scaled(size.expandedTo(QSize(1, 1)), Qt::IgnoreAspectRatio,
-                                    Qt::SmoothTransformation);
-    pictures().scaled.insert(key, new QPixmap(made), made.width() * made.height() * 4);
-    return made;
+    const QPixmap source = p_scale > 1 ? finePicture(p_picture) : p_picture;
+    return kept(key, source.scaled(size.expandedTo(QSize(1, 1)), Qt::IgnoreAspectRatio,
+                                   Qt::SmoothTransformation));
 }
 } // namespace
 
@@ -69,22 +105,84 @@ QPixmap picture(const QString& p_path)
     auto it = pictures().loaded.constFind(p_path);
     if (it == pictures().loaded.constEnd()) {
         it = pictures().loaded.insert(p_path, QPixmap(p_path));
+        pictures().paths.insert(it.value().cacheKey(), p_path);
     }
     return it.value();
 }
 
+qreal scaleOf(const QPainter& p_painter)
+{
+    const QTransform& to = p_painter.deviceTransform();
+    return qMax(qSqrt(to.m11() * to.m11() + to.m12() * to.m12()),
+                qSqrt(to.m21() * to.m21() + to.m22() * to.m22()));
+}
+
+QPixmap pictureFor(const QPixmap& p_picture, qreal p_scale)
+{
+    if (p_scale <= 1 || p_picture.isNull()) {
+        return p_picture;
+    }
+    QPixmap fine = finePicture(p_picture);
+    fine.setDevicePixelRatio(qreal(fine.width()) / p_picture.width());
+    return fine;
+}
+
+QIcon pictureIcon(const QString& p_path, const QSize& p_size)
+{
+    const QPixmap plain = picture(p_path);
+    const qreal ratio = qApp->devicePixelRatio();
+    if (ratio <= 1 || plain.isNull()) {
+        return QIcon(plain);
+    }
+    // Qt enlarges what is smaller than the size in pixels.
+    QPixmap whole(p_size * ratio);
+    whole.setDevicePixelRatio(ratio);
+    whole.fill(Qt::transparent);
+    QPainter painter(&whole);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    drawPicture(&painter, iconRect(QRect(QPoint(0, 0), p_size), p_size, plain), plain);
+    return QIcon(whole);
+}
+
+QRect iconRect(const QRect& p_area, const QSize& p_size, const QPixmap& p_picture)
+{
+    const QSize fitting = p_picture.size().scaled(p_size, Qt::KeepAspectRatio);
+    return QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter,
+                               p_picture.size().boundedTo(fitting), p_area);
+}
+
+void drawPicturePart(QPainter* p_painter, const QRect& p_target, const QPixmap& p_picture,
+                     const QRect& p_source)
+{
+    const QPixmap shown = scaleOf(*p_painter) > 1 ? finePicture(p_picture) : p_picture;
+    const int fine = shown.width() / qMax(1, p_picture.width());
+    p_painter->drawPixmap(p_target, shown,
+                          QRect(fine * p_source.topLeft(), fine * p_source.size()));
+}
+
+void drawPicture(QPainter* p_painter, const QRect& p_target, const QPixmap& p_picture)
+{
+    drawPicturePart(p_painter, p_target, p_picture, p_picture.rect());
+}
+
 void drawPicture(QPainter* p_painter, int p_x, int p_y, const QPixmap& p_picture)
 {
-    const QTransform to = p_painter->combinedTransform();
+    const QTransform to = p_painter->deviceTransform();
     const bool scales = to.type() == QTransform::TxScale && to.m11() > 0 &&
                         qFuzzyCompare(to.m11(), to.m22()) && !p_painter->viewTransformEnabled();
     if (!scales || p_picture.isNull()) {
         p_painter->drawPixmap(p_x, p_y, p_picture);
         return;
     }
-    const qreal pixel = 1 / p_painter->device()->devicePixelRatioF();
+    drawInPixels(p_painter, to.map(QPoint(p_x, p_y)), scaledPicture(p_picture, to.m11()));
+}
+
+void drawInPixels(QPainter* p_painter, const QPoint& p_at, const QPixmap& p_pixmap)
+{
     const QTransform before = p_painter->worldTransform();
-    p_painter->setWorldTransform(QTransform::fromScale(pixel, pixel));
-    p_painter->drawPixmap(to.map(QPoint(p_x, p_y)), scaledPicture(p_picture, to.m11()));
+    // What is left then, the ratio of pixels and where a painter is redirected to.
+    p_painter->setWorldTransform(QTransform());
+    p_painter->setWorldTransform(p_painter->deviceTransform().inverted());
+    p_painter->drawPixmap(p_at, p_pixmap);
     p_painter->setWorldTransform(before);
 }

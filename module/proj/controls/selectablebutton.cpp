@@ -35,7 +35,7 @@ FittedText fitted(const QString& p_text, const QFont& p_font, int p_width)
 }
 } // namespace
 
-SelectableButton::SelectableButton(QWidget* p_parent) : QPushButton(p_parent)
+SelectableButton::SelectableButton(QWidget* p_parent) : PictureButton(p_parent)
 {
     // Its ground is white, whatever the palette's colours are.
     QPalette colours = palette();
@@ -150,7 +150,7 @@ void SelectableButton::paintEvent(QPaintEvent*)
     initStyleOption(&option);
     option.text = shown.text;
     option.fontMetrics = metrics;
-    painter.drawControl(QStyle::CE_PushButton, option);
+    paintButton(painter, option);
     if (!m_selected || text().isEmpty()) {
         return;
     }

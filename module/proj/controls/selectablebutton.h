@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QPushButton>
+#include "proj/controls/picturebutton.h"
 
 #include <cstdint>
 
@@ -17,7 +17,7 @@ enum KeyboardOption : uint32_t {
  * the text, later keys edit it at its end. At most one button is marked at a time.
  * A text too long for the button is painted in smaller letters, and cut off where these don't help.
  */
-class SelectableButton : public QPushButton
+class SelectableButton : public PictureButton
 {
     Q_OBJECT
 

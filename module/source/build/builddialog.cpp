@@ -6,6 +6,7 @@
 #include "base/volumes.h"
 #include "build/kitneeds.h"
 #include "build/usermainfile.h"
+#include "proj/controls/picturecache.h"
 #include "proj/controls/windowshape.h"
 
 #include <QCloseEvent>
@@ -13,7 +14,6 @@
 #include <QFile>
 #include <QLabel>
 #include <QPainter>
-#include <QPixmap>
 #include <QProgressBar>
 #include <QPushButton>
 
@@ -24,6 +24,11 @@ namespace
 const char s_background[] = ":/xiazaitankuang-400x210.png";
 /** Between two looks whether another window has done with the kit. */
 constexpr int s_lockMilliseconds = 100;
+
+void showPicture(QLabel& p_label, const char* p_path)
+{
+    p_label.setPixmap(pictureFor(picture(QLatin1String(p_path)), p_label.devicePixelRatioF()));
+}
 } // namespace
 
 buildDialog::buildDialog(QWidget* p_parent)
@@ -70,7 +75,7 @@ void buildDialog::startBuild(const QString& p_name, int p_taskCount, const QStri
 
     ui->progress->show();
     ui->button->setText(tr("取消"));
-    ui->icon->setPixmap(QPixmap(QStringLiteral(":/xiazai-icon-30x30.png")));
+    showPicture(*ui->icon, ":/xiazai-icon-30x30.png");
     m_source = p_source;
     // Its contents may be deleted by hand, and the folder along with them.
     QDir(m_process.workingDirectory()).mkdir(QStringLiteral("objects"));
@@ -85,6 +90,7 @@ void buildDialog::startFirmwareUpdate()
     m_copyPath = m_sourcePath;
     ui->status->setText(QString());
     ui->progress->hide();
+    showPicture(*ui->scene, ":/download/connecting.png");
     repaint();
     m_thread.start();
     exec();
@@ -131,6 +137,7 @@ void buildDialog::OnBuildEnd(int p_exitCode, QProcess::ExitStatus /*p_exitStatus
         m_lock.unlock();
         // The status stays at compiling until the thread emits stateChanged().
         m_thread.start();
+        showPicture(*ui->scene, ":/download/connecting.png");
         m_errorText = tr("编译成功！");
         repaint();
         qCDebug(tilerLog).noquote() << QString::fromUtf8(standardError);
@@ -164,14 +171,19 @@ void buildDialog::OnThreadFinished()
     ui->status->setText(tr("连接控制器...."));
     if (m_thread.connected()) {
         m_drive = m_thread.drive();
+        showPicture(*ui->scene, ":/download/sending.png");
+        repaint();
         if (copyToController()) {
             ui->status->setText(tr("下载成功！"));
-            ui->icon->setPixmap(QPixmap(QStringLiteral(":/xiazaiwancheng-icon-30x30.png")));
+            showPicture(*ui->icon, ":/xiazaiwancheng-icon-30x30.png");
+            showPicture(*ui->scene, ":/download/done.png");
         } else {
             ui->status->setText(tr("下载失败！"));
+            showPicture(*ui->scene, ":/download/copy-failed.png");
         }
     } else {
-        ui->icon->setPixmap(QPixmap(QStringLiteral(":/cuowu-icon-30x30.png")));
+        showPicture(*ui->icon, ":/cuowu-icon-30x30.png");
+        showPicture(*ui->scene, ":/download/connect-failed.png");
     }
     ui->button->setText(tr("确定"));
 }
@@ -186,7 +198,8 @@ void buildDialog::paintEvent(QPaintEvent* p_event)
 {
     {
         QPainter painter(this);
-        painter.drawPixmap(0, 0, QPixmap(QLatin1String(s_background)));
+        const QPixmap background = picture(QLatin1String(s_background));
+        drawPicture(&painter, background.rect(), background);
     }
     QDialog::paintEvent(p_event);
 }
@@ -202,8 +215,14 @@ void buildDialog::setUpForm()
     resize(400, 210);
     setWindowFlags(windowFlags() | Qt::FramelessWindowHint);
     setAttribute(Qt::WA_TranslucentBackground);
-    shapeWindowLikePicture(*this, QPixmap(QLatin1String(s_background)));
+    shapeWindowLikePicture(*this, picture(QLatin1String(s_background)));
     setWindowTitle(QStringLiteral("Dialog"));
+
+    // Around what is told: the computer and the robot stand at the sides, the cable below the
+    // words.
+    ui->scene = new QLabel(this);
+    ui->scene->setObjectName(QStringLiteral("scene"));
+    ui->scene->setGeometry(12, 48, 376, 92);
 
     ui->title = new QLabel(tr("下载"), this);
     ui->title->setObjectName(QStringLiteral("title"));
@@ -234,7 +253,7 @@ void buildDialog::setUpForm()
 
     ui->reason = new QLabel(this);
     ui->reason->setObjectName(QStringLiteral("reason"));
-    ui->reason->setGeometry(50, 112, 230, 86);
+    ui->reason->setGeometry(50, 116, 230, 86);
     ui->reason->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     ui->reason->setWordWrap(true);
     ui->reason->setTextFormat(Qt::PlainText);
@@ -262,10 +281,12 @@ void buildDialog::compile()
     // read-only folder, then fails the compile.
     if (!m_lock.tryLock() && m_lock.error() == QLockFile::LockFailedError) {
         ui->status->setText(tr("等待另一个窗口编译......"));
+        showPicture(*ui->scene, ":/download/waiting.png");
         m_lockTimer.start();
         return;
     }
     ui->status->setText(tr("正在编译......"));
+    showPicture(*ui->scene, ":/download/compiling.png");
     if (!writeUserMain(m_source)) {
         m_lock.unlock();
         showFailure(tr("无法写入 gcc/example/user_main.c，请检查磁盘空间和文件权限"));
@@ -303,6 +324,7 @@ void buildDialog::showFailure(const QString& p_reason)
     ui->progress->hide();
     // Meant: the English entry of this text says success; the translations are kept word for word.
     ui->status->setText(tr("编译失败！"));
+    showPicture(*ui->scene, ":/download/compile-failed.png");
     if (!p_reason.isEmpty()) {
         ui->reason->setText(p_reason);
         ui->reason->show();

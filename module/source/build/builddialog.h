@@ -82,6 +82,8 @@ private:
         QLabel* status = nullptr;
         QPushButton* button = nullptr;
         QLabel* icon = nullptr;
+        // Shows the state as computer, cable and robot.
+        QLabel* scene = nullptr;
         // Why a compile failed, where that can be helped; hidden until then.
         QLabel* reason = nullptr;
         QProgressBar* progress = nullptr;

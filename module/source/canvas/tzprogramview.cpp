@@ -12,6 +12,7 @@
 #include "modules/feedbackmodule.h"
 #include "modules/graphicsitem_param.h"
 #include "modules/mainmodule.h"
+#include "modules/modulebutton.h"
 #include "proj/controls/selectablebutton.h"
 #include "project/projectfile.h"
 
@@ -27,6 +28,9 @@ QPointer<TzProgramView> programView;
 namespace
 {
 const qreal s_sameCoordinate = 1e-12;
+/** The buttons of the question about a missing project; the box's X means to keep it. */
+const int s_remove = 0;
+const int s_keep = 1;
 } // namespace
 
 TzProgramView::TzProgramView(Document& p_document, QWidget* p_parent)
@@ -57,6 +61,11 @@ TzProgramView::TzProgramView(Document& p_document, QWidget* p_parent)
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     connect(&m_document, &Document::changed, this, &TzProgramView::onDocumentChanged);
     connect(&undoStack(), &QUndoStack::indexChanged, this, [this] { updateReach(*this); });
+    connect(this, &TzProgramView::mouseSignal, this, [this](int p_type) {
+        if (p_type == MouseDone) {
+            m_cursor.rest();
+        }
+    });
 }
 
 TzProgramView::~TzProgramView()
@@ -150,7 +159,7 @@ void TzProgramView::zoomView(int scale)
         updateReach(*this);
         centerOn(mainBlock());
     } else if (m_zoom.step(scale)) {
-        m_zoom.applyTo(*this);
+        m_zoom.applyAround(zoomCentre(), *this);
     }
 }
 
@@ -174,7 +183,7 @@ int TzProgramView::openFile(const QString& p_path)
     const int result = m_document.open(p_path);
     if (result == ProjectMissing &&
         QMessageBox::question(this, tr("提示"), tr("文件不存在，是否在列表中删除？"), tr("是"),
-                              tr("否")) == 0) {
+                              tr("否"), QString(), s_remove, s_keep) == s_remove) {
         m_document.forgetRecentFile(p_path);
     }
     return result;
@@ -217,6 +226,7 @@ void TzProgramView::OnCopyAndPaste()
 
 void TzProgramView::finishDrag()
 {
+    m_cursor.rest();
     if (m_drag.cancel() == BlockDrag::End::Settled) {
         noteSettled();
     }
@@ -275,6 +285,9 @@ void TzProgramView::mousePressEvent(QMouseEvent* p_event)
         m_menu.open(p_event->globalPos(), m_current && m_current != mainBlock());
     } else {
         m_drag.press(m_current, scenePos);
+        if (m_current) {
+            m_cursor.press();
+        }
     }
 }
 
@@ -298,7 +311,15 @@ void TzProgramView::mouseMoveEvent(QMouseEvent* p_event)
         const MovedRegion region(*this);
         moved = m_drag.move(mapToScene(p_event->pos()));
     }
-    if (moved && m_current != mainBlock()) {
+    if (!moved) {
+        return;
+    }
+    m_cursor.drag();
+    // A hand that trembles still clicks.
+    if ((p_event->localPos() - m_pressPos).manhattanLength() >= QApplication::startDragDistance()) {
+        takeBackButtonPress(*scene());
+    }
+    if (m_current != mainBlock()) {
         emit mouseSignal(lowerEdgeIsOut(m_current) ? MouseDragsOut : MouseDragsInside);
     }
 }

@@ -3,6 +3,7 @@
 #include "canvas/blockclipboard.h"
 #include "canvas/blockdrag.h"
 #include "canvas/canvasbackground.h"
+#include "canvas/canvascursor.h"
 #include "canvas/canvasmenu.h"
 #include "canvas/canvaszoom.h"
 #include "canvas/linkpreview.h"
@@ -169,6 +170,7 @@ private:
     CanvasMenu m_menu{*this};
     WheelStrip m_wheelStrip{*this};
     CanvasBackground m_background;
+    CanvasCursor m_cursor{*this};
     BuildRunner m_buildRunner;
 };
 

@@ -24,6 +24,16 @@ tzprogramscene::tzprogramscene(QObject* p_parent) : QGraphicsScene(s_sceneRect, 
     addItem(&m_logo);
 }
 
+void tzprogramscene::Logo::paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
+                                 QWidget* p_widget)
+{
+    if (scaleOf(*p_painter) > 1) {
+        drawPicture(p_painter, 0, 0, pixmap());
+    } else {
+        QGraphicsPixmapItem::paint(p_painter, p_option, p_widget);
+    }
+}
+
 void tzprogramscene::clearItems(const QList<const QGraphicsItem*>& p_kept)
 {
     QVector<supermodule*> blocks;

@@ -32,5 +32,13 @@ protected:
     void dropEvent(QGraphicsSceneDragDropEvent* p_event) override;
 
 private:
-    QGraphicsPixmapItem m_logo;
+    /** Its pixmap, or, where the view scales up, the fine picture. */
+    class Logo final : public QGraphicsPixmapItem
+    {
+    public:
+        void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
+                   QWidget* p_widget) override;
+    };
+
+    Logo m_logo;
 };

@@ -1,21 +1,21 @@
 #include "generator/codegenerator.h"
 
+#include "generator/codemap.h"
 #include "modules/documentstate.h"
+#include "modules/fragments.h"
 #include "modules/supermodule.h"
 #include "text/bracestoindent.h"
 #include "text/variables.h"
 
+#include <utility>
+
 namespace
 {
-using Fragment = QString (supermodule::*)() const;
-
 /** The fragments of a chain, one behind the other. */
 QString chainText(const supermodule* p_first, Fragment p_fragment)
 {
     QString text;
-    for (const supermodule* module = p_first; module; module = module->next()) {
-        text += (module->*p_fragment)();
-    }
+    appendFragments(text, p_first, p_fragment);
     return text;
 }
 
@@ -24,22 +24,32 @@ QString taskTexts()
     QString text = QStringLiteral("\n");
     for (int i = 1; i < taskModules.size(); ++i) {
         text += QStringLiteral("void user_task%1()\n{\n").arg(i);
-        text += chainText(taskModules.at(i)->next(), &supermodule::cCode);
+        appendFragments(text, taskModules.at(i)->next(), &supermodule::cCode);
         text += QStringLiteral("\n}\n");
     }
     return text;
 }
 
-/** Frames the bodies, whose fragments have registered the variables that they name. */
-QString framedC(const QString& p_body)
+/**
+ * Frames the bodies, whose fragments have registered the variables that they name, and leaves the
+ * layout to be done. Places in p_body are moved along with it; those in the tasks come behind them.
+ */
+QString framedC(const QString& p_body, QVector<FragmentPlace>& p_places)
 {
+    const int inBody = p_places.size();
     const QString tasks = taskTexts();
     QString text = QStringLiteral("#include \"vantrel.h\"\n\n") + variableDeclarations();
     text.reserve(text.size() + p_body.size() + tasks.size() + 2);
+    int moved = text.size();
     text += p_body;
     text += QLatin1String("\n}");
+    for (int i = 0; i < p_places.size(); ++i) {
+        if (i == inBody) {
+            moved = text.size();
+        }
+        p_places[i].from += moved;
+    }
     text += tasks;
-    bracesToIndent(text);
     return text;
 }
 
@@ -73,12 +83,20 @@ QString subProgramTexts(Fragment p_fragment, const QString& p_end)
 const supermodule* mainRoot() { return rootModules.isEmpty() ? nullptr : rootModules.first(); }
 } // namespace
 
-QString generateVisibleCode(int p_language)
+QString generateVisibleCode(int p_language, CodeMap& p_map)
 {
     resetVariableUse();
+    p_map = CodeMap();
     switch (p_language) {
-    case CCode:
-        return framedC(chainText(firstVisibleRoot(), &supermodule::cCode));
+    case CCode: {
+        QVector<FragmentPlace> places;
+        const FragmentRecord record(places);
+        const QString raw = framedC(chainText(firstVisibleRoot(), &supermodule::cCode), places);
+        QString text = raw;
+        bracesToIndent(text);
+        p_map = CodeMap(raw, text, std::move(places));
+        return text;
+    }
     case PythonCode:
         return framedPython(chainText(firstVisibleRoot(), &supermodule::pythonCode));
     default:
@@ -86,13 +104,24 @@ QString generateVisibleCode(int p_language)
     }
 }
 
+QString generateVisibleCode(int p_language)
+{
+    CodeMap map;
+    return generateVisibleCode(p_language, map);
+}
+
 QString generateProjectCode(int p_language)
 {
     resetVariableUse();
     switch (p_language) {
-    case CCode:
-        return framedC(subProgramTexts(&supermodule::cCode, QStringLiteral("}\n")) +
-                       chainText(mainRoot(), &supermodule::cCode));
+    case CCode: {
+        QVector<FragmentPlace> unasked;
+        QString text = framedC(subProgramTexts(&supermodule::cCode, QStringLiteral("}\n")) +
+                                   chainText(mainRoot(), &supermodule::cCode),
+                               unasked);
+        bracesToIndent(text);
+        return text;
+    }
     case PythonCode:
         return framedPython(subProgramTexts(&supermodule::pythonCode, QString()) +
                             chainText(mainRoot(), &supermodule::pythonCode));

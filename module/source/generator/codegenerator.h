@@ -2,7 +2,7 @@
 
 #include <QString>
 
-class supermodule;
+class CodeMap;
 
 /**
  * Language codes of the generators. Meant: no control asks for Python; its text is for the code
@@ -16,6 +16,8 @@ enum CodeLanguage : int { NoCode = -1, CCode = 1, PythonCode = 2 };
  * describing this text.
  */
 QString generateVisibleCode(int p_language);
+/** The same, and tells which block has given what of it. No block has given any Python text. */
+QString generateVisibleCode(int p_language, CodeMap& p_map);
 
 /** The text of the whole project, as it is built. */
 QString generateProjectCode(int p_language);

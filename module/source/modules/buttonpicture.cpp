@@ -1,6 +1,7 @@
 #include "modules/buttonpicture.h"
 
 #include "modules/buttonspec.h"
+#include "proj/controls/picturecache.h"
 
 #include <QApplication>
 #include <QCache>
@@ -194,7 +195,7 @@ void paintButton(QPainter* p_painter, const ButtonSpec& p_spec)
         s_cleanedUp = true;
     }
     pictures().keepUp();
-    const QTransform to = p_painter->combinedTransform();
+    const QTransform to = p_painter->deviceTransform();
     const bool upright = to.type() <= QTransform::TxScale && to.m11() > 0 &&
                          qFuzzyCompare(to.m11(), to.m22()) && !p_painter->viewTransformEnabled();
     if (!upright) {
@@ -213,9 +214,5 @@ void paintButton(QPainter* p_painter, const ButtonSpec& p_spec)
         return;
     }
     // The pixmap is rendered at the device's scale: draw it in device pixels, without scaling.
-    const qreal pixel = 1 / p_painter->device()->devicePixelRatioF();
-    const QTransform before = p_painter->worldTransform();
-    p_painter->setWorldTransform(QTransform::fromScale(pixel, pixel));
-    p_painter->drawPixmap(corner, shown);
-    p_painter->setWorldTransform(before);
+    drawInPixels(p_painter, corner, shown);
 }

@@ -1,5 +1,6 @@
 #include "modules/buttonspec.h"
 
+#include "proj/controls/picturebutton.h"
 #include "proj/controls/picturecache.h"
 #include "proj/controls/selectablebutton.h"
 #include "proj/controls/stylesheets.h"
@@ -13,26 +14,19 @@ namespace
  * A button that paints its picture itself, as large as that is. Of a background image Qt paints
  * two, one and two pixels inside of the frame that it leaves room for.
  */
-class BackgroundButton final : public QPushButton
+class BackgroundButton final : public PictureButton
 {
-public:
-    explicit BackgroundButton(const ButtonLook& p_look) : m_look(p_look) {}
-
 protected:
     void paintEvent(QPaintEvent*) override
     {
-        const QPixmap shown =
-            picture(QString::fromLatin1(isDown() ? m_look.pressedPicture : m_look.normalPicture));
+        const QPixmap shown = picture(shownPicture());
         QStylePainter painter(this);
-        painter.drawPixmap(0, 0, shown);
+        drawPicture(&painter, shown.rect(), shown);
         QStyleOptionButton option;
         initStyleOption(&option);
         option.rect = shown.rect();
-        painter.drawControl(QStyle::CE_PushButtonLabel, option);
+        paintLabel(painter, option);
     }
-
-private:
-    const ButtonLook m_look;
 };
 
 /** Large enough for digits to be legible at a zoom of 0.5. */
@@ -42,26 +36,27 @@ const int s_fontPixels = 20;
 std::unique_ptr<QPushButton> makeButton(const ButtonSpec& p_spec)
 {
     const ButtonLook& look = p_spec.look;
-    std::unique_ptr<QPushButton> button;
+    const QString normal = QString::fromLatin1(look.normalPicture);
+    const QString pressed = QString::fromLatin1(look.pressedPicture);
+    std::unique_ptr<PictureButton> button;
     if (p_spec.keys != 0) {
         auto field = std::make_unique<SelectableButton>();
         field->setKeyMask(p_spec.keys);
         button = std::move(field);
     } else if (qstrcmp(look.property, "background-image") == 0) {
-        button = std::make_unique<BackgroundButton>(look);
+        button = std::make_unique<BackgroundButton>();
     } else {
-        button = std::make_unique<QPushButton>();
+        button = std::make_unique<PictureButton>();
     }
+    button->setPictures(normal, pressed);
     button->setStyleSheet(twoPictureStyle(
-        QString::fromLatin1(look.normalPicture), QString::fromLatin1(look.pressedPicture), look.gap,
-        look.whiteText ? QStringLiteral("color:white;") : QString(),
+        normal, pressed, look.gap, look.whiteText ? QStringLiteral("color:white;") : QString(),
         QString::fromLatin1(look.property)));
     QFont font = button->font();
     font.setPixelSize(s_fontPixels);
     button->setFont(font);
     if (look.arrow) {
-        button->setIcon(QIcon(picture(QStringLiteral(":/btn_downarrow_18x14.png"))));
-        button->setIconSize(QSize(18, 14));
+        button->setIconPicture(QStringLiteral(":/btn_downarrow_18x14.png"), QSize(18, 14));
     }
     button->setText(p_spec.text);
     if (p_spec.toolTip) {

@@ -2,8 +2,11 @@
 
 #include "modules/chooser.h"
 #include "modules/supermodule.h"
+#include "proj/controls/hoverlight.h"
+#include "proj/controls/picturebutton.h"
 #include "proj/controls/picturecache.h"
 
+#include <QCursor>
 #include <QGraphicsProxyWidget>
 #include <QGraphicsScene>
 #include <QGraphicsSceneMouseEvent>
@@ -24,6 +27,8 @@ graphicsItem_Param::graphicsItem_Param(QGraphicsScene* p_scene, QGraphicsItem* p
     : QGraphicsItem(p_parent)
 {
     setZValue(10.0);
+    // The canvas has a hand, for what can be dragged.
+    setCursor(Qt::ArrowCursor);
     if (p_scene && !p_parent) {
         p_scene->addItem(this);
     }
@@ -55,7 +60,7 @@ QRectF graphicsItem_Param::boundingRect() const
 
 void graphicsItem_Param::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
 {
-    p_painter->drawPixmap(0, 0, m_background);
+    drawPicture(p_painter, m_background.rect(), m_background);
 }
 
 void graphicsItem_Param::mousePressEvent(QGraphicsSceneMouseEvent* p_event) { p_event->accept(); }
@@ -79,12 +84,14 @@ void graphicsItem_Param::build(const Chooser& p_chooser)
     m_background = picture(m_backgroundImage);
     const QString style = p_chooser.styleSheet();
     for (int i = 0; i < p_chooser.count(); ++i) {
-        auto* button = new QPushButton;
+        auto* button = new PictureButton;
+        button->setPictures(QString::fromLatin1(p_chooser.style.normalPicture),
+                            QString::fromLatin1(p_chooser.style.pressedPicture));
         button->setStyleSheet(style);
         button->setGeometry(0, 0, 60, 60);
+        new HoverLight(button);
         if (p_chooser.entries.kind == ChooserEntries::Pictures) {
-            button->setIcon(QIcon(picture(p_chooser.entry(i))));
-            button->setIconSize(QSize(form.iconSide, form.iconSide));
+            button->setIconPicture(p_chooser.entry(i), QSize(form.iconSide, form.iconSide));
         } else {
             QFont font = button->font();
             font.setPixelSize(s_fontPixels);

@@ -5,6 +5,7 @@
 #include "proj/controls/selectablebutton.h"
 
 #include <QCoreApplication>
+#include <QCursor>
 #include <QGraphicsProxyWidget>
 #include <QGraphicsScene>
 #include <QGraphicsSceneMouseEvent>
@@ -151,6 +152,10 @@ QPushButton* ModuleButton::wake()
 
 void ModuleButton::hoverEnterEvent(QGraphicsSceneHoverEvent*)
 {
+    // Not from the start: a cursor of its own costs each button of a program that is opened.
+    if (!hasCursor()) {
+        setCursor(Qt::ArrowCursor);
+    }
     // Queued: a hover event also comes ahead of a press. A widget made here would be too late for
     // that, and mousePressEvent() would take it for one that has ignored the event.
     m_hovered = true;
@@ -203,5 +208,18 @@ void ModuleButton::review()
         delete m_live;
         m_live = nullptr;
         update();
+    }
+}
+
+void takeBackButtonPress(const QGraphicsScene& p_scene)
+{
+    const auto* pressed = dynamic_cast<const LiveButton*>(p_scene.mouseGrabberItem());
+    if (!pressed) {
+        return;
+    }
+    // A release over a button that isn't down is no click.
+    pressed->button()->setDown(false);
+    if (auto* field = qobject_cast<SelectableButton*>(pressed->button())) {
+        field->setSelected(false);
     }
 }

@@ -6,6 +6,7 @@
 #include <QGraphicsItem>
 
 class LiveButton;
+class QGraphicsScene;
 class QPushButton;
 class supermodule;
 
@@ -62,3 +63,9 @@ private:
     bool m_kept = false;
     bool m_reviewing = false;
 };
+
+/**
+ * Takes back the press on a button of a block that is under way in a scene, if there is one: its
+ * release counts as no click, and a number field that it marked is unmarked.
+ */
+void takeBackButtonPress(const QGraphicsScene& p_scene);

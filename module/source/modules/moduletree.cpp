@@ -8,7 +8,7 @@
 
 namespace
 {
-/** Blocks to pass while others are looked for; below that sorting the rest takes longer. */
+/** Blocks to pass while others are looked for; below that it takes longer to put them first. */
 const qint64 s_manySteps = 10000000;
 } // namespace
 
@@ -192,25 +192,14 @@ void supermodule::deleteModules(QVector<supermodule*> p_modules)
     if (p_modules.isEmpty()) {
         return;
     }
-    // A scene without an index looks for each item that it removes from its eldest on, and moves
-    // what lies behind: so the eldest go first.
+    // The scene looks for each item from its eldest on, and moves what lies behind.
     std::sort(
         p_modules.begin(), p_modules.end(),
         [](const supermodule* p_a, const supermodule* p_b) { return p_a->m_age < p_b->m_age; });
     QGraphicsScene* stage = p_modules.first()->scene();
-    const bool turned = stage && isWorthTurning(p_modules);
-    if (turned) {
-        std::reverse(p_modules.begin(), p_modules.end());
-        // The list of the items without parent is kept as they are stacked: the youngest come
-        // first once they lie lowest. The scene sorts it when it is asked for items.
-        stage->update();
-        for (supermodule* module : qAsConst(p_modules)) {
-            module->setZValue(-module->m_age);
-        }
-        stage->items(QPointF());
-        // The list of all items: as long as nothing asks this other index for any, it keeps a
-        // plain list like the present one, but the other way round.
-        stage->setItemIndexMethod(QGraphicsScene::BspTreeIndex);
+    const bool first = stage && isWorthPuttingFirst(p_modules);
+    if (first) {
+        putFirst(*stage, p_modules);
     }
     for (supermodule* module : qAsConst(p_modules)) {
         if (module->scene()) {
@@ -218,22 +207,34 @@ void supermodule::deleteModules(QVector<supermodule*> p_modules)
         }
         delete module;
     }
-    if (turned) {
+    if (first) {
         stage->setItemIndexMethod(QGraphicsScene::NoIndex);
     }
 }
 
-bool supermodule::isWorthTurning(const QVector<supermodule*>& p_byAge)
+bool supermodule::isWorthPuttingFirst(const QVector<supermodule*>& p_modules)
 {
-    const QGraphicsScene* stage = p_byAge.first()->scene();
-    if (stage->itemIndexMethod() != QGraphicsScene::NoIndex) {
-        return false;
+    return p_modules.first()->scene()->itemIndexMethod() == QGraphicsScene::NoIndex &&
+           qint64(p_modules.size()) * liveModules.size() > s_manySteps;
+}
+
+void supermodule::putFirst(QGraphicsScene& p_stage, QVector<supermodule*>& p_byAge)
+{
+    std::reverse(p_byAge.begin(), p_byAge.end());
+    p_stage.update();
+    // The list of the items without parent is kept as they are stacked, and sorted when the scene
+    // is asked for items at a place.
+    for (supermodule* module : qAsConst(p_byAge)) {
+        module->setZValue(-module->m_age);
     }
-    qint64 elder = 0;
-    qint64 younger = 0;
-    for (const supermodule* module : qAsConst(liveModules)) {
-        elder += module->m_age < p_byAge.first()->m_age ? 1 : 0;
-        younger += module->m_age > p_byAge.last()->m_age ? 1 : 0;
+    p_stage.items(QPointF());
+    // The list of all items is kept by their addresses. One that comes from another index is in the
+    // order of stacking, and as long as nothing asks that index for items at a place, it keeps a
+    // plain list like this one, the other way round.
+    for (supermodule* module : qAsConst(p_byAge)) {
+        module->setZValue(module->m_age);
     }
-    return (elder - younger) * p_byAge.size() > s_manySteps;
+    p_stage.setItemIndexMethod(QGraphicsScene::BspTreeIndex);
+    p_stage.setItemIndexMethod(QGraphicsScene::NoIndex);
+    p_stage.setItemIndexMethod(QGraphicsScene::BspTreeIndex);
 }

@@ -22,6 +22,28 @@ namespace
 const int s_farthest = 1000000000;
 } // namespace
 
+/** The selection frame: its pixmap, or, where the view scales up, drawn for that scale. */
+class supermodule::SelectFrame final : public QGraphicsPixmapItem
+{
+public:
+    explicit SelectFrame(supermodule& p_module) : QGraphicsPixmapItem(&p_module), m_module(p_module)
+    {
+    }
+
+    void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
+               QWidget* p_widget) override
+    {
+        if (scaleOf(*p_painter) > 1) {
+            m_module.paintSelection(p_painter, picture(m_module.m_selectPath));
+        } else {
+            QGraphicsPixmapItem::paint(p_painter, p_option, p_widget);
+        }
+    }
+
+private:
+    supermodule& m_module;
+};
+
 supermodule::supermodule(int p_id, const QString& p_imagePath, const QString& p_pressedPath,
                          const QString& p_text)
     : id(p_id), m_imagePath(p_imagePath), m_pressedPath(p_pressedPath), m_text(p_text)
@@ -90,11 +112,16 @@ void supermodule::drawSelectItem(QGraphicsPixmapItem& p_item, const QPixmap& p_f
     p_item.setPixmap(p_frame);
 }
 
+void supermodule::paintSelection(QPainter* p_painter, const QPixmap& p_frame)
+{
+    drawPicture(p_painter, 0, 0, p_frame);
+}
+
 QGraphicsPixmapItem& supermodule::selectItem()
 {
     if (!m_selectItem) {
         const QList<QGraphicsItem*> above = childItems();
-        m_selectItem = std::make_unique<QGraphicsPixmapItem>(this);
+        m_selectItem = std::make_unique<SelectFrame>(*this);
         // MaskShape, the default, would be worked out from the picture for each block.
         m_selectItem->setShapeMode(QGraphicsPixmapItem::BoundingRectShape);
         m_selectItem->hide();

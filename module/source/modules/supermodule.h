@@ -306,6 +306,8 @@ protected:
     BoundsRule plainBoundsRule(const QSizeF& p_size) const;
     /** Gives the selection frame its picture, as the block is shaped now. */
     virtual void drawSelectItem(QGraphicsPixmapItem& p_item, const QPixmap& p_frame);
+    /** Draws the selection frame from its picture, in block coordinates. */
+    virtual void paintSelection(QPainter* p_painter, const QPixmap& p_frame);
     /** Lays out the block's own body and returns the distance from here to the next block. */
     virtual qreal layoutOwn();
     /** Makes the connector of a link, of a kind, at a place in block coordinates. */
@@ -317,6 +319,8 @@ protected:
 private:
     friend class ModuleButton;
     friend class ModuleRegistry;
+
+    class SelectFrame;
 
     void tellButtons();
 
@@ -357,7 +361,9 @@ private:
     QString m_imagePath;
     QString m_pressedPath;
     QString m_text;
-    static bool isWorthTurning(const QVector<supermodule*>& p_byAge);
+    static bool isWorthPuttingFirst(const QVector<supermodule*>& p_modules);
+    /** Brings blocks to the front of the lists in which a scene looks for its items. */
+    static void putFirst(QGraphicsScene& p_stage, QVector<supermodule*>& p_byAge);
 
     /** Grows from block to block, as they are made. */
     qint64 m_age = 0;

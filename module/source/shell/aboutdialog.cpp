@@ -77,5 +77,5 @@ void aboutDialog::addCloseButton()
 void aboutDialog::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    painter.drawPixmap(0, 0, picture(QStringLiteral(":/guanyutankuang-400x210.png")));
+    drawPicture(&painter, rect(), picture(QStringLiteral(":/guanyutankuang-400x210.png")));
 }

@@ -139,6 +139,8 @@ const char s_sheet[] =
     "QFileDialog QComboBox::down-arrow{image:url(:/files-down.png);width:16px;height:16px;}"
     "QFileDialog QAbstractItemView{background-color:#ffffff;color:#21323c;"
     "border:1px solid #c3d3da;selection-background-color:#00829b;selection-color:#ffffff;}"
+    "QFileDialog{min-width:760px;min-height:460px;}"
+    "QFileDialog QHeaderView{background-color:#eef6f9;}"
     "QFileDialog QHeaderView::section{background-color:#eef6f9;color:#21323c;border:none;"
     "padding:4px 8px;}"
     "QTextBrowser{background-color:#f4fafc;border:none;border-left:1px solid #c3d3da;}"
@@ -161,6 +163,8 @@ QIcon programIcon()
 
 void setUpAppearance()
 {
+    // Without it icons take no account of a screen with more pixels than units.
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication::setWindowIcon(programIcon());
     // The name of the desktop entry, by which a desktop finds the icon where windows have none.
     QGuiApplication::setDesktopFileName(QStringLiteral("tiler"));

@@ -5,10 +5,11 @@
 #include "base/programversion.h"
 #include "build/builddialog.h"
 #include "generator/codegenerator.h"
-#include "proj/controls/textchange.h"
 #include "proj/tzblockwidget.h"
 #include "project/projectfile.h"
 #include "shell/codehighlighter.h"
+#include "shell/codelayout.h"
+#include "shell/codepane.h"
 #include "shell/tztoolbar.h"
 #include "update/upgradedialog.h"
 
@@ -78,10 +79,12 @@ void MainWindow::buildWindow()
     font.setPixelSize(12);
     m_codeBrowser->setFont(font);
     m_codeBrowser->setLineWrapMode(QTextEdit::NoWrap);
+    m_codeBrowser->document()->setDocumentLayout(new CodeLayout(m_codeBrowser->document()));
     new CodeHighlighter(m_codeBrowser->document());
     const int screenWidth = QGuiApplication::primaryScreen()->size().width();
     m_codeBrowser->setGeometry(screenWidth - s_codePaneWidth, 0, s_codePaneWidth, height());
     m_codeBrowser->hide();
+    m_codePane = std::make_unique<CodePane>(*m_codeBrowser, m_programView);
 
     auto* outer = new QSplitter(Qt::Vertical, central);
     outer->setHandleWidth(0);
@@ -300,7 +303,7 @@ void MainWindow::closeEvent(QCloseEvent* p_event)
 
 void MainWindow::OnShowCode(int type)
 {
-    showCode(type);
+    m_codePane->showCode(type);
     const bool shows = m_codeType != type;
     if (shows && !m_codeBrowser->isVisible()) {
         m_splitter->setSizes({width() - s_codePaneWidth, s_codePaneWidth});
@@ -313,15 +316,8 @@ void MainWindow::OnShowCode(int type)
 void MainWindow::OnUpdateCode()
 {
     if (m_codeBrowser->isVisible()) {
-        showCode(m_codeType);
+        m_codePane->showCode(m_codeType);
     }
-}
-
-void MainWindow::showCode(int p_type)
-{
-    const QString text = m_programView.generateVisibleCode(p_type);
-    changeText(*m_codeBrowser->document(), m_codeText, text);
-    m_codeText = text;
 }
 
 void MainWindow::OnEditActions()

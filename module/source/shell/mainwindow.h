@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QTimer>
 
+class CodePane;
 class editActionWindow;
 class QSplitter;
 class QTextBrowser;
@@ -76,7 +77,6 @@ private:
     QString askSavePath(const QString& p_title);
     bool saveTo(const QString& p_path);
     void openProject(const QString& p_path);
-    void showCode(int p_type);
     void runBuild(const QString& p_name, int p_tasks, const QString& p_source);
 
     TzToolBar* m_toolBar = nullptr;
@@ -84,8 +84,8 @@ private:
     Document m_document;
     TzProgramView m_programView;
     QTextBrowser* m_codeBrowser = nullptr;
-    /** What the code pane holds. */
-    QString m_codeText;
+    /** Destroyed before the view and the browser. */
+    std::unique_ptr<CodePane> m_codePane;
     /**
      * The action editor, made when it is first shown. Destroyed before the document with its image.
      */

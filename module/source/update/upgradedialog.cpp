@@ -96,7 +96,7 @@ void UpgradeDialog::setUpForm()
     outer->setMargin(0);
     auto* ground = new QLabel;
     ground->setObjectName(QStringLiteral("UpgradeDialog_bg"));
-    ground->setPixmap(background);
+    ground->setPixmap(pictureFor(background, devicePixelRatioF()));
     outer->addWidget(ground);
     if (!background.isNull()) {
         setFixedSize(background.size());

@@ -31,7 +31,11 @@ void Answers::answer()
     const QVariant next = m_answers.takeFirst();
     if (auto* box = qobject_cast<QMessageBox*>(dialog)) {
         said() << box->windowTitle() + QLatin1Char('|') + box->text();
-        box->buttons().at(next.toInt())->click();
+        if (next.toInt() == Closed) {
+            box->close();
+        } else {
+            box->buttons().at(next.toInt())->click();
+        }
     } else if (auto* files = qobject_cast<QFileDialog*>(dialog)) {
         said() << files->windowTitle();
         if (next.toString().isEmpty()) {

@@ -7,6 +7,8 @@
 
 /** The places of the buttons in the question about unsaved changes. */
 enum Button : int { Yes = 0, No = 1, Cancel = 2 };
+/** Instead of a button's place: the box is closed by its title bar. */
+const int Closed = -1;
 
 /**
  * Answers the dialogs to come, one entry a dialog: a button's place, or a path for a file dialog,

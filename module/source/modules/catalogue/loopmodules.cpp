@@ -1,5 +1,7 @@
 #include "modules/catalogue/loopmodules.h"
 
+#include "modules/fragments.h"
+
 #include <QPainter>
 
 namespace
@@ -61,9 +63,7 @@ private:
 QString loopText(const QString& p_head, const supermodule* p_loop, const char* p_end)
 {
     QString text = p_head;
-    for (const supermodule* module = p_loop->left(); module; module = module->next()) {
-        text += module->cCode();
-    }
+    appendFragments(text, p_loop->left(), &supermodule::cCode);
     text += QLatin1String(p_end);
     return text;
 }
@@ -91,7 +91,7 @@ void drawLoopFrame(QPainter* p_painter, const QPixmap& p_frame, int p_top, int p
     const int bottomY = edgeY + edgeHeight;
     const int endX = topLeft.width() + innerWidth;
     const auto draw = [&](const QRect& p_target, const QRect& p_source) {
-        p_painter->drawPixmap(p_target, p_frame, p_source);
+        drawPicturePart(p_painter, p_target, p_frame, p_source);
     };
     // The first corner's part has an edge of the mouth, too, where that begins early. Smooth
     // scaling would make it another one than that of the part behind it, which takes it over.
@@ -115,18 +115,10 @@ void fillUnderHead(QPainter* p_painter, const QPixmap& p_frame, int p_from, int 
     p_painter->drawPixmap(QRect(p_from - 2, 0, 4, bodyHeight - cornerHeight), p_frame, plain);
 }
 
-void drawLoopSelection(QGraphicsPixmapItem& p_item, const QPixmap& p_frame, int p_top, int p_right,
+void drawLoopSelection(QPainter* p_painter, const QPixmap& p_frame, int p_top, int p_right,
                        int p_mouth, const QVector<QRect>& p_drawers)
 {
-    // How far a drawer, and the frame around it, may reach out of the bracket.
-    const QMargins out(16, 0, s_tabWidth, 24);
-    const QRect area =
-        QRect(QPoint(0, p_top), QPoint(p_right - 1, s_bracketBottom - 1)).marginsAdded(out);
-    QPixmap shown(area.size());
-    shown.fill(Qt::transparent);
-    QPainter painter(&shown);
-    painter.translate(-area.topLeft());
-    drawLoopFrame(&painter, p_frame, p_top, p_right, p_mouth);
+    drawLoopFrame(p_painter, p_frame, p_top, p_right, p_mouth);
     const QPixmap drawer = picture(QStringLiteral(":/select_drawer.png"));
     const int half = drawer.width() / 2;
     for (int i = 0; i < p_drawers.size(); ++i) {
@@ -138,16 +130,25 @@ void drawLoopSelection(QGraphicsPixmapItem& p_item, const QPixmap& p_frame, int 
         const int left = place.left() - 2;
         const int right = place.right() + 3 - half;
         const int middle = right - left - half;
-        painter.drawPixmap(left, place.top(), drawer, 0, 0, qMin(half, half + middle),
-                           drawer.height());
-        painter.drawPixmap(QRect(left + half, place.top(), middle, drawer.height()), drawer,
-                           QRect(half, 0, 1, drawer.height()));
-        painter.drawPixmap(right + qMax(0, -middle), place.top(), drawer, half + qMax(0, -middle),
-                           0, half, drawer.height());
+        const auto draw = [&](int p_x, int p_width, int p_from, int p_fromWidth) {
+            drawPicturePart(p_painter, QRect(p_x, place.top(), p_width, drawer.height()), drawer,
+                            QRect(p_from, 0, p_fromWidth, drawer.height()));
+        };
+        const int first = qMin(half, half + middle);
+        const int cut = qMax(0, -middle);
+        draw(left, first, 0, first);
+        if (middle > 0) {
+            draw(left + half, middle, half, 1);
+        }
+        draw(right + cut, half - cut, half + cut, half - cut);
     }
-    painter.end();
-    p_item.setPixmap(shown);
-    p_item.setOffset(area.topLeft());
+}
+
+QRect loopSelectionArea(int p_top, int p_right)
+{
+    // How far a drawer, and the frame around it, may reach out of the bracket.
+    const QMargins out(16, 0, s_tabWidth, 24);
+    return QRect(QPoint(0, p_top), QPoint(p_right - 1, s_bracketBottom - 1)).marginsAdded(out);
 }
 
 void repeatModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)

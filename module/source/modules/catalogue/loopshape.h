@@ -3,6 +3,7 @@
 #include "modules/supermodule.h"
 #include "proj/controls/picturecache.h"
 
+#include <QPainter>
 #include <QPixmap>
 
 /** What a loop's shape differs in. */
@@ -40,11 +41,13 @@ void drawLoopFrame(QPainter* p_painter, const QPixmap& p_frame, int p_top, int p
 void fillUnderHead(QPainter* p_painter, const QPixmap& p_frame, int p_from, int p_to);
 
 /**
- * Gives the selection frame of a loop its picture: that of the bracket, cut as the bracket is, and
- * around the drawers that hang from it.
+ * Draws the selection frame of a loop: that of the bracket, cut as the bracket is, and around the
+ * drawers that hang from it.
  */
-void drawLoopSelection(QGraphicsPixmapItem& p_item, const QPixmap& p_frame, int p_top, int p_right,
+void drawLoopSelection(QPainter* p_painter, const QPixmap& p_frame, int p_top, int p_right,
                        int p_mouth, const QVector<QRect>& p_drawers);
+/** What drawLoopSelection() draws on, in a loop's coordinates. */
+QRect loopSelectionArea(int p_top, int p_right);
 
 /**
  * The shape of a block with a body, on top of what its parameters are (Base). The rectangle grows
@@ -124,11 +127,26 @@ protected:
 
     void drawSelectItem(QGraphicsPixmapItem& p_item, const QPixmap& p_frame) override
     {
+        const QRect area = loopSelectionArea(static_cast<int>(Base::m_rect.top()),
+                                             static_cast<int>(Base::m_rect.right()));
+        QPixmap shown(area.size());
+        shown.fill(Qt::transparent);
+        {
+            QPainter painter(&shown);
+            painter.translate(-area.topLeft());
+            paintSelection(&painter, p_frame);
+        }
+        p_item.setPixmap(shown);
+        p_item.setOffset(area.topLeft());
+    }
+
+    void paintSelection(QPainter* p_painter, const QPixmap& p_frame) override
+    {
         QVector<QRect> drawers;
         for (int i = 0; i < Base::buttonCount(); ++i) {
             drawers.append(Base::buttonRect(i).toRect());
         }
-        drawLoopSelection(p_item, p_frame, static_cast<int>(Base::m_rect.top()),
+        drawLoopSelection(p_painter, p_frame, static_cast<int>(Base::m_rect.top()),
                           static_cast<int>(Base::m_rect.right()), form().bodyOffset, drawers);
     }
 

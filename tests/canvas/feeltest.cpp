@@ -1,0 +1,439 @@
+#include "modules/catalogue/blocktables.h"
+#include "modules/documentstate.h"
+#include "modules/feedbackmodule.h"
+#include "modules/graphicsitem_param.h"
+#include "modules/mainmodule.h"
+#include "proj/controls/selectablebutton.h"
+#include "support/canvas/canvasfixture.h"
+
+#include <QApplication>
+#include <QGraphicsProxyWidget>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <functional>
+
+namespace
+{
+const int s_forward = 103;
+const int s_forwardTime = 104;
+const int s_speed = 100;
+const int s_servo = 107;
+const int s_piano = 800;
+const int s_animal = 801;
+const int s_symbol = 900;
+const int s_forever = 303;
+const int s_for = 301;
+const int s_untilTouch = 307;
+
+/** The middle of a button that is alone on its block, and of the left one of two. */
+const QPointF s_drawer(50, 120);
+const QPointF s_body(30, 30);
+
+Qt::CursorShape shape(const CanvasFixture& p_canvas)
+{
+    return p_canvas.view.viewport()->cursor().shape();
+}
+
+void hover(CanvasFixture& p_canvas, const QPointF& p_scenePos)
+{
+    QMouseEvent event(QEvent::MouseMove, p_canvas.at(p_scenePos),
+                      p_canvas.view.viewport()->mapToGlobal(p_canvas.at(p_scenePos)), Qt::NoButton,
+                      Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(p_canvas.view.viewport(), &event);
+    QCoreApplication::processEvents();
+}
+
+/** In steps, as a hand does it. */
+void drag(CanvasFixture& p_canvas, const QPointF& p_from, const QPointF& p_way)
+{
+    p_canvas.press(p_from);
+    for (int step = 1; step <= 4; ++step) {
+        p_canvas.move(p_from + p_way * step / 4.0);
+    }
+    p_canvas.release(p_from + p_way);
+}
+
+/** What asks for a panel or is a pop-up. */
+struct Openings {
+    explicit Openings(TzProgramView& p_view)
+        : keyboard(&p_view, &TzProgramView::showNumKeyboardSignal),
+          voice(&p_view, &TzProgramView::showVoiceSignal),
+          expression(&p_view, &TzProgramView::showExpressionSignal),
+          panel(&p_view, &TzProgramView::showPanelSignal)
+    {
+    }
+
+    int count() const
+    {
+        const graphicsItem_Param* popUp = graphicsItem_Param::existing();
+        return keyboard.count() + voice.count() + expression.count() + panel.count() +
+               (popUp && popUp->isVisible() ? 1 : 0);
+    }
+
+    QSignalSpy keyboard;
+    QSignalSpy voice;
+    QSignalSpy expression;
+    QSignalSpy panel;
+};
+
+QRect seenOf(const CanvasFixture& p_canvas, const supermodule* p_block)
+{
+    return p_canvas.view.mapFromScene(p_block->sceneBoundingRect()).boundingRect();
+}
+} // namespace
+
+/** How the canvas answers the mouse: cursors, clicks and drags of drawers, zoom, where gaps are. */
+class FeelTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { graphicsItem_Param::dismiss(); }
+
+    void theHandIsOpenOverWhatCanBeDragged()
+    {
+        CanvasFixture canvas;
+        const supermodule* block = canvas.drop(s_forwardTime, QPointF(500, 300));
+        hover(canvas, QPointF(800, 100));
+        QCOMPARE(shape(canvas), Qt::OpenHandCursor);
+        hover(canvas, block->scenePos() + s_body);
+        QCOMPARE(shape(canvas), Qt::OpenHandCursor);
+        hover(canvas, block->scenePos() + s_drawer);
+        QCOMPARE(shape(canvas), Qt::ArrowCursor);
+        hover(canvas, block->scenePos() + s_drawer + QPointF(2, 1));
+        QCOMPARE(shape(canvas), Qt::ArrowCursor);
+        hover(canvas, canvas.main()->scenePos() + s_body);
+        QCOMPARE(shape(canvas), Qt::OpenHandCursor);
+    }
+
+    void thePopUpHasAnArrowAndLightButtons()
+    {
+        CanvasFixture canvas;
+        const supermodule* block = canvas.drop(s_speed, QPointF(500, 200));
+        canvas.click(block->scenePos() + s_drawer);
+        const graphicsItem_Param* popUp = graphicsItem_Param::existing();
+        QVERIFY(popUp && popUp->isVisible());
+        QPushButton& button = *popUp->buttons().at(1);
+        const QRectF place = button.graphicsProxyWidget()->sceneBoundingRect();
+        hover(canvas, popUp->sceneBoundingRect().topLeft() + QPointF(5, 88));
+        QCOMPARE(shape(canvas), Qt::ArrowCursor);
+        const auto seen = [&] {
+            const QRect rect(canvas.at(place.topLeft()), canvas.at(place.bottomRight()));
+            return canvas.view.viewport()->grab(rect).toImage();
+        };
+        const QImage before = seen();
+        hover(canvas, place.center());
+        QCOMPARE(shape(canvas), Qt::ArrowCursor);
+        const QImage lit = seen();
+        int lighter = 0;
+        for (int y = 0; y < lit.height(); ++y) {
+            for (int x = 0; x < lit.width(); ++x) {
+                const int was = qGreen(before.pixel(x, y));
+                const int is = qGreen(lit.pixel(x, y));
+                lighter += is != was && qAbs(is - was - (255 - was) * 0.08) <= 3;
+            }
+        }
+        QVERIFY2(2 * lighter > lit.width() * lit.height(), qPrintable(QString::number(lighter)));
+        hover(canvas, QPointF(800, 100));
+        QCOMPARE(seen(), before);
+        QCOMPARE(shape(canvas), Qt::OpenHandCursor);
+    }
+
+    void theHandIsClosedInADrag()
+    {
+        CanvasFixture canvas;
+        const supermodule* block = canvas.drop(s_forwardTime, QPointF(500, 300));
+        const QPointF from = block->scenePos() + s_body;
+        hover(canvas, from);
+        canvas.press(from);
+        QCOMPARE(shape(canvas), Qt::ClosedHandCursor);
+        canvas.move(from + QPointF(40, 30));
+        QCOMPARE(shape(canvas), Qt::ClosedHandCursor);
+        canvas.release(from + QPointF(40, 30));
+        QCOMPARE(shape(canvas), Qt::OpenHandCursor);
+        canvas.click(block->scenePos() + s_body);
+        QCOMPARE(shape(canvas), Qt::OpenHandCursor);
+    }
+
+    void aDrawerHasAnArrowUntilItIsDragged()
+    {
+        CanvasFixture canvas;
+        const supermodule* block = canvas.drop(s_forwardTime, QPointF(500, 300));
+        const QPointF from = block->scenePos() + s_drawer;
+        hover(canvas, from);
+        canvas.press(from);
+        QCOMPARE(shape(canvas), Qt::ArrowCursor);
+        canvas.move(from + QPointF(40, 30));
+        QCOMPARE(shape(canvas), Qt::ClosedHandCursor);
+        canvas.release(from + QPointF(40, 30));
+        // The mouse is still over the drawer.
+        QCOMPARE(shape(canvas), Qt::ArrowCursor);
+        hover(canvas, QPointF(800, 100));
+        QCOMPARE(shape(canvas), Qt::OpenHandCursor);
+    }
+
+    void theHandOpensHoweverADragEnds_data()
+    {
+        QTest::addColumn<int>("end");
+        QTest::newRow("released elsewhere") << 0;
+        QTest::newRow("another window") << 1;
+        QTest::newRow("deleted") << 2;
+        QTest::newRow("undone") << 3;
+        QTest::newRow("a new program") << 4;
+        QTest::newRow("dragged into the bin") << 5;
+        QTest::newRow("a second button") << 6;
+        QTest::newRow("copied") << 7;
+    }
+
+    void theHandOpensHoweverADragEnds()
+    {
+        QFETCH(int, end);
+        for (const QPointF& grip : {s_body, s_drawer}) {
+            CanvasFixture canvas;
+            const supermodule* block = canvas.drop(s_forwardTime, QPointF(500, 300));
+            const QPointF from = block->scenePos() + grip;
+            hover(canvas, from);
+            canvas.press(from);
+            canvas.move(from + QPointF(40, 30));
+            canvas.move(from + QPointF(60, 40));
+            QCOMPARE(shape(canvas), Qt::ClosedHandCursor);
+            QEvent away(QEvent::WindowDeactivate);
+            const QPointF below(from.x(), 800);
+            switch (end) {
+            case 0:
+                break;
+            case 1:
+                QApplication::sendEvent(&canvas.view, &away);
+                break;
+            case 2:
+                canvas.key(Qt::Key_Delete);
+                break;
+            case 3:
+                canvas.key(Qt::Key_Z, Qt::ControlModifier);
+                break;
+            case 4:
+                canvas.document.startAnew();
+                break;
+            case 5:
+                canvas.move(below);
+                canvas.release(below);
+                break;
+            case 6:
+                QTest::mousePress(canvas.view.viewport(), Qt::MiddleButton, Qt::NoModifier,
+                                  canvas.at(QPointF(900, 100)));
+                QTest::mouseRelease(canvas.view.viewport(), Qt::MiddleButton, Qt::NoModifier,
+                                    canvas.at(QPointF(900, 100)));
+                break;
+            default:
+                canvas.key(Qt::Key_C, Qt::ControlModifier);
+                break;
+            }
+            if (end != 0) {
+                QVERIFY(shape(canvas) != Qt::ClosedHandCursor);
+            }
+            hover(canvas, QPointF(900, 100));
+            QCOMPARE(shape(canvas), Qt::OpenHandCursor);
+            QCOMPARE(canvas.brokenInvariants(), QStringList());
+        }
+    }
+
+    void aPanEndsWithItsButton()
+    {
+        CanvasFixture canvas;
+        const QScrollBar& bar = *canvas.view.horizontalScrollBar();
+        const QPointF from(800, 400);
+        const QPoint at = canvas.at(from);
+        canvas.press(from);
+        QCOMPARE(shape(canvas), Qt::ClosedHandCursor);
+        const auto moveTo = [&](const QPoint& p_at, Qt::MouseButtons p_buttons) {
+            QMouseEvent event(QEvent::MouseMove, p_at, canvas.view.viewport()->mapToGlobal(p_at),
+                              Qt::NoButton, p_buttons, Qt::NoModifier);
+            QApplication::sendEvent(canvas.view.viewport(), &event);
+        };
+        const int before = bar.value();
+        moveTo(at - QPoint(50, 0), Qt::LeftButton);
+        QCOMPARE(bar.value(), before + 50);
+        // The release went elsewhere.
+        moveTo(at - QPoint(90, 0), Qt::NoButton);
+        moveTo(at - QPoint(130, 0), Qt::NoButton);
+        QCOMPARE(shape(canvas), Qt::OpenHandCursor);
+        QCOMPARE(bar.value(), before + 50);
+    }
+
+    void aDragByADrawerOpensNothing_data()
+    {
+        QTest::addColumn<int>("id");
+        QTest::newRow("number keyboard") << s_forwardTime;
+        QTest::newRow("pop-up") << s_speed;
+        QTest::newRow("notes") << s_piano;
+        QTest::newRow("sounds") << s_animal;
+        QTest::newRow("symbols") << s_symbol;
+        QTest::newRow("servo angle") << s_servo;
+    }
+
+    void aDragByADrawerOpensNothing()
+    {
+        QFETCH(int, id);
+        CanvasFixture canvas;
+        const supermodule* block = canvas.drop(id, QPointF(500, 250));
+        const Openings opened(canvas.view);
+        const QPointF place = block->scenePos();
+        drag(canvas, place + s_drawer, QPointF(60, 45));
+        QCOMPARE(block->scenePos(), place + QPointF(60, 45));
+        QCOMPARE(opened.count(), 0);
+        QVERIFY(!SelectableButton::current());
+        // There and back is a drag, too.
+        canvas.press(block->scenePos() + s_drawer);
+        canvas.move(block->scenePos() + s_drawer + QPointF(40, 0));
+        const QPointF back = block->scenePos() + s_drawer - QPointF(40, 0);
+        canvas.move(back);
+        canvas.release(back);
+        QCOMPARE(opened.count(), 0);
+        canvas.click(block->scenePos() + s_drawer);
+        QCOMPARE(opened.count(), 1);
+    }
+
+    void aHandThatTremblesStillClicks()
+    {
+        CanvasFixture canvas;
+        const supermodule* block = canvas.drop(s_forwardTime, QPointF(500, 250));
+        const Openings opened(canvas.view);
+        drag(canvas, block->scenePos() + s_drawer, QPointF(4, 0));
+        QCOMPARE(opened.count(), 1);
+        QVERIFY(SelectableButton::current());
+    }
+
+    void aZoomKeepsTheStartBlockInSight()
+    {
+        CanvasFixture canvas;
+        pressedModule.clear();
+        canvas.main()->setPos(5000, 5000);
+        canvas.view.centerOn(5400, 5200);
+        QVERIFY(canvas.view.viewport()->rect().contains(seenOf(canvas, canvas.main())));
+        for (const int way : {1, 1, 1, 1, 1, 1, 1, 1, 1, -1, -1, -1, -1, -1, -1, -1}) {
+            canvas.view.zoomView(way);
+            QVERIFY(canvas.view.viewport()->rect().contains(seenOf(canvas, canvas.main())));
+        }
+    }
+
+    void aZoomKeepsTheBlockLastPressedWhereItIs()
+    {
+        CanvasFixture canvas;
+        canvas.main()->setPos(5000, 5000);
+        canvas.view.centerOn(5450, 5250);
+        const supermodule* block = canvas.drop(s_forward, QPointF(5850, 5400));
+        canvas.click(block->scenePos() + s_body);
+        const QPoint before = seenOf(canvas, block).center();
+        for (const int way : {-1, -1, -1, 1, 1, 1, 1, 1}) {
+            canvas.view.zoomView(way);
+            QVERIFY((seenOf(canvas, block).center() - before).manhattanLength() < 20);
+        }
+        for (const int way : {1, 1, 1, 1}) {
+            canvas.view.zoomView(way);
+            QVERIFY(canvas.view.viewport()->rect().contains(seenOf(canvas, block)));
+        }
+        // A press on the ground doesn't forget it.
+        canvas.view.zoomView(0);
+        canvas.view.centerOn(5450, 5250);
+        canvas.click(QPointF(5500, 5050));
+        for (int i = 0; i < 9; ++i) {
+            canvas.view.zoomView(1);
+        }
+        QVERIFY(canvas.view.viewport()->rect().contains(seenOf(canvas, block)));
+        // The start block takes its place once it has gone.
+        canvas.click(block->scenePos() + s_body);
+        canvas.key(Qt::Key_Delete);
+        QVERIFY(!canvas.blocks().contains(const_cast<supermodule*>(block)));
+        canvas.view.zoomView(-1);
+        QVERIFY(canvas.view.viewport()->rect().contains(seenOf(canvas, canvas.main())));
+    }
+
+    void theGapIsWhereTheDraggedPictureBegins_data()
+    {
+        QTest::addColumn<int>("id");
+        QTest::addColumn<double>("scale");
+        // As on screens of 1280 and 1920 pixels.
+        for (const double scale : {0.5, 1.0}) {
+            for (const BlockRecord& record : blockRecords()) {
+                if (record.category != HiddenCategory) {
+                    QTest::newRow(qPrintable(QStringLiteral("%1 at %2").arg(record.id).arg(scale)))
+                        << record.id << scale;
+                }
+            }
+        }
+    }
+
+    void theGapIsWhereTheDraggedPictureBegins()
+    {
+        QFETCH(int, id);
+        QFETCH(double, scale);
+        CanvasFixture canvas;
+        supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
+        supermodule* second = canvas.dropBehind(first, s_forward);
+        supermodule* third = canvas.dropBehind(second, s_forward);
+        canvas.view.resetMatrix();
+        canvas.view.scale(scale, scale);
+        const int middle = QPixmap(findBlockRecord(id)->pressedImage).width() / 2;
+        for (const supermodule* place : {second, third}) {
+            // The cursor holds the picture by the middle of its upper edge.
+            const QPoint left = canvas.view.mapFromScene(place->scenePos());
+            canvas.dragOver(id, canvas.view.mapToScene(left + QPoint(middle, 5)));
+            const FeedbackModule* gap = canvas.view.preview();
+            QVERIFY(gap->isVisible());
+            const int away = canvas.view.mapFromScene(gap->scenePos()).x() - left.x();
+            QVERIFY2(qAbs(away) <= 10, qPrintable(QString::number(away)));
+            canvas.leave();
+        }
+    }
+
+    void aLoopHeldInAMouthLandsInIt_data()
+    {
+        QTest::addColumn<int>("inner");
+        QTest::addColumn<int>("outer");
+        QTest::addColumn<double>("scale");
+        for (const double scale : {0.5, 1.0}) {
+            for (const int inner : {s_for, s_untilTouch, s_forever}) {
+                for (const int outer : {s_for, s_untilTouch, s_forever}) {
+                    QTest::newRow(qPrintable(
+                        QStringLiteral("%1 into %2 at %3").arg(inner).arg(outer).arg(scale)))
+                        << inner << outer << scale;
+                }
+            }
+        }
+    }
+
+    void aLoopHeldInAMouthLandsInIt()
+    {
+        QFETCH(int, inner);
+        QFETCH(int, outer);
+        QFETCH(double, scale);
+        CanvasFixture canvas;
+        supermodule* before = canvas.dropBehind(canvas.main(), s_forward);
+        supermodule* loop = canvas.dropBehind(before, outer);
+        canvas.view.resetMatrix();
+        canvas.view.scale(scale, scale);
+        // Where the body begins, as a block in it shows.
+        supermodule* body =
+            canvas.drop(s_forward, loop->scenePos() + QPointF(outer == s_untilTouch ? 60 : 120, 0) +
+                                       QPointF(60 / scale, 10));
+        QCOMPARE(loop->left(), body);
+        const QPoint mouth = canvas.view.mapFromScene(body->scenePos());
+        canvas.view.deleteModule(body);
+        QVERIFY(!loop->left());
+        const int middle = QPixmap(findBlockRecord(inner)->pressedImage).width() / 2;
+        for (const int off : {0, 10, -10}) {
+            canvas.dragOver(inner, canvas.view.mapToScene(mouth + QPoint(middle + off, 5)));
+            const FeedbackModule* gap = canvas.view.preview();
+            QVERIFY(gap->isVisible());
+            QCOMPARE(gap->parentModule(), loop);
+            QCOMPARE(loop->left(), gap);
+            canvas.leave();
+        }
+    }
+};
+
+QTEST_MAIN(FeelTest)
+#include "feeltest.moc"
