@@ -12,7 +12,7 @@
 namespace
 {
 /** What may wait in memory while the disk is slower than the network. */
-constexpr qint64 s_bufferBytes = 1024 * 1024;
+constexpr qint64 s_bufferBytes = 1 << 20;
 } // namespace
 
 HttpDownload::HttpDownload(QObject* p_parent)

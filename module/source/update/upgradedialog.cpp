@@ -444,5 +444,5 @@ void UpgradeDialog::closeEvent(QCloseEvent* p_event)
     if (m_cancelButton->isEnabled()) {
         stopDownload();
     }
-    QWidget::closeEvent(p_event);
+    p_event->accept();
 }
