@@ -11,7 +11,7 @@ cd "$(dirname "$0")"
 step() { echo; echo "== $*"; }
 
 step "Packages"
-need build kit emulator run display check windows
+need build kit emulator run display check windows service
 
 step "Format"
 tools/check-format.sh

@@ -4,6 +4,7 @@
 #include "modules/mainmodule.h"
 #include "project/projectfile.h"
 #include "support/canvas/canvasfixture.h"
+#include "update/updateserver.h"
 
 #include <QApplication>
 #include <QDragEnterEvent>
@@ -26,6 +27,8 @@ const int s_halfWidth = 60;
 
 Bench::Bench()
 {
+    // Nobody listens there.
+    setUpdateServer(QStringLiteral("https://127.0.0.1:1"));
     if (QGuiApplication::platformName() == QLatin1String("offscreen")) {
         m_window.resize(1920, 1080);
         m_window.show();
@@ -35,7 +38,8 @@ Bench::Bench()
     if (!QTest::qWaitForWindowExposed(&m_window)) {
         qFatal("The window doesn't show.");
     }
-    // The window manager makes it as large as the screen in steps of its own.
+    // The window manager makes it as large as the screen in steps of its own, and the first check
+    // for updates comes and goes.
     QTest::qWait(300);
     view().viewport()->installEventFilter(this);
     paint();

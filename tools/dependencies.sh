@@ -11,6 +11,7 @@ tiler_packages() {
     run) echo fonts-noto-cjk libqt5gui5 ;;
     display) echo xvfb openbox xdotool scrot ;;
     check) echo clang-format clang-tidy valgrind ;;
+    service) echo nginx openssl ca-certificates ;;
     windows) echo g++-mingw-w64-x86-64-posix qt5-qmake ;;
     esac
 }

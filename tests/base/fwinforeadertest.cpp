@@ -67,13 +67,13 @@ private slots:
         QTest::addColumn<QByteArray>("version");
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("name");
-        QTest::newRow("empty") << 0 << QByteArray() << ""
+        QTest::newRow("empty") << 0 << QByteArray() << "0.0.0"
                                << "";
-        QTest::newRow("512 bytes") << 512 << QByteArray() << ""
+        QTest::newRow("512 bytes") << 512 << QByteArray() << "0.0.0"
                                    << "";
-        QTest::newRow("513 bytes") << 513 << QByteArray("\1") << "..1"
+        QTest::newRow("513 bytes") << 513 << QByteArray("\1") << "0.0.1"
                                    << "";
-        QTest::newRow("514 bytes") << 514 << QByteArray("\1\2") << ".2.1"
+        QTest::newRow("514 bytes") << 514 << QByteArray("\1\2") << "0.2.1"
                                    << "";
         QTest::newRow("515 bytes") << 515 << QByteArray("\1\2\3") << "3.2.1"
                                    << "";

@@ -34,9 +34,8 @@ struct ToCome {
  * window asks for each of its texts.
  */
 const ToCome s_windowsToCome[] = {
-    {"UpgradeDialog", false},      {"codeedittoolbar", false}, {"searchDialog", false},
-    {"replaceDialog", false},      {"gotoDialog", false},      {"editActionWindow", true},
-    {"editactionstoolbar", false},
+    {"codeedittoolbar", false}, {"searchDialog", false},    {"replaceDialog", false},
+    {"gotoDialog", false},      {"editActionWindow", true}, {"editactionstoolbar", false},
 };
 
 /** A single text to come in a context that asks for its other texts already. */

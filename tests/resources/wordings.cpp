@@ -15,7 +15,7 @@ struct Group {
 /**
  * Kept apart from the translations, which are held against it: never fill it from them. Where
  * two contexts word one text differently, each keeps its own, small and capital letters included.
- * The contexts from UpgradeDialog on belong to windows to come, whose English already stands in
+ * The contexts from codeedittoolbar on belong to windows to come, whose English already stands in
  * the translations.
  */
 const QVector<Group>& groups()

@@ -11,6 +11,7 @@ bool FwInfoReader::read(const QString& p_path)
         return false;
     }
     file.seek(512);
+    m_wasRead = true;
     m_version = file.read(4);
     file.seek(516);
     const QByteArray name = file.read(6);
@@ -21,13 +22,11 @@ bool FwInfoReader::read(const QString& p_path)
 
 QString FwInfoReader::versionText() const
 {
-    if (m_version.isEmpty()) {
+    if (!m_wasRead) {
         return QString();
     }
     const auto number = [this](int p_index) {
-        return p_index < m_version.size()
-                   ? QString::number(static_cast<signed char>(m_version.at(p_index)))
-                   : QString();
+        return p_index < m_version.size() ? static_cast<signed char>(m_version.at(p_index)) : 0;
     };
-    return QStringLiteral("%1.%2.%3").arg(number(2), number(1), number(0));
+    return QStringLiteral("%1.%2.%3").arg(number(2)).arg(number(1)).arg(number(0));
 }

@@ -23,7 +23,7 @@ public:
 
     /**
      * The version as text: bytes 2, 1 and 0 as signed decimal numbers with points between them.
-     * A byte that the file doesn't have leaves its place empty; no bytes at all give an empty text.
+     * A byte that the file doesn't have counts as 0. Empty before the first read() that succeeded.
      */
     QString versionText() const;
 
@@ -33,6 +33,7 @@ public:
 private:
     Q_DISABLE_COPY(FwInfoReader)
 
+    bool m_wasRead = false;
     QByteArray m_version;
     QString m_name;
 };

@@ -11,6 +11,7 @@
 #include "shell/codelayout.h"
 #include "shell/codepane.h"
 #include "shell/tztoolbar.h"
+#include "update/upgradedialog.h"
 
 #include <QCloseEvent>
 #include <QFileDialog>
@@ -31,6 +32,8 @@ const int s_toolBarHeight = 34;
 const int s_codePaneWidth = 400;
 const int s_paletteMinimum = 100;
 const int s_paletteMaximum = 236;
+/** From the end of the constructor to the first check for updates. */
+const int s_updateMilliseconds = 100;
 const char s_filter[] = "(*.tlrx)";
 const char s_untitled[] = "untitled";
 // The answers to the question about unsaved changes, by the button's place.
@@ -45,6 +48,7 @@ MainWindow::MainWindow(QWidget* p_parent)
     buildWindow();
     connectParts();
     setAcceptDrops(true);
+    QTimer::singleShot(s_updateMilliseconds, this, &MainWindow::startUpdates);
 }
 
 MainWindow::~MainWindow()
@@ -345,7 +349,24 @@ void MainWindow::appendCompiledData(const QString& path)
     m_document.actions().appendTo(path, ActionTail::ImageAndTrailer);
 }
 
-void MainWindow::onAppUpgrade() {}
+void MainWindow::startUpdates()
+{
+    m_upgradeDialog = new UpgradeDialog(this);
+    connect(m_upgradeDialog, &UpgradeDialog::firmwareArrivedSignal, m_toolBar,
+            &TzToolBar::showFirmwareNotice);
+    connect(m_upgradeDialog, &UpgradeDialog::updateFirmwareSignal, m_toolBar,
+            &TzToolBar::OnControlUpdate);
+    m_upgradeDialog->startCheck();
+    m_upgradeDialog->removeUsedInstaller();
+}
+
+void MainWindow::onAppUpgrade()
+{
+    if (m_upgradeDialog && !m_upgradeDialog->isVisible()) {
+        m_upgradeDialog->show();
+        m_upgradeDialog->startCheck();
+    }
+}
 
 void MainWindow::OnAutoSaveFile()
 {

@@ -12,6 +12,7 @@ class QSplitter;
 class QTextBrowser;
 class TzBlockWidget;
 class TzToolBar;
+class UpgradeDialog;
 
 /**
  * The one main window: tool bar, canvas, code pane and palette, wired to one another, and the
@@ -58,7 +59,7 @@ public slots:
     void OnEditPython() {}
     void OnEditActions();
     void onDownLoad(const QString& name);
-    /** Meant: without effect as long as there is no update dialog. */
+    /** Shows the update dialog and checks again; without effect while it shows already. */
     void onAppUpgrade();
     void OnOpenRecentFileSignal(const QString& name) { openPath(name); }
     void OnAutoSaveFile();
@@ -69,6 +70,8 @@ protected:
 private:
     void buildWindow();
     void connectParts();
+    /** Makes the update dialog, and with it all that has to do with the network. */
+    void startUpdates();
     bool mayLoseDocument();
     /** Asks where to save to; empty when the user thinks better of it. */
     QString askSavePath(const QString& p_title);
@@ -87,6 +90,8 @@ private:
      * The action editor, made when it is first shown. Destroyed before the document with its image.
      */
     std::unique_ptr<editActionWindow> m_actionWindow;
+    /** Null until shortly after the start. */
+    UpgradeDialog* m_upgradeDialog = nullptr;
     QSplitter* m_splitter = nullptr;
     QString m_fileName;
     int m_codeType;
