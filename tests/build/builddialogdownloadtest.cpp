@@ -202,9 +202,9 @@ private slots:
         QTest::newRow("518 bytes") << whole.left(518) << "ko"
                                    << "3.4.5" << downloaded;
         QTest::newRow("514 bytes") << whole.left(514) << ""
-                                   << ".4.5" << downloaded;
+                                   << "0.4.5" << downloaded;
         QTest::newRow("100 bytes") << whole.left(100) << ""
-                                   << "" << downloaded;
+                                   << "0.0.0" << downloaded;
         QTest::newRow("no file") << QByteArray() << ""
                                  << "" << downloadFailed;
     }
