@@ -532,6 +532,18 @@ private slots:
         QVERIFY(!QFile::exists(trace()));
     }
 
+    void whatIsNotTheWholeDownloadIsNotStarted()
+    {
+        startSlowDownload();
+        // A program of another length stands there when the download is over.
+        QVERIFY(QFile::remove(installerFile()));
+        QVERIFY(write(installerFile(), installerTelling(trace())));
+        QTRY_COMPARE_WITH_TIMEOUT(m_hands->text->text(), s_failed, 30000);
+        QVERIFY(m_dialog->isVisible());
+        QVERIFY(!QFile::exists(trace()));
+        QVERIFY(getString(s_deletedKey).isEmpty());
+    }
+
     void aCutConnectionStartsNoInstaller()
     {
         startSlowDownload();
