@@ -134,7 +134,7 @@ private slots:
         QFETCH(QString, folder);
         QFETCH(int, first);
         QFETCH(bool, onBothDisplays);
-        const QFileInfoList pictures = QDir(folder).entryInfoList({QStringLiteral("*.png")});
+        const QFileInfoList pictures = QDir(folder).entryInfoList({QStringLiteral("*[0-9].png")});
         QVERIFY(pictures.size() > 1);
         QStringList missing;
         for (const QFileInfo& picture : pictures) {
@@ -162,7 +162,9 @@ private slots:
             const QStringList words = line.split(QLatin1Char(' '));
             QTest::newRow(qPrintable(words.first())) << words.first() << QStringList(words.mid(1));
         }
-        QDirIterator pictures(QStringLiteral(":/expression"), {QStringLiteral("[0-9]*.png")},
+        // Not the fine ones, whose names end in "@2x".
+        QDirIterator pictures(QStringLiteral(":/expression"),
+                              {QStringLiteral("[0-9].png"), QStringLiteral("[0-9][0-9].png")},
                               QDir::Files, QDirIterator::Subdirectories);
         int count = 0;
         for (; pictures.hasNext(); pictures.next()) {

@@ -1,5 +1,5 @@
-#include "proj/blockpanel.h"
 #include "palettebench.h"
+#include "watchedpanel.h"
 
 #include <QApplication>
 #include <QDataStream>
@@ -10,28 +10,10 @@
 #include <QToolTip>
 #include <QtTest>
 
-#include <functional>
 #include <memory>
 
 namespace
 {
-/** A strip whose drags end at once, after a look at them. */
-class WatchedPanel : public BlockPanel
-{
-public:
-    using BlockPanel::BlockPanel;
-
-    std::function<void(QDrag&)> m_onDrag;
-
-protected:
-    void runDrag(QDrag& p_drag) override
-    {
-        m_onDrag(p_drag);
-        // A platform deletes the drag when it has ended.
-        p_drag.deleteLater();
-    }
-};
-
 /** Keeps the drag that a widget starts. */
 class DragCatcher : public QObject
 {

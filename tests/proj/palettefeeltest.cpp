@@ -1,34 +1,13 @@
 #include "palettebench.h"
 #include "proj/palettebar.h"
+#include "watchedpanel.h"
 
-#include <QDrag>
 #include <QLabel>
 #include <QPropertyAnimation>
 #include <QPushButton>
 
-#include <functional>
-
 namespace
 {
-/** A strip whose drags end at once, after what happens in them. */
-class WatchedPanel : public BlockPanel
-{
-public:
-    using BlockPanel::BlockPanel;
-
-    std::function<void(QDrag&)> m_onDrag;
-
-protected:
-    void runDrag(QDrag& p_drag) override
-    {
-        if (m_onDrag) {
-            m_onDrag(p_drag);
-        }
-        // A platform deletes the drag when it has ended.
-        p_drag.deleteLater();
-    }
-};
-
 QImage imageOf(QWidget& p_widget) { return p_widget.window()->grab().toImage(); }
 
 /** Where a widget stands in its window. */

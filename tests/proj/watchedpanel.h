@@ -1,0 +1,26 @@
+#pragma once
+
+#include "proj/blockpanel.h"
+
+#include <QDrag>
+
+#include <functional>
+
+/** A strip whose drags end at once, after what happens in them. */
+class WatchedPanel : public BlockPanel
+{
+public:
+    using BlockPanel::BlockPanel;
+
+    std::function<void(QDrag&)> m_onDrag;
+
+protected:
+    void runDrag(QDrag& p_drag) override
+    {
+        if (m_onDrag) {
+            m_onDrag(p_drag);
+        }
+        // A platform deletes the drag when it has ended.
+        p_drag.deleteLater();
+    }
+};
