@@ -347,6 +347,9 @@ void UpgradeDialog::onDownloadFinished()
         showDownloadFailure();
         return;
     }
+    if (!std::exchange(m_installerDue, false)) {
+        return;
+    }
     m_progress->setValue(100);
     storeUpdateVersion(m_version);
     setString(installerDeletedKey(), QStringLiteral("0"));
