@@ -93,6 +93,9 @@ private slots:
     void initTestCase()
     {
         configSetUp();
+        // A run that was killed may have left anything.
+        QFile::remove(updateFolder());
+        QDir(updateFolder()).removeRecursively();
         m_service = std::make_unique<UpdateService>();
         QVERIFY(m_service->start());
         m_service->addFile(s_large, QByteArray(400000, 'x'));
