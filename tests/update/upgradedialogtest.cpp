@@ -93,6 +93,9 @@ private slots:
     void initTestCase()
     {
         configSetUp();
+        // A run that was killed may have left anything.
+        QFile::remove(updateFolder());
+        QDir(updateFolder()).removeRecursively();
         m_service = std::make_unique<UpdateService>();
         QVERIFY(m_service->start());
         m_service->addFile(s_large, QByteArray(400000, 'x'));
@@ -530,6 +533,18 @@ private slots:
         QTRY_COMPARE(m_hands->text->text(), s_failed);
         QVERIFY(QDir(installerFile()).removeRecursively());
         QVERIFY(!QFile::exists(trace()));
+    }
+
+    void whatIsNotTheWholeDownloadIsNotStarted()
+    {
+        startSlowDownload();
+        // A program of another length stands there when the download is over.
+        QVERIFY(QFile::remove(installerFile()));
+        QVERIFY(write(installerFile(), installerTelling(trace())));
+        QTRY_COMPARE_WITH_TIMEOUT(m_hands->text->text(), s_failed, 30000);
+        QVERIFY(m_dialog->isVisible());
+        QVERIFY(!QFile::exists(trace()));
+        QVERIFY(getString(s_deletedKey).isEmpty());
     }
 
     void aCutConnectionStartsNoInstaller()
