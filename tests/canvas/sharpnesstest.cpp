@@ -47,6 +47,8 @@ double edgeWidth(const QImage& p_image, const QPoint& p_from, int p_to)
 }
 } // namespace
 
+Q_DECLARE_METATYPE(Prepare)
+
 /** On a canvas that is zoomed in, and on a fine screen, the edges of all pictures are sharp. */
 class SharpnessTest : public QObject
 {
@@ -135,8 +137,6 @@ private slots:
         }
     }
 };
-
-Q_DECLARE_METATYPE(Prepare)
 
 QTEST_MAIN(SharpnessTest)
 #include "sharpnesstest.moc"
