@@ -38,22 +38,24 @@ QString executable(const char* p_name)
                            : found;
 }
 
+// All paths are relative to the folder that nginx is started with: its own may hold blanks.
+
 /** Within http { }, behind the configuration of the service. */
 const char s_oddServers[] = R"(
 server {
     listen 127.0.0.1:@ODD@ ssl;
-    ssl_certificate @DIR@/server.pem;
-    ssl_certificate_key @DIR@/server.key;
+    ssl_certificate server.pem;
+    ssl_certificate_key server.key;
     default_type application/octet-stream;
-    location /slow/ { alias @DIR@/service/files/; limit_rate 64k; }
+    location /slow/ { alias service/files/; limit_rate 64k; }
     location /chunked/ {
-        alias @DIR@/service/files/; sub_filter_types *; sub_filter no-such-text x;
+        alias service/files/; sub_filter_types *; sub_filter no-such-text x;
     }
     location /slowchunked/ {
-        alias @DIR@/service/files/; sub_filter_types *; sub_filter no-such-text x; limit_rate 64k;
+        alias service/files/; sub_filter_types *; sub_filter no-such-text x; limit_rate 64k;
     }
     location /compressed/ {
-        alias @DIR@/service/files/; gzip on; gzip_types *;
+        alias service/files/; gzip on; gzip_types *;
     }
     location /elsewhere/ { rewrite ^/elsewhere/(.*)$ https://localhost:@PORT@/files/$1 redirect; }
     location /insecure/ { rewrite ^/insecure/(.*)$ http://127.0.0.1:@PORT@/files/$1 redirect; }
@@ -63,16 +65,16 @@ server {
 }
 server {
     listen 127.0.0.1:@STRANGER@ ssl;
-    ssl_certificate @DIR@/stranger.pem;
-    ssl_certificate_key @DIR@/stranger.key;
-    root @DIR@/service;
+    ssl_certificate stranger.pem;
+    ssl_certificate_key stranger.key;
+    root service;
     location = /app/version { try_files /answers/$tiler_answer =404; }
 }
 server {
     listen 127.0.0.1:@MISNAMED@ ssl;
-    ssl_certificate @DIR@/misnamed.pem;
-    ssl_certificate_key @DIR@/misnamed.key;
-    root @DIR@/service;
+    ssl_certificate misnamed.pem;
+    ssl_certificate_key misnamed.key;
+    root service;
     location = /app/version { try_files /answers/$tiler_answer =404; }
 }
 )";
@@ -81,19 +83,19 @@ server {
 const char s_main[] = R"(
 daemon off;
 master_process off;
-pid @DIR@/nginx.pid;
-error_log @DIR@/error.log;
+pid nginx.pid;
+error_log error.log;
 events { }
 http {
     log_format asked '$request_method $request_uri';
-    access_log @DIR@/access.log asked;
-    client_body_temp_path @DIR@/temp;
-    proxy_temp_path @DIR@/temp;
-    fastcgi_temp_path @DIR@/temp;
-    uwsgi_temp_path @DIR@/temp;
-    scgi_temp_path @DIR@/temp;
-    include @DIR@/update-service.conf;
-    include @DIR@/odd.conf;
+    access_log access.log asked;
+    client_body_temp_path temp;
+    proxy_temp_path temp;
+    fastcgi_temp_path temp;
+    uwsgi_temp_path temp;
+    scgi_temp_path temp;
+    include update-service.conf;
+    include odd.conf;
 }
 )";
 } // namespace
@@ -245,20 +247,18 @@ void UpdateService::writeConfiguration() const
     if (!file.open(QIODevice::ReadOnly)) {
         qFatal("the configuration of the service is missing");
     }
-    const QByteArray folder = QFile::encodeName(m_folder.path());
     QByteArray service = file.readAll();
     service.replace("@LISTEN@", "127.0.0.1:" + QByteArray::number(m_port))
         .replace("@NAME@", "localhost")
-        .replace("@CERTIFICATE@", folder + "/server.pem")
-        .replace("@KEY@", folder + "/server.key")
-        .replace("@FOLDER@", folder + "/service");
+        .replace("@CERTIFICATE@", "server.pem")
+        .replace("@KEY@", "server.key")
+        .replace("@FOLDER@", "service");
     writeFile(QStringLiteral("update-service.conf"), service);
     writeFile(QStringLiteral("odd.conf"),
               QByteArray(s_oddServers)
-                  .replace("@DIR@", folder)
                   .replace("@PORT@", QByteArray::number(m_port))
                   .replace("@ODD@", QByteArray::number(m_oddPort))
                   .replace("@STRANGER@", QByteArray::number(m_strangersPort))
                   .replace("@MISNAMED@", QByteArray::number(m_misnamedPort)));
-    writeFile(QStringLiteral("nginx.conf"), QByteArray(s_main).replace("@DIR@", folder));
+    writeFile(QStringLiteral("nginx.conf"), s_main);
 }
