@@ -55,7 +55,8 @@ MovedRegion::~MovedRegion()
             return;
         }
         const Look now = lookOf(before.module);
-        if (now.place != before.place || now.z != before.z || now.opacity != before.opacity) {
+        if (now.place != before.place || now.z != before.z || now.opacity != before.opacity ||
+            now.filled != before.filled) {
             add(before.place);
             add(now.place);
         }
@@ -81,5 +82,6 @@ MovedRegion::Look MovedRegion::lookOf(const supermodule* p_module) const
     const QRectF place = p_module->boundingRect().translated(p_module->pos());
     const bool seen =
         place.intersects(m_sight) && p_module->isVisible() && p_module->scene() == m_view.scene();
-    return {p_module, seen ? place : QRectF(), p_module->zValue(), p_module->opacity()};
+    return {p_module, seen ? place : QRectF(), p_module->zValue(), p_module->opacity(),
+            p_module->filledCorners()};
 }

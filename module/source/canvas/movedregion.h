@@ -1,5 +1,7 @@
 #pragma once
 
+#include "modules/jointpicture.h"
+
 #include <QMarginsF>
 #include <QRectF>
 #include <QVector>
@@ -24,7 +26,7 @@ QRegion regionOfBlocksIn(const QGraphicsView& p_view, const QRegion& p_painted);
  * before it changes blocks, so that no item adds a dirty rect of its own: the repaint takes place
  * at once, which also discards the pending update of the whole view.
  *
- * It sees place, size, visibility, stacking by z value, and opacity. Where blocks were created or
+ * It sees place, size, visibility, stacking by z value, opacity and filled corners. Where blocks were created or
  * deleted meanwhile the whole view is painted.
  */
 class MovedRegion
@@ -44,6 +46,7 @@ private:
         QRectF place;
         qreal z;
         qreal opacity;
+        BodyCorners filled;
     };
 
     Look lookOf(const supermodule* p_module) const;
