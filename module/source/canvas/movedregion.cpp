@@ -9,7 +9,7 @@
 #include <QGraphicsView>
 #include <QtMath>
 
-QMarginsF blockOverhang() { return QMarginsF(12, 30, 36, 72); }
+QMarginsF blockOverhang() { return QMarginsF(14, 30, 36, 72); }
 
 QRegion regionOfBlocksIn(const QGraphicsView& p_view, const QRegion& p_painted)
 {
@@ -55,8 +55,7 @@ MovedRegion::~MovedRegion()
             return;
         }
         const Look now = lookOf(before.module);
-        if (now.place != before.place || now.z != before.z || now.opacity != before.opacity ||
-            now.filled != before.filled) {
+        if (now.place != before.place || now.z != before.z || now.opacity != before.opacity) {
             add(before.place);
             add(now.place);
         }
@@ -82,6 +81,5 @@ MovedRegion::Look MovedRegion::lookOf(const supermodule* p_module) const
     const QRectF place = p_module->boundingRect().translated(p_module->pos());
     const bool seen =
         place.intersects(m_sight) && p_module->isVisible() && p_module->scene() == m_view.scene();
-    return {p_module, seen ? place : QRectF(), p_module->zValue(), p_module->opacity(),
-            p_module->filledCorners()};
+    return {p_module, seen ? place : QRectF(), p_module->zValue(), p_module->opacity()};
 }

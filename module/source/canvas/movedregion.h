@@ -1,7 +1,5 @@
 #pragma once
 
-#include "modules/jointpicture.h"
-
 #include <QMarginsF>
 #include <QRectF>
 #include <QVector>
@@ -11,8 +9,9 @@ class QRegion;
 class supermodule;
 
 /**
- * How far what belongs to a block is painted beyond its rectangle, in scene units: tabs and frames
- * to the right, the feet and drawers of an empty loop below, and everywhere the pixel that scaling
+ * How far what belongs to a block is painted beyond its rectangle, in scene units: to the left the
+ * corners of the block before, which are filled while this one is linked to it, to the right tabs
+ * and frames, below the feet and drawers of an empty loop, and everywhere the pixel that scaling
  * adds.
  */
 QMarginsF blockOverhang();
@@ -26,7 +25,7 @@ QRegion regionOfBlocksIn(const QGraphicsView& p_view, const QRegion& p_painted);
  * before it changes blocks, so that no item adds a dirty rect of its own: the repaint takes place
  * at once, which also discards the pending update of the whole view.
  *
- * It sees place, size, visibility, stacking by z value, opacity and filled corners. Where blocks were created or
+ * It sees place, size, visibility, stacking by z value, and opacity. Where blocks were created or
  * deleted meanwhile the whole view is painted.
  */
 class MovedRegion
@@ -46,7 +45,6 @@ private:
         QRectF place;
         qreal z;
         qreal opacity;
-        BodyCorners filled;
     };
 
     Look lookOf(const supermodule* p_module) const;
