@@ -100,6 +100,7 @@ public:
         showMenus();
         showMessages();
         showUpdates();
+        showEditor();
     }
 
 private:
@@ -148,6 +149,7 @@ private:
     void showMenus();
     void showMessages();
     void showUpdates();
+    void showEditor();
 
     Camera& m_camera;
     MainWindow m_window;
@@ -368,6 +370,10 @@ void Tour::showMessages()
     m_camera.shootDuring(QStringLiteral("about"), [&] { bar().OnAbout(); });
     m_camera.shootDuring(QStringLiteral("open"), [&] { m_window.OnOpenFile(); });
     m_camera.shootDuring(QStringLiteral("save"), [&] { m_window.OnSaveFile(); });
+}
+
+void Tour::showEditor()
+{
     m_window.OnEditActions();
     QTest::qWait(300);
     m_camera.shoot(QStringLiteral("action editor"));
@@ -395,14 +401,16 @@ void Tour::showUpdates()
     };
     const auto check = [&](const QByteArray& p_answer) {
         service.setAnswer(program, p_answer);
-        const QString before = hands.text->text();
         dialog.startCheck();
-        waitFor([&] { return hands.text->text() != before; });
+        const QString checking = hands.text->text();
+        waitFor([&] { return hands.text->text() != checking; });
         dialog.show();
         QTest::qWait(200);
     };
 
     // Hidden unless there is something to say, but these are states of it, too.
+    service.setAnswer(program, "{}");
+    dialog.startCheck();
     dialog.show();
     shoot("checking");
     check("<html>");
