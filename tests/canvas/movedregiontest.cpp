@@ -196,6 +196,7 @@ private slots:
         canvas.press(grip);
         canvas.move(grip + QPointF(0, 200));
         QVERIFY(!first->next());
+        QVERIFY(!block->filledCorners());
         showsWhatAFullPaintWould(canvas, 0);
         QCOMPARE(differing(cornerShown(), round), 0);
         canvas.move(grip + QPointF(0, 260));

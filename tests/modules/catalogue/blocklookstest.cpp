@@ -289,11 +289,16 @@ private slots:
     {
         Canvas canvas;
         supermodule* first = canvas.put(104, {300, 300});
+        supermodule* second = canvas.put(800, {});
+        first->appendModule(second);
+        first->updateTreeAndOpacity();
         canvas.dragOver(103, first->pos() + QPointF(180, 10));
-        QVERIFY(first->next() && first->next()->isPreview());
+        QVERIFY(first->next()->isPreview());
+        QCOMPARE(first->next()->next(), second);
         first->setOpacityTree(false);
         first->next()->hide();
         QVERIFY(canvas.groundIn(canvas.endOf(*first)) > 0);
+        QVERIFY(canvas.groundIn(QRectF(second->pos() + QPointF(0, 112), QSizeF(8, 8))) > 0);
         canvas.leave();
     }
 
@@ -391,6 +396,42 @@ private slots:
                 QVERIFY2(ground == 0, qPrintable(QStringLiteral("shift %1, at %2: %3 pixels")
                                                      .arg(shift)
                                                      .arg(place.x() - body.x())
+                                                     .arg(ground)));
+            }
+        }
+    }
+
+    void aHighMouthIsClosedBesideTheEndsOfItsBody_data()
+    {
+        aLoopsMouthIsClosedAroundItsBody_data();
+    }
+    void aHighMouthIsClosedBesideTheEndsOfItsBody()
+    {
+        QFETCH(int, id);
+        QFETCH(double, zoom);
+        Canvas canvas;
+        canvas.main()->hide();
+        supermodule* loop = canvas.put(id, {300, 300});
+        loop->hangModule(LeftLink, canvas.put(103, {}));
+        // It raises the mouth above both.
+        supermodule* inner = canvas.putTower(301);
+        inner->hangModule(LeftLink, canvas.put(104, {}));
+        supermodule* last = canvas.put(801, {});
+        loop->left()->appendModule(inner);
+        loop->left()->appendModule(last);
+        for (const int shift : {0, 1, 2}) {
+            loop->setPos(300 + shift, 300 + 3 * shift);
+            loop->updateTreeAndOpacity();
+            loop->setOpacityTree(false);
+            const qreal edge = qMax(1.0, 1 / zoom);
+            for (const QPointF& end :
+                 {loop->left()->scenePos(), last->scenePos() + QPointF(120, 0)}) {
+                canvas.zoom(zoom, end);
+                const int ground = canvas.groundIn(
+                    QRectF(end + QPointF(-14, edge), end + QPointF(16, 120 - edge)));
+                QVERIFY2(ground == 0, qPrintable(QStringLiteral("shift %1, at %2: %3 pixels")
+                                                     .arg(shift)
+                                                     .arg(end.x() - loop->x())
                                                      .arg(ground)));
             }
         }
