@@ -179,9 +179,9 @@ private slots:
                             22);
         const auto cornerShown = [&] {
             return shown(canvas.view)
-                .copy(QRect(canvas.view.viewport()->mapTo(&canvas.view, canvas.at(corner.topLeft())),
-                            canvas.view.viewport()->mapTo(&canvas.view,
-                                                          canvas.at(corner.bottomRight()))));
+                .copy(QRect(
+                    canvas.view.viewport()->mapTo(&canvas.view, canvas.at(corner.topLeft())),
+                    canvas.view.viewport()->mapTo(&canvas.view, canvas.at(corner.bottomRight()))));
         };
         QApplication::processEvents();
         const QImage round = cornerShown();

@@ -328,8 +328,9 @@ void Tour::showMenus()
     const QList<QPushButton*> buttons =
         bar().findChildren<QPushButton*>(QString(), Qt::FindDirectChildrenOnly);
     // One of them with a name as long as they get.
-    for (const char* name : {"square", "happy cat",
-                             "a program with a name that says all that it does, from first to last"}) {
+    for (const char* name :
+         {"square", "happy cat",
+          "a program with a name that says all that it does, from first to last"}) {
         putRecentFileFirst(
             QDir::home().filePath(QLatin1String("Tiler/") + QLatin1String(name) + ".tlrx"));
     }

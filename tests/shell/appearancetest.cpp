@@ -36,12 +36,11 @@ private slots:
         const QModelIndex date = view->model()->index(0, dates, view->rootIndex());
         QVERIFY(!date.data().toString().isEmpty());
         const int margin = 6;
-        const int needed =
-            view->fontMetrics().horizontalAdvance(date.data().toString()) + margin;
-        QTRY_VERIFY2(view->visualRect(date).width() >= needed,
-                     qPrintable(QStringLiteral("%1 for %2")
-                                    .arg(view->visualRect(date).width())
-                                    .arg(needed)));
+        const int needed = view->fontMetrics().horizontalAdvance(date.data().toString()) + margin;
+        QTRY_VERIFY2(
+            view->visualRect(date).width() >= needed,
+            qPrintable(
+                QStringLiteral("%1 for %2").arg(view->visualRect(date).width()).arg(needed)));
         // All that is in the view, with nothing beside.
         QVERIFY(view->visualRect(date).right() <= view->viewport()->width());
     }

@@ -36,8 +36,7 @@ void supermodule::fillCorners(BodyCorners p_corners, bool p_filled)
 void supermodule::fillJoint(supermodule* p_before, supermodule* p_behind)
 {
     // A preview lies beside round corners, as it may go again.
-    const bool filled =
-        p_before && p_behind && !p_before->isPreview() && !p_behind->isPreview();
+    const bool filled = p_before && p_behind && !p_before->isPreview() && !p_behind->isPreview();
     // Heads of loops tower above their neighbours: round where nothing stands beside them.
     const qreal higher =
         filled ? p_behind->boundingRect().top() - p_before->boundingRect().top() : 0;

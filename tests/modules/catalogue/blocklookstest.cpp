@@ -228,16 +228,14 @@ private slots:
                 first->updateTreeAndOpacity();
                 first->setOpacityTree(false);
                 canvas.zoom(zoom, second->pos());
-                const qreal top =
-                    qMax(first->boundingRect().top(), second->boundingRect().top());
+                const qreal top = qMax(first->boundingRect().top(), second->boundingRect().top());
                 // But for the edge, which smooth scaling mixes with the ground.
                 const qreal edge = qMax(1.0, 1 / zoom);
                 const QRectF joint(second->pos() + QPointF(-14, top + edge),
                                    second->pos() + QPointF(16, 120 - edge));
                 const int ground = canvas.groundIn(joint);
-                QVERIFY2(ground == 0, qPrintable(QStringLiteral("shift %1: %2 pixels")
-                                                     .arg(shift)
-                                                     .arg(ground)));
+                QVERIFY2(ground == 0,
+                         qPrintable(QStringLiteral("shift %1: %2 pixels").arg(shift).arg(ground)));
             }
             // Its end is as round as that of a block alone, and again where the joint was.
             const auto isRound = [&](const QRectF& p_corner) {

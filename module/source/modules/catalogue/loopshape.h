@@ -22,7 +22,8 @@ constexpr int LoopTopMargin = 20;
 /** Space behind the last block of a body. */
 constexpr int LoopEndMargin = 40;
 
-/** Where the first leg ends at the latest; the body of a loop with a narrow one overlaps it by 2. */
+/** Where the first leg ends at the latest; the body of a loop with a narrow one overlaps it by 2.
+ */
 constexpr int LegEnd = 120;
 constexpr int LegOverlap = 2;
 
