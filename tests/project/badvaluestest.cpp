@@ -284,7 +284,10 @@ private slots:
             for (int button = 0; block->button(button); ++button) {
                 use(block, button);
             }
-            QCOMPARE(joinedAttributes(ownAttributes(block)), joinedAttributes(expected));
+            QVERIFY2(ownAttributes(block) == expected,
+                     qPrintable(QStringLiteral("%1, by setRight() of this test %2")
+                                    .arg(joinedAttributes(ownAttributes(block)),
+                                         joinedAttributes(expected))));
             // A choice is none of the steps that can be taken back.
             QCOMPARE(view().undoStack().count(), 0);
         }
