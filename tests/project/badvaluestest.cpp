@@ -159,7 +159,10 @@ private slots:
             ownAttributes(std::unique_ptr<supermodule>(createModuleFromId(id)).get());
         for (int i = 0; i < values().size(); ++i) {
             expected[attribute] = taken(id, attribute, values().at(i));
-            QCOMPARE(joinedAttributes(ownAttributes(m_blocks.at(i))), joinedAttributes(expected));
+            const BlockAttributes own = ownAttributes(m_blocks.at(i));
+            QVERIFY2(own == expected,
+                     qPrintable(QStringLiteral("%1, by taken() of this test %2")
+                                    .arg(joinedAttributes(own), joinedAttributes(expected))));
         }
         draw();
         view().fitInView(view().scene()->itemsBoundingRect(), Qt::KeepAspectRatio);
