@@ -80,7 +80,12 @@ private slots:
         for (const BlockData& data : blockData()) {
             expected << QString::number(data.id()) + ' ' + data.value("caption");
         }
-        QCOMPARE(found.join(QLatin1Char('\n')), expected.join(QLatin1Char('\n')));
+        for (int i = 0; i < qMax(found.size(), expected.size()); ++i) {
+            QVERIFY2(found.value(i) == expected.value(i),
+                     qPrintable(QStringLiteral("place %1: \"%2\" in the catalogue, \"%3\" in "
+                                               "tests/data/blocks.json")
+                                    .arg(QString::number(i), found.value(i), expected.value(i))));
+        }
     }
 
     void everyBlock_data()
