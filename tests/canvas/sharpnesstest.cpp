@@ -68,6 +68,14 @@ private slots:
         const auto block = [](int p_id) {
             return [p_id](Canvas& p_canvas) -> QGraphicsItem* { return added(p_canvas, p_id); };
         };
+        // Where nothing is linked its corners are round.
+        const auto loose = [](int p_id) {
+            return [p_id](Canvas& p_canvas) -> QGraphicsItem* {
+                supermodule* made = p_canvas.drop(p_id, QPointF(600, 400));
+                made->setOpacity(1);
+                return made;
+            };
+        };
         const auto widget = [](int p_id) {
             return [p_id](Canvas& p_canvas) -> QGraphicsItem* {
                 supermodule* made = added(p_canvas, p_id);
@@ -94,7 +102,7 @@ private slots:
         };
         row("pictogram", block(105), QPointF(16, 53), 20);
         row("sign in the middle", block(100), QPointF(30, 45), 15);
-        row("corner of a body", block(105), QPointF(-6, 4), 14);
+        row("corner of a body", loose(105), QPointF(-6, 4), 14);
         row("loop's bracket", block(301), QPointF(-6, -12), 14);
         row("drawer", block(100), QPointF(14, 131), 20);
         row("drawer's arrow", block(100), QPointF(50, 119), 9);
