@@ -102,7 +102,7 @@ private slots:
         };
         row("pictogram", block(105), QPointF(16, 53), 20);
         row("sign in the middle", block(100), QPointF(30, 45), 15);
-        row("corner of a body", loose(105), QPointF(-6, 4), 14);
+        row("corner of a body", loose(105), QPointF(-6, 8), 14);
         row("loop's bracket", block(301), QPointF(-6, -12), 14);
         row("drawer", block(100), QPointF(14, 131), 20);
         row("drawer's arrow", block(100), QPointF(50, 119), 9);
