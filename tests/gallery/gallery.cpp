@@ -126,231 +126,218 @@ private:
     }
     void clickAt(const QPointF& p_scenePos) { m_hands.click(p_scenePos); }
 
-    void showPalette();
-    void showBlocks();
-    void showLoops();
-    void showCopies();
-    void showDrags();
-    void showCode();
-    void showMenus();
-    void showMessages();
+    void showPalette()
+    {
+        startAnew();
+        m_camera.shoot(QStringLiteral("start"));
+        for (int tab = 0; tab < palette().folders().size(); ++tab) {
+            QTest::mouseClick(palette().folders().at(tab), Qt::LeftButton);
+            m_camera.shoot(QStringLiteral("tab %1").arg(tab + 1));
+        }
+    }
+    void showBlocks()
+    {
+        // Each block alone, with each of its buttons pressed; every chooser once.
+        QSet<QString> seen;
+        for (const BlockRecord& record : blockRecords()) {
+            if (record.category < 0) {
+                continue;
+            }
+            startAnew();
+            supermodule* block = behind(view().mainBlock(), record.id);
+            view().viewport()->repaint();
+            for (int i = 0; i < block->buttonCount(); ++i) {
+                const QRectF button = block->buttonRect(i);
+                clickAt(block->scenePos() + button.center());
+                QTest::qWait(20);
+                const graphicsItem_Param* popUp = graphicsItem_Param::existing();
+                QString what;
+                if (popUp && popUp->isVisible()) {
+                    what = QStringLiteral("pop-up %1 by %2")
+                               .arg(popUp->boundingRect().width())
+                               .arg(popUp->boundingRect().height());
+                }
+                if (palette().isChoosing() && palette().panel()) {
+                    what = QStringLiteral("panel");
+                }
+                const QImage strip = palette().grab().toImage();
+                const QString key = what + QString::number(qHashBits(strip.constBits(),
+                                                                     size_t(strip.sizeInBytes())));
+                if (!what.isEmpty() && !seen.contains(key)) {
+                    seen.insert(key);
+                    m_camera.shoot(QStringLiteral("%1, block %2").arg(what).arg(record.id));
+                }
+                QTest::mouseClick(view().viewport(), Qt::LeftButton, Qt::NoModifier,
+                                  QPoint(view().viewport()->width() - 30, 20));
+            }
+        }
+        int category = -1;
+        for (const BlockRecord& record : blockRecords()) {
+            const std::unique_ptr<supermodule> sample(createModuleFromId(record.id));
+            if (record.category < 0 || sample->hasConnector(LeftLink)) {
+                continue;
+            }
+            if (record.category != category) {
+                if (category >= 0) {
+                    m_camera.shoot(QStringLiteral("blocks of category %1").arg(category));
+                }
+                category = record.category;
+                startAnew();
+            }
+            behind(view().mainBlock()->lastOf(), record.id);
+        }
+        m_camera.shoot(QStringLiteral("blocks of category %1").arg(category));
+    }
+    void showLoops()
+    {
+        for (const BlockRecord& record : blockRecords()) {
+            const std::unique_ptr<supermodule> sample(createModuleFromId(record.id));
+            if (!sample->hasConnector(LeftLink)) {
+                continue;
+            }
+            const auto shoot = [&](const char* p_state) {
+                m_camera.shoot(QStringLiteral("loop %1 %2").arg(record.id).arg(p_state));
+            };
+            startAnew();
+            supermodule* loop = behind(view().mainBlock(), record.id);
+            shoot("empty");
+            into(loop, 104);
+            shoot("filled");
+            behind(loop->left(), record.id);
+            if (supermodule* inner = loop->left()->next()) {
+                into(inner, 900);
+            }
+            if (loop->hasConnector(NextLink)) {
+                behind(loop, 303);
+            }
+            shoot("nested");
+        }
+    }
+    void showCopies()
+    {
+        startAnew();
+        chain({104, 301, 801});
+        supermodule* loop = view().mainBlock()->next()->next();
+        into(loop, 103);
+        put(105, view().mainBlock()->scenePos() + QPointF(40, 260));
+        m_camera.shoot(QStringLiteral("loose block"));
+        clickAt(view().mainBlock()->next()->scenePos() + QPointF(30, 20));
+        m_hands.key(Qt::Key_C, Qt::ControlModifier);
+        m_camera.shoot(QStringLiteral("copied chain"));
+        QCursor::setPos(view().viewport()->mapToGlobal(
+            m_hands.at(view().mainBlock()->scenePos() + QPointF(260, 260))));
+        m_hands.key(Qt::Key_V, Qt::ControlModifier);
+        m_camera.shoot(QStringLiteral("pasted chain"));
+    }
+    void showDrags()
+    {
+        startAnew();
+        chain({104, 801});
+        const supermodule* first = view().mainBlock()->next();
+        m_hands.dragOver(306, first->scenePos() + QPointF(180, 10));
+        m_camera.shoot(QStringLiteral("preview of a link"));
+        m_hands.leave();
+        const QPointF grip = first->scenePos() + QPointF(30, 20);
+        m_hands.press(grip);
+        m_hands.move(grip + QPointF(0, 40));
+        m_camera.shoot(QStringLiteral("drag, bin closed"));
+        const QPointF below = view().mapToScene(200, view().viewport()->height() + 60);
+        m_hands.move(below);
+        m_camera.shoot(QStringLiteral("drag, bin open"));
+        m_hands.release(below);
+        for (const int steps : {-1, 1}) {
+            startAnew();
+            chain({104, 801, 301});
+            for (int i = 0; i < 5; ++i) {
+                view().zoomView(steps);
+            }
+            m_camera.shoot(steps < 0 ? QStringLiteral("small") : QStringLiteral("large"));
+        }
+    }
+    void showCode()
+    {
+        startAnew();
+        chain({100, 104, 301});
+        supermodule* loop = view().mainBlock()->lastOf();
+        into(loop, 306);
+        behind(loop, 800);
+        bar().OnShowCode();
+        QTest::qWait(50);
+        const QPoint over = m_hands.at(loop->scenePos() + QPointF(20, 20));
+        QTest::mouseMove(view().viewport(), over);
+        QMouseEvent move(QEvent::MouseMove, over, view().viewport()->mapToGlobal(over),
+                         Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(view().viewport(), &move);
+        m_camera.shoot(QStringLiteral("code, a loop is lit"));
+        QTextBrowser& pane = *m_window.codeBrowser();
+        QTextCursor cursor = pane.document()->find(QStringLiteral("wait"));
+        QTest::mouseClick(pane.viewport(), Qt::LeftButton, Qt::NoModifier,
+                          pane.cursorRect(cursor).center());
+        m_camera.shoot(QStringLiteral("code, a block is pointed at"));
+        bar().OnShowPythonCode();
+        m_camera.shoot(QStringLiteral("code, Python"));
+        bar().OnShowPythonCode();
+    }
+    void showMenus()
+    {
+        startAnew();
+        chain({104});
+        for (const bool onBlock : {true, false}) {
+            const QPointF at = view().mainBlock()->next()->scenePos() +
+                               (onBlock ? QPointF(30, 20) : QPointF(300, 260));
+            m_camera.shootDuring(onBlock ? QStringLiteral("menu of a block")
+                                         : QStringLiteral("menu of the canvas"),
+                                 [&] { m_hands.press(at, Qt::RightButton); });
+        }
+        const QList<QPushButton*> buttons =
+            bar().findChildren<QPushButton*>(QString(), Qt::FindDirectChildrenOnly);
+        for (QPushButton* button : buttons) {
+            const QString name =
+                button->toolTip().isEmpty() ? QStringLiteral("more") : button->toolTip();
+            if (button->menu()) {
+                m_camera.shootDuring(QStringLiteral("menu ") + name,
+                                     [&] { QTest::mouseClick(button, Qt::LeftButton); });
+            }
+        }
+        const QPoint middle = buttons.first()->rect().center();
+        QCursor::setPos(buttons.first()->mapToGlobal(middle));
+        QTest::qWait(100);
+        QHelpEvent tip(QEvent::ToolTip, middle, buttons.first()->mapToGlobal(middle));
+        QApplication::sendEvent(buttons.first(), &tip);
+        QTest::qWait(300);
+        m_camera.shoot(QStringLiteral("tool tip"));
+        bar().showFirmwareNotice();
+        m_camera.shoot(QStringLiteral("notice"));
+        bar().removeInfo();
+    }
+    void showMessages()
+    {
+        const QTemporaryDir folder;
+        startAnew();
+        documentModified = true;
+        m_camera.shootDuring(QStringLiteral("question about changes"),
+                             [&] { m_window.OnNewFile(); });
+        documentModified = false;
+        const QString bad = folder.filePath(QStringLiteral("bad.tlrx"));
+        DialogBench::write(bad, "no project");
+        m_camera.shootDuring(QStringLiteral("unreadable project"), [&] { m_window.openPath(bad); });
+        m_camera.shootDuring(QStringLiteral("missing project"), [&] {
+            m_window.openPath(folder.filePath(QStringLiteral("none.tlrx")));
+        });
+        m_camera.shootDuring(QStringLiteral("main program is not deleted"),
+                             [&] { view().OnDelSub(); });
+        m_camera.shootDuring(QStringLiteral("about"), [&] { bar().OnAbout(); });
+        m_camera.shootDuring(QStringLiteral("open"), [&] { m_window.OnOpenFile(); });
+        m_camera.shootDuring(QStringLiteral("save"), [&] { m_window.OnSaveFile(); });
+        m_window.OnEditActions();
+        QTest::qWait(300);
+        m_camera.shoot(QStringLiteral("action editor"));
+    }
 
     Camera& m_camera;
     MainWindow m_window;
     CanvasHands m_hands;
 };
-
-void Tour::showPalette()
-{
-    startAnew();
-    m_camera.shoot(QStringLiteral("start"));
-    for (int tab = 0; tab < palette().folders().size(); ++tab) {
-        QTest::mouseClick(palette().folders().at(tab), Qt::LeftButton);
-        m_camera.shoot(QStringLiteral("tab %1").arg(tab + 1));
-    }
-}
-
-void Tour::showBlocks()
-{
-    // Each block alone, with each of its buttons pressed; every chooser once.
-    QSet<QString> seen;
-    for (const BlockRecord& record : blockRecords()) {
-        if (record.category < 0) {
-            continue;
-        }
-        startAnew();
-        supermodule* block = behind(view().mainBlock(), record.id);
-        view().viewport()->repaint();
-        for (int i = 0; i < block->buttonCount(); ++i) {
-            const QRectF button = block->buttonRect(i);
-            clickAt(block->scenePos() + button.center());
-            QTest::qWait(20);
-            const graphicsItem_Param* popUp = graphicsItem_Param::existing();
-            QString what;
-            if (popUp && popUp->isVisible()) {
-                what = QStringLiteral("pop-up %1 by %2")
-                           .arg(popUp->boundingRect().width())
-                           .arg(popUp->boundingRect().height());
-            }
-            if (palette().isChoosing() && palette().panel()) {
-                what = QStringLiteral("panel");
-            }
-            const QImage strip = palette().grab().toImage();
-            const QString key =
-                what + QString::number(qHashBits(strip.constBits(), size_t(strip.sizeInBytes())));
-            if (!what.isEmpty() && !seen.contains(key)) {
-                seen.insert(key);
-                m_camera.shoot(QStringLiteral("%1, block %2").arg(what).arg(record.id));
-            }
-            QTest::mouseClick(view().viewport(), Qt::LeftButton, Qt::NoModifier,
-                              QPoint(view().viewport()->width() - 30, 20));
-        }
-    }
-    int category = -1;
-    for (const BlockRecord& record : blockRecords()) {
-        const std::unique_ptr<supermodule> sample(createModuleFromId(record.id));
-        if (record.category < 0 || sample->hasConnector(LeftLink)) {
-            continue;
-        }
-        if (record.category != category) {
-            if (category >= 0) {
-                m_camera.shoot(QStringLiteral("blocks of category %1").arg(category));
-            }
-            category = record.category;
-            startAnew();
-        }
-        behind(view().mainBlock()->lastOf(), record.id);
-    }
-    m_camera.shoot(QStringLiteral("blocks of category %1").arg(category));
-}
-
-void Tour::showLoops()
-{
-    for (const BlockRecord& record : blockRecords()) {
-        const std::unique_ptr<supermodule> sample(createModuleFromId(record.id));
-        if (!sample->hasConnector(LeftLink)) {
-            continue;
-        }
-        const auto shoot = [&](const char* p_state) {
-            m_camera.shoot(QStringLiteral("loop %1 %2").arg(record.id).arg(p_state));
-        };
-        startAnew();
-        supermodule* loop = behind(view().mainBlock(), record.id);
-        shoot("empty");
-        into(loop, 104);
-        shoot("filled");
-        behind(loop->left(), record.id);
-        if (supermodule* inner = loop->left()->next()) {
-            into(inner, 900);
-        }
-        if (loop->hasConnector(NextLink)) {
-            behind(loop, 303);
-        }
-        shoot("nested");
-    }
-}
-
-void Tour::showCopies()
-{
-    startAnew();
-    chain({104, 301, 801});
-    supermodule* loop = view().mainBlock()->next()->next();
-    into(loop, 103);
-    put(105, view().mainBlock()->scenePos() + QPointF(40, 260));
-    m_camera.shoot(QStringLiteral("loose block"));
-    clickAt(view().mainBlock()->next()->scenePos() + QPointF(30, 20));
-    m_hands.key(Qt::Key_C, Qt::ControlModifier);
-    m_camera.shoot(QStringLiteral("copied chain"));
-    QCursor::setPos(view().viewport()->mapToGlobal(
-        m_hands.at(view().mainBlock()->scenePos() + QPointF(260, 260))));
-    m_hands.key(Qt::Key_V, Qt::ControlModifier);
-    m_camera.shoot(QStringLiteral("pasted chain"));
-}
-
-void Tour::showDrags()
-{
-    startAnew();
-    chain({104, 801});
-    const supermodule* first = view().mainBlock()->next();
-    m_hands.dragOver(306, first->scenePos() + QPointF(180, 10));
-    m_camera.shoot(QStringLiteral("preview of a link"));
-    m_hands.leave();
-    const QPointF grip = first->scenePos() + QPointF(30, 20);
-    m_hands.press(grip);
-    m_hands.move(grip + QPointF(0, 40));
-    m_camera.shoot(QStringLiteral("drag, bin closed"));
-    const QPointF below = view().mapToScene(200, view().viewport()->height() + 60);
-    m_hands.move(below);
-    m_camera.shoot(QStringLiteral("drag, bin open"));
-    m_hands.release(below);
-    for (const int steps : {-1, 1}) {
-        startAnew();
-        chain({104, 801, 301});
-        for (int i = 0; i < 5; ++i) {
-            view().zoomView(steps);
-        }
-        m_camera.shoot(steps < 0 ? QStringLiteral("small") : QStringLiteral("large"));
-    }
-}
-
-void Tour::showCode()
-{
-    startAnew();
-    chain({100, 104, 301});
-    supermodule* loop = view().mainBlock()->lastOf();
-    into(loop, 306);
-    behind(loop, 800);
-    bar().OnShowCode();
-    QTest::qWait(50);
-    const QPoint over = m_hands.at(loop->scenePos() + QPointF(20, 20));
-    QTest::mouseMove(view().viewport(), over);
-    QMouseEvent move(QEvent::MouseMove, over, view().viewport()->mapToGlobal(over), Qt::NoButton,
-                     Qt::NoButton, Qt::NoModifier);
-    QApplication::sendEvent(view().viewport(), &move);
-    m_camera.shoot(QStringLiteral("code, a loop is lit"));
-    QTextBrowser& pane = *m_window.codeBrowser();
-    QTextCursor cursor = pane.document()->find(QStringLiteral("wait"));
-    QTest::mouseClick(pane.viewport(), Qt::LeftButton, Qt::NoModifier,
-                      pane.cursorRect(cursor).center());
-    m_camera.shoot(QStringLiteral("code, a block is pointed at"));
-    bar().OnShowPythonCode();
-    m_camera.shoot(QStringLiteral("code, Python"));
-    bar().OnShowPythonCode();
-}
-
-void Tour::showMenus()
-{
-    startAnew();
-    chain({104});
-    for (const bool onBlock : {true, false}) {
-        const QPointF at = view().mainBlock()->next()->scenePos() +
-                           (onBlock ? QPointF(30, 20) : QPointF(300, 260));
-        m_camera.shootDuring(onBlock ? QStringLiteral("menu of a block")
-                                     : QStringLiteral("menu of the canvas"),
-                             [&] { m_hands.press(at, Qt::RightButton); });
-    }
-    const QList<QPushButton*> buttons =
-        bar().findChildren<QPushButton*>(QString(), Qt::FindDirectChildrenOnly);
-    for (QPushButton* button : buttons) {
-        const QString name =
-            button->toolTip().isEmpty() ? QStringLiteral("more") : button->toolTip();
-        if (button->menu()) {
-            m_camera.shootDuring(QStringLiteral("menu ") + name,
-                                 [&] { QTest::mouseClick(button, Qt::LeftButton); });
-        }
-    }
-    const QPoint middle = buttons.first()->rect().center();
-    QCursor::setPos(buttons.first()->mapToGlobal(middle));
-    QTest::qWait(100);
-    QHelpEvent tip(QEvent::ToolTip, middle, buttons.first()->mapToGlobal(middle));
-    QApplication::sendEvent(buttons.first(), &tip);
-    QTest::qWait(300);
-    m_camera.shoot(QStringLiteral("tool tip"));
-    bar().showFirmwareNotice();
-    m_camera.shoot(QStringLiteral("notice"));
-    bar().removeInfo();
-}
-
-void Tour::showMessages()
-{
-    const QTemporaryDir folder;
-    startAnew();
-    documentModified = true;
-    m_camera.shootDuring(QStringLiteral("question about changes"), [&] { m_window.OnNewFile(); });
-    documentModified = false;
-    const QString bad = folder.filePath(QStringLiteral("bad.tlrx"));
-    DialogBench::write(bad, "no project");
-    m_camera.shootDuring(QStringLiteral("unreadable project"), [&] { m_window.openPath(bad); });
-    m_camera.shootDuring(QStringLiteral("missing project"),
-                         [&] { m_window.openPath(folder.filePath(QStringLiteral("none.tlrx"))); });
-    m_camera.shootDuring(QStringLiteral("main program is not deleted"), [&] { view().OnDelSub(); });
-    m_camera.shootDuring(QStringLiteral("about"), [&] { bar().OnAbout(); });
-    m_camera.shootDuring(QStringLiteral("open"), [&] { m_window.OnOpenFile(); });
-    m_camera.shootDuring(QStringLiteral("save"), [&] { m_window.OnSaveFile(); });
-    m_window.OnEditActions();
-    QTest::qWait(300);
-    m_camera.shoot(QStringLiteral("action editor"));
-}
 
 void showBuilds(Camera& p_camera)
 {

@@ -7,9 +7,9 @@
 #include "support/canvas/blockdata.h"
 #include "support/canvas/canvasfixture.h"
 #include "support/canvas/singleblock.h"
+#include "support/system/datatable.h"
 
 #include <QAbstractButton>
-#include <QApplication>
 #include <QGraphicsPixmapItem>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -58,6 +58,8 @@ void giveValue(supermodule* p_module, const QString& p_value)
 }
 } // namespace
 
+Q_DECLARE_METATYPE(const BlockData*)
+
 class CatalogueTest : public QObject
 {
     Q_OBJECT
@@ -85,10 +87,10 @@ private slots:
 
     void everyBlock_data()
     {
-        QTest::addColumn<int>("id");
+        QTest::addColumn<const BlockData*>("expected");
         for (const BlockData& data : blockData()) {
             QTest::newRow(qPrintable(QString::number(data.id()) + ' ' + data.value("english")))
-                << data.id();
+                << &data;
         }
     }
 
@@ -96,10 +98,8 @@ private slots:
 
     void everyBlockHasItsRecordWithPictureAndEnglishCaption()
     {
-        QFETCH(int, id);
-        const BlockData* expected = blockDataOf(id);
-        QVERIFY(expected);
-        const BlockRecord* record = findBlockRecord(id);
+        QFETCH(const BlockData*, expected);
+        const BlockRecord* record = findBlockRecord(expected->id());
         QVERIFY(record);
         QCOMPARE(record->category, expected->category());
         QCOMPARE(record->image, expected->value("picture"));
@@ -113,9 +113,8 @@ private slots:
 
     void everyBlockIsBuiltByTheFactoryWithItsConnectors()
     {
-        QFETCH(int, id);
-        const BlockData* expected = blockDataOf(id);
-        QVERIFY(expected);
+        QFETCH(const BlockData*, expected);
+        const int id = expected->id();
         const std::unique_ptr<supermodule> block = newBlock(id);
         QVERIFY(block);
         QCOMPARE(className(block.get()), expected->value("class"));
@@ -154,8 +153,9 @@ private slots:
 
     void everyBlockHasItsCopyFrameAndGivesItToCopies()
     {
-        QFETCH(int, id);
-        const QString path = blockDataOf(id)->value("copyFrame");
+        QFETCH(const BlockData*, expected);
+        const int id = expected->id();
+        const QString path = expected->value("copyFrame");
         // Every block that can be copied has one.
         QCOMPARE(QPixmap(path).isNull(), id == 0);
         const QImage expected = QPixmap(path).toImage();
@@ -167,7 +167,7 @@ private slots:
         for (int i = 0; i < parts.size(); ++i) {
             QVERIFY(parts.at(i)->type() != ButtonItemType || parts.indexOf(frame) < i);
         }
-        const bool isLoop = blockDataOf(id)->isLoop();
+        const bool isLoop = expected->isLoop();
         const auto shows = [&](supermodule& p_block) {
             const QGraphicsPixmapItem& item = p_block.selectItem();
             const QImage shown = item.pixmap().toImage();
@@ -194,9 +194,8 @@ private slots:
 
     void everyBlockStoresAndLoadsItsAttributes()
     {
-        QFETCH(int, id);
-        const BlockData* expected = blockDataOf(id);
-        QVERIFY(expected);
+        QFETCH(const BlockData*, expected);
+        const int id = expected->id();
         const std::unique_ptr<supermodule> block = newBlock(id);
         QCOMPARE(ownAttributes(block.get()), parsedAttributes(expected->value("new")));
         loadBlock(block.get(), expected->value("changed"));
@@ -233,9 +232,8 @@ private slots:
 
     void everyBlockIsCopiedWithWhatItsCopyKeeps()
     {
-        QFETCH(int, id);
-        const BlockData* expected = blockDataOf(id);
-        QVERIFY(expected);
+        QFETCH(const BlockData*, expected);
+        const int id = expected->id();
         const std::unique_ptr<supermodule> block = newBlock(id);
         loadBlock(block.get(), expected->value("changed"));
         const std::unique_ptr<supermodule> copy(block->clone());
@@ -254,19 +252,17 @@ private slots:
 
     void everyBlockIsPastedWithWhatItsCopyKeeps()
     {
-        QFETCH(int, id);
+        QFETCH(const BlockData*, expected);
+        const int id = expected->id();
         if (id == 0) {
             return;
         }
-        const BlockData* expected = blockDataOf(id);
-        QVERIFY(expected);
         CanvasFixture canvas;
         supermodule* block = canvas.drop(id, QPointF(500, 350));
         loadBlock(block, expected->value("changed"));
         block->setPos(400, 350);
         const QList<supermodule*> before = canvas.blocks();
-        canvas.press(block->scenePos() + QPointF(30, 30), Qt::RightButton);
-        canvas.view.contextMenu().close();
+        canvas.rightClick(block->scenePos() + QPointF(30, 30));
         canvas.view.OnCopyAndPaste();
         for (const supermodule* pasted : canvas.blocks()) {
             if (!before.contains(const_cast<supermodule*>(pasted))) {
@@ -302,10 +298,8 @@ private slots:
 
     void everyBlockSaysWhichParametersAreToBeModified()
     {
-        QFETCH(int, id);
-        const BlockData* expected = blockDataOf(id);
-        QVERIFY(expected);
-        const std::unique_ptr<supermodule> block = newBlock(id);
+        QFETCH(const BlockData*, expected);
+        const std::unique_ptr<supermodule> block = newBlock(expected->id());
         loadBlock(block.get(), expected->value("changed"));
         const QDomElement params = block->paramsElement();
         const QString names = expected->value("modified");
@@ -324,14 +318,13 @@ private slots:
 
     void everyBlockDropsLinksSavesAndOpens()
     {
-        QFETCH(int, id);
+        QFETCH(const BlockData*, expected);
+        const int id = expected->id();
         if (id == 0) {
             // There is one main block, which no tab of the palette offers.
             QCOMPARE(findBlockRecord(id)->category, -1);
             return;
         }
-        const BlockData* expected = blockDataOf(id);
-        QVERIFY(expected);
         CanvasFixture canvas;
         const int width = expected->isLoop() ? 280 : 120;
         supermodule* block = canvas.drop(id, QPointF(100 + 140 + 4 + width / 2, 190));
@@ -366,16 +359,13 @@ private slots:
 
     void noBlockHasPythonText()
     {
-        QFETCH(int, id);
-        QCOMPARE(newBlock(id)->pythonCode(), QString());
+        QFETCH(const BlockData*, expected);
+        QCOMPARE(newBlock(expected->id())->pythonCode(), QString());
     }
 
     void everyParameterGivesItsText_data()
     {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<QStringList>("values");
-        QTest::addColumn<QString>("attributes");
-        QTest::addColumn<QString>("text");
+        columns<int, QStringList, QString, QString>("id", "values", "attributes", "text");
         for (const BlockData& data : blockData()) {
             const auto choices = data.choices();
             QCOMPARE(choices.isEmpty(), data.value("new").isEmpty());
@@ -418,9 +408,7 @@ private slots:
 
     void aValueFromAFileGivesItsText_data()
     {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<QString>("attributes");
-        QTest::addColumn<QString>("text");
+        columns<int, QString, QString>("id", "attributes", "text");
         for (const BlockData& data : blockData()) {
             const QMap<QString, QString> texts = data.oddTexts();
             for (auto it = texts.begin(); it != texts.end(); ++it) {
@@ -446,11 +434,9 @@ private slots:
     void aNewBlockGivesItsText_data() { everyBlock_data(); }
     void aNewBlockGivesItsText()
     {
-        QFETCH(int, id);
-        const BlockData* expected = blockDataOf(id);
-        QVERIFY(expected);
+        QFETCH(const BlockData*, expected);
         const QString text = expected->text(expected->value("new"));
-        const std::unique_ptr<supermodule> block = newBlock(id);
+        const std::unique_ptr<supermodule> block = newBlock(expected->id());
         QCOMPARE(block->cCode(), text);
         block->button(0);
         QCOMPARE(block->cCode(), text);
@@ -470,8 +456,7 @@ private slots:
 
     void bodiesOfLoopsAreInTheirTexts_data()
     {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<QString>("text");
+        columns<int, QString>("id", "text");
         // The body: a turn, and a counted loop with a wait in it, and a backward behind that.
         const QString body = QStringLiteral("set_motor(1, speed1);set_motor(2, speed2);"
                                             "for(int i = 0;i < 10; ++i)\n{\nwait(1);\n}"
