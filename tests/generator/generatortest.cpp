@@ -312,10 +312,7 @@ private slots:
         QVERIFY(!generateProjectCode(CCode).contains("gi_1"));
     }
 
-    void anotherLanguageGivesAnEmptyText_data()
-    {
-        numberRows("language", {-1, 0, 3, 100});
-    }
+    void anotherLanguageGivesAnEmptyText_data() { numberRows("language", {-1, 0, 3, 100}); }
 
     void anotherLanguageGivesAnEmptyText()
     {

@@ -68,10 +68,7 @@ private slots:
         QCOMPARE(SelectableButton::current(), other->button(0));
     }
 
-    void aKeyOfEitherKeyboardIsAChange_data()
-    {
-        numberRows("id", {101, 104, 107, 113, 301});
-    }
+    void aKeyOfEitherKeyboardIsAChange_data() { numberRows("id", {101, 104, 107, 113, 301}); }
 
     void aKeyOfEitherKeyboardIsAChange()
     {
@@ -86,10 +83,7 @@ private slots:
         QVERIFY(documentModified);
     }
 
-    void aChoiceIsPainted_data()
-    {
-        numberRows("id", {100, 111, 113, 107, 308, 900, 901, 801});
-    }
+    void aChoiceIsPainted_data() { numberRows("id", {100, 111, 113, 107, 308, 900, 901, 801}); }
 
     void aChoiceIsPainted()
     {
