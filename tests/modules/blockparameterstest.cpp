@@ -142,21 +142,10 @@ private slots:
     void whatIsTypedStandsInTheFieldAndInTheText_data()
     {
         columns<int, QString, QString, QString>("id", "keys", "shown", "code");
-        const auto time = [](const char* p_name, const char* p_keys, const char* p_shown) {
-            row(p_name, 101, p_keys, p_shown,
-                QStringLiteral("wait(%1);\n").arg(QString::fromLatin1(p_shown).toInt()));
-        };
-        time("an emptied time waits for nothing", "<", "");
-        time("a time of six digits stays exact", "123457", "123457");
-        time("a time takes no seventh digit", "1234578", "123457");
-        const auto count = [](const char* p_name, const char* p_keys, const char* p_shown) {
-            row(p_name, 301, p_keys, p_shown,
-                QStringLiteral("for(int i = 0;i < %1; ++i)\n{\n}")
-                    .arg(QString::fromLatin1(p_shown).toInt()));
-        };
-        count("a count takes neither point nor minus", "4.-2", "42");
-        count("a count, delete", "4.-2<", "4");
-        count("an emptied count is zero", "<", "");
+        row("an emptied time waits for nothing", 101, "<", "", "wait(0);\n");
+        row("a time of six digits stays exact", 101, "123457", "123457", "wait(123457);\n");
+        row("a time takes no seventh digit", 101, "1234578", "123457", "wait(123457);\n");
+        row("an emptied count is zero", 301, "<", "", "for(int i = 0;i < 0; ++i)\n{\n}");
         const auto angle = [](const char* p_name, const QString& p_keys, const QString& p_shown,
                               int p_angle) {
             // The angle's position is 512 less 2.96 counts a degree, cut toward zero.
@@ -193,6 +182,18 @@ private slots:
         m_bench->tap(keys);
         QCOMPARE(tapped->button(0)->text(), shown);
         QCOMPARE(tapped->cCode(), code);
+    }
+
+    void aCountTakesDigitsAndDeleteAlone()
+    {
+        supermodule* block = m_bench->seen(301);
+        m_bench->clickButton(block, 0);
+        QCOMPARE(m_bench->raised, QStringList{"number 9"});
+        m_bench->type("4.-2");
+        QCOMPARE(block->button(0)->text(), QStringLiteral("42"));
+        QCOMPARE(block->cCode(), QStringLiteral("for(int i = 0;i < 42; ++i)\n{\n}"));
+        m_bench->type("<");
+        QCOMPARE(block->cCode(), QStringLiteral("for(int i = 0;i < 4; ++i)\n{\n}"));
     }
 
     void aRefusedAngleIsExplained_data()

@@ -158,7 +158,7 @@ private slots:
         const QString path = expected->value("copyFrame");
         // Every block that can be copied has one.
         QCOMPARE(QPixmap(path).isNull(), id == 0);
-        const QImage expected = QPixmap(path).toImage();
+        const QImage picture = QPixmap(path).toImage();
         const std::unique_ptr<supermodule> block = newBlock(id);
         // The buttons lie on the frame, although they are older.
         block->buttonCount();
@@ -174,8 +174,8 @@ private slots:
             // A loop's goes around its bracket, of which a corner stands as it is.
             return isLoop ? shown.copy(
                                 QRect(QPoint(0, -20) - item.offset().toPoint(), QSize(90, 30))) ==
-                                expected.convertToFormat(shown.format()).copy(0, 0, 90, 30)
-                          : shown == expected;
+                                picture.convertToFormat(shown.format()).copy(0, 0, 90, 30)
+                          : shown == picture;
         };
         QVERIFY(shows(*block));
         QVERIFY(!block->selectItem().isVisible());
