@@ -35,7 +35,7 @@ private slots:
         m_bench->palette->OnShowVoiceSignal(1);
         m_bench->palette->OnProgramMouse(6);
         QVERIFY(!m_bench->palette->isChoosing());
-        QCOMPARE(m_bench->blocks(), 5);
+        QCOMPARE(m_bench->blocks(), blocksOfCategory(SoundCategory));
     }
 
     void aPressOnTheEmptyCanvasLeavesBlocksAlone()
@@ -50,7 +50,7 @@ private slots:
         m_bench->palette->OnShowNumKeyboardSignal(9);
         QTest::mouseClick(&m_bench->tab(3), Qt::LeftButton);
         QVERIFY(!m_bench->palette->isChoosing());
-        QCOMPARE(m_bench->blocks(), 6);
+        QCOMPARE(m_bench->blocks(), blocksOfCategory(ControlCategory));
     }
 
     void theGroundTellsAChooserFromBlocks()

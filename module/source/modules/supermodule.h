@@ -304,8 +304,8 @@ protected:
     int buttonCentre(int p_index) const;
     /** The rule of a plain block of a size that stands where this one does. */
     BoundsRule plainBoundsRule(const QSizeF& p_size) const;
-    /** Gives the selection frame its picture, as the block is shaped now. */
-    virtual void drawSelectItem(QGraphicsPixmapItem& p_item, const QPixmap& p_frame);
+    /** Where paintSelection() paints, as the block is shaped now. */
+    virtual QRectF selectionArea(const QPixmap& p_frame) const;
     /** Draws the selection frame from its picture, in block coordinates. */
     virtual void paintSelection(QPainter* p_painter, const QPixmap& p_frame);
     /** Lays out the block's own body and returns the distance from here to the next block. */
@@ -348,7 +348,7 @@ private:
     mutable Socket m_rightCollision;
     /** Resource path of the frame's picture, which is loaded with the item. */
     QString m_selectPath;
-    std::unique_ptr<QGraphicsPixmapItem> m_selectItem;
+    std::unique_ptr<SelectFrame> m_selectItem;
     supermodule* m_parent = nullptr;
     supermodule* m_next = nullptr;
     supermodule* m_left = nullptr;

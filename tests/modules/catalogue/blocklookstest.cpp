@@ -402,6 +402,9 @@ private slots:
         }
         QVERIFY2(white > 200, qPrintable(QString::number(white)));
         QVERIFY2(grey > 400, qPrintable(QString::number(grey)));
+        // However far the block reaches: a loop may be a million pixels wide.
+        QCOMPARE(block->selectItem().pixmap().size(),
+                 QPixmap(blockDataOf(id)->value("copyFrame")).size());
         if (block->left() && full) {
             // It follows the body.
             block->removeChild(block->left());

@@ -125,19 +125,10 @@ protected:
         return rule;
     }
 
-    void drawSelectItem(QGraphicsPixmapItem& p_item, const QPixmap& p_frame) override
+    QRectF selectionArea(const QPixmap&) const override
     {
-        const QRect area = loopSelectionArea(static_cast<int>(Base::m_rect.top()),
-                                             static_cast<int>(Base::m_rect.right()));
-        QPixmap shown(area.size());
-        shown.fill(Qt::transparent);
-        {
-            QPainter painter(&shown);
-            painter.translate(-area.topLeft());
-            paintSelection(&painter, p_frame);
-        }
-        p_item.setPixmap(shown);
-        p_item.setOffset(area.topLeft());
+        return loopSelectionArea(static_cast<int>(Base::m_rect.top()),
+                                 static_cast<int>(Base::m_rect.right()));
     }
 
     void paintSelection(QPainter* p_painter, const QPixmap& p_frame) override
