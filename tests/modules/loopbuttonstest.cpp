@@ -1,5 +1,6 @@
 #include "dropping.h"
 #include "parameterbench.h"
+#include "support/canvas/blockdata.h"
 #include "support/system/datatable.h"
 
 #include <QAbstractButton>
@@ -31,7 +32,7 @@ private slots:
     void everyButtonOfALoopAndItsBodyCanBePressed_data()
     {
         columns<int, int>("loop", "inside");
-        for (int loop : {301, 303, 306, 307}) {
+        for (int loop : loopTypes()) {
             // One drawer, two drawers, and a loop.
             for (int inside : {104, 107, 306}) {
                 QTest::addRow("%d around %d", loop, inside) << loop << inside;
@@ -48,7 +49,8 @@ private slots:
             supermodule* body = bodyFirst ? m_bench->seen(inside, {300, 500}) : nullptr;
             supermodule* outer = m_bench->seen(loop, {300, 300});
             if (bodyFirst) {
-                const QPointF place = outer->scenePos() + QPointF(loop > 303 ? 60 : 140, 10);
+                const QPointF place =
+                    outer->scenePos() + QPointF(blockDataOf(loop)->bodyOffset() + 20, 10);
                 m_bench->drag(body, m_bench->at(place) - m_bench->at(body->scenePos()));
             } else {
                 body = dropOn(*m_bench, outer, LeftLink, inside);

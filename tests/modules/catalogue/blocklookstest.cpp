@@ -359,7 +359,7 @@ private slots:
     void aLoopsMouthIsClosedAroundItsBody_data()
     {
         columns<int, double>("id", "zoom");
-        for (const int id : {301, 303, 306, 307}) {
+        for (const int id : loopTypes()) {
             for (const double zoom : {0.5, 0.57, 0.6, 1.0, 1.3, 1.8}) {
                 QTest::addRow("%d at %g", id, zoom) << id << zoom;
             }
@@ -401,14 +401,13 @@ private slots:
     {
         QFETCH(int, id);
         QFETCH(double, zoom);
-        Canvas canvas;
-        canvas.main()->hide();
-        supermodule* loop = canvas.put(id, {300, 300});
-        loop->hangModule(LeftLink, canvas.put(103, {}));
+        m_bench->main()->hide();
+        supermodule* loop = m_bench->put(id, {300, 300});
+        loop->hangModule(LeftLink, m_bench->put(103, {}));
         // It raises the mouth above both.
-        supermodule* inner = canvas.putTower(301);
-        inner->hangModule(LeftLink, canvas.put(104, {}));
-        supermodule* last = canvas.put(801, {});
+        supermodule* inner = m_bench->putTower(301);
+        inner->hangModule(LeftLink, m_bench->put(104, {}));
+        supermodule* last = m_bench->put(801, {});
         loop->left()->appendModule(inner);
         loop->left()->appendModule(last);
         for (const int shift : {0, 1, 2}) {
@@ -418,8 +417,8 @@ private slots:
             const qreal edge = qMax(1.0, 1 / zoom);
             for (const QPointF& end :
                  {loop->left()->scenePos(), last->scenePos() + QPointF(120, 0)}) {
-                canvas.zoom(zoom, end);
-                const int ground = canvas.groundIn(
+                m_bench->zoom(zoom, end);
+                const int ground = m_bench->groundIn(
                     QRectF(end + QPointF(-14, edge), end + QPointF(16, 120 - edge)));
                 QVERIFY2(ground == 0, qPrintable(QStringLiteral("shift %1, at %2: %3 pixels")
                                                      .arg(shift)
@@ -441,7 +440,7 @@ private slots:
         for (const int shift : {0, 1, 2}) {
             loop->setPos(300 + shift, 300 + shift);
             m_bench->zoom(zoom, loop->pos() + QPointF(130, 40));
-            const int mouth = id > 303 ? 40 : 120;
+            const int mouth = blockDataOf(id)->bodyOffset();
             const QImage edge = m_bench->shown(
                 QRectF(loop->pos() + QPointF(mouth + 18, -8), QSizeF(186 - mouth, 16)));
             QVERIFY(edge.width() > 20);

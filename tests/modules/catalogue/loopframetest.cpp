@@ -2,6 +2,7 @@
 #include "modules/mainmodule.h"
 #include "modules/supermodule.h"
 #include "project/projectfile.h"
+#include "support/canvas/blockdata.h"
 #include "support/canvas/canvasfixture.h"
 #include "support/canvas/documentpicture.h"
 #include "support/system/datatable.h"
@@ -87,10 +88,10 @@ private slots:
     void aFrameHasNoSeamsAtAnySizeAndDepth_data()
     {
         columns<int, int>("id", "legWidth");
-        QTest::newRow("counted") << 301 << 120;
-        QTest::newRow("endless") << 303 << 120;
-        QTest::newRow("until infrared") << 306 << 40;
-        QTest::newRow("until touch") << 307 << 40;
+        for (const int id : loopTypes()) {
+            const BlockData& data = *blockDataOf(id);
+            QTest::newRow(qPrintable(data.value("class"))) << id << data.bodyOffset();
+        }
     }
 
     void aFrameHasNoSeamsAtAnySizeAndDepth()
