@@ -192,27 +192,31 @@ private:
     {
         return m_folder + QLatin1Char('/') + QLatin1String(p_name);
     }
-    QStringList log() const;
+    QStringList log() const
+    {
+        QFile file(installed("log/app-log.txt"));
+        if (!file.open(QIODevice::ReadOnly)) {
+            return {QStringLiteral("unreadable")};
+        }
+        QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
+        lines.removeLast();
+        return lines;
+    }
+
     /** Starts it with a project and waits until the project is open. */
     void start(QProcess& p_process, const QStringList& p_arguments = {}) const;
     /** Ends it, having seen that it still runs. */
-    static bool stop(QProcess& p_process);
+    static bool stop(QProcess& p_process)
+    {
+        const bool running = p_process.state() == QProcess::Running;
+        p_process.kill();
+        return p_process.waitForFinished(30000) && running;
+    }
 
     std::unique_ptr<QTemporaryDir> m_dir;
     QString project() const { return m_dir->filePath(QStringLiteral("square.tlrx")); }
     QString m_folder;
 };
-
-QStringList LogProgramTest::log() const
-{
-    QFile file(installed("log/app-log.txt"));
-    if (!file.open(QIODevice::ReadOnly)) {
-        return {QStringLiteral("unreadable")};
-    }
-    QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
-    lines.removeLast();
-    return lines;
-}
 
 void LogProgramTest::start(QProcess& p_process, const QStringList& p_arguments) const
 {
@@ -225,13 +229,6 @@ void LogProgramTest::start(QProcess& p_process, const QStringList& p_arguments) 
     }
     QVERIFY2(output.count(s_linked.toLatin1() + '>') >= s_links, output);
     p_process.setProperty("output", output);
-}
-
-bool LogProgramTest::stop(QProcess& p_process)
-{
-    const bool running = p_process.state() == QProcess::Running;
-    p_process.kill();
-    return p_process.waitForFinished(30000) && running;
 }
 
 QTEST_GUILESS_MAIN(LogProgramTest)

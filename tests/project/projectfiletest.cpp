@@ -6,6 +6,7 @@
 #include "project/programnameholder.h"
 #include "project/projectdocument.h"
 #include "support/canvas/canvasfixture.h"
+#include "support/system/files.h"
 
 #include <QAbstractButton>
 #include <QDomDocument>
@@ -33,19 +34,6 @@ public:
 };
 
 const QByteArray s_tail(ProjectTailSize, '\xa5');
-
-QByteArray read(const QString& p_path)
-{
-    QFile file(p_path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-}
-
-void write(const QString& p_path, const QByteArray& p_content)
-{
-    QFile file(p_path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(p_content), static_cast<qint64>(p_content.size()));
-}
 
 /** Answers the next message box with a button's place and notes what it said. */
 void answerWith(int p_button, QString* p_text)
@@ -88,7 +76,7 @@ private slots:
         m_canvas->dropBehind(loop, 105);
         QVERIFY(view().saveFile(path(), s_tail));
         const QString text = view().generateProjectCode(1);
-        const QByteArray file = read(path());
+        const QByteArray file = contentOf(path());
         QVERIFY(file.endsWith(s_tail));
 
         startAnew();
@@ -102,7 +90,7 @@ private slots:
         startAnew();
         QCOMPARE(view().openFile(path("b.tlrx")), 0);
         QVERIFY(view().saveFile(path("c.tlrx"), s_tail));
-        QCOMPARE(read(path("c.tlrx")), read(path("b.tlrx")));
+        QCOMPARE(contentOf(path("c.tlrx")), contentOf(path("b.tlrx")));
     }
 
     void theFileIsTheTextThatTheTagCovers()
@@ -111,7 +99,7 @@ private slots:
         m_canvas->document.setProgramNameHolder(&name);
         m_canvas->dropBehind(m_canvas->main(), 103);
         QVERIFY(view().saveFile(path()));
-        QByteArray text = read(path());
+        QByteArray text = contentOf(path());
         QVERIFY(text.startsWith("<!DOCTYPE vantrel>\n<vantrel "));
         QVERIFY(text.contains(" version=\"1.1.2\""));
         QVERIFY(text.contains(" company=\"Korvane\""));
@@ -153,12 +141,12 @@ private slots:
         supermodule* wait = m_canvas->dropBehind(m_canvas->main(), 101);
         wait->moduleKey = 5;
         QVERIFY(view().saveFile(path()));
-        const QByteArray first = read(path());
+        const QByteArray first = contentOf(path());
         for (int i = 0; i < 20; ++i) {
             // A new random seed each time, as in a new run.
             qSetGlobalQHashSeed(-1);
             QVERIFY(view().saveFile(path()));
-            QCOMPARE(read(path()), first);
+            QCOMPARE(contentOf(path()), first);
         }
     }
 
@@ -200,10 +188,10 @@ private slots:
         QFETCH(int, result);
         m_canvas->dropBehind(m_canvas->main(), 101);
         QVERIFY(view().saveFile(path()));
-        QByteArray text = read(path());
+        QByteArray text = contentOf(path());
         QVERIFY(text.size() < ProjectTailSize);
         QVERIFY(text.contains(before));
-        write(path(), (before.isEmpty() ? text : text.replace(before, after)) + actions);
+        putFile(path(), (before.isEmpty() ? text : text.replace(before, after)) + actions);
         QCOMPARE(view().openFile(path()), result);
         QCOMPARE(CanvasFixture::ids(m_canvas->main()), (QList<int>{0, 101}));
     }
@@ -212,10 +200,10 @@ private slots:
     {
         m_canvas->dropBehind(m_canvas->main(), 101);
         QVERIFY(view().saveFile(path()));
-        QByteArray text = withoutTag(read(path()));
+        QByteArray text = withoutTag(contentOf(path()));
         QVERIFY(!text.contains("tagCheck"));
         text.replace("n=\"1\"", "n=\"2.5\"");
-        write(path(), text);
+        putFile(path(), text);
         QCOMPARE(view().openFile(path()), 0);
         QVERIFY(view().generateProjectCode(1).contains(QStringLiteral("wait(2.5);")));
     }
@@ -234,7 +222,7 @@ private slots:
 
     void aFileOfTheActionDatasSizeIsRefused()
     {
-        write(path(), s_tail);
+        putFile(path(), s_tail);
         QCOMPARE(view().openFile(path()), int(ProjectUnreadable));
     }
 
@@ -342,7 +330,7 @@ private slots:
         QVERIFY(branch);
         QCOMPARE(branch->id, 101);
         QVERIFY(view().saveFile(path("b.tlrx")));
-        QVERIFY(read(path("b.tlrx")).contains("<right>"));
+        QVERIFY(contentOf(path("b.tlrx")).contains("<right>"));
     }
 
     void theProgramsNameIsBroughtInWhateverItIs()
@@ -364,8 +352,8 @@ private slots:
         NameHolder name;
         m_canvas->document.setProgramNameHolder(&name);
         // A project can bring such codes in: as references they are read.
-        write(path(),
-              "<vantrel downname=\"a&#65535;&#65534;b&#55296;c&#56320;\xf0\x9f\x98\x80&#1;\"/>");
+        putFile(path(),
+                "<vantrel downname=\"a&#65535;&#65534;b&#55296;c&#56320;\xf0\x9f\x98\x80&#1;\"/>");
         QCOMPARE(view().openFile(path()), 0);
         QVERIFY(name.name.contains(QChar(0xffff)));
         QVERIFY(view().saveFile(path("b.tlrx"), s_tail));
@@ -397,8 +385,8 @@ private slots:
         supermodule* loose = m_canvas->drop(101, QPointF(700, 400));
         view().deleteModule(loose);
         recentFiles = QStringList{QStringLiteral("/x.tlrx")};
-        write(path("text"), "no project");
-        write(path("tag"), "<vantrel><basenode/><tagCheck value=\"1\"/></vantrel>");
+        putFile(path("text"), "no project");
+        putFile(path("tag"), "<vantrel><basenode/><tagCheck value=\"1\"/></vantrel>");
         QCOMPARE(view().openFile(path("text")), int(ProjectUnreadable));
         QCOMPARE(view().openFile(path("tag")), int(ProjectWrongTag));
         QCOMPARE(m_canvas->main()->next(), first);
@@ -416,7 +404,7 @@ private slots:
         QCOMPARE(mkfifo(pipe.constData(), 0600), 0);
         QCOMPARE(view().openFile(QString::fromLocal8Bit(pipe)), int(ProjectUnreadable));
 #endif
-        write(path("empty"), QByteArray());
+        putFile(path("empty"), QByteArray());
         QCOMPARE(view().openFile(path("empty")), int(ProjectUnreadable));
     }
 
@@ -449,7 +437,7 @@ private slots:
         QVERIFY(!view().saveFile(m_dir.path(), s_tail));
         QVERIFY(recentFiles.isEmpty());
         QVERIFY(view().saveFile(path(), s_tail));
-        const QByteArray old = read(path());
+        const QByteArray old = contentOf(path());
         QTemporaryDir sealed;
         const QString inside = sealed.filePath(QStringLiteral("a.tlrx"));
         QVERIFY(QFile::copy(path(), inside));
@@ -463,7 +451,7 @@ private slots:
                                           QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
         }
 #endif
-        QCOMPARE(read(inside), old);
+        QCOMPARE(contentOf(inside), old);
     }
 
     void theTemporaryFileHoldsHeadsAlone()
@@ -475,7 +463,7 @@ private slots:
         m_canvas->dropBehind(loose, 102);
         QVERIFY(view().saveTempFile(path(), s_tail));
         QVERIFY(recentFiles.isEmpty());
-        const QByteArray text = read(path());
+        const QByteArray text = contentOf(path());
         QCOMPARE(text.count("<module "), 2);
         QVERIFY(text.contains("id=\"104\""));
         QVERIFY(text.endsWith(s_tail));
@@ -529,7 +517,7 @@ private:
     }
     int openText(const QByteArray& p_modules)
     {
-        write(path(), "<vantrel>" + p_modules + "</vantrel>");
+        putFile(path(), "<vantrel>" + p_modules + "</vantrel>");
         return view().openFile(path());
     }
 };
