@@ -76,7 +76,8 @@ private slots:
 private:
     QByteArray example() const
     {
-        QFile file(QDir(QStringLiteral(CORPUS_DIR)).filePath(QStringLiteral("example-square.tlrx")));
+        QFile file(
+            QDir(QStringLiteral(CORPUS_DIR)).filePath(QStringLiteral("example-square.tlrx")));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
