@@ -77,7 +77,7 @@ private slots:
     void elementsOfAnArrayThatAreNoTextsGiveEmptyTexts()
     {
         const QJsonArray array{QStringLiteral("1.1.3"), 5, true};
-        QCOMPARE(toStringList(array), QStringList({QStringLiteral("1.1.3"), QString(), QString()}));
+        QCOMPARE(toStringList(array), QStringList({"1.1.3", QString(), QString()}));
     }
 
     void aTextIsWrittenAsLatin1AndReplacesALongerFile()

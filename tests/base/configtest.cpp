@@ -74,7 +74,7 @@ private slots:
         configSetUp();
         QCOMPARE(getString(QStringLiteral("lang.current")), QStringLiteral("1"));
         QCOMPARE(getStringList(QStringLiteral("app_upgrade.ignore_version")),
-                 QStringList({QStringLiteral("1.1.3")}));
+                 QStringList({"1.1.3"}));
     }
 
     void aValueThatWasNotSavedIsNotInTheFile()

@@ -117,7 +117,7 @@ private slots:
 
     void aChinesePathIsWrittenAsUtf8AndReadBackGarbled()
     {
-        recentFiles = QStringList{QStringLiteral("/车.tlrx")};
+        recentFiles = QStringList{"/车.tlrx"};
         writeRecentFiles(listFile());
         QCOMPARE(content(), QByteArray("/\xE8\xBD\xA6.tlrx\n"));
         recentFiles.clear();
@@ -179,7 +179,7 @@ private slots:
 
     void aChinesePathDoesNotGrowForEver()
     {
-        recentFiles = QStringList{"/a.tlrx", QStringLiteral("/我的车/小车.tlrx"), "/b.tlrx"};
+        recentFiles = QStringList{"/a.tlrx", "/我的车/小车.tlrx", "/b.tlrx"};
         // Each start and end makes it longer, twice as long at worst.
         for (int start = 0; start < 30; ++start) {
             writeRecentFiles(listFile());

@@ -165,16 +165,15 @@ private slots:
         QTest::addColumn<QString>("version");
         QTest::addColumn<QString>("result");
         const QByteArray whole = QByteArray(512, 'x') + QByteArray("\5\4\3\2", 4) + "korv-9tail";
-        QTest::newRow("whole") << whole << "korv-9"
-                               << "3.4.5" << downloaded;
-        QTest::newRow("518 bytes") << whole.left(518) << "ko"
-                                   << "3.4.5" << downloaded;
-        QTest::newRow("514 bytes") << whole.left(514) << ""
-                                   << "0.4.5" << downloaded;
-        QTest::newRow("100 bytes") << whole.left(100) << ""
-                                   << "0.0.0" << downloaded;
-        QTest::newRow("no file") << QByteArray() << ""
-                                 << "" << downloadFailed;
+        const auto row = [](const char* p_name, const QByteArray& p_file, const char* p_projectId,
+                            const char* p_version, const QString& p_result) {
+            QTest::newRow(p_name) << p_file << p_projectId << p_version << p_result;
+        };
+        row("whole", whole, "korv-9", "3.4.5", downloaded);
+        row("518 bytes", whole.left(518), "ko", "3.4.5", downloaded);
+        row("514 bytes", whole.left(514), "", "0.4.5", downloaded);
+        row("100 bytes", whole.left(100), "", "0.0.0", downloaded);
+        row("no file", QByteArray(), "", "", downloadFailed);
     }
 
     void theFirmwaresFieldsAreLogged()

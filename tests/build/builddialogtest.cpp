@@ -251,7 +251,7 @@ private slots:
         const LogKeeper log;
         m_bench->buildUntil(compileFailed);
         QCOMPARE(m_bench->dialog().compilerMessages(),
-                 QStringList({"3:5: error: no such thing", QStringLiteral("7:1: 错误: ;")}));
+                 QStringList({"3:5: error: no such thing", "7:1: 错误: ;"}));
         QVERIFY(log.messages().join('\n').contains("other.c:9:9: error: elsewhere"));
     }
 

@@ -57,7 +57,7 @@ private slots:
         m_dir = std::make_unique<QTemporaryDir>();
         // A document with a chain, a loose block, and something to take back.
         m_canvas = std::make_unique<CanvasFixture>();
-        recentFiles = QStringList{QStringLiteral("/before.tlrx")};
+        recentFiles = QStringList{"/before.tlrx"};
         supermodule* loop = m_canvas->dropBehind(m_canvas->main(), 301);
         m_canvas->drop(104, loop->scenePos() + QPointF(160, 20));
         view().deleteModule(m_canvas->drop(101, QPointF(700, 450)));
@@ -358,7 +358,7 @@ private slots:
         QCOMPARE(CanvasFixture::ids(m_canvas->main()), chain);
         QCOMPARE(m_canvas->blocks().size(), blocks);
         QVERIFY(!view().undoStack().canUndo());
-        QCOMPARE(recentFiles, (QStringList{path(), QStringLiteral("/before.tlrx")}));
+        QCOMPARE(recentFiles, (QStringList{path(), "/before.tlrx"}));
         QCOMPARE(worksOn(), QString());
         // And the canvas is as usable as ever.
         m_canvas->dropBehind(m_canvas->main(), 103);

@@ -366,7 +366,7 @@ private slots:
     {
         QSignalSpy menus(&view(), &TzProgramView::updateRecentMenuSignal);
         const QString gone = path("gone.tlrx");
-        recentFiles = QStringList{gone, QStringLiteral("/b.tlrx")};
+        recentFiles = QStringList{gone, "/b.tlrx"};
         QString said;
         answerWith(1, &said);
         QCOMPARE(view().openFile(gone), int(ProjectMissing));
@@ -375,7 +375,7 @@ private slots:
         QCOMPARE(menus.size(), 0);
         answerWith(0, &said);
         QCOMPARE(view().openFile(gone), int(ProjectMissing));
-        QCOMPARE(recentFiles, QStringList{QStringLiteral("/b.tlrx")});
+        QCOMPARE(recentFiles, QStringList{"/b.tlrx"});
         QCOMPARE(menus.size(), 1);
     }
 
@@ -384,13 +384,13 @@ private slots:
         supermodule* first = m_canvas->dropBehind(m_canvas->main(), 103);
         supermodule* loose = m_canvas->drop(101, QPointF(700, 400));
         view().deleteModule(loose);
-        recentFiles = QStringList{QStringLiteral("/x.tlrx")};
+        recentFiles = QStringList{"/x.tlrx"};
         putFile(path("text"), "no project");
         putFile(path("tag"), "<vantrel><basenode/><tagCheck value=\"1\"/></vantrel>");
         QCOMPARE(view().openFile(path("text")), int(ProjectUnreadable));
         QCOMPARE(view().openFile(path("tag")), int(ProjectWrongTag));
         QCOMPARE(m_canvas->main()->next(), first);
-        QCOMPARE(recentFiles, QStringList{QStringLiteral("/x.tlrx")});
+        QCOMPARE(recentFiles, QStringList{"/x.tlrx"});
         QVERIFY(view().undoStack().canUndo());
         view().undoStack().undo();
         QCOMPARE(m_canvas->blocks().size(), 3);

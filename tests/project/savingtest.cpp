@@ -94,7 +94,7 @@ private slots:
     {
         m_dir = std::make_unique<QTemporaryDir>();
         m_canvas = std::make_unique<CanvasFixture>();
-        recentFiles = QStringList{QStringLiteral("/before.tlrx")};
+        recentFiles = QStringList{"/before.tlrx"};
         show(*m_canvas, 0);
     }
 
@@ -126,8 +126,7 @@ private slots:
         QVERIFY(found[0] > 0);
         QVERIFY(found[1] > 0);
         // What a killed save leaves beside the project is no project by its name.
-        QCOMPARE(QDir(m_dir->path()).entryList({QStringLiteral("*.tlrx")}),
-                 QStringList{QStringLiteral("a.tlrx")});
+        QCOMPARE(QDir(m_dir->path()).entryList({QStringLiteral("*.tlrx")}), QStringList{"a.tlrx"});
     }
 
     void aFullDiskKeepsTheOldProject()
@@ -289,7 +288,7 @@ private slots:
             }
         }
         QCOMPARE(projectIn(path()), open ? 1 : 0);
-        QCOMPARE(QDir(m_dir->path()).entryList(QDir::Files), QStringList{QStringLiteral("a.tlrx")});
+        QCOMPARE(QDir(m_dir->path()).entryList(QDir::Files), QStringList{"a.tlrx"});
     }
 
     void aFolderThatVanishesFailsTheSaveUntilItIsBack()

@@ -112,7 +112,7 @@ private slots:
         useProgram();
         QCOMPARE(m_said.count(s_cantOpen + installed("log/app-log.txt")), 1);
         QCOMPARE(QDir(m_installation).entryList(QDir::NoDotAndDotDot | QDir::AllEntries),
-                 QStringList(QStringLiteral("vantrel")));
+                 QStringList("vantrel"));
     }
 
 private:

@@ -112,8 +112,7 @@ private slots:
         QTest::newRow("none") << s_none << QStringList();
         QTest::newRow("nobody answers") << s_dead << QStringList();
         QTest::newRow("a platform, but no display") << s_named << QStringList();
-        QTest::newRow("no such platform")
-            << s_offscreen << QStringList{QStringLiteral("-platform"), QStringLiteral("none")};
+        QTest::newRow("no such platform") << s_offscreen << QStringList{"-platform", "none"};
     }
 
     void withoutADisplayTheProgramSaysSo()
@@ -270,7 +269,7 @@ private slots:
             titles << window[QStringLiteral("windowTitle")].toString();
         }
         titles.sort();
-        QCOMPARE(titles, (QStringList{QStringLiteral("Info"), QString::fromUtf8(s_untitled)}));
+        QCOMPARE(titles, (QStringList{"Info", QString::fromUtf8(s_untitled)}));
     }
 
 private:

@@ -191,8 +191,8 @@ private:
             expected.takeFirst().split(QLatin1Char(' '), Qt::SkipEmptyParts);
         const QString end = expected.takeFirst();
         expected.removeLast();
-        const ProcessResult run = m_kit.run(
-            name, QStringList{QStringLiteral("--limit"), QString::number(s_watched)} + sensors);
+        const ProcessResult run =
+            m_kit.run(name, QStringList{"--limit", QString::number(s_watched)} + sensors);
         ++m_ends[end];
         const QStringList found = comparableTrace(run.output);
         const bool sameTrace =
