@@ -1,7 +1,6 @@
 #include "base/fwinforeader.h"
 #include "support/system/files.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 #include <QtTest>
 

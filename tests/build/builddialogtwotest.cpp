@@ -2,7 +2,6 @@
 #include "dialogbench.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QLockFile>
 #include <QtTest>

@@ -2,7 +2,6 @@
 #include "project/projectfile.h"
 
 #include <QDir>
-#include <QDomDocument>
 #include <QTemporaryDir>
 #include <QTest>
 

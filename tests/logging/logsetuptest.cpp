@@ -4,7 +4,6 @@
 #include "loghelpers.h"
 
 #include <QDir>
-#include <QLoggingCategory>
 #include <QTemporaryDir>
 #include <QTest>
 

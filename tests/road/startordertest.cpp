@@ -3,8 +3,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
-#include <QHash>
 #include <QTest>
 
 #include <sys/inotify.h>
