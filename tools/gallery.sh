@@ -8,7 +8,7 @@ cd "$(dirname "$0")/.."
 . tools/dependencies.sh
 . tools/virtual-display.sh
 folder="$(realpath -m "${1:-build/gallery}")"
-need build run display
+need build run display service
 cmake --preset dev >/dev/null
 cmake --build --preset dev --target gallery | tail -n 1
 program="$PWD/build/tests/gallery/gallery.d/gallery"
@@ -16,6 +16,7 @@ program="$PWD/build/tests/gallery/gallery.d/gallery"
 home="$(mktemp -d)"
 trap 'stop_display; rm -rf "$home"' EXIT
 chmod 700 "$home"
+mkdir "$home/tmp"
 rm -rf "$folder"
 mkdir -p "$folder"
 for screen in ${GALLERY_SCREENS:-1280x768 1366x768 1920x1080 1920x1200@1.5}; do
@@ -23,7 +24,7 @@ for screen in ${GALLERY_SCREENS:-1280x768 1366x768 1920x1080 1920x1200@1.5}; do
         name="$screen-$([ "$language" = C ] && echo en || echo zh)"
         start_display "${screen%@*}"
         env -u LC_ALL -u LANGUAGE -u QT_QPA_PLATFORM HOME="$home" XDG_CONFIG_HOME="$home/config" \
-            XDG_RUNTIME_DIR="$home" LANG="$language.UTF-8" \
+            XDG_RUNTIME_DIR="$home" TMPDIR="$home/tmp" LANG="$language.UTF-8" \
             QT_SCALE_FACTOR="$([[ "$screen" = *@* ]] && echo "${screen#*@}" || echo 1)" \
             timeout 120 "$program" "$folder/$name" 2>"$home/log" || {
             cat "$home/log" >&2

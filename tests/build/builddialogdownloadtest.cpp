@@ -158,6 +158,18 @@ private slots:
         QCOMPARE(m_bench->volumes().scans(), 62);
     }
 
+    void ofTwoControllersTheFirstGetsTheFirmware()
+    {
+        QVERIFY(DialogBench::write(m_bench->firmwareFile(), "f"));
+        m_bench->setVolumes(
+            std::vector<QString>{m_bench->controller(), m_bench->secondController()});
+        const auto dialog = m_bench->makeDialog();
+        const Shown shown(*dialog);
+        DialogBench::updateFirmware(*dialog, [&] { QTRY_COMPARE(shown.buttonText(), ok); });
+        QCOMPARE(DialogBench::read(m_bench->onController("UPDATE.bin")), QByteArray("f"));
+        QVERIFY(QDir(m_bench->secondController()).isEmpty());
+    }
+
     void theFirmwaresFieldsAreLogged_data()
     {
         QTest::addColumn<QByteArray>("file");

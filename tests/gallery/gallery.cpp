@@ -1,3 +1,4 @@
+#include "base/recentfiles.h"
 #include "base/systemlanguage.h"
 #include "build/dialogbench.h"
 #include "modules/catalogue/blocktables.h"
@@ -8,6 +9,10 @@
 #include "shell/appearance.h"
 #include "shell/interfacelanguage.h"
 #include "shell/windowbench.h"
+#include "update/dialoghands.h"
+#include "update/updatefiles.h"
+#include "update/updateserver.h"
+#include "update/updateservice.h"
 
 #include <QDir>
 #include <QMenu>
@@ -38,7 +43,13 @@ public:
     template <class Open> void shootDuring(const QString& p_name, Open p_open)
     {
         const int count = m_count;
-        QTimer::singleShot(300, [this, p_name] {
+        QTimer soon;
+        soon.setInterval(300);
+        QObject::connect(&soon, &QTimer::timeout, &soon, [this, p_name, &soon] {
+            if (!QApplication::activePopupWidget() && !QApplication::activeModalWidget()) {
+                return;
+            }
+            soon.stop();
             shoot(p_name);
             while (QWidget* open = QApplication::activePopupWidget()) {
                 open->close();
@@ -51,6 +62,7 @@ public:
                 dialog->close();
             }
         });
+        soon.start();
         p_open();
         while (m_count == count) {
             QTest::qWait(20);
@@ -87,6 +99,8 @@ public:
         showCode();
         showMenus();
         showMessages();
+        showUpdates();
+        showEditor();
     }
 
 private:
@@ -134,6 +148,8 @@ private:
     void showCode();
     void showMenus();
     void showMessages();
+    void showUpdates();
+    void showEditor();
 
     Camera& m_camera;
     MainWindow m_window;
@@ -311,6 +327,14 @@ void Tour::showMenus()
     }
     const QList<QPushButton*> buttons =
         bar().findChildren<QPushButton*>(QString(), Qt::FindDirectChildrenOnly);
+    // One of them with a name as long as they get.
+    for (const char* name :
+         {"square", "happy cat",
+          "a program with a name that says all that it does, from first to last"}) {
+        putRecentFileFirst(
+            QDir::home().filePath(QLatin1String("Tiler/") + QLatin1String(name) + ".tlrx"));
+    }
+    bar().OnUpdateRecentMenuSignal();
     for (QPushButton* button : buttons) {
         const QString name =
             button->toolTip().isEmpty() ? QStringLiteral("more") : button->toolTip();
@@ -347,9 +371,77 @@ void Tour::showMessages()
     m_camera.shootDuring(QStringLiteral("about"), [&] { bar().OnAbout(); });
     m_camera.shootDuring(QStringLiteral("open"), [&] { m_window.OnOpenFile(); });
     m_camera.shootDuring(QStringLiteral("save"), [&] { m_window.OnSaveFile(); });
+}
+
+void Tour::showEditor()
+{
     m_window.OnEditActions();
     QTest::qWait(300);
     m_camera.shoot(QStringLiteral("action editor"));
+}
+
+void Tour::showUpdates()
+{
+    UpdateService service;
+    if (!service.start()) {
+        qFatal("The update service doesn't start.");
+    }
+    const QString large = QStringLiteral("large");
+    service.addFile(large, QByteArray(400000, 'x'));
+    setUpdateServer(service.base());
+    const char program[] = "program.json";
+    UpgradeDialog dialog(&m_window);
+    const DialogHands hands(dialog);
+    const auto waitFor = [](const std::function<bool()>& p_done) {
+        if (!QTest::qWaitFor(p_done, 20000)) {
+            qFatal("The update dialog doesn't get there.");
+        }
+    };
+    const auto shoot = [&](const char* p_name) {
+        m_camera.shoot(QLatin1String("update, ") + QLatin1String(p_name));
+    };
+    const auto check = [&](const QByteArray& p_answer) {
+        service.setAnswer(program, p_answer);
+        dialog.startCheck();
+        const QString checking = hands.text->text();
+        waitFor([&] { return hands.text->text() != checking; });
+        dialog.show();
+        QTest::qWait(200);
+    };
+
+    // Hidden unless there is something to say, but these are states of it, too.
+    service.setAnswer(program, "{}");
+    dialog.startCheck();
+    dialog.show();
+    shoot("checking");
+    check("<html>");
+    shoot("a broken answer");
+    check(offer("1.1.2", service.url(large)));
+    shoot("nothing newer");
+    check(offer("9.0", service.slowUrl(large)));
+    shoot("found");
+    DialogHands::press(hands.ok);
+    waitFor([&] { return hands.progress->isVisible() && hands.progress->value() >= 30; });
+    shoot("downloading");
+    DialogHands::press(hands.cancel);
+    const QByteArray notes = QByteArray("- A robot that turns on the spot\\n").repeated(30);
+    check("{\"state\":1,\"appversion\":\"9.1\",\"appurl\":\"" + service.missingUrl().toUtf8() +
+          "\",\"content\":\"" + notes + "\",\"en_content\":\"" + notes + "\"}");
+    shoot("long notes");
+    DialogHands::press(hands.ok);
+    waitFor([&] { return hands.text->text().size() < 100; });
+    shoot("download failed");
+    check(offer("9.2", service.slowUrl(large), "\"1\""));
+    waitFor([&] { return hands.progress->isVisible() && hands.progress->value() >= 30; });
+    shoot("forced");
+    dialog.close();
+
+    service.removeAnswer(program);
+    service.addFile(QStringLiteral("firmware"), QByteArray(2000, 'x'));
+    service.setAnswer("firmware.json", offer("9.0", service.url(QStringLiteral("firmware"))));
+    m_camera.shootDuring(QStringLiteral("update, firmware has arrived"),
+                         [&] { dialog.startCheck(); });
+    QFile::remove(installedFirmwareFile());
 }
 
 void showBuilds(Camera& p_camera)

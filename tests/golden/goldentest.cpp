@@ -48,7 +48,9 @@ private slots:
             }
         }
         for (const BlockRecord& record : blockRecords()) {
-            QVERIFY2(ids.contains(record.id), qPrintable(QString::number(record.id)));
+            QVERIFY2(ids.contains(record.id),
+                     qPrintable(QStringLiteral("in no project of tests/golden: %1 %2")
+                                    .arg(QString::number(record.id), record.caption)));
         }
     }
 

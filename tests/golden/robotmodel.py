@@ -5,6 +5,7 @@ import math
 import operator
 import pathlib
 import re
+import sys
 
 from tracecheck import Again, Told
 
@@ -166,8 +167,10 @@ class Robot:
             self.repeat(int(values[0]) if has_body else 0, body)
         elif verb == "forever":
             self.endlessly(body, has_body)
-        else:
+        elif "while" in effect:
             waits = verb == "wait"
             kind, port, relation, limit = values[1:] if waits else values
             if self.holds(kind, int(port), relation, int(limit)):
                 self.endlessly((lambda: self.wait(0.1)) if waits else body, waits or has_body)
+        else:
+            sys.exit("Robot.act() of %s doesn't know \"%s\"" % (__file__, " ".join(effect)))

@@ -32,7 +32,7 @@ private slots:
         bench.palette->OnShowVoiceSignal(1);
         bench.palette->OnProgramMouse(6);
         QVERIFY(!bench.palette->isChoosing());
-        QCOMPARE(bench.blocks(), 5);
+        QCOMPARE(bench.blocks(), blocksOfCategory(SoundCategory));
     }
 
     void aPressOnTheEmptyCanvasLeavesBlocksAlone()
@@ -49,7 +49,7 @@ private slots:
         bench.palette->OnShowNumKeyboardSignal(9);
         QTest::mouseClick(&bench.tab(3), Qt::LeftButton);
         QVERIFY(!bench.palette->isChoosing());
-        QCOMPARE(bench.blocks(), 6);
+        QCOMPARE(bench.blocks(), blocksOfCategory(ControlCategory));
     }
 
     void theGroundTellsAChooserFromBlocks()

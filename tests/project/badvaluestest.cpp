@@ -136,7 +136,10 @@ private slots:
             ownAttributes(std::unique_ptr<supermodule>(createModuleFromId(id)).get());
         for (int i = 0; i < values().size(); ++i) {
             expected[attribute] = taken(id, attribute, values().at(i));
-            QCOMPARE(joinedAttributes(ownAttributes(m_blocks.at(i))), joinedAttributes(expected));
+            const BlockAttributes own = ownAttributes(m_blocks.at(i));
+            QVERIFY2(own == expected,
+                     qPrintable(QStringLiteral("%1, by taken() of this test %2")
+                                    .arg(joinedAttributes(own), joinedAttributes(expected))));
         }
         draw();
         view().fitInView(view().scene()->itemsBoundingRect(), Qt::KeepAspectRatio);
@@ -261,7 +264,10 @@ private slots:
             for (int button = 0; block->button(button); ++button) {
                 use(block, button);
             }
-            QCOMPARE(joinedAttributes(ownAttributes(block)), joinedAttributes(expected));
+            QVERIFY2(ownAttributes(block) == expected,
+                     qPrintable(QStringLiteral("%1, by setRight() of this test %2")
+                                    .arg(joinedAttributes(ownAttributes(block)),
+                                         joinedAttributes(expected))));
             // A choice is none of the steps that can be taken back.
             QCOMPARE(view().undoStack().count(), 0);
         }

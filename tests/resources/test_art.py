@@ -85,6 +85,14 @@ class RenderTest(ArtCase):
         self.assertEqual(self.size("a.png"), (30, 11))
         self.assertEqual(self.size("a@2x.png"), (60, 22))
 
+    def test_a_picture_is_rendered_anew_in_another_size(self):
+        self.write("art/templates/fixed.svg", '<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 20 10"/>')
+        self.pictures({"name": "a.png", "template": "fixed"})
+        self.assertEqual(self.render(), (2, 2))
+        self.pictures({"name": "a.png", "template": "fixed", "size": [40, 20]})
+        self.assertEqual(self.render(), (2, 2))
+        self.assertEqual(self.size("a.png"), (40, 20))
+
     def test_a_picture_of_its_own_for_each_size_has_one_file(self):
         self.pictures({"name": "a.png", "once": 1}, {"name": "b.png"})
         self.assertEqual(self.render(), (3, 3))

@@ -246,7 +246,9 @@ private slots:
             const Messages there = messagesIn(language);
             for (auto it = needed.constBegin(); it != needed.constEnd(); ++it) {
                 QVERIFY2(!there.value(it.key()).isEmpty(),
-                         qPrintable(it.key() + QLatin1Char(' ') + QLatin1String(language)));
+                         qPrintable(QStringLiteral("not in resources/translations/vantrel_%1.ts: ")
+                                        .arg(QLatin1String(language)) +
+                                    it.key()));
             }
             for (auto it = there.constBegin(); it != there.constEnd(); ++it) {
                 QVERIFY2(needed.contains(it.key()) || toCome.contains(it.key()),

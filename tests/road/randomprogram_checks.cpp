@@ -219,7 +219,7 @@ QStringList RandomProgram::brokenCopy()
         }
         const QString found = chainOutline(pasted, Telling::Parameters);
         if (found != expected) {
-            broken << QStringLiteral("paste %1 gives\n%2\nand not\n%3")
+            broken << QStringLiteral("paste %1 gives\n%2\nand not, by copiedParameters(),\n%3")
                           .arg(paste)
                           .arg(found, expected);
         }

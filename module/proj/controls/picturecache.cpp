@@ -37,10 +37,34 @@ int scaledBytes()
     return static_cast<int>(s_scaledBytes * ratio * ratio);
 }
 
+/** What a picture is made from. */
+struct Source {
+    QString path;
+    int variant = 0;
+    ChangePicture change = nullptr;
+
+    QPixmap load(int p_fine) const
+    {
+        QString file = path;
+        if (p_fine > 1) {
+            file.insert(file.lastIndexOf(QLatin1Char('.')), QStringLiteral("@2x"));
+        }
+        QPixmap loaded(file);
+        // Else a fine one would be drawn in half of its size.
+        loaded.setDevicePixelRatio(1);
+        if (variant == 0 || loaded.isNull()) {
+            return loaded;
+        }
+        QImage image = loaded.toImage();
+        change(image, p_fine, variant);
+        return QPixmap::fromImage(image);
+    }
+};
+
 /** Pixmaps, which must not outlive the application object. */
 struct Pictures {
-    QHash<QString, QPixmap> loaded;
-    QHash<qint64, QString> paths;
+    QHash<QPair<QString, int>, QPixmap> loaded;
+    QHash<qint64, Source> sources;
     QCache<ScaledKey, QPixmap> scaled{scaledBytes()};
 };
 
@@ -52,7 +76,7 @@ Pictures& pictures()
         s_cleanedUp = true;
         qAddPostRoutine([] {
             s_pictures.loaded.clear();
-            s_pictures.paths.clear();
+            s_pictures.sources.clear();
             s_pictures.scaled.clear();
         });
     }
@@ -73,13 +97,11 @@ QPixmap finePicture(const QPixmap& p_picture)
     if (const QPixmap* found = pictures().scaled.object(key)) {
         return *found;
     }
-    QString path = pictures().paths.value(p_picture.cacheKey());
-    if (path.isEmpty()) {
+    const Source source = pictures().sources.value(p_picture.cacheKey());
+    if (source.path.isEmpty()) {
         return p_picture;
     }
-    QPixmap fine(path.insert(path.lastIndexOf(QLatin1Char('.')), QStringLiteral("@2x")));
-    // Else it would be drawn in half of its size.
-    fine.setDevicePixelRatio(1);
+    const QPixmap fine = source.load(s_fine);
     return fine.size() == s_fine * p_picture.size() ? kept(key, fine) : p_picture;
 }
 
@@ -97,15 +119,19 @@ QPixmap scaledPicture(const QPixmap& p_picture, double p_scale)
 }
 } // namespace
 
-QPixmap picture(const QString& p_path)
+QPixmap picture(const QString& p_path) { return pictureVariant(p_path, 0, nullptr); }
+
+QPixmap pictureVariant(const QString& p_path, int p_variant, ChangePicture p_change)
 {
     if (p_path.isEmpty()) {
         return QPixmap();
     }
-    auto it = pictures().loaded.constFind(p_path);
+    const QPair<QString, int> key(p_path, p_variant);
+    auto it = pictures().loaded.constFind(key);
     if (it == pictures().loaded.constEnd()) {
-        it = pictures().loaded.insert(p_path, QPixmap(p_path));
-        pictures().paths.insert(it.value().cacheKey(), p_path);
+        const Source source{p_path, p_variant, p_change};
+        it = pictures().loaded.insert(key, source.load(1));
+        pictures().sources.insert(it.value().cacheKey(), source);
     }
     return it.value();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QIcon>
+#include <QImage>
 #include <QPixmap>
 #include <QRect>
 #include <QString>
@@ -12,6 +13,15 @@ class QPainter;
  * can't be loaded gives a null pixmap, which paints nothing. Interface thread only.
  */
 QPixmap picture(const QString& p_path);
+
+/** Changes a picture in place. It gets the fine one, of p_fine pixels to a unit, as well. */
+using ChangePicture = void (*)(QImage& p_image, int p_fine, int p_variant);
+
+/**
+ * A variant of the picture behind a resource path, which all draw alike: made by p_change once, and
+ * drawn like any other. Variant 0 is the picture itself. A path has one function for all variants.
+ */
+QPixmap pictureVariant(const QString& p_path, int p_variant, ChangePicture p_change);
 
 /** How many pixels of its device a unit takes that a painter draws, a redirected one as well. */
 qreal scaleOf(const QPainter& p_painter);

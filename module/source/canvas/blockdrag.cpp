@@ -38,12 +38,12 @@ bool BlockDrag::move(const QPointF& p_at)
     const QPointF to = (p_at + m_module->scenePos() - m_lastAt).toPoint();
     m_lastAt += to - m_module->scenePos();
     m_module->setPos(to);
+    m_module->detachFromParent();
     m_module->updateLayout();
     if (!m_module->m_moved) {
         // Once a drag: nothing is linked or unlinked under the block meanwhile.
         m_module->setTreeZValue(s_draggedZ);
     }
-    m_module->detachFromParent();
     m_preview.follow(m_module);
     m_document.setModified(true);
     m_module->m_moved = true;

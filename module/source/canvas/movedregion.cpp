@@ -9,7 +9,7 @@
 #include <QGraphicsView>
 #include <QtMath>
 
-QMarginsF blockOverhang() { return QMarginsF(12, 30, 36, 72); }
+QMarginsF blockOverhang() { return QMarginsF(14, 30, 36, 72); }
 
 QRegion regionOfBlocksIn(const QGraphicsView& p_view, const QRegion& p_painted)
 {

@@ -9,8 +9,9 @@ class QRegion;
 class supermodule;
 
 /**
- * How far what belongs to a block is painted beyond its rectangle, in scene units: tabs and frames
- * to the right, the feet and drawers of an empty loop below, and everywhere the pixel that scaling
+ * How far what belongs to a block is painted beyond its rectangle, in scene units: to the left the
+ * corners of the block before, which are filled while this one is linked to it, to the right tabs
+ * and frames, below the feet and drawers of an empty loop, and everywhere the pixel that scaling
  * adds.
  */
 QMarginsF blockOverhang();

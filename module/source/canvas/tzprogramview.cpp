@@ -12,22 +12,18 @@
 #include "modules/feedbackmodule.h"
 #include "modules/graphicsitem_param.h"
 #include "modules/mainmodule.h"
-#include "modules/modulebutton.h"
 #include "proj/controls/selectablebutton.h"
 #include "project/projectfile.h"
 
-#include <QApplication>
 #include <QDragEnterEvent>
 #include <QKeyEvent>
 #include <QMessageBox>
-#include <QMimeData>
 #include <QWheelEvent>
 
 QPointer<TzProgramView> programView;
 
 namespace
 {
-const qreal s_sameCoordinate = 1e-12;
 /** The buttons of the question about a missing project; the box's X means to keep it. */
 const int s_remove = 0;
 const int s_keep = 1;
@@ -37,8 +33,8 @@ TzProgramView::TzProgramView(Document& p_document, QWidget* p_parent)
     : QGraphicsView(p_parent),
       m_document(p_document),
       m_preview(p_document.scene(), p_document.mainBlock()),
-      m_drag(p_document, m_preview, [this] { emit mouseSignal(MouseDone); }),
-      m_paletteDrag(p_document.scene(), m_preview),
+      m_drag(*this, p_document, m_preview, [this] { emit mouseSignal(MouseDone); }),
+      m_drop(*this, p_document.scene(), m_preview),
       m_clipboard(p_document),
       m_background(*this, p_document.scene().logo())
 {
@@ -63,7 +59,7 @@ TzProgramView::TzProgramView(Document& p_document, QWidget* p_parent)
     connect(&undoStack(), &QUndoStack::indexChanged, this, [this] { updateReach(*this); });
     connect(this, &TzProgramView::mouseSignal, this, [this](int p_type) {
         if (p_type == MouseDone) {
-            m_cursor.rest();
+            m_drag.rest();
         }
     });
 }
@@ -226,7 +222,6 @@ void TzProgramView::OnCopyAndPaste()
 
 void TzProgramView::finishDrag()
 {
-    m_cursor.rest();
     if (m_drag.cancel() == BlockDrag::End::Settled) {
         noteSettled();
     }
@@ -256,9 +251,8 @@ void TzProgramView::mousePressEvent(QMouseEvent* p_event)
     }
     QGraphicsView::mousePressEvent(p_event);
 
-    const QPointF scenePos = mapToScene(p_event->pos());
-    m_pressPos = p_event->localPos();
-    const PressTarget target = pressTarget(*this, scenePos, m_document.scene().logo());
+    const PressTarget target =
+        pressTarget(*this, mapToScene(p_event->pos()), m_document.scene().logo());
     m_current = target.module;
     if (target.empty) {
         emit mouseSignal(MousePressedEmpty);
@@ -284,16 +278,8 @@ void TzProgramView::mousePressEvent(QMouseEvent* p_event)
         // No drag: the menu's event loop takes the release event.
         m_menu.open(p_event->globalPos(), m_current && m_current != mainBlock());
     } else {
-        m_drag.press(m_current, scenePos);
-        if (m_current) {
-            m_cursor.press();
-        }
+        m_drag.press(m_current, *p_event);
     }
-}
-
-bool TzProgramView::lowerEdgeIsOut(const supermodule* p_module) const
-{
-    return mapFromScene(p_module->sceneBoundingRect().bottomLeft()).y() > viewport()->height();
 }
 
 void TzProgramView::mouseMoveEvent(QMouseEvent* p_event)
@@ -306,34 +292,14 @@ void TzProgramView::mouseMoveEvent(QMouseEvent* p_event)
         QGraphicsView::mouseMoveEvent(p_event);
         return;
     }
-    bool moved = false;
-    {
-        const MovedRegion region(*this);
-        moved = m_drag.move(mapToScene(p_event->pos()));
-    }
-    if (!moved) {
-        return;
-    }
-    m_cursor.drag();
-    // A hand that trembles still clicks.
-    if ((p_event->localPos() - m_pressPos).manhattanLength() >= QApplication::startDragDistance()) {
-        takeBackButtonPress(*scene());
-    }
-    if (m_current != mainBlock()) {
-        emit mouseSignal(lowerEdgeIsOut(m_current) ? MouseDragsOut : MouseDragsInside);
+    if (m_drag.move(*p_event) && m_current != mainBlock()) {
+        emit mouseSignal(m_drag.isOut() ? MouseDragsOut : MouseDragsInside);
     }
 }
 
 void TzProgramView::mouseReleaseEvent(QMouseEvent* p_event)
 {
-    const QPointF way = p_event->localPos() - m_pressPos;
-    const bool away = qAbs(way.x()) > s_sameCoordinate || qAbs(way.y()) > s_sameCoordinate;
-    BlockDrag::End end = BlockDrag::End::Nothing;
-    {
-        MovedRegion region(*this);
-        end = m_drag.release(m_current && lowerEdgeIsOut(m_current), away);
-        region.coverLoopsAround(m_current);
-    }
+    const BlockDrag::End end = m_drag.release(*p_event);
     if (end == BlockDrag::End::Outside) {
         OnDelItem();
     } else if (end == BlockDrag::End::Settled) {
@@ -372,43 +338,20 @@ void TzProgramView::dragEnterEvent(QDragEnterEvent* p_event)
 {
     QGraphicsView::dragEnterEvent(p_event);
     finishDrag();
-    m_paletteDrag.leave();
-    int id = 0;
-    if (readBlockDrag(p_event->mimeData(), id)) {
-        m_current = m_paletteDrag.enter(id);
-        p_event->acceptProposedAction();
-    } else {
-        m_current.clear();
-        p_event->setAccepted(p_event->mimeData()->hasUrls());
-    }
+    m_current = m_drop.enter(*p_event);
 }
 
 void TzProgramView::dragMoveEvent(QDragMoveEvent* p_event)
 {
     QGraphicsView::dragMoveEvent(p_event);
-    if (!isBlockDrag(*p_event->mimeData())) {
-        p_event->setAccepted(p_event->mimeData()->hasUrls());
-        return;
-    }
-    p_event->acceptProposedAction();
-    if (const supermodule* incoming = m_paletteDrag.module()) {
-        // The cursor holds the middle of the block's top edge.
-        const int width = static_cast<int>(incoming->boundingRect().width());
-        const MovedRegion region(*this);
-        m_paletteDrag.move(
-            mapToScene(p_event->pos().x() - width / 2, p_event->pos().y()).toPoint());
-    }
+    m_drop.move(*p_event);
 }
 
 void TzProgramView::dragLeaveEvent(QDragLeaveEvent* p_event)
 {
     QGraphicsView::dragLeaveEvent(p_event);
     qCDebug(tilerLog) << "dragLeaveEvent" << p_event;
-    {
-        const MovedRegion region(*this);
-        m_preview.hide();
-    }
-    m_paletteDrag.leave();
+    m_drop.leave();
 }
 
 void TzProgramView::dropEvent(QDropEvent* p_event)
@@ -420,10 +363,7 @@ void TzProgramView::dropEvent(QDropEvent* p_event)
         }
         return;
     }
-    {
-        MovedRegion region(*this);
-        region.coverLoopsAround(m_paletteDrag.drop());
-    }
+    m_drop.drop();
     noteSettled();
     m_clipboard.showFrame();
     emit mouseSignal(MouseDropped);

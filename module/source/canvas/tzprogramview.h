@@ -1,13 +1,12 @@
 #pragma once
 
 #include "canvas/blockclipboard.h"
-#include "canvas/blockdrag.h"
 #include "canvas/canvasbackground.h"
-#include "canvas/canvascursor.h"
+#include "canvas/canvasdrop.h"
 #include "canvas/canvasmenu.h"
 #include "canvas/canvaszoom.h"
 #include "canvas/linkpreview.h"
-#include "canvas/palettedrag.h"
+#include "canvas/mousedrag.h"
 #include "canvas/wheelstrip.h"
 #include "document/document.h"
 #include "generator/codegenerator.h"
@@ -153,24 +152,20 @@ private slots:
 
 private:
     void setUpScene();
-    bool lowerEdgeIsOut(const supermodule* p_module) const;
     /** Ends a drag that will get no release here: settles the block where it is. */
     void finishDrag();
     void noteSettled();
 
     Document& m_document;
     LinkPreview m_preview;
-    BlockDrag m_drag;
-    PaletteDrag m_paletteDrag;
+    MouseDrag m_drag;
+    CanvasDrop m_drop;
     BlockClipboard m_clipboard;
     CanvasZoom m_zoom;
     QPointer<supermodule> m_current;
-    /** Where the press was, in view coordinates. */
-    QPointF m_pressPos;
     CanvasMenu m_menu{*this};
     WheelStrip m_wheelStrip{*this};
     CanvasBackground m_background;
-    CanvasCursor m_cursor{*this};
     BuildRunner m_buildRunner;
 };
 

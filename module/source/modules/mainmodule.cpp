@@ -6,7 +6,7 @@
 
 void mainModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
 {
-    drawPicture(p_painter, 0, 0, picture(QStringLiteral(":/main.png")));
+    drawPicture(p_painter, 0, 0, jointPicture(QStringLiteral(":/main.png"), filledCorners()));
 }
 
 QString mainModule::cCode() const

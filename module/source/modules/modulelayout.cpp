@@ -3,18 +3,50 @@
 #include <QGraphicsScene>
 #include <QtMath>
 
-void supermodule::updateLayout()
+supermodule* supermodule::updateLayout()
 {
     if (scene()) {
         // Mark the whole scene dirty once: setPos() then skips its own dirty-rect bookkeeping.
         scene()->update();
     }
+    if (!m_parent) {
+        fillJoint(nullptr, this);
+    }
     // A loop, not a recursion: a chain may hold a hundred thousand blocks.
+    supermodule* before = nullptr;
     for (supermodule* module = this; module; module = module->m_next) {
         const qreal advance = module->layoutOwn();
+        if (before) {
+            fillJoint(before, module);
+        }
         if (module->m_next) {
             module->m_next->setPos(module->x() + advance, module->y());
         }
+        before = module;
+    }
+    fillJoint(before, nullptr);
+    return before;
+}
+
+void supermodule::fillCorners(BodyCorners p_corners, bool p_filled)
+{
+    m_filledCorners = p_filled ? m_filledCorners | p_corners : m_filledCorners & ~p_corners;
+}
+
+void supermodule::fillJoint(supermodule* p_before, supermodule* p_behind)
+{
+    // A preview lies beside round corners, as it may go again.
+    const bool filled = p_before && p_behind && !p_before->isPreview() && !p_behind->isPreview();
+    // Heads of loops tower above their neighbours: round where nothing stands beside them.
+    const qreal higher =
+        filled ? p_behind->boundingRect().top() - p_before->boundingRect().top() : 0;
+    if (p_before) {
+        p_before->fillCorners(BottomRightCorner, filled);
+        p_before->fillCorners(TopRightCorner, filled && higher <= 0);
+    }
+    if (p_behind) {
+        p_behind->fillCorners(BottomLeftCorner, filled);
+        p_behind->fillCorners(TopLeftCorner, filled && higher >= 0);
     }
 }
 

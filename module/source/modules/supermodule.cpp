@@ -28,20 +28,34 @@ class supermodule::SelectFrame final : public QGraphicsPixmapItem
 public:
     explicit SelectFrame(supermodule& p_module) : QGraphicsPixmapItem(&p_module), m_module(p_module)
     {
+        follow();
     }
 
-    void paint(QPainter* p_painter, const QStyleOptionGraphicsItem* p_option,
-               QWidget* p_widget) override
+    /** Takes the block's picture and shape as they are now. */
+    void follow()
     {
-        if (scaleOf(*p_painter) > 1) {
-            m_module.paintSelection(p_painter, picture(m_module.m_selectPath));
-        } else {
-            QGraphicsPixmapItem::paint(p_painter, p_option, p_widget);
-        }
+        prepareGeometryChange();
+        setPixmap(picture(m_module.m_selectPath));
+        m_area = pixmap().isNull() ? QRectF() : m_module.selectionArea(pixmap());
+    }
+
+    QRectF boundingRect() const override { return m_area; }
+
+    QPainterPath shape() const override
+    {
+        QPainterPath path;
+        path.addRect(m_area);
+        return path;
+    }
+
+    void paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*) override
+    {
+        m_module.paintSelection(p_painter, pixmap());
     }
 
 private:
     supermodule& m_module;
+    QRectF m_area;
 };
 
 supermodule::supermodule(int p_id, const QString& p_imagePath, const QString& p_pressedPath,
@@ -103,13 +117,13 @@ void supermodule::setSelectPicture(const QString& p_path)
 void supermodule::updateSelectItem()
 {
     if (m_selectItem) {
-        drawSelectItem(*m_selectItem, picture(m_selectPath));
+        m_selectItem->follow();
     }
 }
 
-void supermodule::drawSelectItem(QGraphicsPixmapItem& p_item, const QPixmap& p_frame)
+QRectF supermodule::selectionArea(const QPixmap& p_frame) const
 {
-    p_item.setPixmap(p_frame);
+    return QRectF(QPointF(), p_frame.size());
 }
 
 void supermodule::paintSelection(QPainter* p_painter, const QPixmap& p_frame)
@@ -122,14 +136,11 @@ QGraphicsPixmapItem& supermodule::selectItem()
     if (!m_selectItem) {
         const QList<QGraphicsItem*> above = childItems();
         m_selectItem = std::make_unique<SelectFrame>(*this);
-        // MaskShape, the default, would be worked out from the picture for each block.
-        m_selectItem->setShapeMode(QGraphicsPixmapItem::BoundingRectShape);
         m_selectItem->hide();
         // The buttons are older, but lie on the frame.
         for (const QGraphicsItem* each : above) {
             m_selectItem->stackBefore(each);
         }
-        updateSelectItem();
     }
     return *m_selectItem;
 }

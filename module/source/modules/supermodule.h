@@ -3,6 +3,7 @@
 #include "modules/boundsrule.h"
 #include "modules/collisionitem.h"
 #include "modules/itemtype.h"
+#include "modules/jointpicture.h"
 
 #include <QDomElement>
 #include <QGraphicsPathItem>
@@ -197,8 +198,11 @@ public:
     int distanceTo(const collisionItem& p_connector) const;
 
     // Layout (modulelayout.cpp).
-    /** Places everything that follows this block and the bodies in it. Linear in their number. */
-    void updateLayout();
+    /**
+     * Places everything that follows this block and the bodies in it, and returns the last block of
+     * the chain. Linear in their number.
+     */
+    supermodule* updateLayout();
     /** updateLayout() from the root of the tree. */
     void updateTree();
     /**
@@ -211,6 +215,10 @@ public:
      * laid out, and what that found is used.
      */
     virtual BoundsRule boundsRule(bool p_laidOut) const;
+    /** The corners that are filled, as of the last layout, as a neighbour is linked there. */
+    BodyCorners filledCorners() const { return m_filledCorners; }
+    /** Fills corners, or makes them round. For layouts, which paint anew. */
+    void fillCorners(BodyCorners p_corners, bool p_filled);
 
     // Tree (moduletree.cpp).
     supermodule* rootOf();
@@ -304,8 +312,8 @@ protected:
     int buttonCentre(int p_index) const;
     /** The rule of a plain block of a size that stands where this one does. */
     BoundsRule plainBoundsRule(const QSizeF& p_size) const;
-    /** Gives the selection frame its picture, as the block is shaped now. */
-    virtual void drawSelectItem(QGraphicsPixmapItem& p_item, const QPixmap& p_frame);
+    /** Where paintSelection() paints, as the block is shaped now. */
+    virtual QRectF selectionArea(const QPixmap& p_frame) const;
     /** Draws the selection frame from its picture, in block coordinates. */
     virtual void paintSelection(QPainter* p_painter, const QPixmap& p_frame);
     /** Lays out the block's own body and returns the distance from here to the next block. */
@@ -323,6 +331,8 @@ private:
     class SelectFrame;
 
     void tellButtons();
+    /** Fills the joint of two neighbours in a chain as far as both reach. Null for none. */
+    static void fillJoint(supermodule* p_before, supermodule* p_behind);
 
     /** Puts the loops around the block below it: presses and tool tips go to what lies on top. */
     void stackAboveLoops();
@@ -348,7 +358,7 @@ private:
     mutable Socket m_rightCollision;
     /** Resource path of the frame's picture, which is loaded with the item. */
     QString m_selectPath;
-    std::unique_ptr<QGraphicsPixmapItem> m_selectItem;
+    std::unique_ptr<SelectFrame> m_selectItem;
     supermodule* m_parent = nullptr;
     supermodule* m_next = nullptr;
     supermodule* m_left = nullptr;
@@ -368,6 +378,7 @@ private:
     /** Grows from block to block, as they are made. */
     qint64 m_age = 0;
     int m_registryKey = 0;
+    BodyCorners m_filledCorners;
     /** The block's place in liveModules. */
     int m_liveIndex = -1;
     /** How many bodies and branches hang on all blocks that there are. */

@@ -3,10 +3,13 @@
 #include "proj/controls/stylesheets.h"
 
 #include <QApplication>
+#include <QFileDialog>
+#include <QHeaderView>
 #include <QIcon>
 #include <QPalette>
 #include <QProxyStyle>
 #include <QStyleFactory>
+#include <QTreeView>
 
 namespace
 {
@@ -46,6 +49,29 @@ class Style : public QProxyStyle
 {
 public:
     Style() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+
+    using QProxyStyle::polish;
+
+    void polish(QWidget* p_widget) override
+    {
+        QProxyStyle::polish(p_widget);
+        if (qobject_cast<QFileDialog*>(p_widget)) {
+            p_widget->installEventFilter(this);
+        }
+    }
+
+    bool eventFilter(QObject* p_watched, QEvent* p_event) override
+    {
+        // Not before: a file dialog restores its columns after it has been polished.
+        const auto* details =
+            p_event->type() == QEvent::Show ? p_watched->findChild<QTreeView*>() : nullptr;
+        if (details && details->header()->count() > 0) {
+            // Qt has room for dates in its authors' way alone, which is shorter than others.
+            details->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+            details->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+        }
+        return QProxyStyle::eventFilter(p_watched, p_event);
+    }
 
     int styleHint(StyleHint p_hint, const QStyleOption* p_option, const QWidget* p_widget,
                   QStyleHintReturn* p_return) const override

@@ -15,6 +15,8 @@
 namespace
 {
 const QColor s_frameColour(0, 175, 204);
+/** Stands for a type: a loop as high as two. */
+const int s_tower = -1;
 
 /** A canvas without a logo, on which blocks stand where they are put. */
 class Canvas : public CanvasFixture
@@ -28,6 +30,23 @@ public:
         block->enterScene(view.scene());
         block->setPos(p_at);
         return block;
+    }
+
+    /** A block, or for s_tower a loop that holds a filled one behind a block. */
+    supermodule* putTower(int p_id)
+    {
+        supermodule* block = put(p_id == s_tower ? 301 : p_id, {1000, 700});
+        if (p_id == s_tower) {
+            block->hangModule(LeftLink, put(103, {}));
+            block->left()->appendModule(put(306, {}));
+            block->left()->next()->hangModule(LeftLink, put(105, {}));
+        }
+        return block;
+    }
+    /** The lower right corner of a block's body, where a round one shows the ground. */
+    static QRectF endOf(const supermodule& p_block)
+    {
+        return QRectF(p_block.x() + p_block.boundingRect().right() - 6, p_block.y() + 112, 8, 8);
     }
 
     void zoom(double p_factor, const QPointF& p_centre)
@@ -164,12 +183,121 @@ private slots:
     {
         Canvas canvas;
         canvas.main()->setPos(100, 200);
-        const QRectF body(100, 200, 138, 120);
-        const QImage alone = canvas.shown(body);
+        // Its face, and all that is left of the joint but for the corners, which that fills.
+        const QRectF face(100, 200, 128, 120);
+        const QRectF side(100, 214, 138, 92);
+        const QImage faceAlone = canvas.shown(face);
+        const QImage sideAlone = canvas.shown(side);
         canvas.main()->appendModule(canvas.put(103, {}));
         canvas.main()->updateTreeAndOpacity();
-        QVERIFY(!alone.isNull());
-        QCOMPARE(canvas.shown(body), alone);
+        QVERIFY(!faceAlone.isNull() && !sideAlone.isNull());
+        QCOMPARE(canvas.shown(face), faceAlone);
+        QCOMPARE(canvas.shown(side), sideAlone);
+    }
+
+    void aJointIsFilledAtBothEnds_data()
+    {
+        QTest::addColumn<int>("before");
+        QTest::addColumn<int>("behind");
+        QTest::addColumn<double>("zoom");
+        for (const double zoom : {0.5, 0.57, 0.6, 1.0, 1.3, 1.8}) {
+            for (const int before : {0, 104, 801, 900, 301, 306, s_tower}) {
+                for (const int behind : {103, 800, 902, 301, 307, s_tower}) {
+                    QTest::addRow("%d and %d at %g", before, behind, zoom)
+                        << before << behind << zoom;
+                }
+            }
+        }
+    }
+
+    void aJointIsFilledAtBothEnds()
+    {
+        QFETCH(int, before);
+        QFETCH(int, behind);
+        QFETCH(double, zoom);
+        Canvas canvas;
+        supermodule* first = before == 0 ? canvas.main() : canvas.putTower(before);
+        supermodule* second = canvas.putTower(behind);
+        // Whichever of the two is painted last.
+        for (const int above : {0, 1}) {
+            first->setZValue(1 - above);
+            second->setZValue(above);
+            first->appendModule(second);
+            for (const int shift : {0, 1, 2}) {
+                first->setPos(300 + shift, 300 + 3 * shift);
+                first->updateTreeAndOpacity();
+                first->setOpacityTree(false);
+                canvas.zoom(zoom, second->pos());
+                const qreal top = qMax(first->boundingRect().top(), second->boundingRect().top());
+                // But for the edge, which smooth scaling mixes with the ground.
+                const qreal edge = qMax(1.0, 1 / zoom);
+                const QRectF joint(second->pos() + QPointF(-14, top + edge),
+                                   second->pos() + QPointF(16, 120 - edge));
+                const int ground = canvas.groundIn(joint);
+                QVERIFY2(ground == 0,
+                         qPrintable(QStringLiteral("shift %1: %2 pixels").arg(shift).arg(ground)));
+            }
+            // Its end is as round as that of a block alone, and again where the joint was.
+            const auto isRound = [&](const QRectF& p_corner) {
+                canvas.zoom(zoom, p_corner.center());
+                return canvas.groundIn(p_corner) > 0;
+            };
+            QVERIFY(isRound(canvas.endOf(*second)));
+            first->removeChild(second);
+            QVERIFY(isRound(canvas.endOf(*first)));
+            second->setPos(1500, 700);
+            second->updateTree();
+            QVERIFY(isRound(QRectF(second->pos() + QPointF(0, 112), QSizeF(8, 8))));
+        }
+    }
+
+    void eachHalfOfAJointHasItsBlocksColour()
+    {
+        Canvas canvas;
+        supermodule* first = canvas.put(104, {300, 300});
+        supermodule* second = canvas.put(801, {});
+        supermodule* third = canvas.put(301, {});
+        first->appendModule(second);
+        first->appendModule(third);
+        first->updateTreeAndOpacity();
+        first->setOpacityTree(false);
+        const auto colour = [&](const supermodule* p_block, qreal p_x, qreal p_y) {
+            return canvas.shown(QRectF(p_block->pos() + QPointF(p_x, p_y), QSizeF(1, 1)))
+                .pixelColor(0, 0);
+        };
+        for (const supermodule* each : {first, second}) {
+            const qreal joint = 120;
+            const QColor body = colour(each, 60, 6);
+            const QColor next = colour(each->next(), 60, each == first ? 6 : -14);
+            const QColor rim = colour(each, 60, 1);
+            QVERIFY(body != next && body != rim);
+            for (const qreal y : {4.0, 115.0}) {
+                QCOMPARE(colour(each, joint - 4, y), body);
+                QCOMPARE(colour(each, joint + 4, y), next);
+            }
+            // The rims go on to the joint and along it.
+            QCOMPARE(colour(each, joint - 4, 1), rim);
+            QCOMPARE(colour(each, joint - 4, 118), rim);
+            QVERIFY(colour(each, joint, 6) != body && colour(each, joint, 6) != next);
+        }
+        QCOMPARE(colour(second, 124, 118), colour(third, 60, -19));
+    }
+
+    void aJointBesideAPreviewIsRound()
+    {
+        Canvas canvas;
+        supermodule* first = canvas.put(104, {300, 300});
+        supermodule* second = canvas.put(800, {});
+        first->appendModule(second);
+        first->updateTreeAndOpacity();
+        canvas.dragOver(103, first->pos() + QPointF(180, 10));
+        QVERIFY(first->next()->isPreview());
+        QCOMPARE(first->next()->next(), second);
+        first->setOpacityTree(false);
+        first->next()->hide();
+        QVERIFY(canvas.groundIn(canvas.endOf(*first)) > 0);
+        QVERIFY(canvas.groundIn(QRectF(second->pos() + QPointF(0, 112), QSizeF(8, 8))) > 0);
+        canvas.leave();
     }
 
     void theDrawersOfSpeedMotorAndStopAreOne()
@@ -258,13 +386,50 @@ private slots:
             loop->setOpacityTree(false);
             canvas.zoom(zoom, loop->pos() + QPointF(200, 40));
             const QPointF body = loop->left()->scenePos();
-            // From bar to body and from leg to leg; below, two blocks' round corners meet.
+            // From bar to body and from leg to leg, but for the lower edge.
+            const qreal edge = qMax(1.0, 1 / zoom);
             for (const QRectF& place : {QRectF(body + QPointF(-12, -14), QSizeF(264, 80)),
-                                        QRectF(body + QPointF(-12, 60), QSizeF(118, 36))}) {
+                                        QRectF(body + QPointF(-12, 60), QSizeF(264, 60 - edge))}) {
                 const int ground = canvas.groundIn(place);
                 QVERIFY2(ground == 0, qPrintable(QStringLiteral("shift %1, at %2: %3 pixels")
                                                      .arg(shift)
                                                      .arg(place.x() - body.x())
+                                                     .arg(ground)));
+            }
+        }
+    }
+
+    void aHighMouthIsClosedBesideTheEndsOfItsBody_data()
+    {
+        aLoopsMouthIsClosedAroundItsBody_data();
+    }
+    void aHighMouthIsClosedBesideTheEndsOfItsBody()
+    {
+        QFETCH(int, id);
+        QFETCH(double, zoom);
+        Canvas canvas;
+        canvas.main()->hide();
+        supermodule* loop = canvas.put(id, {300, 300});
+        loop->hangModule(LeftLink, canvas.put(103, {}));
+        // It raises the mouth above both.
+        supermodule* inner = canvas.putTower(301);
+        inner->hangModule(LeftLink, canvas.put(104, {}));
+        supermodule* last = canvas.put(801, {});
+        loop->left()->appendModule(inner);
+        loop->left()->appendModule(last);
+        for (const int shift : {0, 1, 2}) {
+            loop->setPos(300 + shift, 300 + 3 * shift);
+            loop->updateTreeAndOpacity();
+            loop->setOpacityTree(false);
+            const qreal edge = qMax(1.0, 1 / zoom);
+            for (const QPointF& end :
+                 {loop->left()->scenePos(), last->scenePos() + QPointF(120, 0)}) {
+                canvas.zoom(zoom, end);
+                const int ground = canvas.groundIn(
+                    QRectF(end + QPointF(-14, edge), end + QPointF(16, 120 - edge)));
+                QVERIFY2(ground == 0, qPrintable(QStringLiteral("shift %1, at %2: %3 pixels")
+                                                     .arg(shift)
+                                                     .arg(end.x() - loop->x())
                                                      .arg(ground)));
             }
         }
@@ -409,6 +574,9 @@ private slots:
         }
         QVERIFY2(white > 200, qPrintable(QString::number(white)));
         QVERIFY2(grey > 400, qPrintable(QString::number(grey)));
+        // However far the block reaches: a loop may be a million pixels wide.
+        QCOMPARE(block->selectItem().pixmap().size(),
+                 QPixmap(blockDataOf(id)->value("copyFrame")).size());
         if (block->left() && full) {
             // It follows the body.
             block->removeChild(block->left());

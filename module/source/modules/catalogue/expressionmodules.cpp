@@ -98,7 +98,7 @@ void symbolModule::createButtons()
 
 void symbolModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
 {
-    drawPicture(p_painter, s_body);
+    drawBody(p_painter, s_body);
     drawCentred(p_painter, picture(chooserOf(look().symbols).entry(symbol)));
 }
 
@@ -111,7 +111,7 @@ void expressionTwoModule::createButtons()
 
 void expressionTwoModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
 {
-    drawPicture(p_painter, s_body);
+    drawBody(p_painter, s_body);
     drawCentred(p_painter,
                 picture(chooserOf(FaceSymbols).entry(static_cast<qint64>(n) - s_firstChoice)));
 }

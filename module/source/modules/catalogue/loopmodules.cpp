@@ -22,6 +22,9 @@ const int s_lastLegMiddle = 19;
 /** How far a bracket goes down, and its tab to the right of its end. */
 const int s_bracketBottom = 120;
 const int s_tabWidth = 20;
+/** How far the round corners of blocks reach down, and where a bracket's picture is plain. */
+const int s_cornerHeight = 13;
+const QRect s_plain(132, 6, 1, 1);
 
 /**
  * The lower ends of an empty conditional loop's legs. Its rectangle ends above them; the scene
@@ -107,12 +110,15 @@ void drawLoopFrame(QPainter* p_painter, const QPixmap& p_frame, int p_top, int p
 
 void fillUnderHead(QPainter* p_painter, const QPixmap& p_frame, int p_from, int p_to)
 {
-    const int cornerHeight = 13;
-    const int bodyHeight = 120;
-    const QRect plain(132, 6, 1, 1);
-    p_painter->drawPixmap(QRect(p_from - 2, -2, p_to - p_from + 4, cornerHeight + 2), p_frame,
-                          plain);
-    p_painter->drawPixmap(QRect(p_from - 2, 0, 4, bodyHeight - cornerHeight), p_frame, plain);
+    p_painter->drawPixmap(QRect(p_from - 2, -2, p_to - p_from + 4, s_cornerHeight + 2), p_frame,
+                          s_plain);
+}
+
+void fillBesideLeg(QPainter* p_painter, const QPixmap& p_frame, int p_from, bool p_toTheFoot)
+{
+    // Within the rim, or down to where the corners begin.
+    const int height = s_bracketBottom - (p_toTheFoot ? 1 : s_cornerHeight);
+    p_painter->drawPixmap(QRect(p_from - 2, 0, 4, height), p_frame, s_plain);
 }
 
 void drawLoopSelection(QPainter* p_painter, const QPixmap& p_frame, int p_top, int p_right,

@@ -22,6 +22,11 @@ constexpr int LoopTopMargin = 20;
 /** Space behind the last block of a body. */
 constexpr int LoopEndMargin = 40;
 
+/** Where the first leg ends at the latest; the body of a loop with a narrow one overlaps it by 2.
+ */
+constexpr int LegEnd = 120;
+constexpr int LegOverlap = 2;
+
 /** A loop's C text: its head, the texts of its body one behind the other, and its end. */
 QString loopText(const QString& p_head, const supermodule* p_loop, const char* p_end);
 
@@ -35,10 +40,11 @@ void drawLoopFrame(QPainter* p_painter, const QPixmap& p_frame, int p_top, int p
 
 /**
  * Fills what the round corners of a body's blocks leave free under the bracket's head, from one x
- * to another, and the seam to the first leg: behind the blocks, so that at no scale anything of the
- * ground is seen there.
+ * to another: behind the blocks, so that at no scale anything of the ground is seen there.
  */
 void fillUnderHead(QPainter* p_painter, const QPixmap& p_frame, int p_from, int p_to);
+/** The same for the seam between the first leg and a body that begins at p_from. */
+void fillBesideLeg(QPainter* p_painter, const QPixmap& p_frame, int p_from, bool p_toTheFoot);
 
 /**
  * Draws the selection frame of a loop: that of the bracket, cut as the bracket is, and around the
@@ -86,7 +92,7 @@ protected:
         QRectF rect(0, -20, EmptyLoopWidth, form().emptyHeight);
         if (supermodule* body = Base::left()) {
             body->setPos(Base::x() + form().bodyOffset, Base::y());
-            body->updateLayout();
+            supermodule* last = body->updateLayout();
             int left = static_cast<int>(Base::x());
             int top = static_cast<int>(Base::y());
             int right = left;
@@ -96,6 +102,7 @@ protected:
             const int x = static_cast<int>(Base::x());
             const int y = static_cast<int>(Base::y());
             rect.setCoords(left - x, top - y, right - x, bottom - y);
+            fillMouth(*body, *last, top - y + LoopTopMargin);
         } else {
             m_laidOutRule = walkedRule(true);
         }
@@ -107,6 +114,23 @@ protected:
             Base::updateSelectItem();
         }
         return rect.right();
+    }
+
+    /**
+     * Fills the corners between the legs and the ends of the body. Up where the mouth, from p_top
+     * on, is as high as a block, the mouth is as round as that.
+     */
+    void fillMouth(supermodule& p_first, supermodule& p_last, int p_top)
+    {
+        const auto fill = [&](supermodule& p_block, BodyCorner p_leg, BodyCorner p_upper,
+                              BodyCorner p_lower) {
+            const bool filled = !p_block.isPreview();
+            Base::fillCorners(p_leg, filled);
+            p_block.fillCorners(p_lower, filled);
+            p_block.fillCorners(p_upper, filled && p_block.boundingRect().top() > p_top);
+        };
+        fill(p_first, FirstLegCorner, TopLeftCorner, BottomLeftCorner);
+        fill(p_last, LastLegCorner, TopRightCorner, BottomRightCorner);
     }
 
     /** The body's rule; loops in it contribute their stored rule if they are laid out. */
@@ -125,19 +149,10 @@ protected:
         return rule;
     }
 
-    void drawSelectItem(QGraphicsPixmapItem& p_item, const QPixmap& p_frame) override
+    QRectF selectionArea(const QPixmap&) const override
     {
-        const QRect area = loopSelectionArea(static_cast<int>(Base::m_rect.top()),
-                                             static_cast<int>(Base::m_rect.right()));
-        QPixmap shown(area.size());
-        shown.fill(Qt::transparent);
-        {
-            QPainter painter(&shown);
-            painter.translate(-area.topLeft());
-            paintSelection(&painter, p_frame);
-        }
-        p_item.setPixmap(shown);
-        p_item.setOffset(area.topLeft());
+        return loopSelectionArea(static_cast<int>(Base::m_rect.top()),
+                                 static_cast<int>(Base::m_rect.right()));
     }
 
     void paintSelection(QPainter* p_painter, const QPixmap& p_frame) override
@@ -152,11 +167,19 @@ protected:
 
     void drawFrame(QPainter* p_painter) const
     {
-        const QPixmap frame = picture(QString::fromLatin1(form().frame));
+        BodyCorners filled = Base::filledCorners();
+        if (!Base::left()) {
+            filled &= ~(FirstLegCorner | LastLegCorner);
+        }
+        const int mouth = qMin(form().bodyOffset + LegOverlap, LegEnd);
+        const QPixmap frame = jointPicture(QString::fromLatin1(form().frame), filled, mouth);
         const int top = static_cast<int>(Base::m_rect.top());
         const int right = static_cast<int>(Base::m_rect.right());
-        if (Base::left() && top == -LoopTopMargin) {
-            fillUnderHead(p_painter, frame, form().bodyOffset, right - LoopEndMargin);
+        if (Base::left()) {
+            if (top == -LoopTopMargin) {
+                fillUnderHead(p_painter, frame, form().bodyOffset, right - LoopEndMargin);
+            }
+            fillBesideLeg(p_painter, frame, form().bodyOffset, filled & FirstLegCorner);
         }
         drawLoopFrame(p_painter, frame, top, right, form().bodyOffset);
     }

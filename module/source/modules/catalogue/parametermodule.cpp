@@ -75,13 +75,18 @@ void parameterModule::drawPicture(QPainter* p_painter, const char* p_path, int p
     ::drawPicture(p_painter, p_x, p_y, picture(QString::fromLatin1(p_path)));
 }
 
-void parameterModule::drawOn(QPainter* p_painter, const char* p_body, const char* p_overlay)
+void parameterModule::drawBody(QPainter* p_painter, const char* p_path) const
 {
-    drawPicture(p_painter, p_body);
+    ::drawPicture(p_painter, 0, 0, jointPicture(QString::fromLatin1(p_path), filledCorners()));
+}
+
+void parameterModule::drawOn(QPainter* p_painter, const char* p_body, const char* p_overlay) const
+{
+    drawBody(p_painter, p_body);
     drawPicture(p_painter, p_overlay);
 }
 
-void parameterModule::drawMotion(QPainter* p_painter, const char* p_overlay, bool p_timed)
+void parameterModule::drawMotion(QPainter* p_painter, const char* p_overlay, bool p_timed) const
 {
     // Meant: the name says 160, the picture is 140 wide; it is the resource's own name.
     drawOn(p_painter, ":/move_icon_160x120.png", p_overlay);

@@ -53,10 +53,12 @@ protected:
 
     /** Draws a picture at a place in block coordinates. */
     static void drawPicture(QPainter* p_painter, const char* p_path, int p_x = 0, int p_y = 0);
-    /** Draws a block's body and a picture on it. */
-    static void drawOn(QPainter* p_painter, const char* p_body, const char* p_overlay);
+    /** Draws the block's body, its corners filled where a neighbour is linked. */
+    void drawBody(QPainter* p_painter, const char* p_path) const;
+    /** Draws the block's body and a picture on it. */
+    void drawOn(QPainter* p_painter, const char* p_body, const char* p_overlay) const;
     /** Draws the body of a motion block, its pictogram and, if it is timed, the small clock. */
-    static void drawMotion(QPainter* p_painter, const char* p_overlay, bool p_timed = false);
+    void drawMotion(QPainter* p_painter, const char* p_overlay, bool p_timed = false) const;
     /** Draws a choice in the middle of the block's body; a null picture draws nothing. */
     void drawCentred(QPainter* p_painter, const QPixmap& p_picture) const;
 };

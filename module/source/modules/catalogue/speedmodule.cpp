@@ -27,6 +27,6 @@ void speedmodule::createButtons()
 
 void speedmodule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
 {
-    drawPicture(p_painter, ":/move_icon_160x120.png");
+    drawBody(p_painter, ":/move_icon_160x120.png");
     drawCentred(p_painter, picture(chooserOf(SpeedMode).entry(n)));
 }

@@ -49,7 +49,7 @@ void voiceModule::createButtons()
 
 void voiceModule::paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*)
 {
-    drawPicture(p_painter, ":/voice/voiceModule_bg_nol.png");
+    drawBody(p_painter, ":/voice/voiceModule_bg_nol.png");
     if (look().sounds) {
         const qint64 place = static_cast<qint64>(n) - s_firstChoice;
         drawCentred(p_painter, picture(chooserOf(*look().sounds).entry(place)));
