@@ -2,7 +2,8 @@
 # Starts the program some times and tells what it took until its window was first painted:
 #   benchmarks/startup.sh <build directory> [runs]
 # Milliseconds by the clock and of processor time, and resident megabytes; on a virtual screen of
-# 1920 by 1080, with warm files and a settings folder of its own.
+# 1920 by 1080, with warm files and a settings folder of its own. With LATER=<milliseconds> also the
+# processor time that it takes in so long a while behind, in which it asks for updates.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . tools/dependencies.sh
@@ -32,3 +33,6 @@ column() {
 column 1 "ms by the clock"
 column 2 "ms of processor time"
 column 3 "MB resident"
+if [ -n "${LATER:-}" ]; then
+    column 4 "ms of processor time in the $LATER ms behind"
+fi

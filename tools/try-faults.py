@@ -3,17 +3,18 @@
 
     tools/try-faults.py build [--faults tests/faults] [--only PATTERN] [--results FILE] [--again]
 
-A fault is an entry of a JSON list in tests/faults/<room>.json:
+tests/faults/<room>.json lists the faults of each file:
 
-    {"name": "a deleted block stays in the registry",
-     "file": "module/source/modules/moduleregistry.cpp",
-     "old": "moduleMap.remove(p_module->m_registryKey);",
-     "new": "",
-     "tests": "moduleregistrytest|documenttest"}
+    {"module/source/modules/moduleregistry.cpp": [
+        {"name": "a deleted block stays in the registry",
+         "old": "moduleMap.remove(p_module->m_registryKey);",
+         "new": "moduleMap.remove(0);",
+         "tests": "moduleregistrytest|documenttest"}]}
 
-"old" must stand in the file just once. "tests" is a pattern for ctest; what it names is built and
-run. A fault whose effect nobody can see has "equivalent" with the reason, and is not tried. One that
-the tests are known to miss may have "survives" with the reason: it counts as survived all the same.
+"old" must stand in the file just once; without "new" it is taken out. "tests" is a pattern for
+ctest; what it names is built and run. A fault whose effect nobody can see has "equivalent" with the
+reason, and is not tried. One that the tests are known to miss may have "survives" with the reason:
+it counts as survived all the same.
 
 The build directory must be up to date and its tests green. Each result is written at once, so that a
 run that was cut off goes on where it was: what was noticed is left out, unless --again is given or the
@@ -37,14 +38,27 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 LONGEST_TEST = 240
 
 
+def faults_in(path):
+    """All faults of a room, each with its file. An object of JSON may hold a key only once."""
+    def fault_or_files(pairs):
+        keys = [key for key, _ in pairs]
+        if len(keys) != len(set(keys)):
+            sys.exit(f"{path.name}: something stands twice among {', '.join(keys)}")
+        return dict(pairs)
+
+    files = json.loads(path.read_text(encoding="utf-8"), object_pairs_hook=fault_or_files)
+    return [{"file": file, "new": "", **fault} for file, faults in files.items() for fault in faults]
+
+
 def load(folder, pattern):
     """The faults by room; ends the program where the data is not what it should be."""
     rooms, names = {}, set()
     for path in sorted(folder.glob("*.json")):
-        for fault in json.loads(path.read_text(encoding="utf-8")):
-            missing = {"name", "file", "old", "new", "tests"} - fault.keys()
-            if missing:
-                sys.exit(f"{path.name}: {fault.get('name')} lacks {', '.join(sorted(missing))}")
+        for fault in faults_in(path):
+            wrong = {"name", "file", "old", "new", "tests"} ^ (fault.keys() - {"equivalent", "survives"})
+            if wrong:
+                sys.exit(f"{path.name}: {fault.get('name')} lacks or can't have "
+                         f"{', '.join(sorted(wrong))}")
             if fault["name"] in names:
                 sys.exit(f"{path.name}: \"{fault['name']}\" stands twice")
             names.add(fault["name"])

@@ -1,4 +1,5 @@
 #include "actions/model/actionimage.h"
+#include "support/system/files.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -57,18 +58,8 @@ class ActionImageTest : public QObject
 
     QString path() const { return m_dir->filePath("car.tlrx"); }
 
-    void write(const QByteArray& p_content)
-    {
-        QFile file(path());
-        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        QCOMPARE(file.write(p_content), qint64(p_content.size()));
-    }
-
-    QByteArray content() const
-    {
-        QFile file(path());
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
-    }
+    void write(const QByteArray& p_content) { putFile(path(), p_content); }
+    QByteArray content() const { return contentOf(path()); }
 
 private slots:
     void init()

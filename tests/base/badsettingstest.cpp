@@ -1,4 +1,5 @@
 #include "base/config.h"
+#include "support/system/files.h"
 #include "support/system/smalldisk.h"
 #include "support/system/unprivileged.h"
 
@@ -14,20 +15,8 @@
 namespace
 {
 const QString s_key = QStringLiteral("lang.current");
+const char s_one[] = "{\"lang.current\": \"1\"}";
 const QString s_listKey = QStringLiteral("app_upgrade.ignore_version");
-
-void putFile(const QString& p_path, const QByteArray& p_content)
-{
-    QFile file(p_path);
-    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    QCOMPARE(file.write(p_content), qint64(p_content.size()));
-}
-
-QByteArray contentOf(const QString& p_path)
-{
-    QFile file(p_path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("not to be read");
-}
 
 void setText(Config& p_config, const QString& p_text)
 {
@@ -53,32 +42,30 @@ private slots:
     {
         const int deep = 100000;
         QTest::addColumn<QByteArray>("content");
-        QTest::newRow("empty") << QByteArray();
-        QTest::newRow("one zero byte") << QByteArray(1, '\0');
-        QTest::newRow("many zero bytes") << QByteArray(4096, '\0');
-        QTest::newRow("zero bytes behind it") << QByteArray("{\"lang.current\": \"1\"}\0", 22);
-        QTest::newRow("text behind it") << QByteArray("{\"lang.current\": \"1\"} and more");
-        QTest::newRow("an array") << QByteArray("[\"lang.current\", \"1\"]");
-        QTest::newRow("a text") << QByteArray("\"lang.current\"");
-        QTest::newRow("invalid UTF-8")
-            << QByteArray("{\"lang.current\": \"1\", \"a\": \"\xff\xfe\"}");
-        QTest::newRow("overlong UTF-8")
-            << QByteArray("{\"lang.current\": \"1\", \"a\": \"\xc0\x80\"}");
-        QTest::newRow("UTF-16") << QByteArray("\xff\xfe{\0}\0", 6);
-        QTest::newRow("too large a number")
-            << QByteArray("{\"lang.current\": \"1\", \"a\": 1e999}");
-        QTest::newRow("too small a number")
-            << QByteArray("{\"lang.current\": \"1\", \"a\": -1e999}");
-        QTest::newRow("a comma too many") << QByteArray("{\"lang.current\": \"1\",}");
-        QTest::newRow("deep arrays, open") << QByteArray(deep, '[');
-        QTest::newRow("deep arrays, closed") << QByteArray(deep, '[') + QByteArray(deep, ']');
-        QTest::newRow("deep objects, open") << QByteArray("{\"a\":").repeated(deep);
-        QTest::newRow("deep objects, closed")
-            << QByteArray("{\"a\":").repeated(deep) + "1" + QByteArray(deep, '}');
-        QTest::newRow("braces alone") << QByteArray(deep, '{');
-        QTest::newRow("deep arrays in a member")
-            << "{\"lang.current\": \"1\", \"a\": " + QByteArray(deep, '[') + QByteArray(deep, ']') +
-                   "}";
+        const auto row = [](const char* p_name, const QByteArray& p_content) {
+            QTest::newRow(p_name) << p_content;
+        };
+        row("empty", "");
+        row("one zero byte", QByteArray(1, '\0'));
+        row("many zero bytes", QByteArray(4096, '\0'));
+        row("zero bytes behind it", QByteArray("{\"lang.current\": \"1\"}\0", 22));
+        row("text behind it", "{\"lang.current\": \"1\"} and more");
+        row("an array", "[\"lang.current\", \"1\"]");
+        row("a text", "\"lang.current\"");
+        row("invalid UTF-8", "{\"lang.current\": \"1\", \"a\": \"\xff\xfe\"}");
+        row("overlong UTF-8", "{\"lang.current\": \"1\", \"a\": \"\xc0\x80\"}");
+        row("UTF-16", QByteArray("\xff\xfe{\0}\0", 6));
+        row("too large a number", "{\"lang.current\": \"1\", \"a\": 1e999}");
+        row("too small a number", "{\"lang.current\": \"1\", \"a\": -1e999}");
+        row("a comma too many", "{\"lang.current\": \"1\",}");
+        row("deep arrays, open", QByteArray(deep, '['));
+        row("deep arrays, closed", QByteArray(deep, '[') + QByteArray(deep, ']'));
+        row("deep objects, open", QByteArray("{\"a\":").repeated(deep));
+        row("deep objects, closed",
+            QByteArray("{\"a\":").repeated(deep) + "1" + QByteArray(deep, '}'));
+        row("braces alone", QByteArray(deep, '{'));
+        row("deep arrays in a member", "{\"lang.current\": \"1\", \"a\": " + QByteArray(deep, '[') +
+                                           QByteArray(deep, ']') + "}");
     }
 
     void aBadFileReadsAsEmpty()
@@ -233,81 +220,56 @@ private slots:
         QVERIFY(!QFileInfo(m_path).isFile());
     }
 
-    void aFileThatMayNotBeReadCountsAsEmptyAndStays()
+    void whereRightsAreMissingTheSettingsAreKeptAllTheSame_data()
     {
-        if (!Unprivileged::works()) {
-            QSKIP("the rights can't be given away");
-        }
-        const QByteArray content("{\"lang.current\": \"1\"}");
-        putFile(m_path, content);
-        QVERIFY(QFile::setPermissions(m_path, QFile::Permissions()));
-        Config config;
-        {
-            const Unprivileged user;
-            config.load(m_path);
-            QCOMPARE(config.value(s_key).text, QString());
-            setText(config, QStringLiteral("2"));
-            config.save(m_path);
-        }
-        QVERIFY(QFile::setPermissions(m_path, QFile::ReadOwner | QFile::WriteOwner));
-        QCOMPARE(contentOf(m_path), content);
+        QTest::addColumn<bool>("isThere");
+        QTest::addColumn<int>("rights");
+        QTest::addColumn<bool>("folderIsClosed");
+        QTest::addColumn<QString>("read");
+        QTest::addColumn<QByteArray>("after");
+        const QByteArray before = s_one;
+        const int toRead = QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther;
+        const int toWrite = QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther;
+        QTest::newRow("a file that may not be read counts as empty and stays")
+            << true << 0 << false << "" << before;
+        QTest::newRow("a file that may not be written stays")
+            << true << toRead << false << "1" << before;
+        QTest::newRow("a folder that may not be changed takes no new file")
+            << false << 0 << true << "" << QByteArray("no file");
+        // Writing in place has this good side.
+        QTest::newRow("a folder that may not be changed takes a file that is there")
+            << true << (toRead | toWrite) << true << "1"
+            << QByteArray("{\n    \"lang.current\": \"2\"\n}\n");
     }
 
-    void aFileThatMayNotBeWrittenStays()
+    void whereRightsAreMissingTheSettingsAreKeptAllTheSame()
     {
+        QFETCH(bool, isThere);
+        QFETCH(int, rights);
+        QFETCH(bool, folderIsClosed);
+        QFETCH(QString, read);
+        QFETCH(QByteArray, after);
         if (!Unprivileged::works()) {
             QSKIP("the rights can't be given away");
         }
-        const QByteArray content("{\"lang.current\": \"1\"}");
-        putFile(m_path, content);
-        QVERIFY(
-            QFile::setPermissions(m_path, QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther));
+        if (isThere) {
+            putFile(m_path, s_one);
+            QVERIFY(QFile::setPermissions(m_path, QFile::Permissions(rights)));
+        }
+        QVERIFY(!folderIsClosed || Unprivileged::closeToChanges(m_folder.path()));
         Config config;
         {
             const Unprivileged user;
             config.load(m_path);
-            QCOMPARE(config.value(s_key).text, QStringLiteral("1"));
+            QCOMPARE(config.value(s_key).text, read);
             setText(config, QStringLiteral("2"));
             config.save(m_path);
         }
-        QCOMPARE(contentOf(m_path), content);
+        if (isThere) {
+            QVERIFY(QFile::setPermissions(m_path, QFile::ReadOwner | QFile::WriteOwner));
+        }
+        QCOMPARE(contentOf(m_path), after);
         QCOMPARE(config.value(s_key).text, QStringLiteral("2"));
-    }
-
-    void aFolderThatMayNotBeChangedTakesNoNewFile()
-    {
-        if (!Unprivileged::works()) {
-            QSKIP("the rights can't be given away");
-        }
-        QVERIFY(Unprivileged::closeToChanges(m_folder.path()));
-        Config config;
-        {
-            const Unprivileged user;
-            config.load(m_path);
-            setText(config, QStringLiteral("2"));
-            config.save(m_path);
-        }
-        QVERIFY(!QFile::exists(m_path));
-        QCOMPARE(config.value(s_key).text, QStringLiteral("2"));
-    }
-
-    // Writing in place has this good side.
-    void aFolderThatMayNotBeChangedTakesAFileThatIsThere()
-    {
-        if (!Unprivileged::works()) {
-            QSKIP("the rights can't be given away");
-        }
-        putFile(m_path, "{\"lang.current\": \"1\"}");
-        QVERIFY(Unprivileged::openToChanges(m_path));
-        QVERIFY(Unprivileged::closeToChanges(m_folder.path()));
-        {
-            const Unprivileged user;
-            Config config;
-            config.load(m_path);
-            setText(config, QStringLiteral("2"));
-            config.save(m_path);
-        }
-        QCOMPARE(contentOf(m_path), QByteArray("{\n    \"lang.current\": \"2\"\n}\n"));
     }
 
     void aFullDiskLosesTheFileAndKeepsTheSettings()
@@ -317,7 +279,7 @@ private slots:
             QSKIP("only the administrator can mount a small disk");
         }
         const QString path = disk.path("config.json");
-        putFile(path, "{\"lang.current\": \"1\"}");
+        putFile(path, s_one);
         disk.fill();
         Config config;
         config.load(path);
@@ -338,21 +300,20 @@ private slots:
     }
 
 private:
-    void checkThatItCanBeSaved(Config& p_config) const;
+    void checkThatItCanBeSaved(Config& p_config) const
+    {
+        setText(p_config, QStringLiteral("3"));
+        p_config.save(m_path);
+        Config again;
+        again.load(m_path);
+        QCOMPARE(again.value(s_key).text, QStringLiteral("3"));
+    }
 
     QTemporaryDir m_folder;
     QString m_path;
 };
 
 /** What was read, of whatever file, is a good basis for the next settings. */
-void BadSettingsTest::checkThatItCanBeSaved(Config& p_config) const
-{
-    setText(p_config, QStringLiteral("3"));
-    p_config.save(m_path);
-    Config again;
-    again.load(m_path);
-    QCOMPARE(again.value(s_key).text, QStringLiteral("3"));
-}
 
 QTEST_GUILESS_MAIN(BadSettingsTest)
 #include "badsettingstest.moc"

@@ -1,4 +1,5 @@
 #include "base/commonhelper.h"
+#include "support/system/files.h"
 
 #include <QFile>
 #include <QSet>
@@ -22,12 +23,6 @@ int randomAfter(int p_count)
         next = qrand();
     }
     return next;
-}
-
-QByteArray contentOf(const QString& p_path)
-{
-    QFile file(p_path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
 }
 } // namespace
 
@@ -53,24 +48,20 @@ private slots:
         QVERIFY(readJson(folder.filePath(QStringLiteral("none.json"))).isEmpty());
     }
 
-    void aBrokenFileReadsAsAnEmptyObject()
+    void whatIsNoObjectReadsAsAnEmptyOne_data()
     {
-        const QTemporaryDir folder;
-        QFile file(folder.filePath(QStringLiteral("a.json")));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("{\"name\": \"cut o");
-        file.close();
-        QVERIFY(readJson(file.fileName()).isEmpty());
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("an object cut off") << QByteArray("{\"name\": \"cut o");
+        QTest::newRow("an array") << QByteArray("[\"name\"]");
     }
 
-    void aFileThatHoldsAnArrayReadsAsAnEmptyObject()
+    void whatIsNoObjectReadsAsAnEmptyOne()
     {
+        QFETCH(QByteArray, content);
         const QTemporaryDir folder;
-        QFile file(folder.filePath(QStringLiteral("a.json")));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("[\"name\"]");
-        file.close();
-        QVERIFY(readJson(file.fileName()).isEmpty());
+        const QString path = folder.filePath(QStringLiteral("a.json"));
+        putFile(path, content);
+        QVERIFY(readJson(path).isEmpty());
     }
 
     void writingReplacesALongerFile()
@@ -80,15 +71,13 @@ private slots:
         writeJson({{QStringLiteral("long"), QString(500, QLatin1Char('x'))}}, path);
         const QJsonObject shorter{{QStringLiteral("a"), QStringLiteral("b")}};
         writeJson(shorter, path);
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll(), QByteArray("{\n    \"a\": \"b\"\n}\n"));
+        QCOMPARE(contentOf(path), QByteArray("{\n    \"a\": \"b\"\n}\n"));
     }
 
     void elementsOfAnArrayThatAreNoTextsGiveEmptyTexts()
     {
         const QJsonArray array{QStringLiteral("1.1.3"), 5, true};
-        QCOMPARE(toStringList(array), QStringList({QStringLiteral("1.1.3"), QString(), QString()}));
+        QCOMPARE(toStringList(array), QStringList({"1.1.3", QString(), QString()}));
     }
 
     void aTextIsWrittenAsLatin1AndReplacesALongerFile()

@@ -1,4 +1,5 @@
 #include "base/config.h"
+#include "support/system/files.h"
 
 #include <QDir>
 #include <QFile>
@@ -26,10 +27,7 @@ private slots:
     void beforeTheSetUpAllReadsAreEmpty()
     {
         QVERIFY(QDir().mkpath(QFileInfo(m_storePath).path()));
-        QFile file(m_storePath);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("{\"somebody.else\": \"kept\", \"some.list\": [\"a\"]}");
-        file.close();
+        putFile(m_storePath, "{\"somebody.else\": \"kept\", \"some.list\": [\"a\"]}");
         QCOMPARE(getString(QStringLiteral("somebody.else")), QString());
         QCOMPARE(getStringList(QStringLiteral("some.list")), QStringList());
         QVERIFY(QDir(QFileInfo(m_storePath).path()).removeRecursively());
@@ -76,7 +74,7 @@ private slots:
         configSetUp();
         QCOMPARE(getString(QStringLiteral("lang.current")), QStringLiteral("1"));
         QCOMPARE(getStringList(QStringLiteral("app_upgrade.ignore_version")),
-                 QStringList({QStringLiteral("1.1.3")}));
+                 QStringList({"1.1.3"}));
     }
 
     void aValueThatWasNotSavedIsNotInTheFile()
@@ -84,9 +82,7 @@ private slots:
         setString(QStringLiteral("lang.current"), QStringLiteral("1"));
         save();
         setString(QStringLiteral("lang.current"), QStringLiteral("9"));
-        QFile file(m_storePath);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QByteArray content = file.readAll();
+        const QByteArray content = contentOf(m_storePath);
         QVERIFY2(content.contains("\"lang.current\": \"1\""), content.constData());
     }
 
@@ -120,7 +116,7 @@ private slots:
     void whatIsNoTextReadsAsAnEmptyOneAndIsWrittenBackSo()
     {
         QFETCH(QByteArray, member);
-        writeFile("{\"lang.current\": " + member + "}");
+        putFile(m_path, "{\"lang.current\": " + member + "}");
         Config config;
         config.load(m_path);
         QCOMPARE(config.value(QStringLiteral("lang.current")).kind,
@@ -131,7 +127,7 @@ private slots:
 
     void anArrayOfNumbersReadsAsAListOfEmptyTexts()
     {
-        writeFile("{\"app_upgrade.ignore_version\": [1, 2]}");
+        putFile(m_path, "{\"app_upgrade.ignore_version\": [1, 2]}");
         Config config;
         config.load(m_path);
         const configValue value = config.value(QStringLiteral("app_upgrade.ignore_version"));
@@ -146,10 +142,7 @@ private slots:
         setString(key, QStringLiteral("plain"));
         QCOMPARE(getStringList(key), QStringList());
         save();
-        QFile file(m_storePath);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QJsonValue member = QJsonDocument::fromJson(file.readAll()).object().value(key);
-        QCOMPARE(member, QJsonValue(QStringLiteral("plain")));
+        QCOMPARE(stored(key), QJsonValue(QStringLiteral("plain")));
     }
 
     void aListOverATextBecomesAnArrayInTheFile()
@@ -159,15 +152,13 @@ private slots:
         setStringList(key, {QStringLiteral("a"), QStringLiteral("b")});
         QCOMPARE(getString(key), QString());
         save();
-        QFile file(m_storePath);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QVERIFY(QJsonDocument::fromJson(file.readAll()).object().value(key).isArray());
+        QVERIFY(stored(key).isArray());
     }
 
     void keysUnknownToTheProgramSurviveALoadAndASave()
     {
         const QByteArray content("{\n    \"somebody.else\": \"kept\"\n}\n");
-        writeFile(content);
+        putFile(m_path, content);
         Config config;
         config.load(m_path);
         QVERIFY(QFile::remove(m_path));
@@ -176,7 +167,7 @@ private slots:
 
     void anObjectIsNotWalkedAndReadsAsAnEmptyText()
     {
-        writeFile("{\"fw\": {\"update_time\": \"today\"}}");
+        putFile(m_path, "{\"fw\": {\"update_time\": \"today\"}}");
         Config config;
         config.load(m_path);
         QCOMPARE(config.value(QStringLiteral("fw.update_time")).text, QString());
@@ -197,14 +188,13 @@ private slots:
         QCOMPARE(getString(QStringLiteral("never.set")), QString());
         QCOMPARE(getStringList(QStringLiteral("never.set")), QStringList());
         save();
-        QFile file(m_storePath);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QVERIFY(!file.readAll().contains("never.set"));
+        QVERIFY(QFile::exists(m_storePath));
+        QVERIFY(!contentOf(m_storePath).contains("never.set"));
     }
 
     void aBrokenFileReadsAsEmpty()
     {
-        writeFile("{\"lang.current\": \"2\"");
+        putFile(m_path, "{\"lang.current\": \"2\"");
         Config config;
         config.load(m_path);
         QCOMPARE(config.value(QStringLiteral("lang.current")).text, QString());
@@ -216,7 +206,7 @@ private slots:
         Config config;
         config.setValue(QStringLiteral("a"), {configValue::String, QStringLiteral("1"), {}});
         config.setValue(QStringLiteral("b"), {configValue::String, QStringLiteral("1"), {}});
-        writeFile("{\"b\": \"2\"}");
+        putFile(m_path, "{\"b\": \"2\"}");
         config.load(m_path);
         QCOMPARE(config.value(QStringLiteral("a")).text, QStringLiteral("1"));
         QCOMPARE(config.value(QStringLiteral("b")).text, QStringLiteral("2"));
@@ -243,27 +233,21 @@ private slots:
     }
 
 private:
-    void writeFile(const QByteArray& p_content) const;
-    QByteArray savedBy(const Config& p_config) const;
+    QJsonValue stored(const QString& p_key) const
+    {
+        return QJsonDocument::fromJson(contentOf(m_storePath)).object().value(p_key);
+    }
+
+    QByteArray savedBy(const Config& p_config) const
+    {
+        p_config.save(m_path);
+        return contentOf(m_path);
+    }
 
     QTemporaryDir m_folder;
     QString m_path;
     QString m_storePath;
 };
-
-void ConfigTest::writeFile(const QByteArray& p_content) const
-{
-    QFile file(m_path);
-    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    file.write(p_content);
-}
-
-QByteArray ConfigTest::savedBy(const Config& p_config) const
-{
-    p_config.save(m_path);
-    QFile file(m_path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
-}
 
 QTEST_GUILESS_MAIN(ConfigTest)
 #include "configtest.moc"

@@ -1,6 +1,6 @@
 #include "base/fwinforeader.h"
+#include "support/system/files.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -13,10 +13,7 @@ class FwInfoReaderTest : public QObject
     QString write(const QByteArray& p_content)
     {
         const QString path = m_dir.filePath("UPDATE.bin");
-        QFile file(path);
-        if (!file.open(QIODevice::WriteOnly) || file.write(p_content) != p_content.size()) {
-            return QString();
-        }
+        putFile(path, p_content);
         return path;
     }
 
@@ -67,22 +64,18 @@ private slots:
         QTest::addColumn<QByteArray>("version");
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("name");
-        QTest::newRow("empty") << 0 << QByteArray() << "0.0.0"
-                               << "";
-        QTest::newRow("512 bytes") << 512 << QByteArray() << "0.0.0"
-                                   << "";
-        QTest::newRow("513 bytes") << 513 << QByteArray("\1") << "0.0.1"
-                                   << "";
-        QTest::newRow("514 bytes") << 514 << QByteArray("\1\2") << "0.2.1"
-                                   << "";
-        QTest::newRow("515 bytes") << 515 << QByteArray("\1\2\3") << "3.2.1"
-                                   << "";
-        QTest::newRow("516 bytes") << 516 << QByteArray("\1\2\3\4") << "3.2.1"
-                                   << "";
-        QTest::newRow("519 bytes") << 519 << QByteArray("\1\2\3\4") << "3.2.1"
-                                   << "abc";
-        QTest::newRow("522 bytes") << 522 << QByteArray("\1\2\3\4") << "3.2.1"
-                                   << "abcdef";
+        const auto row = [](int p_size, const QByteArray& p_version, const char* p_text,
+                            const char* p_name) {
+            QTest::addRow("%d bytes", p_size) << p_size << p_version << p_text << p_name;
+        };
+        row(0, "", "0.0.0", "");
+        row(512, "", "0.0.0", "");
+        row(513, "\1", "0.0.1", "");
+        row(514, "\1\2", "0.2.1", "");
+        row(515, "\1\2\3", "3.2.1", "");
+        row(516, "\1\2\3\4", "3.2.1", "");
+        row(519, "\1\2\3\4", "3.2.1", "abc");
+        row(522, "\1\2\3\4", "3.2.1", "abcdef");
     }
 
     void aShortFileGivesWhatThereIs()

@@ -1,4 +1,5 @@
 #include "base/linuxvolumes.h"
+#include "support/system/files.h"
 
 #include <QDir>
 #include <QFile>
@@ -46,11 +47,8 @@ class LinuxVolumesTest : public QObject
 
     void write(const QString& p_name, const QByteArray& p_content)
     {
-        const QString file = path(p_name);
-        QVERIFY(QDir().mkpath(QFileInfo(file).path()));
-        QFile out(file);
-        QVERIFY(out.open(QIODevice::WriteOnly));
-        QCOMPARE(out.write(p_content), qint64(p_content.size()));
+        QVERIFY(QDir().mkpath(QFileInfo(path(p_name)).path()));
+        putFile(path(p_name), p_content);
     }
 
     void addDisk(const QString& p_name, bool p_removable, const QStringList& p_partitions = {})
@@ -165,8 +163,7 @@ private slots:
                         "/dev/sdb1 /media/\xE5\xB0\x8F\xE8\xBD\xA6\\040 vfat rw 0 0\n"
                         "/dev/cciss/c0d0 /data ext4 rw 0 0\n");
         LinuxVolumes volumes(table(), sysfs());
-        QCOMPARE(roots(volumes, true),
-                 QStringList({"/media/my stick\ta\\b\\04", QStringLiteral("/media/小车 ")}));
+        QCOMPARE(roots(volumes, true), QStringList({"/media/my stick\ta\\b\\04", "/media/小车 "}));
         QCOMPARE(roots(volumes, false), QStringList{"/data"});
     }
 

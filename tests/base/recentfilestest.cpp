@@ -1,5 +1,6 @@
 #include "base/recentfiles.h"
 #include "base/installpath.h"
+#include "support/system/files.h"
 #ifdef Q_OS_UNIX
 #include "support/system/unprivileged.h"
 
@@ -19,18 +20,8 @@ class RecentFilesTest : public QObject
 
     QString listFile() const { return m_dir.filePath("records.txt"); }
 
-    void write(const QByteArray& p_content)
-    {
-        QFile file(listFile());
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        QCOMPARE(file.write(p_content), qint64(p_content.size()));
-    }
-
-    QByteArray content() const
-    {
-        QFile file(listFile());
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
-    }
+    void write(const QByteArray& p_content) { putFile(listFile(), p_content); }
+    QByteArray content() const { return contentOf(listFile()); }
 
 private slots:
     void init()
@@ -72,46 +63,34 @@ private slots:
         QCOMPARE(recentFiles, QStringList{"/a.tlrx"});
     }
 
-    void anEmptyFileGivesAnEmptyList()
+    void aFileIsReadLineByLine_data()
     {
-        write("");
-        readRecentFiles(listFile());
-        QVERIFY(recentFiles.isEmpty());
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QStringList>("list");
+        const auto row = [](const char* p_name, const QByteArray& p_file,
+                            const QStringList& p_list) {
+            QTest::newRow(p_name) << p_file << p_list;
+        };
+        row("an empty file gives an empty list", "", {});
+        row("the order of the file is kept", "/c.tlrx\n/a.tlrx\n/b.tlrx\n",
+            {"/c.tlrx", "/a.tlrx", "/b.tlrx"});
+        row("a path that stands twice is kept once at its first place",
+            "/a.tlrx\n/b.tlrx\n/a.tlrx\n\\b.tlrx\n", {"/a.tlrx", "/b.tlrx"});
+        row("backslashes become slashes", "C:\\robots\\car.tlrx\n", {"C:/robots/car.tlrx"});
+        row("a last line without a line feed loses its last character", "/a.tlrx\n/b.tlrx",
+            {"/a.tlrx", "/b.tlr"});
+        row("a zero byte ends a path", QByteArray("/a\0b.tlrx\n", 10), {"/a"});
+        row("a carriage return belongs to the path", "/a.tlrx\r\n/a.tlrx\n",
+            {"/a.tlrx\r", "/a.tlrx"});
     }
 
-    void theOrderOfTheFileIsKept()
+    void aFileIsReadLineByLine()
     {
-        write("/c.tlrx\n/a.tlrx\n/b.tlrx\n");
+        QFETCH(QByteArray, file);
+        QFETCH(QStringList, list);
+        write(file);
         readRecentFiles(listFile());
-        QCOMPARE(recentFiles, QStringList({"/c.tlrx", "/a.tlrx", "/b.tlrx"}));
-    }
-
-    void aPathThatStandsTwiceIsKeptOnceAtItsFirstPlace()
-    {
-        write("/a.tlrx\n/b.tlrx\n/a.tlrx\n\\b.tlrx\n");
-        readRecentFiles(listFile());
-        QCOMPARE(recentFiles, QStringList({"/a.tlrx", "/b.tlrx"}));
-    }
-
-    void backslashesBecomeSlashes()
-    {
-        write("C:\\robots\\car.tlrx\n");
-        readRecentFiles(listFile());
-        QCOMPARE(recentFiles, QStringList{"C:/robots/car.tlrx"});
-    }
-
-    void aLastLineWithoutALineFeedLosesItsLastCharacter()
-    {
-        write("/a.tlrx\n/b.tlrx");
-        readRecentFiles(listFile());
-        QCOMPARE(recentFiles, QStringList({"/a.tlrx", "/b.tlr"}));
-    }
-
-    void aZeroByteEndsAPath()
-    {
-        write(QByteArray("/a\0b.tlrx\n", 10));
-        readRecentFiles(listFile());
-        QCOMPARE(recentFiles, QStringList{"/a"});
+        QCOMPARE(recentFiles, list);
     }
 
     void writingAndReadingGivesAnAsciiListBack()
@@ -138,7 +117,7 @@ private slots:
 
     void aChinesePathIsWrittenAsUtf8AndReadBackGarbled()
     {
-        recentFiles = QStringList{QStringLiteral("/车.tlrx")};
+        recentFiles = QStringList{"/车.tlrx"};
         writeRecentFiles(listFile());
         QCOMPARE(content(), QByteArray("/\xE8\xBD\xA6.tlrx\n"));
         recentFiles.clear();
@@ -183,13 +162,6 @@ private slots:
         QCOMPARE(content(), QByteArray("\n/a.tlrx\n/b.tlrx\n"));
     }
 
-    void aCarriageReturnBelongsToThePath()
-    {
-        write("/a.tlrx\r\n/a.tlrx\n");
-        readRecentFiles(listFile());
-        QCOMPARE(recentFiles, QStringList({"/a.tlrx\r", "/a.tlrx"}));
-    }
-
     void everyByteIsACharacter()
     {
         QByteArray line;
@@ -207,7 +179,7 @@ private slots:
 
     void aChinesePathDoesNotGrowForEver()
     {
-        recentFiles = QStringList{"/a.tlrx", QStringLiteral("/我的车/小车.tlrx"), "/b.tlrx"};
+        recentFiles = QStringList{"/a.tlrx", "/我的车/小车.tlrx", "/b.tlrx"};
         // Each start and end makes it longer, twice as long at worst.
         for (int start = 0; start < 30; ++start) {
             writeRecentFiles(listFile());

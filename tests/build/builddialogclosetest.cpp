@@ -49,7 +49,21 @@ bool isRunning(const QByteArray& p_processId)
     return !state.isEmpty() && state != "Z" && state != "X";
 }
 
+using Way = std::function<void(buildDialog&)>;
+
+const Way byTheButton = [](buildDialog& p_dialog) {
+    QTest::mouseClick(Shown(p_dialog).button, Qt::LeftButton);
+};
+const Way byClosing = [](buildDialog& p_dialog) { p_dialog.close(); };
+const QVector<QPair<QString, Way>> ways = {
+    {"the button", byTheButton},
+    {"the Escape key", [](buildDialog& p_dialog) { QTest::keyClick(&p_dialog, Qt::Key_Escape); }},
+    {"the window's close", byClosing},
+};
+
 } // namespace
+
+Q_DECLARE_METATYPE(Way)
 
 class BuildDialogCloseTest : public QObject
 {
@@ -68,7 +82,7 @@ class BuildDialogCloseTest : public QObject
     }
 
     // Ends a dialog some way, and sees that this took no time.
-    static void endAtOnce(buildDialog& p_dialog, const std::function<void(buildDialog&)>& p_way)
+    static void endAtOnce(buildDialog& p_dialog, const Way& p_way)
     {
         QElapsedTimer timer;
         timer.start();
@@ -77,34 +91,19 @@ class BuildDialogCloseTest : public QObject
         QVERIFY2(timer.elapsed() < hangGuard, qPrintable(QString::number(timer.elapsed())));
     }
 
+    void endAtOnce(const Way& p_way) const { endAtOnce(m_bench->dialog(), p_way); }
+
     void verifyNothingWasWritten() const
     {
         QTest::qWait(50);
         QVERIFY(QDir(m_bench->controller()).isEmpty());
     }
 
-    using Way = std::function<void(buildDialog&)>;
-
     static void addWays()
     {
-        QTest::addColumn<int>("way");
-        QTest::newRow("the button") << 0;
-        QTest::newRow("the Escape key") << 1;
-        QTest::newRow("the window's close") << 2;
-    }
-
-    static Way chosenWay()
-    {
-        QFETCH(int, way);
-        switch (way) {
-        case 0:
-            return [](buildDialog& p_dialog) {
-                QTest::mouseClick(Shown(p_dialog).button, Qt::LeftButton);
-            };
-        case 1:
-            return [](buildDialog& p_dialog) { QTest::keyClick(&p_dialog, Qt::Key_Escape); };
-        default:
-            return [](buildDialog& p_dialog) { p_dialog.close(); };
+        QTest::addColumn<Way>("way");
+        for (const auto& [name, way] : ways) {
+            QTest::newRow(qPrintable(name)) << way;
         }
     }
 
@@ -121,14 +120,13 @@ private slots:
 
     void cancelWhileCompilingKillsTheCompilerAndItsChildren()
     {
-        const Way way = chosenWay();
+        QFETCH(Way, way);
         m_bench->setCompiler(stubborn);
-        const auto dialog = m_bench->makeDialog();
-        DialogBench::build(*dialog, "car1", 0, [&] {
+        m_bench->build([&] {
             QTRY_VERIFY(hasBothProcesses());
             QVERIFY(isRunning(processId("parent")));
             QVERIFY(isRunning(processId("child")));
-            endAtOnce(*dialog, way);
+            endAtOnce(way);
         });
         QVERIFY(!isRunning(processId("parent")));
         QTRY_VERIFY(!isRunning(processId("child")));
@@ -157,9 +155,7 @@ private slots:
             const int paintsBefore = paints.count();
             QVERIFY(DialogBench::runUntil(
                 [&] { return timeouts >= 20 && paints.count() >= paintsBefore + 10; }));
-            endAtOnce(*dialog, [](buildDialog& p_dialog) {
-                QTest::mouseClick(Shown(p_dialog).button, Qt::LeftButton);
-            });
+            endAtOnce(*dialog, byTheButton);
         });
         QVERIFY(!isRunning(processId("parent")));
         QTRY_VERIFY(!isRunning(processId("child")));
@@ -170,10 +166,7 @@ private slots:
         m_bench->setCompiler("echo $$ > parent\nsleep 600\n");
         for (int i = 0; i < 20; ++i) {
             QFile::remove(m_bench->inMakeFolder("parent"));
-            const auto dialog = m_bench->makeDialog();
-            DialogBench::build(*dialog, "car1", 0, [&] {
-                endAtOnce(*dialog, [](buildDialog& p_dialog) { p_dialog.close(); });
-            });
+            m_bench->build([&] { endAtOnce(byClosing); });
             const QByteArray id = processId("parent");
             QVERIFY(id.isEmpty() || !isRunning(id));
         }
@@ -184,21 +177,19 @@ private slots:
 
     void cancelWithoutACompilerIsImmediate()
     {
-        const Way way = chosenWay();
-        const auto dialog = m_bench->makeDialog();
-        DialogBench::build(*dialog, "car1", 0, [&] { endAtOnce(*dialog, way); });
+        QFETCH(Way, way);
+        m_bench->build([&] { endAtOnce(way); });
     }
 
     void closingAfterAFailedCompileIsImmediate_data() { addWays(); }
 
     void closingAfterAFailedCompileIsImmediate()
     {
-        const Way way = chosenWay();
+        QFETCH(Way, way);
         m_bench->setCompiler("exit 1\n");
-        const auto dialog = m_bench->makeDialog();
-        DialogBench::build(*dialog, "car1", 0, [&] {
-            QTRY_COMPARE(Shown(*dialog).statusText(), compileFailed);
-            endAtOnce(*dialog, way);
+        m_bench->build([&] {
+            QTRY_COMPARE(m_bench->shown().statusText(), compileFailed);
+            endAtOnce(way);
         });
     }
 
@@ -206,15 +197,14 @@ private slots:
 
     void cancelWhileWaitingForTheControllerIsImmediate()
     {
-        const Way way = chosenWay();
+        QFETCH(Way, way);
         m_bench->setCompiler("exit 0\n");
         m_bench->setVolumes(std::vector<QString>{});
-        const auto dialog = m_bench->makeDialog();
-        dialog->setPause(600000);
-        DialogBench::build(*dialog, "car1", 0, [&] {
-            QTRY_COMPARE(Shown(*dialog).statusText(), connecting);
+        m_bench->setPause(600000);
+        m_bench->build([&] {
+            QTRY_COMPARE(m_bench->shown().statusText(), connecting);
             QTRY_COMPARE(m_bench->volumes().scans(), 1);
-            endAtOnce(*dialog, way);
+            endAtOnce(way);
         });
         QCOMPARE(m_bench->volumes().scans(), 1);
         verifyNothingWasWritten();
@@ -224,7 +214,7 @@ private slots:
 
     void cancelWhileADeadDriveHoldsUpTheScanIsImmediate()
     {
-        const Way way = chosenWay();
+        QFETCH(Way, way);
         QVERIFY(DialogBench::write(m_bench->firmwareFile(), "firmware"));
         m_bench->volumes().hold();
         {
@@ -240,13 +230,12 @@ private slots:
 
     void closingAFinishedDialogIsImmediate_data()
     {
-        QTest::addColumn<int>("way");
+        QTest::addColumn<Way>("way");
         QTest::addColumn<int>("end");
         const QStringList ends{"downloaded", "download failed", "no controller"};
-        const QStringList ways{"the button", "the Escape key", "the window's close"};
         for (int end = 0; end < ends.size(); ++end) {
-            for (int way = 0; way < ways.size(); ++way) {
-                QTest::newRow(qPrintable(ends[end] + ", " + ways[way])) << way << end;
+            for (const auto& [name, way] : ways) {
+                QTest::newRow(qPrintable(ends[end] + ", " + name)) << way << end;
             }
         }
     }
@@ -254,20 +243,19 @@ private slots:
     void closingAFinishedDialogIsImmediate()
     {
         QFETCH(int, end);
-        const Way way = chosenWay();
+        QFETCH(Way, way);
         m_bench->setCompiler("exit 0\n");
         if (end == 1) {
             m_bench->setVolumes(std::vector<QString>{m_bench->onController("gone")});
         } else if (end == 2) {
             m_bench->setVolumes(std::vector<QString>{});
         }
-        const auto dialog = m_bench->makeDialog();
-        DialogBench::build(*dialog, "car1", 0, [&] {
-            QTRY_COMPARE(Shown(*dialog).buttonText(), ok);
-            QCOMPARE(Shown(*dialog).statusText(), end == 0   ? downloaded
-                                                  : end == 1 ? downloadFailed
-                                                             : connecting);
-            endAtOnce(*dialog, way);
+        m_bench->build([&] {
+            QTRY_COMPARE(m_bench->shown().buttonText(), ok);
+            QCOMPARE(m_bench->shown().statusText(), end == 0   ? downloaded
+                                                    : end == 1 ? downloadFailed
+                                                               : connecting);
+            endAtOnce(way);
         });
         QCOMPARE(QFile::exists(m_bench->onController("car1.bin")), end == 0);
     }
@@ -276,8 +264,7 @@ private slots:
     {
         QVERIFY(DialogBench::write(m_bench->firmwareFile(), "firmware"));
         m_bench->volumes().hold();
-        const auto dialog = m_bench->makeDialog();
-        DialogBench::updateFirmware(*dialog, [&] {
+        m_bench->updateFirmware([&] {
             QTRY_COMPARE(m_bench->volumes().scans(), 1);
             m_bench->volumes().release();
             // The thread's word that it has finished is on its way, but no event is handled here.
@@ -286,7 +273,7 @@ private slots:
             }
             QCOMPARE(m_bench->volumes().scans(), 2);
             QTest::qSleep(200);
-            endAtOnce(*dialog, [](buildDialog& p_dialog) { p_dialog.close(); });
+            endAtOnce(byClosing);
         });
         verifyNothingWasWritten();
     }
@@ -294,8 +281,7 @@ private slots:
     void cancelJustAfterTheCompilerHasEndedAppendsNothing()
     {
         m_bench->setCompiler("touch came-through\nexit 0\n");
-        const auto dialog = m_bench->makeDialog();
-        DialogBench::build(*dialog, "car1", 0, [&] {
+        m_bench->build([&] {
             for (int i = 0; i < 300; ++i) {
                 if (QFile::exists(m_bench->inMakeFolder("came-through"))) {
                     break;
@@ -304,7 +290,7 @@ private slots:
             }
             QVERIFY(QFile::exists(m_bench->inMakeFolder("came-through")));
             QTest::qSleep(200);
-            endAtOnce(*dialog, [](buildDialog& p_dialog) { p_dialog.close(); });
+            endAtOnce(byClosing);
         });
         QVERIFY(m_bench->finishedFiles().isEmpty());
         QCOMPARE(m_bench->volumes().scans(), 0);
@@ -349,8 +335,8 @@ private slots:
     {
         const auto dialog = m_bench->makeDialog();
         dialog->show();
-        endAtOnce(*dialog, [](buildDialog& p_dialog) { p_dialog.close(); });
-        endAtOnce(*dialog, [](buildDialog& p_dialog) { p_dialog.close(); });
+        endAtOnce(*dialog, byClosing);
+        endAtOnce(*dialog, byClosing);
     }
 };
 

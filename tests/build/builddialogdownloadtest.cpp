@@ -47,14 +47,12 @@ private slots:
     {
         m_bench->setCompiler(DialogBench::linking());
         m_bench->setVolumes(std::vector<QString>{});
-        const auto dialog = m_bench->makeDialog();
-        dialog->setPause(600000);
-        const Shown shown(*dialog);
-        DialogBench::build(*dialog, "car1", 0, [&] {
-            QTRY_COMPARE(shown.statusText(), connecting);
-            QCOMPARE(shown.iconName(), QString("compiling"));
-            QCOMPARE(shown.buttonText(), cancel);
-            QVERIFY(!shown.progress->isVisible());
+        m_bench->setPause(600000);
+        m_bench->build([&] {
+            QTRY_COMPARE(m_bench->shown().statusText(), connecting);
+            QCOMPARE(m_bench->shown().iconName(), QString("compiling"));
+            QCOMPARE(m_bench->shown().buttonText(), cancel);
+            QVERIFY(!m_bench->shown().progress->isVisible());
         });
     }
 
@@ -62,13 +60,7 @@ private slots:
     {
         m_bench->setCompiler(DialogBench::linking());
         m_bench->setVolumes(std::vector<QString>{});
-        const auto dialog = m_bench->makeDialog();
-        const Shown shown(*dialog);
-        DialogBench::build(*dialog, "car1", 0, [&] {
-            QTRY_COMPARE(shown.buttonText(), ok);
-            QCOMPARE(shown.statusText(), connecting);
-            QCOMPARE(shown.iconName(), QString("failed"));
-        });
+        m_bench->build([&] { m_bench->shown().verifyEnd(connecting, "failed"); });
         QCOMPARE(m_bench->volumes().scans(), 62);
     }
 
@@ -100,13 +92,7 @@ private slots:
     {
         m_bench->setCompiler(DialogBench::linking());
         m_bench->setVolumes(std::vector<QString>{m_bench->onController("gone")});
-        const auto dialog = m_bench->makeDialog();
-        const Shown shown(*dialog);
-        DialogBench::build(*dialog, "car1", 0, [&] {
-            QTRY_COMPARE(shown.buttonText(), ok);
-            QCOMPARE(shown.statusText(), downloadFailed);
-            QCOMPARE(shown.iconName(), QString("compiling"));
-        });
+        m_bench->build([&] { m_bench->shown().verifyEnd(downloadFailed, "compiling"); });
         QVERIFY(QDir(m_bench->controller()).isEmpty());
     }
 
@@ -114,25 +100,17 @@ private slots:
     {
         m_bench->setCompiler(DialogBench::linking());
         QVERIFY(QDir().mkpath(m_bench->onController("car1.bin/inside")));
-        const auto dialog = m_bench->makeDialog();
-        const Shown shown(*dialog);
-        DialogBench::build(*dialog, "car1", 0, [&] {
-            QTRY_COMPARE(shown.buttonText(), ok);
-            QCOMPARE(shown.statusText(), downloadFailed);
-            QCOMPARE(shown.iconName(), QString("compiling"));
-        });
+        m_bench->build([&] { m_bench->shown().verifyEnd(downloadFailed, "compiling"); });
     }
 
     void aFullControllerIsAFailedDownload()
     {
         // A firmware file, since that isn't written before it is copied.
         QVERIFY(DialogBench::write(m_bench->firmwareFile(), QByteArray(100000, 'f')));
-        const auto dialog = m_bench->makeDialog();
-        const Shown shown(*dialog);
-        DialogBench::updateFirmware(*dialog, [&] {
+        m_bench->updateFirmware([&] {
             const FileSizeLimit full(30000);
-            QTRY_COMPARE(shown.buttonText(), ok);
-            QCOMPARE(shown.statusText(), downloadFailed);
+            QTRY_COMPARE(m_bench->shown().buttonText(), ok);
+            QCOMPARE(m_bench->shown().statusText(), downloadFailed);
         });
         QVERIFY(!QFile::exists(m_bench->onController("UPDATE.bin")));
     }
@@ -146,13 +124,9 @@ private slots:
             return p_scan < 30 ? std::vector<QString>{}
                                : std::vector<QString>{m_bench->controller()};
         });
-        const auto dialog = m_bench->makeDialog();
-        const Shown shown(*dialog);
-        DialogBench::updateFirmware(*dialog, [&] {
-            QVERIFY(!shown.progress->isVisible());
-            QTRY_COMPARE(shown.buttonText(), ok);
-            QCOMPARE(shown.statusText(), downloaded);
-            QCOMPARE(shown.iconName(), QString("done"));
+        m_bench->updateFirmware([&] {
+            QVERIFY(!m_bench->shown().progress->isVisible());
+            m_bench->shown().verifyEnd(downloaded, "done");
         });
         QCOMPARE(DialogBench::read(m_bench->onController("UPDATE.bin")), QByteArray(1000, 'f'));
         QVERIFY(!QFile::exists(m_bench->inMakeFolder("was-called")));
@@ -163,8 +137,8 @@ private slots:
     void firmwareStartsWithAnEmptyStatus()
     {
         QVERIFY(DialogBench::write(m_bench->firmwareFile(), "f"));
-        const auto dialog = m_bench->makeDialog();
         m_bench->volumes().hold();
+        const auto dialog = m_bench->makeDialog();
         const Shown shown(*dialog);
         shown.status->setText("before");
         DialogBench::updateFirmware(*dialog, [&] {
@@ -180,14 +154,20 @@ private slots:
     {
         QVERIFY(DialogBench::write(m_bench->firmwareFile(), "f"));
         m_bench->setVolumes(std::vector<QString>{});
+        m_bench->updateFirmware([&] { m_bench->shown().verifyEnd(connecting, "failed"); });
+        QCOMPARE(m_bench->volumes().scans(), 62);
+    }
+
+    void ofTwoControllersTheFirstGetsTheFirmware()
+    {
+        QVERIFY(DialogBench::write(m_bench->firmwareFile(), "f"));
+        m_bench->setVolumes(
+            std::vector<QString>{m_bench->controller(), m_bench->secondController()});
         const auto dialog = m_bench->makeDialog();
         const Shown shown(*dialog);
-        DialogBench::updateFirmware(*dialog, [&] {
-            QTRY_COMPARE(shown.buttonText(), ok);
-            QCOMPARE(shown.statusText(), connecting);
-            QCOMPARE(shown.iconName(), QString("failed"));
-        });
-        QCOMPARE(m_bench->volumes().scans(), 62);
+        DialogBench::updateFirmware(*dialog, [&] { QTRY_COMPARE(shown.buttonText(), ok); });
+        QCOMPARE(DialogBench::read(m_bench->onController("UPDATE.bin")), QByteArray("f"));
+        QVERIFY(QDir(m_bench->secondController()).isEmpty());
     }
 
     void theFirmwaresFieldsAreLogged_data()
@@ -197,16 +177,15 @@ private slots:
         QTest::addColumn<QString>("version");
         QTest::addColumn<QString>("result");
         const QByteArray whole = QByteArray(512, 'x') + QByteArray("\5\4\3\2", 4) + "korv-9tail";
-        QTest::newRow("whole") << whole << "korv-9"
-                               << "3.4.5" << downloaded;
-        QTest::newRow("518 bytes") << whole.left(518) << "ko"
-                                   << "3.4.5" << downloaded;
-        QTest::newRow("514 bytes") << whole.left(514) << ""
-                                   << "0.4.5" << downloaded;
-        QTest::newRow("100 bytes") << whole.left(100) << ""
-                                   << "0.0.0" << downloaded;
-        QTest::newRow("no file") << QByteArray() << ""
-                                 << "" << downloadFailed;
+        const auto row = [](const char* p_name, const QByteArray& p_file, const char* p_projectId,
+                            const char* p_version, const QString& p_result) {
+            QTest::newRow(p_name) << p_file << p_projectId << p_version << p_result;
+        };
+        row("whole", whole, "korv-9", "3.4.5", downloaded);
+        row("518 bytes", whole.left(518), "ko", "3.4.5", downloaded);
+        row("514 bytes", whole.left(514), "", "0.4.5", downloaded);
+        row("100 bytes", whole.left(100), "", "0.0.0", downloaded);
+        row("no file", QByteArray(), "", "", downloadFailed);
     }
 
     void theFirmwaresFieldsAreLogged()
@@ -219,11 +198,9 @@ private slots:
             QVERIFY(DialogBench::write(m_bench->firmwareFile(), file));
         }
         const LogKeeper log;
-        const auto dialog = m_bench->makeDialog();
-        const Shown shown(*dialog);
-        DialogBench::updateFirmware(*dialog, [&] {
-            QTRY_COMPARE(shown.buttonText(), ok);
-            QCOMPARE(shown.statusText(), result);
+        m_bench->updateFirmware([&] {
+            QTRY_COMPARE(m_bench->shown().buttonText(), ok);
+            QCOMPARE(m_bench->shown().statusText(), result);
         });
         const int first = log.messages().indexOf("firmware update");
         QVERIFY(first >= 0);

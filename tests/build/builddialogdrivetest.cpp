@@ -39,14 +39,9 @@ class BuildDialogDriveTest : public QObject
 
     void downloadFails()
     {
-        const auto dialog = m_bench->makeDialog();
-        const Shown shown(*dialog);
-        DialogBench::build(*dialog, "car1", 0, [&] {
-            QTRY_COMPARE(shown.buttonText(), ok);
-            QCOMPARE(shown.statusText(), downloadFailed);
-            QCOMPARE(shown.iconName(), QString("compiling"));
-            QTest::mouseClick(shown.button, Qt::LeftButton);
-            QVERIFY(!dialog->isVisible());
+        m_bench->build([&] {
+            m_bench->shown().verifyEnd(downloadFailed, "compiling");
+            m_bench->shown().verifyButtonCloses();
         });
         // What was compiled is still there, for a second attempt.
         QCOMPARE(QFileInfo(m_bench->compiledFile("car1")).size(), 7 + DialogBench::appendedSize);

@@ -67,18 +67,6 @@ class BuildDialogKitTest : public QObject
 
     std::unique_ptr<DialogBench> m_bench;
 
-    void compileFails(const QString& p_source)
-    {
-        const auto dialog = m_bench->makeDialog();
-        const Shown shown(*dialog);
-        DialogBench::build(
-            *dialog, "car1", 0,
-            [&] {
-                QVERIFY(DialogBench::runUntil([&] { return shown.statusText() == compileFailed; }));
-            },
-            p_source);
-    }
-
     QByteArray onController() const { return DialogBench::read(m_bench->onController("car1.bin")); }
 
     void verifyOnlyTheOlderOneIsThere(const QByteArray& p_older)
@@ -114,7 +102,7 @@ private slots:
     {
         m_bench->buildToTheEnd("car1", program("older"));
         const QByteArray older = onController();
-        compileFails(broken);
+        m_bench->buildUntil(compileFailed, broken);
         verifyOnlyTheOlderOneIsThere(older);
     }
 
@@ -207,7 +195,7 @@ private slots:
         const QByteArray older = onController();
         {
             const OtherCompiler none{QByteArray()};
-            compileFails(program("newer"));
+            m_bench->buildUntil(compileFailed, program("newer"));
         }
         verifyOnlyTheOlderOneIsThere(older);
 
@@ -240,32 +228,23 @@ private slots:
         for (const QString& tool : lacks) {
             other.remove(tool);
         }
-        const auto dialog = m_bench->makeDialog();
-        const Shown shown(*dialog);
-        DialogBench::build(
-            *dialog, "car1", 0,
-            [&] {
-                QTRY_COMPARE(shown.statusText(), compileFailed);
-                for (const QString& tool : lacks) {
-                    QVERIFY2(shown.reasonText().contains(tool), qPrintable(shown.reasonText()));
-                }
-                QVERIFY2(shown.reasonText().endsWith("\nsudo apt install " + packages),
-                         qPrintable(shown.reasonText()));
-            },
-            program("another one for each: " + lacks.join(' ')));
+        m_bench->build(program("another one for each: " + lacks.join(' ')), [&] {
+            QTRY_COMPARE(m_bench->shown().statusText(), compileFailed);
+            for (const QString& tool : lacks) {
+                QVERIFY2(m_bench->shown().reasonText().contains(tool),
+                         qPrintable(m_bench->shown().reasonText()));
+            }
+            QVERIFY2(m_bench->shown().reasonText().endsWith("\nsudo apt install " + packages),
+                     qPrintable(m_bench->shown().reasonText()));
+        });
     }
 
     void aMistakeOfTheProgramIsNotLaidOnTheSystem()
     {
-        const auto dialog = m_bench->makeDialog();
-        const Shown shown(*dialog);
-        DialogBench::build(
-            *dialog, "car1", 0,
-            [&] {
-                QTRY_COMPARE(shown.statusText(), compileFailed);
-                QCOMPARE(shown.reasonText(), QString());
-            },
-            broken);
+        m_bench->build(broken, [&] {
+            QTRY_COMPARE(m_bench->shown().statusText(), compileFailed);
+            QCOMPARE(m_bench->shown().reasonText(), QString());
+        });
     }
 
     void aBuildThatWasCancelledLeavesNothingForTheNext()

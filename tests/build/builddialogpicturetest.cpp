@@ -39,7 +39,7 @@ class BuildDialogPictureTest : public QObject
     std::unique_ptr<DialogBench> m_bench;
 
     /** True if a dialog shows a picture, where it stands in nobody's way. */
-    static bool shows(const buildDialog& p_dialog, const char* p_name)
+    bool shows(const char* p_name, const buildDialog& p_dialog) const
     {
         const auto& scene = *p_dialog.findChild<QLabel*>(QStringLiteral("scene"));
         const QImage expected(QStringLiteral(":/download/%1.png").arg(QLatin1String(p_name)));
@@ -47,6 +47,8 @@ class BuildDialogPictureTest : public QObject
         return !expected.isNull() && scene.isVisible() && scene.size() == expected.size() &&
                shown.toImage() == QPixmap::fromImage(expected).toImage();
     }
+
+    bool shows(const char* p_name) const { return shows(p_name, m_bench->dialog()); }
 
 private slots:
     void init()
@@ -59,56 +61,46 @@ private slots:
     void whileItCompilesTheComputerWorks()
     {
         m_bench->setCompiler("exec sleep 600\n");
-        const auto dialog = m_bench->makeDialog();
-        DialogBench::build(*dialog, "car1", 0, [&] { QVERIFY(shows(*dialog, "compiling")); });
+        m_bench->build([&] { QVERIFY(shows("compiling")); });
     }
 
     void whileAnotherWindowCompilesTheComputerWaits()
     {
         QLockFile other(kitLockPath());
         QVERIFY(other.lock());
-        const auto dialog = m_bench->makeDialog();
-        DialogBench::build(*dialog, "car1", 0, [&] {
-            QVERIFY(shows(*dialog, "waiting"));
+        m_bench->build([&] {
+            QVERIFY(shows("waiting"));
             other.unlock();
-            QTRY_VERIFY(shows(*dialog, "done"));
+            QTRY_VERIFY(shows("done"));
         });
     }
 
     void aFailedCompileIsMarkedOnTheComputer()
     {
         m_bench->setCompiler("exit 1\n");
-        const auto dialog = m_bench->makeDialog();
-        DialogBench::build(*dialog, "car1", 0,
-                           [&] { QTRY_VERIFY(shows(*dialog, "compile-failed")); });
+        m_bench->build([&] { QTRY_VERIFY(shows("compile-failed")); });
     }
 
     void whileTheControllerIsAwaitedTheCableIsUnplugged()
     {
         m_bench->setVolumes(std::vector<QString>{});
-        const auto dialog = m_bench->makeDialog();
-        dialog->setPause(600000);
-        DialogBench::build(*dialog, "car1", 0, [&] {
-            QTRY_COMPARE(Shown(*dialog).statusText(), connecting);
-            QVERIFY(shows(*dialog, "connecting"));
+        m_bench->setPause(600000);
+        m_bench->build([&] {
+            QTRY_COMPARE(m_bench->shown().statusText(), connecting);
+            QVERIFY(shows("connecting"));
         });
-        const auto firmware = m_bench->makeDialog();
-        firmware->setPause(600000);
-        DialogBench::updateFirmware(*firmware, [&] { QVERIFY(shows(*firmware, "connecting")); });
+        m_bench->updateFirmware([&] { QVERIFY(shows("connecting")); });
     }
 
     void withoutAControllerTheGapIsMarked()
     {
         m_bench->setVolumes(std::vector<QString>{});
-        const auto dialog = m_bench->makeDialog();
-        DialogBench::build(*dialog, "car1", 0,
-                           [&] { QTRY_VERIFY(shows(*dialog, "connect-failed")); });
+        m_bench->build([&] { QTRY_VERIFY(shows("connect-failed")); });
     }
 
     void aProgramThatArrivedIsTickedOnTheRobot()
     {
-        const auto dialog = m_bench->makeDialog();
-        DialogBench::build(*dialog, "car1", 0, [&] { QTRY_VERIFY(shows(*dialog, "done")); });
+        m_bench->build([&] { QTRY_VERIFY(shows("done")); });
     }
 
     void whileTheProgramIsSentTheCableHasArrows()
@@ -116,16 +108,15 @@ private slots:
         const auto dialog = m_bench->makeDialog();
         bool painted = false;
         const PaintHook hook(*dialog->findChild<QLabel*>(QStringLiteral("scene")),
-                             [&] { painted = painted || shows(*dialog, "sending"); });
-        DialogBench::build(*dialog, "car1", 0, [&] { QTRY_VERIFY(shows(*dialog, "done")); });
+                             [&] { painted = painted || shows("sending", *dialog); });
+        DialogBench::build(*dialog, "car1", 0, [&] { QTRY_VERIFY(shows("done", *dialog)); });
         QVERIFY(painted);
     }
 
     void aProgramThatDidNotArriveIsMarkedOnTheRobot()
     {
         m_bench->setVolumes(std::vector<QString>{m_bench->onController("gone")});
-        const auto dialog = m_bench->makeDialog();
-        DialogBench::build(*dialog, "car1", 0, [&] { QTRY_VERIFY(shows(*dialog, "copy-failed")); });
+        m_bench->build([&] { QTRY_VERIFY(shows("copy-failed")); });
     }
 
     void thePictureLeavesTheWordsFree()

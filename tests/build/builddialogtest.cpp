@@ -38,6 +38,15 @@ class BuildDialogTest : public QObject
 
     std::unique_ptr<DialogBench> m_bench;
 
+    void verifyFailureIsShown(const QString& p_reason = QString()) const
+    {
+        const QString reason = m_bench->shown().reasonText();
+        QVERIFY2(reason.contains(p_reason), qPrintable(reason));
+        QCOMPARE(m_bench->shown().buttonText(), cancel);
+        QVERIFY(!m_bench->shown().progress->isVisible());
+        m_bench->shown().verifyButtonCloses();
+    }
+
 private slots:
     void init() { m_bench = std::make_unique<DialogBench>(); }
     void cleanup() { m_bench.reset(); }
@@ -136,14 +145,12 @@ private slots:
     void whileItCompilesTheBusyBarIsShown()
     {
         m_bench->setCompiler("exec sleep 600\n");
-        const auto dialog = m_bench->makeDialog();
-        const Shown shown(*dialog);
-        DialogBench::build(*dialog, "car1", 0, [&] {
-            QVERIFY(dialog->isModal());
-            QCOMPARE(shown.statusText(), building);
-            QCOMPARE(shown.iconName(), QString("compiling"));
-            QCOMPARE(shown.buttonText(), cancel);
-            QVERIFY(shown.progress->isVisible());
+        m_bench->build([&] {
+            QVERIFY(m_bench->dialog().isModal());
+            QCOMPARE(m_bench->shown().statusText(), building);
+            QCOMPARE(m_bench->shown().iconName(), QString("compiling"));
+            QCOMPARE(m_bench->shown().buttonText(), cancel);
+            QVERIFY(m_bench->shown().progress->isVisible());
         });
         QCOMPARE(m_bench->volumes().scans(), 0);
     }
@@ -151,16 +158,11 @@ private slots:
     void aGoodBuildReachesTheControllerWithActionsAndTrailer()
     {
         m_bench->setCompiler(DialogBench::linking());
-        const auto dialog = m_bench->makeDialog();
-        const Shown shown(*dialog);
-        DialogBench::build(*dialog, "car1", 0, [&] {
-            QTRY_COMPARE(shown.buttonText(), ok);
-            QCOMPARE(shown.statusText(), downloaded);
-            QCOMPARE(shown.iconName(), QString("done"));
-            QVERIFY(!shown.progress->isVisible());
-            QVERIFY(dialog->isVisible());
-            QTest::mouseClick(shown.button, Qt::LeftButton);
-            QVERIFY(!dialog->isVisible());
+        m_bench->build([&] {
+            m_bench->shown().verifyEnd(downloaded, "done");
+            QVERIFY(!m_bench->shown().progress->isVisible());
+            QVERIFY(m_bench->dialog().isVisible());
+            m_bench->shown().verifyButtonCloses();
         });
         QCOMPARE(m_bench->finishedFiles(), QStringList{m_bench->compiledFile("car1")});
         const QByteArray file = DialogBench::read(m_bench->onController("car1.bin"));
@@ -168,7 +170,7 @@ private slots:
         QVERIFY(file.startsWith("program\xFF\xFF\xFF\x01\x01"));
         QCOMPARE(file.mid(7 + 57472, 4), QByteArray("\x55\xAA\x5A\x5A"));
         QCOMPARE(file, DialogBench::read(m_bench->compiledFile("car1")));
-        QVERIFY(dialog->compilerMessages().isEmpty());
+        QVERIFY(m_bench->dialog().compilerMessages().isEmpty());
     }
 
     void withoutAProgramNameTheFileIsOnlyAnExtension()
@@ -225,17 +227,12 @@ private slots:
     {
         QFETCH(QByteArray, end);
         m_bench->setCompiler(DialogBench::linking() + "ulimit -c 0\n" + end);
-        const auto dialog = m_bench->makeDialog();
-        const Shown shown(*dialog);
-        DialogBench::build(*dialog, "car1", 0, [&] {
-            QTRY_COMPARE(shown.statusText(), compileFailed);
+        m_bench->build([&] {
+            QTRY_COMPARE(m_bench->shown().statusText(), compileFailed);
             QTest::qWait(100);
-            QCOMPARE(shown.statusText(), compileFailed);
-            QCOMPARE(shown.buttonText(), cancel);
-            QCOMPARE(shown.iconName(), QString("compiling"));
-            QVERIFY(!shown.progress->isVisible());
-            QTest::mouseClick(shown.button, Qt::LeftButton);
-            QVERIFY(!dialog->isVisible());
+            QCOMPARE(m_bench->shown().statusText(), compileFailed);
+            QCOMPARE(m_bench->shown().iconName(), QString("compiling"));
+            verifyFailureIsShown();
         });
         QVERIFY(m_bench->finishedFiles().isEmpty());
         QCOMPARE(m_bench->volumes().scans(), 0);
@@ -252,12 +249,9 @@ private slots:
                              "printf '\\000../../../example/user_main.c:8:1: unseen\\n' >&2\n"
                              "exit 2\n");
         const LogKeeper log;
-        const auto dialog = m_bench->makeDialog();
-        const Shown shown(*dialog);
-        DialogBench::build(*dialog, "car1", 0,
-                           [&] { QTRY_COMPARE(shown.statusText(), compileFailed); });
-        QCOMPARE(dialog->compilerMessages(),
-                 QStringList({"3:5: error: no such thing", QStringLiteral("7:1: 错误: ;")}));
+        m_bench->buildUntil(compileFailed);
+        QCOMPARE(m_bench->dialog().compilerMessages(),
+                 QStringList({"3:5: error: no such thing", "7:1: 错误: ;"}));
         QVERIFY(log.messages().join('\n').contains("other.c:9:9: error: elsewhere"));
     }
 
@@ -283,20 +277,10 @@ private slots:
                                      : QFile::link(inItsPlace, userMainPath()));
         m_bench->setCompiler("touch was-called\n" + DialogBench::linking());
         QVERIFY(DialogBench::write(m_bench->compiledFile("car1"), "the older program"));
-        const auto dialog = m_bench->makeDialog();
-        const Shown shown(*dialog);
-        DialogBench::build(
-            *dialog, "car1", 0,
-            [&] {
-                QCOMPARE(shown.statusText(), compileFailed);
-                QVERIFY2(shown.reasonText().contains("gcc/example/user_main.c"),
-                         qPrintable(shown.reasonText()));
-                QCOMPARE(shown.buttonText(), cancel);
-                QVERIFY(!shown.progress->isVisible());
-                QTest::mouseClick(shown.button, Qt::LeftButton);
-                QVERIFY(!dialog->isVisible());
-            },
-            "void user_main() {}");
+        m_bench->build("void user_main() {}", [&] {
+            QCOMPARE(m_bench->shown().statusText(), compileFailed);
+            verifyFailureIsShown("gcc/example/user_main.c");
+        });
         QVERIFY(!QFile::exists(m_bench->inMakeFolder("was-called")));
         QVERIFY(m_bench->finishedFiles().isEmpty());
         QVERIFY(QDir(m_bench->controller()).isEmpty());
@@ -305,11 +289,7 @@ private slots:
     void theSourceIsWrittenBeforeTheCompilerIsCalled()
     {
         m_bench->setCompiler("cat ../../user_main.c > seen\nexit 1\n");
-        const auto dialog = m_bench->makeDialog();
-        const Shown shown(*dialog);
-        DialogBench::build(
-            *dialog, "car1", 0, [&] { QTRY_COMPARE(shown.statusText(), compileFailed); },
-            "void user_main() {}");
+        m_bench->buildUntil(compileFailed, "void user_main() {}");
         QCOMPARE(DialogBench::read(m_bench->inMakeFolder("seen")),
                  QByteArray("void user_main() {}"));
     }
@@ -328,15 +308,9 @@ private slots:
             m_bench->setCompiler("exit 0\n");
             QFile::setPermissions(m_bench->inMakeFolder("make.exe"), QFile::ReadOwner);
         }
-        const auto dialog = m_bench->makeDialog();
-        const Shown shown(*dialog);
-        DialogBench::build(*dialog, "car1", 0, [&] {
-            QTRY_COMPARE(shown.statusText(), compileFailed);
-            QVERIFY2(shown.reasonText().contains("make.exe"), qPrintable(shown.reasonText()));
-            QCOMPARE(shown.buttonText(), cancel);
-            QVERIFY(!shown.progress->isVisible());
-            QTest::mouseClick(shown.button, Qt::LeftButton);
-            QVERIFY(!dialog->isVisible());
+        m_bench->build([&] {
+            QTRY_COMPARE(m_bench->shown().statusText(), compileFailed);
+            verifyFailureIsShown("make.exe");
         });
         QVERIFY(m_bench->finishedFiles().isEmpty());
         QCOMPARE(m_bench->volumes().scans(), 0);
@@ -380,13 +354,9 @@ private slots:
         resetPeak();
         const int before = peak();
         QVERIFY(before > 0);
-        const auto dialog = m_bench->makeDialog();
-        const Shown shown(*dialog);
-        DialogBench::build(*dialog, "car1", 0, [&] {
-            QVERIFY(DialogBench::runUntil([&] { return shown.statusText() == compileFailed; }));
-        });
+        m_bench->buildUntil(compileFailed);
         QVERIFY(QFile::exists(m_bench->inMakeFolder("came-through")));
-        QCOMPARE(dialog->compilerMessages(), QStringList{"1:1: the first"});
+        QCOMPARE(m_bench->dialog().compilerMessages(), QStringList{"1:1: the first"});
         QVERIFY2(peak() - before < mostGrowth, qPrintable(QString::number(peak() - before)));
     }
 

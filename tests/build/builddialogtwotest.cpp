@@ -2,7 +2,6 @@
 #include "dialogbench.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QLockFile>
 #include <QtTest>
@@ -114,21 +113,15 @@ private slots:
         QLockFile lock(kitLockPath());
         QVERIFY(lock.lock());
         m_bench->setCompiler("touch started\n");
-        const auto dialog = m_bench->makeDialog();
-        const Shown shown(*dialog);
-        DialogBench::build(
-            *dialog, "car1", 0,
-            [&] {
-                int timeouts = 0;
-                QTimer timer;
-                connect(&timer, &QTimer::timeout, this, [&] { ++timeouts; });
-                timer.start(10);
-                QTRY_VERIFY(timeouts >= 30);
-                QCOMPARE(shown.statusText(), waiting);
-                QTest::mouseClick(shown.button, Qt::LeftButton);
-                QVERIFY(!dialog->isVisible());
-            },
-            "the second");
+        m_bench->build("the second", [&] {
+            int timeouts = 0;
+            QTimer timer;
+            connect(&timer, &QTimer::timeout, this, [&] { ++timeouts; });
+            timer.start(10);
+            QTRY_VERIFY(timeouts >= 30);
+            QCOMPARE(m_bench->shown().statusText(), waiting);
+            m_bench->shown().verifyButtonCloses();
+        });
         QVERIFY(lock.isLocked());
         // Nor does it begin when it could.
         lock.unlock();
@@ -162,14 +155,11 @@ private slots:
     {
         QVERIFY(QDir(m_bench->inMakeFolder("objects")).removeRecursively());
         m_bench->setCompiler(waitingToLink);
-        const auto dialog = m_bench->makeDialog();
-        const Shown shown(*dialog);
-        DialogBench::build(*dialog, "car1", 0, [&] {
+        m_bench->build([&] {
             QTRY_VERIFY(QFile::exists(m_bench->inMakeFolder("started")));
             QVERIFY(!QLockFile(kitLockPath()).tryLock());
             QVERIFY(DialogBench::write(m_bench->inMakeFolder("go"), ""));
-            QTRY_COMPARE(shown.buttonText(), ok);
-            QCOMPARE(shown.statusText(), downloaded);
+            m_bench->shown().verifyEnd(downloaded, "done");
         });
     }
 
@@ -194,10 +184,8 @@ private slots:
         if (QTest::currentDataTag() == QByteArray("without a source")) {
             QVERIFY(QDir().mkpath(userMainPath()));
         }
-        const auto dialog = m_bench->makeDialog();
-        const Shown shown(*dialog);
-        DialogBench::build(*dialog, "car1", 0, [&] {
-            QTRY_COMPARE(shown.statusText(), endsWith);
+        m_bench->build([&] {
+            QTRY_COMPARE(m_bench->shown().statusText(), endsWith);
             if (endsWith != building) {
                 QVERIFY(QLockFile(kitLockPath()).tryLock());
             }

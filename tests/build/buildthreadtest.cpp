@@ -15,14 +15,39 @@ constexpr unsigned long hangGuard = 20000;
 const QString connecting = QStringLiteral("连接控制器....");
 const QString failed = QStringLiteral("控制器连接失败！");
 
-QStringList textsOf(const QSignalSpy& p_spy)
+using Roots = std::vector<QString>;
+
+/** A thread that looks for a controller among volumes, and what it says. */
+class WatchedThread : public buildThread
 {
-    QStringList texts;
-    for (const QList<QVariant>& arguments : p_spy) {
-        texts.append(arguments.first().toString());
+public:
+    template <class Found>
+    explicit WatchedThread(const Found& p_found) : volumes(std::make_shared<FakeVolumes>(p_found))
+    {
+        setVolumes(volumes);
     }
-    return texts;
-}
+
+    /** Runs to its end; false if that takes too long. */
+    bool ends()
+    {
+        start();
+        return wait(hangGuard);
+    }
+
+    QStringList texts() const
+    {
+        QStringList texts;
+        for (const QList<QVariant>& arguments : m_spy) {
+            texts.append(arguments.first().toString());
+        }
+        return texts;
+    }
+
+    const std::shared_ptr<FakeVolumes> volumes;
+
+private:
+    QSignalSpy m_spy{this, &buildThread::stateChanged};
+};
 
 } // namespace
 
@@ -33,35 +58,27 @@ class BuildThreadTest : public QObject
 private slots:
     void aControllerThatIsThereIsFoundWithoutASleepAndConfirmed()
     {
-        const auto volumes = std::make_shared<FakeVolumes>(std::vector<QString>{"E"});
-        buildThread thread;
-        thread.setVolumes(volumes);
+        WatchedThread thread(Roots{"E"});
         thread.setPause(never);
-        QSignalSpy spy(&thread, &buildThread::stateChanged);
-        thread.start();
-        QVERIFY(thread.wait(hangGuard));
-        QCOMPARE(volumes->scans(), 2);
+        QVERIFY(thread.ends());
+        QCOMPARE(thread.volumes->scans(), 2);
         QVERIFY(thread.connected());
         QCOMPARE(thread.drive(), QString("E"));
-        QCOMPARE(textsOf(spy), QStringList{connecting});
+        QCOMPARE(thread.texts(), QStringList{connecting});
     }
 
     void anUnpluggedControllerIsLookedFor62Times()
     {
-        const auto volumes = std::make_shared<FakeVolumes>(std::vector<QString>{});
-        buildThread thread;
-        thread.setVolumes(volumes);
+        WatchedThread thread(Roots{});
         thread.setPause(5);
-        QSignalSpy spy(&thread, &buildThread::stateChanged);
         QElapsedTimer timer;
         timer.start();
-        thread.start();
-        QVERIFY(thread.wait(hangGuard));
+        QVERIFY(thread.ends());
         QVERIFY2(timer.elapsed() >= 60 * 5, "there are 60 pauses");
-        QCOMPARE(volumes->scans(), 62);
+        QCOMPARE(thread.volumes->scans(), 62);
         QVERIFY(!thread.connected());
         QVERIFY(thread.drive().isEmpty());
-        QCOMPARE(textsOf(spy), QStringList({connecting, failed}));
+        QCOMPARE(thread.texts(), QStringList({connecting, failed}));
     }
 
     void aControllerPluggedInLaterIsFound_data()
@@ -76,101 +93,78 @@ private slots:
     void aControllerPluggedInLaterIsFound()
     {
         QFETCH(int, firstScan);
-        const auto volumes = std::make_shared<FakeVolumes>([firstScan](int p_scan) {
-            return p_scan < firstScan ? std::vector<QString>{} : std::vector<QString>{"F"};
-        });
-        buildThread thread;
-        thread.setVolumes(volumes);
+        WatchedThread thread(
+            [firstScan](int p_scan) { return p_scan < firstScan ? Roots{} : Roots{"F"}; });
         thread.setPause(0);
-        thread.start();
-        QVERIFY(thread.wait(hangGuard));
+        QVERIFY(thread.ends());
         QVERIFY(thread.connected());
         QCOMPARE(thread.drive(), QString("F"));
-        QCOMPARE(volumes->scans(), qMin(firstScan + 1, 62));
+        QCOMPARE(thread.volumes->scans(), qMin(firstScan + 1, 62));
     }
 
     void aControllerThatIsGoneAtTheConfirmationIsNotConnected()
     {
-        const auto volumes = std::make_shared<FakeVolumes>([](int p_scan) {
-            return p_scan == 1 ? std::vector<QString>{"E"} : std::vector<QString>{};
-        });
-        buildThread thread;
-        thread.setVolumes(volumes);
-        QSignalSpy spy(&thread, &buildThread::stateChanged);
-        thread.start();
-        QVERIFY(thread.wait(hangGuard));
+        WatchedThread thread([](int p_scan) { return p_scan == 1 ? Roots{"E"} : Roots{}; });
+        QVERIFY(thread.ends());
         QVERIFY(!thread.connected());
         QVERIFY(thread.drive().isEmpty());
-        QCOMPARE(textsOf(spy), QStringList({connecting, failed}));
+        QCOMPARE(thread.texts(), QStringList({connecting, failed}));
     }
 
     void thePauseIsASecondUnlessToldOtherwise()
     {
-        const auto volumes = std::make_shared<FakeVolumes>([](int p_scan) {
-            return p_scan == 1 ? std::vector<QString>{} : std::vector<QString>{"E"};
-        });
-        buildThread thread;
-        thread.setVolumes(volumes);
+        WatchedThread thread([](int p_scan) { return p_scan == 1 ? Roots{} : Roots{"E"}; });
         QElapsedTimer timer;
         timer.start();
-        thread.start();
-        QVERIFY(thread.wait(hangGuard));
+        QVERIFY(thread.ends());
         QVERIFY(thread.connected());
         QVERIFY(timer.elapsed() >= 1000);
     }
 
     void ofTwoQualifyingDrivesTheFirstIsUsed()
     {
-        buildThread thread;
-        thread.setVolumes(std::make_shared<FakeVolumes>(std::vector<QString>{"E", "F"}));
+        WatchedThread thread(Roots{"E", "F"});
         QVERIFY(thread.findController());
         QCOMPARE(thread.drive(), QString("E"));
     }
 
     void aScanThatFindsNothingForgetsTheDrive()
     {
-        buildThread thread;
-        thread.setVolumes(std::make_shared<FakeVolumes>(std::vector<QString>{"E"}));
+        WatchedThread thread(Roots{"E"});
         QVERIFY(thread.findController());
-        thread.setVolumes(std::make_shared<FakeVolumes>(std::vector<QString>{}));
+        thread.setVolumes(std::make_shared<FakeVolumes>(Roots{}));
         QVERIFY(!thread.findController());
         QVERIFY(thread.drive().isEmpty());
     }
 
     void aThreadThatFindsNothingTheSecondTimeIsNotConnected()
     {
-        buildThread thread;
-        thread.setVolumes(std::make_shared<FakeVolumes>(std::vector<QString>{"E"}));
+        WatchedThread thread(Roots{"E"});
         thread.setPause(0);
-        thread.start();
-        QVERIFY(thread.wait(hangGuard));
+        QVERIFY(thread.ends());
         QVERIFY(thread.connected());
-        thread.setVolumes(std::make_shared<FakeVolumes>(std::vector<QString>{}));
-        thread.start();
-        QVERIFY(thread.wait(hangGuard));
+        thread.setVolumes(std::make_shared<FakeVolumes>(Roots{}));
+        QVERIFY(thread.ends());
         QVERIFY(!thread.connected());
     }
 
     void endingTheWaitDuringAPauseIsImmediateAndSilent()
     {
-        const auto volumes = std::make_shared<FakeVolumes>(std::vector<QString>{});
-        buildThread thread;
-        thread.setVolumes(volumes);
+        WatchedThread thread(Roots{});
         thread.setPause(never);
-        QSignalSpy spy(&thread, &buildThread::stateChanged);
         thread.start();
-        QTRY_COMPARE(volumes->scans(), 1);
+        QTRY_COMPARE(thread.volumes->scans(), 1);
         QTest::qSleep(50);
         thread.endWait();
         QVERIFY(thread.isFinished());
         QVERIFY(!thread.connected());
-        QCOMPARE(volumes->scans(), 1);
-        QCOMPARE(textsOf(spy), QStringList{connecting});
+        QCOMPARE(thread.volumes->scans(), 1);
+        QCOMPARE(thread.texts(), QStringList{connecting});
     }
 
     void endingTheWaitLeavesAHangingScanBehind()
     {
-        const auto volumes = std::make_shared<FakeVolumes>(std::vector<QString>{"E"});
+        const auto volumes = std::make_shared<FakeVolumes>(Roots{"E"});
         volumes->hold();
         {
             buildThread thread;
@@ -192,24 +186,21 @@ private slots:
     {
         QSemaphore reached;
         QSemaphore gate;
-        const auto volumes = std::make_shared<FakeVolumes>([&](int p_scan) {
+        WatchedThread thread([&](int p_scan) {
             if (p_scan == 2) {
                 reached.release();
                 gate.acquire();
             }
-            return std::vector<QString>{"E"};
+            return Roots{"E"};
         });
-        buildThread thread;
-        thread.setVolumes(volumes);
-        QSignalSpy spy(&thread, &buildThread::stateChanged);
         thread.start();
         QVERIFY(reached.tryAcquire(1, int(hangGuard)));
         thread.endWait();
         QVERIFY(!thread.connected());
         QVERIFY(thread.drive().isEmpty());
-        QCOMPARE(textsOf(spy), QStringList{connecting});
+        QCOMPARE(thread.texts(), QStringList{connecting});
         gate.release();
-        QTRY_COMPARE(volumes.use_count(), 2L);
+        QTRY_COMPARE(thread.volumes.use_count(), 2L);
     }
 
     void endingAWaitThatNeverStartedOrIsOverDoesNothing()
@@ -218,10 +209,8 @@ private slots:
         unused.endWait();
         unused.endWait();
 
-        buildThread over;
-        over.setVolumes(std::make_shared<FakeVolumes>(std::vector<QString>{"E"}));
-        over.start();
-        QVERIFY(over.wait(hangGuard));
+        WatchedThread over(Roots{"E"});
+        QVERIFY(over.ends());
         over.endWait();
         QVERIFY(over.connected());
         QCOMPARE(over.drive(), QString("E"));
@@ -229,7 +218,7 @@ private slots:
 
     void aThreadThatIsDestroyedEndsItsWait()
     {
-        const auto volumes = std::make_shared<FakeVolumes>(std::vector<QString>{});
+        const auto volumes = std::make_shared<FakeVolumes>(Roots{});
         {
             buildThread thread;
             thread.setVolumes(volumes);

@@ -4,7 +4,6 @@
 #include <QDir>
 #include <QEventLoop>
 #include <QFile>
-#include <QFileInfo>
 #include <QMutex>
 #include <QMutexLocker>
 #include <QPixmap>
@@ -98,7 +97,7 @@ std::unique_ptr<buildDialog> DialogBench::makeDialog()
 {
     auto dialog = std::make_unique<buildDialog>();
     dialog->setVolumes(m_volumes);
-    dialog->setPause(0);
+    dialog->setPause(m_pause);
     dialog->setFinishProgramFile([this](const QString& p_path) {
         m_finishedFiles.append(p_path);
         m_actions.appendTo(p_path, ActionTail::ImageAndTrailer);
@@ -113,20 +112,39 @@ void DialogBench::build(buildDialog& p_dialog, const QString& p_name, int p_task
     p_dialog.startBuild(p_name, p_taskCount, p_source);
 }
 
-void DialogBench::buildToTheEnd(const QString& p_name, const QString& p_source)
+void DialogBench::build(const QString& p_source, const std::function<void()>& p_work)
 {
-    const auto dialog = makeDialog();
-    const Shown shown(*dialog);
-    build(
-        *dialog, p_name, 0,
-        [&shown] { QVERIFY(runUntil([&shown] { return shown.buttonText() == dialogtext::ok; })); },
-        p_source);
+    m_dialog = makeDialog();
+    build(*m_dialog, "car1", 0, p_work, p_source);
+}
+
+void DialogBench::updateFirmware(const std::function<void()>& p_work)
+{
+    m_dialog = makeDialog();
+    updateFirmware(*m_dialog, p_work);
 }
 
 void DialogBench::updateFirmware(buildDialog& p_dialog, const std::function<void()>& p_work)
 {
     whileOpen(p_dialog, p_work);
     p_dialog.startFirmwareUpdate();
+}
+
+void DialogBench::buildUntil(const QString& p_status, const QString& p_source)
+{
+    build(p_source, [&] {
+        runUntil([&] { return shown().statusText() == p_status; });
+        QCOMPARE(shown().statusText(), p_status);
+    });
+}
+
+void DialogBench::buildToTheEnd(const QString& p_name, const QString& p_source)
+{
+    const auto work = [this] {
+        QVERIFY(runUntil([this] { return shown().buttonText() == dialogtext::ok; }));
+    };
+    m_dialog = makeDialog();
+    build(*m_dialog, p_name, 0, work, p_source);
 }
 
 bool DialogBench::runUntil(const std::function<bool()>& p_condition)
@@ -183,6 +201,19 @@ QString Shown::iconName() const
         return "done";
     }
     return color == QColor(Qt::red) ? "failed" : "unknown";
+}
+
+void Shown::verifyEnd(const QString& p_status, const QString& p_icon) const
+{
+    QTRY_COMPARE(buttonText(), dialogtext::ok);
+    QCOMPARE(statusText(), p_status);
+    QCOMPARE(iconName(), p_icon);
+}
+
+void Shown::verifyButtonCloses() const
+{
+    QTest::mouseClick(button, Qt::LeftButton);
+    QVERIFY(!button->window()->isVisible());
 }
 
 LogKeeper::LogKeeper()

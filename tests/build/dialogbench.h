@@ -29,6 +29,29 @@ inline const QString cancel = QStringLiteral("取消");
 inline const QString ok = QStringLiteral("确定");
 } // namespace dialogtext
 
+/** What a dialog shows. */
+struct Shown {
+    explicit Shown(const buildDialog& p_dialog);
+
+    QString statusText() const { return status->text(); }
+    QString buttonText() const { return button->text(); }
+    /** Why a compile failed; empty while nothing is said about it. */
+    QString reasonText() const { return reason->isVisible() ? reason->text() : QString(); }
+    /** "compiling", "done", "failed", or empty when there is no icon. */
+    QString iconName() const;
+    /** Waits until there is nothing left to cancel, and compares what it says then. */
+    void verifyEnd(const QString& p_status, const QString& p_icon) const;
+    /** Presses the button, and sees that this closes the dialog. */
+    void verifyButtonCloses() const;
+
+    QLabel* title;
+    QLabel* status;
+    QPushButton* button;
+    QLabel* icon;
+    QLabel* reason;
+    QProgressBar* progress;
+};
+
 /**
  * An installation beside the test program with a compiler that a test writes as a shell script,
  * two controllers, and a dialog wired up as the main window does it.
@@ -62,6 +85,9 @@ public:
     void setVolumes(const FakeVolumes::Finder& p_finder);
     void setVolumes(const std::vector<QString>& p_roots);
 
+    /** The pause between two looks of a dialog that is made from now on, by default 0. */
+    void setPause(int p_milliseconds) { m_pause = p_milliseconds; }
+
     std::unique_ptr<buildDialog> makeDialog();
     /** The paths that a dialog has handed over to be completed. */
     QStringList finishedFiles() const { return m_finishedFiles; }
@@ -69,9 +95,17 @@ public:
     /** Runs a build, and some work while the dialog is open; closes it if the work didn't. */
     static void build(buildDialog& p_dialog, const QString& p_name, int p_taskCount,
                       const std::function<void()>& p_work, const QString& p_source = QString());
+    /** The same in a dialog of the bench's own, which stays until the next one. */
+    void build(const std::function<void()>& p_work) { build(QString(), p_work); }
+    void build(const QString& p_source, const std::function<void()>& p_work);
+    void updateFirmware(const std::function<void()>& p_work);
+    static void updateFirmware(buildDialog& p_dialog, const std::function<void()>& p_work);
+    buildDialog& dialog() const { return *m_dialog; }
+    Shown shown() const { return Shown(*m_dialog); }
+    /** Builds until the dialog says something, and closes it. */
+    void buildUntil(const QString& p_status, const QString& p_source = QString());
     /** Builds a program without tasks until the dialog says that it is done, and closes it. */
     void buildToTheEnd(const QString& p_name, const QString& p_source = QString());
-    static void updateFirmware(buildDialog& p_dialog, const std::function<void()>& p_work);
 
     /** Lets the event loop run until something holds. False if it doesn't within half a minute. */
     static bool runUntil(const std::function<bool()>& p_condition);
@@ -88,25 +122,8 @@ private:
     std::shared_ptr<FakeVolumes> m_volumes;
     ActionImage m_actions;
     QStringList m_finishedFiles;
-};
-
-/** What a dialog shows. */
-struct Shown {
-    explicit Shown(const buildDialog& p_dialog);
-
-    QString statusText() const { return status->text(); }
-    QString buttonText() const { return button->text(); }
-    /** Why a compile failed; empty while nothing is said about it. */
-    QString reasonText() const { return reason->isVisible() ? reason->text() : QString(); }
-    /** "compiling", "done", "failed", or empty when there is no icon. */
-    QString iconName() const;
-
-    QLabel* title;
-    QLabel* status;
-    QPushButton* button;
-    QLabel* icon;
-    QLabel* reason;
-    QProgressBar* progress;
+    int m_pause = 0;
+    std::unique_ptr<buildDialog> m_dialog;
 };
 
 /** The log messages of its lifetime. */

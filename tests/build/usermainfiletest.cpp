@@ -1,9 +1,9 @@
 #include "build/usermainfile.h"
+#include "support/system/files.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QtTest>
 
 class UserMainFileTest : public QObject
@@ -11,12 +11,6 @@ class UserMainFileTest : public QObject
     Q_OBJECT
 
     const QString m_kit = QCoreApplication::applicationDirPath() + "/gcc";
-
-    static QByteArray written()
-    {
-        QFile file(userMainPath());
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-    }
 
 private slots:
     void init() { QVERIFY(QDir().mkpath(m_kit + "/example")); }
@@ -27,11 +21,11 @@ private slots:
         QCOMPARE(QDir::cleanPath(userMainPath()), m_kit + "/example/user_main.c");
         QVERIFY(writeUserMain(QStringLiteral("a line that is longer than the next text\n")));
         QVERIFY(writeUserMain(QString::fromUtf8("// 积木\nb;\n")));
-        QCOMPARE(written(), QByteArray("// \xe7\xa7\xaf\xe6\x9c\xa8\nb;\n"));
+        QCOMPARE(contentOf(userMainPath()), QByteArray("// \xe7\xa7\xaf\xe6\x9c\xa8\nb;\n"));
         QVERIFY(writeUserMain(QStringLiteral("c;") + QChar(0) + QStringLiteral("d;")));
-        QCOMPARE(written(), QByteArray("c;"));
+        QCOMPARE(contentOf(userMainPath()), QByteArray("c;"));
         QVERIFY(writeUserMain(QString()));
-        QCOMPARE(written(), QByteArray());
+        QCOMPARE(contentOf(userMainPath()), QByteArray());
     }
 
     void aSourceFileThatCannotBeOpenedIsAFailure()

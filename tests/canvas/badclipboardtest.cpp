@@ -3,6 +3,7 @@
 #include "project/projectfile.h"
 #include "support/canvas/canvasfixture.h"
 #include "support/canvas/documentpicture.h"
+#include "support/system/datatable.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -161,9 +162,7 @@ private slots:
 
     void blocksArePastedAsFarAsTheyAreKnown_data()
     {
-        QTest::addColumn<QByteArray>("text");
-        QTest::addColumn<QList<int>>("chain");
-        QTest::addColumn<int>("blocks");
+        columns<QByteArray, QList<int>, int>("text", "chain", "blocks");
         const auto row = [](const char* p_name, const QByteArray& p_text, const QList<int>& p_chain,
                             int p_blocks) {
             QTest::newRow(p_name) << p_text << p_chain << p_blocks;
@@ -341,90 +340,82 @@ private slots:
     }
 
 private:
-    void paste(Way p_way = Way::Key);
+    void paste(Way p_way = Way::Key)
+    {
+        if (p_way == Way::Key) {
+            m_canvas->key(Qt::Key_V, Qt::ControlModifier);
+            return;
+        }
+        m_canvas->press(QPointF(850, 100), Qt::RightButton);
+        QAction* action = pasteAction();
+        QVERIFY(action->isEnabled());
+        action->trigger();
+        m_canvas->view.contextMenu().close();
+    }
     QAction* pasteAction() { return m_canvas->view.contextMenu().actions().at(1); }
     /** The blocks, their keys and values, whatever the history says. */
-    QStringList content();
+    QStringList content()
+    {
+        const QStringList lines = documentPicture(m_canvas->view);
+        QStringList kept;
+        for (const QString& line : lines) {
+            if (!line.startsWith(QLatin1String("history")) &&
+                !line.startsWith(QLatin1String("modified"))) {
+                kept.append(line);
+            }
+        }
+        return kept;
+    }
     /** The heads of the loose chains but for the one of the start, by their types. */
-    QList<QList<int>> pastedChains();
+    QList<QList<int>> pastedChains()
+    {
+        QList<QList<int>> chains;
+        for (const supermodule* block : m_canvas->blocks()) {
+            if (!block->parentModule() && block != m_canvas->main() && block->id != 800) {
+                chains.append(CanvasFixture::ids(block));
+            }
+        }
+        return chains;
+    }
     /** Undo and redo after a paste of p_blocks blocks: empty if all goes well. */
-    QString historyWorks(int p_blocks);
+    QString historyWorks(int p_blocks)
+    {
+        QUndoStack& history = m_canvas->view.undoStack();
+        const auto state = [&](int p_index, int p_count, const QList<int>& p_chain) {
+            QStringList wrong = m_canvas->brokenInvariants();
+            if (history.index() != p_index || m_canvas->blocks().size() != p_count ||
+                CanvasFixture::ids(m_canvas->main()) != p_chain) {
+                wrong << QStringLiteral("step %1 with %2 blocks, %3 in the chain")
+                             .arg(history.index())
+                             .arg(m_canvas->blocks().size())
+                             .arg(CanvasFixture::ids(m_canvas->main()).size());
+            }
+            return wrong.join(QLatin1Char('\n'));
+        };
+        const QList<int> before = m_chain + QList<int>{102};
+        if (p_blocks == 0) {
+            // Not a step of its own.
+            QString wrong = state(1, 4, m_chain);
+            m_canvas->key(Qt::Key_Z, Qt::ControlModifier);
+            wrong += state(0, 5, before);
+            m_canvas->key(Qt::Key_Y, Qt::ControlModifier);
+            return wrong + state(1, 4, m_chain);
+        }
+        QString wrong = state(2, 4 + p_blocks, m_chain);
+        m_canvas->key(Qt::Key_Z, Qt::ControlModifier);
+        wrong += state(1, 4, m_chain);
+        m_canvas->key(Qt::Key_Z, Qt::ControlModifier);
+        wrong += state(0, 5, before);
+        m_canvas->key(Qt::Key_Y, Qt::ControlModifier);
+        wrong += state(1, 4, m_chain);
+        m_canvas->key(Qt::Key_Y, Qt::ControlModifier);
+        wrong += state(2, 4 + p_blocks, m_chain);
+        return wrong;
+    }
 
     std::unique_ptr<CanvasFixture> m_canvas;
     QList<int> m_chain;
 };
-
-void BadClipboardTest::paste(Way p_way)
-{
-    if (p_way == Way::Key) {
-        m_canvas->key(Qt::Key_V, Qt::ControlModifier);
-        return;
-    }
-    m_canvas->press(QPointF(850, 100), Qt::RightButton);
-    QAction* action = pasteAction();
-    QVERIFY(action->isEnabled());
-    action->trigger();
-    m_canvas->view.contextMenu().close();
-}
-
-QStringList BadClipboardTest::content()
-{
-    const QStringList lines = documentPicture(m_canvas->view);
-    QStringList kept;
-    for (const QString& line : lines) {
-        if (!line.startsWith(QLatin1String("history")) &&
-            !line.startsWith(QLatin1String("modified"))) {
-            kept.append(line);
-        }
-    }
-    return kept;
-}
-
-QList<QList<int>> BadClipboardTest::pastedChains()
-{
-    QList<QList<int>> chains;
-    for (const supermodule* block : m_canvas->blocks()) {
-        if (!block->parentModule() && block != m_canvas->main() && block->id != 800) {
-            chains.append(CanvasFixture::ids(block));
-        }
-    }
-    return chains;
-}
-
-QString BadClipboardTest::historyWorks(int p_blocks)
-{
-    QUndoStack& history = m_canvas->view.undoStack();
-    const auto state = [&](int p_index, int p_count, const QList<int>& p_chain) {
-        QStringList wrong = m_canvas->brokenInvariants();
-        if (history.index() != p_index || m_canvas->blocks().size() != p_count ||
-            CanvasFixture::ids(m_canvas->main()) != p_chain) {
-            wrong << QStringLiteral("step %1 with %2 blocks, %3 in the chain")
-                         .arg(history.index())
-                         .arg(m_canvas->blocks().size())
-                         .arg(CanvasFixture::ids(m_canvas->main()).size());
-        }
-        return wrong.join(QLatin1Char('\n'));
-    };
-    const QList<int> before = m_chain + QList<int>{102};
-    if (p_blocks == 0) {
-        // Not a step of its own.
-        QString wrong = state(1, 4, m_chain);
-        m_canvas->key(Qt::Key_Z, Qt::ControlModifier);
-        wrong += state(0, 5, before);
-        m_canvas->key(Qt::Key_Y, Qt::ControlModifier);
-        return wrong + state(1, 4, m_chain);
-    }
-    QString wrong = state(2, 4 + p_blocks, m_chain);
-    m_canvas->key(Qt::Key_Z, Qt::ControlModifier);
-    wrong += state(1, 4, m_chain);
-    m_canvas->key(Qt::Key_Z, Qt::ControlModifier);
-    wrong += state(0, 5, before);
-    m_canvas->key(Qt::Key_Y, Qt::ControlModifier);
-    wrong += state(1, 4, m_chain);
-    m_canvas->key(Qt::Key_Y, Qt::ControlModifier);
-    wrong += state(2, 4 + p_blocks, m_chain);
-    return wrong;
-}
 
 QTEST_MAIN(BadClipboardTest)
 #include "badclipboardtest.moc"

@@ -2,14 +2,13 @@
 #include "modules/mainmodule.h"
 #include "modules/supermodule.h"
 #include "support/canvas/canvasfixture.h"
+#include "support/system/fixturetest.h"
 
 #include <QGraphicsProxyWidget>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QScrollBar>
 #include <QtTest>
 #include <QVBoxLayout>
-#include <QWindow>
 
 namespace
 {
@@ -110,162 +109,151 @@ QStringList turned(QStringList p_list)
 } // namespace
 
 /** Tab and Backtab on the canvas: from button to button, and out at either end. */
-class ButtonWalkTest : public QObject
+class ButtonWalkTest : public FixtureTest<Desk>
 {
     Q_OBJECT
 
 private slots:
     void tabWalksTheButtonsAndLeavesBehindTheLast()
     {
-        Desk desk;
-        desk.drop(111, {700, 400});
-        desk.dropBehind(desk.dropBehind(desk.main(), 113), 101);
-        desk.before.setFocus();
+        m_bench->drop(111, {700, 400});
+        m_bench->dropBehind(m_bench->dropBehind(m_bench->main(), 113), 101);
+        m_bench->before.setFocus();
         const QStringList way{QStringLiteral("before"), QStringLiteral("113 0"),
                               QStringLiteral("113 1"),  QStringLiteral("101 0"),
                               QStringLiteral("111 0"),  QStringLiteral("after")};
-        QCOMPARE(desk.walk(Qt::Key_Tab, 5), way.mid(1));
-        QCOMPARE(desk.widgets(), 0);
-        QCOMPARE(desk.walk(Qt::Key_Tab, 6), way);
-        QCOMPARE(desk.walk(Qt::Key_Backtab, 5), turned(way).mid(1));
-        QCOMPARE(desk.widgets(), 0);
-        desk.after.setFocus();
-        QCOMPARE(desk.walk(Qt::Key_Tab, 5, Qt::ShiftModifier), turned(way).mid(1));
+        QCOMPARE(m_bench->walk(Qt::Key_Tab, 5), way.mid(1));
+        QCOMPARE(m_bench->widgets(), 0);
+        QCOMPARE(m_bench->walk(Qt::Key_Tab, 6), way);
+        QCOMPARE(m_bench->walk(Qt::Key_Backtab, 5), turned(way).mid(1));
+        QCOMPARE(m_bench->widgets(), 0);
+        m_bench->after.setFocus();
+        QCOMPARE(m_bench->walk(Qt::Key_Tab, 5, Qt::ShiftModifier), turned(way).mid(1));
     }
 
     void onlyTheButtonWithTheFocusHasAWidget()
     {
-        Desk desk;
-        desk.dropBehind(desk.dropBehind(desk.main(), 113), 101);
-        desk.before.setFocus();
+        m_bench->dropBehind(m_bench->dropBehind(m_bench->main(), 113), 101);
+        m_bench->before.setFocus();
         for (int i = 0; i < 3; ++i) {
-            desk.tap(Qt::Key_Tab);
-            QCOMPARE(desk.widgets(), 1);
+            m_bench->tap(Qt::Key_Tab);
+            QCOMPARE(m_bench->widgets(), 1);
         }
     }
 
     void aBodyComesBeforeWhatFollowsTheLoop()
     {
-        Desk desk;
-        supermodule* loop = desk.dropBehind(desk.main(), 301);
-        desk.dropBehind(desk.main()->lastOf(), 101);
-        supermodule* inner = desk.drop(111, {500, 500});
+        supermodule* loop = m_bench->dropBehind(m_bench->main(), 301);
+        m_bench->dropBehind(m_bench->main()->lastOf(), 101);
+        supermodule* inner = m_bench->drop(111, {500, 500});
         loop->insert(LeftLink, inner);
-        desk.before.setFocus();
-        QCOMPARE(desk.walk(Qt::Key_Tab, 4),
+        m_bench->before.setFocus();
+        QCOMPARE(m_bench->walk(Qt::Key_Tab, 4),
                  (QStringList{QStringLiteral("301 0"), QStringLiteral("111 0"),
                               QStringLiteral("101 0"), QStringLiteral("after")}));
     }
 
     void theFieldThatTabReachesTakesTheKeys()
     {
-        Desk desk;
-        supermodule* block = desk.dropBehind(desk.main(), 101);
-        desk.before.setFocus();
-        desk.tap(Qt::Key_Tab);
-        QTest::keyClick(desk.window.windowHandle(), Qt::Key_Backspace);
-        QTest::keyClick(desk.window.windowHandle(), Qt::Key_7);
+        supermodule* block = m_bench->dropBehind(m_bench->main(), 101);
+        m_bench->before.setFocus();
+        m_bench->tap(Qt::Key_Tab);
+        QTest::keyClick(m_bench->window.windowHandle(), Qt::Key_Backspace);
+        QTest::keyClick(m_bench->window.windowHandle(), Qt::Key_7);
         QVERIFY2(block->cCode().contains(QStringLiteral("wait(7)")), qPrintable(block->cCode()));
-        QCOMPARE(desk.walk(Qt::Key_Tab, 1), QStringList{QStringLiteral("after")});
+        QCOMPARE(m_bench->walk(Qt::Key_Tab, 1), QStringList{QStringLiteral("after")});
         QVERIFY(block->cCode().contains(QStringLiteral("wait(7)")));
     }
 
     void thePopUpsButtonsFollowTheirBlocks()
     {
-        Desk desk;
-        supermodule* first = desk.dropBehind(desk.main(), 111);
-        desk.dropBehind(first, 101);
-        desk.before.setFocus();
-        desk.tap(Qt::Key_Tab);
-        desk.tap(Qt::Key_Space);
+        supermodule* first = m_bench->dropBehind(m_bench->main(), 111);
+        m_bench->dropBehind(first, 101);
+        m_bench->before.setFocus();
+        m_bench->tap(Qt::Key_Tab);
+        m_bench->tap(Qt::Key_Space);
         QVERIFY(graphicsItem_Param::existing()->isVisible());
-        QCOMPARE(desk.walk(Qt::Key_Tab, 5),
+        QCOMPARE(m_bench->walk(Qt::Key_Tab, 5),
                  (QStringList{QStringLiteral("pop-up 0"), QStringLiteral("pop-up 1"),
                               QStringLiteral("pop-up 2"), QStringLiteral("pop-up 3"),
                               QStringLiteral("101 0")}));
-        desk.tap(Qt::Key_Backtab);
-        desk.tap(Qt::Key_Space);
+        m_bench->tap(Qt::Key_Backtab);
+        m_bench->tap(Qt::Key_Space);
         QVERIFY(!graphicsItem_Param::existing()->isVisible());
         QCOMPARE(first->button(0)->text(), QStringLiteral("D"));
         // A closed pop-up is no stop.
-        desk.before.setFocus();
-        QCOMPARE(desk.walk(Qt::Key_Tab, 3),
+        m_bench->before.setFocus();
+        QCOMPARE(m_bench->walk(Qt::Key_Tab, 3),
                  (QStringList{QStringLiteral("111 0"), QStringLiteral("101 0"),
                               QStringLiteral("after")}));
     }
 
     void whatIsOutOfSightOrHiddenIsPassedOver()
     {
-        Desk desk;
-        desk.drop(111, {500, 330});
-        supermodule* hidden = desk.drop(101, {700, 330});
-        supermodule* far = desk.drop(104, {900, 330});
+        m_bench->drop(111, {500, 330});
+        supermodule* hidden = m_bench->drop(101, {700, 330});
+        supermodule* far = m_bench->drop(104, {900, 330});
         hidden->setVisibleTree(false);
         far->setPos(5000, 5000);
-        desk.before.setFocus();
-        QCOMPARE(desk.walk(Qt::Key_Tab, 2),
+        m_bench->before.setFocus();
+        QCOMPARE(m_bench->walk(Qt::Key_Tab, 2),
                  (QStringList{QStringLiteral("111 0"), QStringLiteral("after")}));
-        desk.view.centerOn(far);
-        desk.before.setFocus();
-        QCOMPARE(desk.walk(Qt::Key_Tab, 2),
+        m_bench->view.centerOn(far);
+        m_bench->before.setFocus();
+        QCOMPARE(m_bench->walk(Qt::Key_Tab, 2),
                  (QStringList{QStringLiteral("104 0"), QStringLiteral("after")}));
     }
 
     void aButtonThatWasScrolledAwayLetsTheFocusGoOn()
     {
-        Desk desk;
-        desk.drop(111, {500, 330});
-        supermodule* far = desk.drop(104, {900, 330});
+        m_bench->drop(111, {500, 330});
+        supermodule* far = m_bench->drop(104, {900, 330});
         far->setPos(5000, 5000);
-        desk.before.setFocus();
-        desk.tap(Qt::Key_Tab);
-        QCOMPARE(desk.focus(), QStringLiteral("111 0"));
-        desk.view.centerOn(far);
-        QCOMPARE(desk.walk(Qt::Key_Tab, 2),
+        m_bench->before.setFocus();
+        m_bench->tap(Qt::Key_Tab);
+        QCOMPARE(m_bench->focus(), QStringLiteral("111 0"));
+        m_bench->view.centerOn(far);
+        QCOMPARE(m_bench->walk(Qt::Key_Tab, 2),
                  (QStringList{QStringLiteral("104 0"), QStringLiteral("after")}));
     }
 
     void tabFromOutsideBeginsAnewWhereverTheFocusWas()
     {
-        Desk desk;
-        supermodule* last = desk.dropBehind(desk.dropBehind(desk.main(), 113), 101);
-        desk.click(last->mapToScene(last->buttonRect(0).center()));
-        QCOMPARE(desk.focus(), QStringLiteral("101 0"));
-        desk.before.setFocus();
-        QCOMPARE(desk.walk(Qt::Key_Tab, 2),
+        supermodule* last = m_bench->dropBehind(m_bench->dropBehind(m_bench->main(), 113), 101);
+        m_bench->click(last->mapToScene(last->buttonRect(0).center()));
+        QCOMPARE(m_bench->focus(), QStringLiteral("101 0"));
+        m_bench->before.setFocus();
+        QCOMPARE(m_bench->walk(Qt::Key_Tab, 2),
                  (QStringList{QStringLiteral("113 0"), QStringLiteral("113 1")}));
-        desk.after.setFocus();
-        QCOMPARE(desk.walk(Qt::Key_Backtab, 2),
+        m_bench->after.setFocus();
+        QCOMPARE(m_bench->walk(Qt::Key_Backtab, 2),
                  (QStringList{QStringLiteral("101 0"), QStringLiteral("113 1")}));
     }
 
     void aCanvasWithoutButtonsIsLeftAtOnce()
     {
-        Desk desk;
-        QCOMPARE(desk.walk(Qt::Key_Tab, 2),
+        QCOMPARE(m_bench->walk(Qt::Key_Tab, 2),
                  (QStringList{QStringLiteral("canvas"), QStringLiteral("after")}));
-        QCOMPARE(desk.walk(Qt::Key_Backtab, 2),
+        QCOMPARE(m_bench->walk(Qt::Key_Backtab, 2),
                  (QStringList{QStringLiteral("canvas"), QStringLiteral("before")}));
     }
 
     void tabWithControlOrAltWalksNowhere()
     {
-        Desk desk;
-        desk.dropBehind(desk.main(), 101);
-        desk.click({900, 550});
+        m_bench->dropBehind(m_bench->main(), 101);
+        m_bench->click({900, 550});
         for (const Qt::KeyboardModifier modifier : {Qt::ControlModifier, Qt::AltModifier}) {
-            QCOMPARE(desk.walk(Qt::Key_Tab, 2, modifier),
+            QCOMPARE(m_bench->walk(Qt::Key_Tab, 2, modifier),
                      (QStringList{QStringLiteral("canvas"), QStringLiteral("canvas")}));
         }
     }
 
     void fromTheGroundTabGoesToTheFirstButton()
     {
-        Desk desk;
-        desk.dropBehind(desk.main(), 101);
-        desk.click({900, 550});
-        QCOMPARE(desk.focus(), QStringLiteral("canvas"));
-        QCOMPARE(desk.walk(Qt::Key_Tab, 1), QStringList{QStringLiteral("101 0")});
+        m_bench->dropBehind(m_bench->main(), 101);
+        m_bench->click({900, 550});
+        QCOMPARE(m_bench->focus(), QStringLiteral("canvas"));
+        QCOMPARE(m_bench->walk(Qt::Key_Tab, 1), QStringList{QStringLiteral("101 0")});
     }
 };
 

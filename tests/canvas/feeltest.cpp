@@ -4,7 +4,8 @@
 #include "modules/graphicsitem_param.h"
 #include "modules/mainmodule.h"
 #include "proj/controls/selectablebutton.h"
-#include "support/canvas/canvasfixture.h"
+#include "support/canvas/canvastest.h"
+#include "support/system/datatable.h"
 
 #include <QApplication>
 #include <QGraphicsProxyWidget>
@@ -79,6 +80,33 @@ struct Openings {
     QSignalSpy panel;
 };
 
+/** What ends a drag; the first without the canvas. */
+const struct {
+    const char* name;
+    void (*act)(CanvasFixture&);
+} s_dragEnds[] = {
+    {"released elsewhere", [](CanvasFixture&) {}},
+    {"another window",
+     [](CanvasFixture& p_canvas) {
+         QEvent away(QEvent::WindowDeactivate);
+         QApplication::sendEvent(&p_canvas.view, &away);
+     }},
+    {"deleted", [](CanvasFixture& p_canvas) { p_canvas.key(Qt::Key_Delete); }},
+    {"undone", [](CanvasFixture& p_canvas) { p_canvas.key(Qt::Key_Z, Qt::ControlModifier); }},
+    {"a new program", [](CanvasFixture& p_canvas) { p_canvas.document.startAnew(); }},
+    {"dragged into the bin",
+     [](CanvasFixture& p_canvas) {
+         p_canvas.move({470, 800});
+         p_canvas.release({470, 800});
+     }},
+    {"a second button",
+     [](CanvasFixture& p_canvas) {
+         QTest::mouseClick(p_canvas.view.viewport(), Qt::MiddleButton, Qt::NoModifier,
+                           p_canvas.at(QPointF(900, 100)));
+     }},
+    {"copied", [](CanvasFixture& p_canvas) { p_canvas.key(Qt::Key_C, Qt::ControlModifier); }},
+};
+
 QRect seenOf(const CanvasFixture& p_canvas, const supermodule* p_block)
 {
     return p_canvas.view.mapFromScene(p_block->sceneBoundingRect()).boundingRect();
@@ -86,47 +114,49 @@ QRect seenOf(const CanvasFixture& p_canvas, const supermodule* p_block)
 } // namespace
 
 /** How the canvas answers the mouse: cursors, clicks and drags of drawers, zoom, where gaps are. */
-class FeelTest : public QObject
+class FeelTest : public CanvasTest
 {
     Q_OBJECT
 
 private slots:
-    void init() { graphicsItem_Param::dismiss(); }
+    void init()
+    {
+        graphicsItem_Param::dismiss();
+        m_canvas.emplace();
+    }
 
     void theHandIsOpenOverWhatCanBeDragged()
     {
-        CanvasFixture canvas;
-        const supermodule* block = canvas.drop(s_forwardTime, QPointF(500, 300));
-        hover(canvas, QPointF(800, 100));
-        QCOMPARE(shape(canvas), Qt::OpenHandCursor);
-        hover(canvas, block->scenePos() + s_body);
-        QCOMPARE(shape(canvas), Qt::OpenHandCursor);
-        hover(canvas, block->scenePos() + s_drawer);
-        QCOMPARE(shape(canvas), Qt::ArrowCursor);
-        hover(canvas, block->scenePos() + s_drawer + QPointF(2, 1));
-        QCOMPARE(shape(canvas), Qt::ArrowCursor);
-        hover(canvas, canvas.main()->scenePos() + s_body);
-        QCOMPARE(shape(canvas), Qt::OpenHandCursor);
+        const supermodule* block = m_canvas->drop(s_forwardTime, QPointF(500, 300));
+        hover(*m_canvas, QPointF(800, 100));
+        QCOMPARE(shape(*m_canvas), Qt::OpenHandCursor);
+        hover(*m_canvas, block->scenePos() + s_body);
+        QCOMPARE(shape(*m_canvas), Qt::OpenHandCursor);
+        hover(*m_canvas, block->scenePos() + s_drawer);
+        QCOMPARE(shape(*m_canvas), Qt::ArrowCursor);
+        hover(*m_canvas, block->scenePos() + s_drawer + QPointF(2, 1));
+        QCOMPARE(shape(*m_canvas), Qt::ArrowCursor);
+        hover(*m_canvas, m_canvas->main()->scenePos() + s_body);
+        QCOMPARE(shape(*m_canvas), Qt::OpenHandCursor);
     }
 
     void thePopUpHasAnArrowAndLightButtons()
     {
-        CanvasFixture canvas;
-        const supermodule* block = canvas.drop(s_speed, QPointF(500, 200));
-        canvas.click(block->scenePos() + s_drawer);
+        const supermodule* block = m_canvas->drop(s_speed, QPointF(500, 200));
+        m_canvas->click(block->scenePos() + s_drawer);
         const graphicsItem_Param* popUp = graphicsItem_Param::existing();
         QVERIFY(popUp && popUp->isVisible());
         QPushButton& button = *popUp->buttons().at(1);
         const QRectF place = button.graphicsProxyWidget()->sceneBoundingRect();
-        hover(canvas, popUp->sceneBoundingRect().topLeft() + QPointF(5, 88));
-        QCOMPARE(shape(canvas), Qt::ArrowCursor);
+        hover(*m_canvas, popUp->sceneBoundingRect().topLeft() + QPointF(5, 88));
+        QCOMPARE(shape(*m_canvas), Qt::ArrowCursor);
         const auto seen = [&] {
-            const QRect rect(canvas.at(place.topLeft()), canvas.at(place.bottomRight()));
-            return canvas.view.viewport()->grab(rect).toImage();
+            const QRect rect(m_canvas->at(place.topLeft()), m_canvas->at(place.bottomRight()));
+            return m_canvas->view.viewport()->grab(rect).toImage();
         };
         const QImage before = seen();
-        hover(canvas, place.center());
-        QCOMPARE(shape(canvas), Qt::ArrowCursor);
+        hover(*m_canvas, place.center());
+        QCOMPARE(shape(*m_canvas), Qt::ArrowCursor);
         const QImage lit = seen();
         int lighter = 0;
         for (int y = 0; y < lit.height(); ++y) {
@@ -137,121 +167,83 @@ private slots:
             }
         }
         QVERIFY2(2 * lighter > lit.width() * lit.height(), qPrintable(QString::number(lighter)));
-        hover(canvas, QPointF(800, 100));
+        hover(*m_canvas, QPointF(800, 100));
         QCOMPARE(seen(), before);
-        QCOMPARE(shape(canvas), Qt::OpenHandCursor);
+        QCOMPARE(shape(*m_canvas), Qt::OpenHandCursor);
     }
 
     void theHandIsClosedInADrag()
     {
-        CanvasFixture canvas;
-        const supermodule* block = canvas.drop(s_forwardTime, QPointF(500, 300));
+        const supermodule* block = m_canvas->drop(s_forwardTime, QPointF(500, 300));
         const QPointF from = block->scenePos() + s_body;
-        hover(canvas, from);
-        canvas.press(from);
-        QCOMPARE(shape(canvas), Qt::ClosedHandCursor);
-        canvas.move(from + QPointF(40, 30));
-        QCOMPARE(shape(canvas), Qt::ClosedHandCursor);
-        canvas.release(from + QPointF(40, 30));
-        QCOMPARE(shape(canvas), Qt::OpenHandCursor);
-        canvas.click(block->scenePos() + s_body);
-        QCOMPARE(shape(canvas), Qt::OpenHandCursor);
+        hover(*m_canvas, from);
+        m_canvas->press(from);
+        QCOMPARE(shape(*m_canvas), Qt::ClosedHandCursor);
+        m_canvas->move(from + QPointF(40, 30));
+        QCOMPARE(shape(*m_canvas), Qt::ClosedHandCursor);
+        m_canvas->release(from + QPointF(40, 30));
+        QCOMPARE(shape(*m_canvas), Qt::OpenHandCursor);
+        m_canvas->click(block->scenePos() + s_body);
+        QCOMPARE(shape(*m_canvas), Qt::OpenHandCursor);
     }
 
     void aDrawerHasAnArrowUntilItIsDragged()
     {
-        CanvasFixture canvas;
-        const supermodule* block = canvas.drop(s_forwardTime, QPointF(500, 300));
+        const supermodule* block = m_canvas->drop(s_forwardTime, QPointF(500, 300));
         const QPointF from = block->scenePos() + s_drawer;
-        hover(canvas, from);
-        canvas.press(from);
-        QCOMPARE(shape(canvas), Qt::ArrowCursor);
-        canvas.move(from + QPointF(40, 30));
-        QCOMPARE(shape(canvas), Qt::ClosedHandCursor);
-        canvas.release(from + QPointF(40, 30));
+        hover(*m_canvas, from);
+        m_canvas->press(from);
+        QCOMPARE(shape(*m_canvas), Qt::ArrowCursor);
+        m_canvas->move(from + QPointF(40, 30));
+        QCOMPARE(shape(*m_canvas), Qt::ClosedHandCursor);
+        m_canvas->release(from + QPointF(40, 30));
         // The mouse is still over the drawer.
-        QCOMPARE(shape(canvas), Qt::ArrowCursor);
-        hover(canvas, QPointF(800, 100));
-        QCOMPARE(shape(canvas), Qt::OpenHandCursor);
+        QCOMPARE(shape(*m_canvas), Qt::ArrowCursor);
+        hover(*m_canvas, QPointF(800, 100));
+        QCOMPARE(shape(*m_canvas), Qt::OpenHandCursor);
     }
 
     void theHandOpensHoweverADragEnds_data()
     {
         QTest::addColumn<int>("end");
-        QTest::newRow("released elsewhere") << 0;
-        QTest::newRow("another window") << 1;
-        QTest::newRow("deleted") << 2;
-        QTest::newRow("undone") << 3;
-        QTest::newRow("a new program") << 4;
-        QTest::newRow("dragged into the bin") << 5;
-        QTest::newRow("a second button") << 6;
-        QTest::newRow("copied") << 7;
+        for (int end = 0; end < int(std::size(s_dragEnds)); ++end) {
+            QTest::newRow(s_dragEnds[end].name) << end;
+        }
     }
 
     void theHandOpensHoweverADragEnds()
     {
         QFETCH(int, end);
         for (const QPointF& grip : {s_body, s_drawer}) {
-            CanvasFixture canvas;
-            const supermodule* block = canvas.drop(s_forwardTime, QPointF(500, 300));
+            m_canvas.emplace();
+            const supermodule* block = m_canvas->drop(s_forwardTime, QPointF(500, 300));
             const QPointF from = block->scenePos() + grip;
-            hover(canvas, from);
-            canvas.press(from);
-            canvas.move(from + QPointF(40, 30));
-            canvas.move(from + QPointF(60, 40));
-            QCOMPARE(shape(canvas), Qt::ClosedHandCursor);
-            QEvent away(QEvent::WindowDeactivate);
-            const QPointF below(from.x(), 800);
-            switch (end) {
-            case 0:
-                break;
-            case 1:
-                QApplication::sendEvent(&canvas.view, &away);
-                break;
-            case 2:
-                canvas.key(Qt::Key_Delete);
-                break;
-            case 3:
-                canvas.key(Qt::Key_Z, Qt::ControlModifier);
-                break;
-            case 4:
-                canvas.document.startAnew();
-                break;
-            case 5:
-                canvas.move(below);
-                canvas.release(below);
-                break;
-            case 6:
-                QTest::mousePress(canvas.view.viewport(), Qt::MiddleButton, Qt::NoModifier,
-                                  canvas.at(QPointF(900, 100)));
-                QTest::mouseRelease(canvas.view.viewport(), Qt::MiddleButton, Qt::NoModifier,
-                                    canvas.at(QPointF(900, 100)));
-                break;
-            default:
-                canvas.key(Qt::Key_C, Qt::ControlModifier);
-                break;
-            }
+            hover(*m_canvas, from);
+            m_canvas->press(from);
+            m_canvas->move(from + QPointF(40, 30));
+            m_canvas->move(from + QPointF(60, 40));
+            QCOMPARE(shape(*m_canvas), Qt::ClosedHandCursor);
+            s_dragEnds[end].act(*m_canvas);
             if (end != 0) {
-                QVERIFY(shape(canvas) != Qt::ClosedHandCursor);
+                QVERIFY(shape(*m_canvas) != Qt::ClosedHandCursor);
             }
-            hover(canvas, QPointF(900, 100));
-            QCOMPARE(shape(canvas), Qt::OpenHandCursor);
-            QCOMPARE(canvas.brokenInvariants(), QStringList());
+            hover(*m_canvas, QPointF(900, 100));
+            QCOMPARE(shape(*m_canvas), Qt::OpenHandCursor);
+            QCOMPARE(m_canvas->brokenInvariants(), QStringList());
         }
     }
 
     void aPanEndsWithItsButton()
     {
-        CanvasFixture canvas;
-        const QScrollBar& bar = *canvas.view.horizontalScrollBar();
+        const QScrollBar& bar = *m_canvas->view.horizontalScrollBar();
         const QPointF from(800, 400);
-        const QPoint at = canvas.at(from);
-        canvas.press(from);
-        QCOMPARE(shape(canvas), Qt::ClosedHandCursor);
+        const QPoint at = m_canvas->at(from);
+        m_canvas->press(from);
+        QCOMPARE(shape(*m_canvas), Qt::ClosedHandCursor);
         const auto moveTo = [&](const QPoint& p_at, Qt::MouseButtons p_buttons) {
-            QMouseEvent event(QEvent::MouseMove, p_at, canvas.view.viewport()->mapToGlobal(p_at),
+            QMouseEvent event(QEvent::MouseMove, p_at, m_canvas->view.viewport()->mapToGlobal(p_at),
                               Qt::NoButton, p_buttons, Qt::NoModifier);
-            QApplication::sendEvent(canvas.view.viewport(), &event);
+            QApplication::sendEvent(m_canvas->view.viewport(), &event);
         };
         const int before = bar.value();
         moveTo(at - QPoint(50, 0), Qt::LeftButton);
@@ -259,7 +251,7 @@ private slots:
         // The release went elsewhere.
         moveTo(at - QPoint(90, 0), Qt::NoButton);
         moveTo(at - QPoint(130, 0), Qt::NoButton);
-        QCOMPARE(shape(canvas), Qt::OpenHandCursor);
+        QCOMPARE(shape(*m_canvas), Qt::OpenHandCursor);
         QCOMPARE(bar.value(), before + 50);
     }
 
@@ -277,84 +269,80 @@ private slots:
     void aDragByADrawerOpensNothing()
     {
         QFETCH(int, id);
-        CanvasFixture canvas;
-        const supermodule* block = canvas.drop(id, QPointF(500, 250));
-        const Openings opened(canvas.view);
+        const supermodule* block = m_canvas->drop(id, QPointF(500, 250));
+        const Openings opened(m_canvas->view);
         const QPointF place = block->scenePos();
-        drag(canvas, place + s_drawer, QPointF(60, 45));
+        drag(*m_canvas, place + s_drawer, QPointF(60, 45));
         QCOMPARE(block->scenePos(), place + QPointF(60, 45));
         QCOMPARE(opened.count(), 0);
         QVERIFY(!SelectableButton::current());
         // There and back is a drag, too.
-        canvas.press(block->scenePos() + s_drawer);
-        canvas.move(block->scenePos() + s_drawer + QPointF(40, 0));
+        m_canvas->press(block->scenePos() + s_drawer);
+        m_canvas->move(block->scenePos() + s_drawer + QPointF(40, 0));
         const QPointF back = block->scenePos() + s_drawer - QPointF(40, 0);
-        canvas.move(back);
-        canvas.release(back);
+        m_canvas->move(back);
+        m_canvas->release(back);
         QCOMPARE(opened.count(), 0);
-        canvas.click(block->scenePos() + s_drawer);
+        m_canvas->click(block->scenePos() + s_drawer);
         QCOMPARE(opened.count(), 1);
     }
 
     void aHandThatTremblesStillClicks()
     {
-        CanvasFixture canvas;
-        const supermodule* block = canvas.drop(s_forwardTime, QPointF(500, 250));
-        const Openings opened(canvas.view);
-        drag(canvas, block->scenePos() + s_drawer, QPointF(4, 0));
+        const supermodule* block = m_canvas->drop(s_forwardTime, QPointF(500, 250));
+        const Openings opened(m_canvas->view);
+        drag(*m_canvas, block->scenePos() + s_drawer, QPointF(4, 0));
         QCOMPARE(opened.count(), 1);
         QVERIFY(SelectableButton::current());
     }
 
     void aZoomKeepsTheStartBlockInSight()
     {
-        CanvasFixture canvas;
         pressedModule.clear();
-        canvas.main()->setPos(5000, 5000);
-        canvas.view.centerOn(5400, 5200);
-        QVERIFY(canvas.view.viewport()->rect().contains(seenOf(canvas, canvas.main())));
+        m_canvas->main()->setPos(5000, 5000);
+        m_canvas->view.centerOn(5400, 5200);
+        QVERIFY(m_canvas->view.viewport()->rect().contains(seenOf(*m_canvas, m_canvas->main())));
         for (const int way : {1, 1, 1, 1, 1, 1, 1, 1, 1, -1, -1, -1, -1, -1, -1, -1}) {
-            canvas.view.zoomView(way);
-            QVERIFY(canvas.view.viewport()->rect().contains(seenOf(canvas, canvas.main())));
+            m_canvas->view.zoomView(way);
+            QVERIFY(
+                m_canvas->view.viewport()->rect().contains(seenOf(*m_canvas, m_canvas->main())));
         }
     }
 
     void aZoomKeepsTheBlockLastPressedWhereItIs()
     {
-        CanvasFixture canvas;
-        canvas.main()->setPos(5000, 5000);
-        canvas.view.centerOn(5450, 5250);
-        const supermodule* block = canvas.drop(s_forward, QPointF(5850, 5400));
-        canvas.click(block->scenePos() + s_body);
-        const QPoint before = seenOf(canvas, block).center();
+        m_canvas->main()->setPos(5000, 5000);
+        m_canvas->view.centerOn(5450, 5250);
+        const supermodule* block = m_canvas->drop(s_forward, QPointF(5850, 5400));
+        m_canvas->click(block->scenePos() + s_body);
+        const QPoint before = seenOf(*m_canvas, block).center();
         for (const int way : {-1, -1, -1, 1, 1, 1, 1, 1}) {
-            canvas.view.zoomView(way);
-            QVERIFY((seenOf(canvas, block).center() - before).manhattanLength() < 20);
+            m_canvas->view.zoomView(way);
+            QVERIFY((seenOf(*m_canvas, block).center() - before).manhattanLength() < 20);
         }
         for (const int way : {1, 1, 1, 1}) {
-            canvas.view.zoomView(way);
-            QVERIFY(canvas.view.viewport()->rect().contains(seenOf(canvas, block)));
+            m_canvas->view.zoomView(way);
+            QVERIFY(m_canvas->view.viewport()->rect().contains(seenOf(*m_canvas, block)));
         }
         // A press on the ground doesn't forget it.
-        canvas.view.zoomView(0);
-        canvas.view.centerOn(5450, 5250);
-        canvas.click(QPointF(5500, 5050));
+        m_canvas->view.zoomView(0);
+        m_canvas->view.centerOn(5450, 5250);
+        m_canvas->click(QPointF(5500, 5050));
         for (int i = 0; i < 9; ++i) {
-            canvas.view.zoomView(1);
+            m_canvas->view.zoomView(1);
         }
-        QVERIFY(canvas.view.viewport()->rect().contains(seenOf(canvas, block)));
+        QVERIFY(m_canvas->view.viewport()->rect().contains(seenOf(*m_canvas, block)));
         // The start block takes its place once it has gone.
-        canvas.click(block->scenePos() + s_body);
-        canvas.key(Qt::Key_Delete);
-        QVERIFY(!canvas.blocks().contains(const_cast<supermodule*>(block)));
-        canvas.view.zoomView(-1);
-        QVERIFY(canvas.view.viewport()->rect().contains(seenOf(canvas, canvas.main())));
+        m_canvas->click(block->scenePos() + s_body);
+        m_canvas->key(Qt::Key_Delete);
+        QVERIFY(!m_canvas->blocks().contains(const_cast<supermodule*>(block)));
+        m_canvas->view.zoomView(-1);
+        QVERIFY(m_canvas->view.viewport()->rect().contains(seenOf(*m_canvas, m_canvas->main())));
     }
 
     void theGapIsWhereTheDraggedPictureBegins_data()
     {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<double>("scale");
+        columns<int, double>("id", "scale");
         // As on screens of 1280 and 1920 pixels.
         for (const double scale : {0.5, 1.0}) {
             for (const BlockRecord& record : blockRecords()) {
@@ -370,30 +358,27 @@ private slots:
     {
         QFETCH(int, id);
         QFETCH(double, scale);
-        CanvasFixture canvas;
-        supermodule* first = canvas.dropBehind(canvas.main(), s_forward);
-        supermodule* second = canvas.dropBehind(first, s_forward);
-        supermodule* third = canvas.dropBehind(second, s_forward);
-        canvas.view.resetMatrix();
-        canvas.view.scale(scale, scale);
+        supermodule* first = m_canvas->dropBehind(m_canvas->main(), s_forward);
+        supermodule* second = m_canvas->dropBehind(first, s_forward);
+        supermodule* third = m_canvas->dropBehind(second, s_forward);
+        m_canvas->view.resetMatrix();
+        m_canvas->view.scale(scale, scale);
         const int middle = QPixmap(findBlockRecord(id)->pressedImage).width() / 2;
         for (const supermodule* place : {second, third}) {
             // The cursor holds the picture by the middle of its upper edge.
-            const QPoint left = canvas.view.mapFromScene(place->scenePos());
-            canvas.dragOver(id, canvas.view.mapToScene(left + QPoint(middle, 5)));
-            const FeedbackModule* gap = canvas.view.preview();
+            const QPoint left = m_canvas->view.mapFromScene(place->scenePos());
+            m_canvas->dragOver(id, m_canvas->view.mapToScene(left + QPoint(middle, 5)));
+            const FeedbackModule* gap = m_canvas->view.preview();
             QVERIFY(gap->isVisible());
-            const int away = canvas.view.mapFromScene(gap->scenePos()).x() - left.x();
+            const int away = m_canvas->view.mapFromScene(gap->scenePos()).x() - left.x();
             QVERIFY2(qAbs(away) <= 10, qPrintable(QString::number(away)));
-            canvas.leave();
+            m_canvas->leave();
         }
     }
 
     void aLoopHeldInAMouthLandsInIt_data()
     {
-        QTest::addColumn<int>("inner");
-        QTest::addColumn<int>("outer");
-        QTest::addColumn<double>("scale");
+        columns<int, int, double>("inner", "outer", "scale");
         for (const double scale : {0.5, 1.0}) {
             for (const int inner : {s_for, s_untilTouch, s_forever}) {
                 for (const int outer : {s_for, s_untilTouch, s_forever}) {
@@ -410,27 +395,26 @@ private slots:
         QFETCH(int, inner);
         QFETCH(int, outer);
         QFETCH(double, scale);
-        CanvasFixture canvas;
-        supermodule* before = canvas.dropBehind(canvas.main(), s_forward);
-        supermodule* loop = canvas.dropBehind(before, outer);
-        canvas.view.resetMatrix();
-        canvas.view.scale(scale, scale);
+        supermodule* before = m_canvas->dropBehind(m_canvas->main(), s_forward);
+        supermodule* loop = m_canvas->dropBehind(before, outer);
+        m_canvas->view.resetMatrix();
+        m_canvas->view.scale(scale, scale);
         // Where the body begins, as a block in it shows.
-        supermodule* body =
-            canvas.drop(s_forward, loop->scenePos() + QPointF(outer == s_untilTouch ? 60 : 120, 0) +
-                                       QPointF(60 / scale, 10));
+        supermodule* body = m_canvas->drop(
+            s_forward, loop->scenePos() + QPointF(outer == s_untilTouch ? 60 : 120, 0) +
+                           QPointF(60 / scale, 10));
         QCOMPARE(loop->left(), body);
-        const QPoint mouth = canvas.view.mapFromScene(body->scenePos());
-        canvas.view.deleteModule(body);
+        const QPoint mouth = m_canvas->view.mapFromScene(body->scenePos());
+        m_canvas->view.deleteModule(body);
         QVERIFY(!loop->left());
         const int middle = QPixmap(findBlockRecord(inner)->pressedImage).width() / 2;
         for (const int off : {0, 10, -10}) {
-            canvas.dragOver(inner, canvas.view.mapToScene(mouth + QPoint(middle + off, 5)));
-            const FeedbackModule* gap = canvas.view.preview();
+            m_canvas->dragOver(inner, m_canvas->view.mapToScene(mouth + QPoint(middle + off, 5)));
+            const FeedbackModule* gap = m_canvas->view.preview();
             QVERIFY(gap->isVisible());
             QCOMPARE(gap->parentModule(), loop);
             QCOMPARE(loop->left(), gap);
-            canvas.leave();
+            m_canvas->leave();
         }
     }
 };

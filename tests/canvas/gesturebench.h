@@ -7,6 +7,7 @@
 #include "modules/feedbackmodule.h"
 #include "modules/mainmodule.h"
 #include "modules/moduleregistry.h"
+#include "support/system/fixturetest.h"
 
 /** A document with its main block at (100, 200), without a view, and the preview of a link. */
 struct GestureBench {

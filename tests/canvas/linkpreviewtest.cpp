@@ -10,75 +10,72 @@ int s_links = 0;
 } // namespace
 
 /** The preview of a link over a scene that nobody shows. */
-class LinkPreviewTest : public QObject
+class LinkPreviewTest : public FixtureTest<GestureBench>
 {
     Q_OBJECT
 
 private slots:
     void itOpensAGapWhereTheBlockWouldGo()
     {
-        GestureBench bench;
-        supermodule* first = bench.append(104);
+        supermodule* first = m_bench->append(104);
         const QPointF firstAt = first->pos();
-        supermodule* block = bench.put(103, QPointF(245, 205));
-        QVERIFY(!bench.preview.block()->isVisible());
-        bench.preview.follow(block);
-        QCOMPARE(bench.preview.place().m_target.data(), static_cast<supermodule*>(bench.main()));
-        QCOMPARE(bench.preview.place().m_type, int(NextLink));
-        QVERIFY(bench.preview.block()->isVisible());
-        QCOMPARE(bench.chain(), (QList<int>{-1, 104}));
+        supermodule* block = m_bench->put(103, QPointF(245, 205));
+        QVERIFY(!m_bench->preview.block()->isVisible());
+        m_bench->preview.follow(block);
+        QCOMPARE(m_bench->preview.place().m_target.data(),
+                 static_cast<supermodule*>(m_bench->main()));
+        QCOMPARE(m_bench->preview.place().m_type, int(NextLink));
+        QVERIFY(m_bench->preview.block()->isVisible());
+        QCOMPARE(m_bench->chain(), (QList<int>{-1, 104}));
         QCOMPARE(first->x(), firstAt.x() + 120);
-        bench.preview.hide();
-        QVERIFY(!bench.preview.block()->isVisible());
-        QVERIFY(!bench.preview.place().m_target);
-        QCOMPARE(bench.chain(), QList<int>{104});
+        m_bench->preview.hide();
+        QVERIFY(!m_bench->preview.block()->isVisible());
+        QVERIFY(!m_bench->preview.place().m_target);
+        QCOMPARE(m_bench->chain(), QList<int>{104});
         QCOMPARE(first->pos(), firstAt);
     }
 
     void theGapGoesAlongWithTheBlock()
     {
-        GestureBench bench;
-        supermodule* first = bench.append(104);
-        supermodule* block = bench.put(103, QPointF(245, 205));
-        bench.preview.follow(block);
+        supermodule* first = m_bench->append(104);
+        supermodule* block = m_bench->put(103, QPointF(245, 205));
+        m_bench->preview.follow(block);
         block->setPos(first->pos() + QPointF(125, 5));
-        bench.preview.follow(block);
-        QCOMPARE(bench.preview.place().m_target.data(), first);
-        QCOMPARE(bench.chain(), (QList<int>{104, -1}));
+        m_bench->preview.follow(block);
+        QCOMPARE(m_bench->preview.place().m_target.data(), first);
+        QCOMPARE(m_bench->chain(), (QList<int>{104, -1}));
         block->setPos(900, 700);
-        bench.preview.follow(block);
-        QVERIFY(!bench.preview.block()->isVisible());
-        QCOMPARE(bench.chain(), QList<int>{104});
+        m_bench->preview.follow(block);
+        QVERIFY(!m_bench->preview.block()->isVisible());
+        QCOMPARE(m_bench->chain(), QList<int>{104});
     }
 
     void eachLinkIsLogged()
     {
-        GestureBench bench;
-        supermodule* block = bench.put(103, QPointF(245, 205));
+        supermodule* block = m_bench->put(103, QPointF(245, 205));
         const QRegularExpression line(QStringLiteral("^ TzProgramView::moduleDrop  ?p_module .*"
                                                      "m_target .*m_type  ?0$"));
         QTest::ignoreMessage(QtDebugMsg, line);
-        bench.preview.follow(block);
+        m_bench->preview.follow(block);
         QTest::ignoreMessage(QtDebugMsg, line);
-        bench.preview.settle(block);
+        m_bench->preview.settle(block);
     }
 
     void aStepInTheSamePlaceLinksNothingAnew()
     {
-        GestureBench bench;
-        bench.append(104);
-        supermodule* block = bench.put(103, QPointF(245, 205));
-        bench.preview.follow(block);
+        m_bench->append(104);
+        supermodule* block = m_bench->put(103, QPointF(245, 205));
+        m_bench->preview.follow(block);
         block->moveBy(1, 1);
         s_links = 0;
         const QtMessageHandler before =
             qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& p_line) {
                 s_links += p_line.contains(QLatin1String("moduleDrop")) ? 1 : 0;
             });
-        bench.preview.follow(block);
+        m_bench->preview.follow(block);
         const int inPlace = s_links;
         block->setPos(900, 700);
-        bench.preview.follow(block);
+        m_bench->preview.follow(block);
         qInstallMessageHandler(before);
         QCOMPARE(inPlace, 0);
         // What stood behind the gap is linked where that was.
@@ -87,39 +84,36 @@ private slots:
 
     void aLinkIsMadeWhereTheGapIsOrWhereItIsTold()
     {
-        GestureBench bench;
-        supermodule* block = bench.put(103, QPointF(700, 500));
-        QVERIFY(!bench.preview.link(block, nullptr, NextLink));
+        supermodule* block = m_bench->put(103, QPointF(700, 500));
+        QVERIFY(!m_bench->preview.link(block, nullptr, NextLink));
         QVERIFY(!block->parentModule());
-        QVERIFY(bench.preview.link(block, bench.main(), NextLink));
-        QCOMPARE(bench.chain(), QList<int>{103});
-        supermodule* other = bench.put(104, QPointF(365, 205));
-        bench.preview.follow(other);
-        QVERIFY(bench.preview.link(other, nullptr, LeftLink));
-        QCOMPARE(bench.chain(), (QList<int>{103, 104, -1}));
-        bench.preview.hide();
-        QCOMPARE(bench.chain(), (QList<int>{103, 104}));
+        QVERIFY(m_bench->preview.link(block, m_bench->main(), NextLink));
+        QCOMPARE(m_bench->chain(), QList<int>{103});
+        supermodule* other = m_bench->put(104, QPointF(365, 205));
+        m_bench->preview.follow(other);
+        QVERIFY(m_bench->preview.link(other, nullptr, LeftLink));
+        QCOMPARE(m_bench->chain(), (QList<int>{103, 104, -1}));
+        m_bench->preview.hide();
+        QCOMPARE(m_bench->chain(), (QList<int>{103, 104}));
     }
 
     void aBlockSettlesWhereTheGapIs()
     {
-        GestureBench bench;
-        bench.append(104);
-        supermodule* block = bench.put(103, QPointF(245, 205));
-        bench.preview.follow(block);
-        bench.preview.settle(block);
-        QCOMPARE(bench.chain(), (QList<int>{103, 104}));
-        QVERIFY(!bench.preview.block()->parentModule());
-        QVERIFY(!bench.preview.block()->isVisible());
+        m_bench->append(104);
+        supermodule* block = m_bench->put(103, QPointF(245, 205));
+        m_bench->preview.follow(block);
+        m_bench->preview.settle(block);
+        QCOMPARE(m_bench->chain(), (QList<int>{103, 104}));
+        QVERIFY(!m_bench->preview.block()->parentModule());
+        QVERIFY(!m_bench->preview.block()->isVisible());
         QCOMPARE(block->opacity(), 1.0);
     }
 
     void withoutAGapItSettlesLooseInWholeUnits()
     {
-        GestureBench bench;
-        supermodule* block = bench.put(103, QPointF(700.4, 500.6));
-        bench.preview.follow(block);
-        bench.preview.settle(block);
+        supermodule* block = m_bench->put(103, QPointF(700.4, 500.6));
+        m_bench->preview.follow(block);
+        m_bench->preview.settle(block);
         QVERIFY(!block->parentModule());
         QCOMPARE(block->pos(), QPointF(700, 501));
         QCOMPARE(block->opacity(), 0.5);
@@ -127,53 +121,49 @@ private slots:
 
     void theMainBlockAndThePreviewItselfAreNoMatterOfIt()
     {
-        GestureBench bench;
-        supermodule* loose = bench.put(103, QPointF(700, 500));
-        bench.main()->setPos(825, 505);
-        bench.preview.follow(bench.main());
-        QVERIFY(!bench.preview.place().m_target);
+        supermodule* loose = m_bench->put(103, QPointF(700, 500));
+        m_bench->main()->setPos(825, 505);
+        m_bench->preview.follow(m_bench->main());
+        QVERIFY(!m_bench->preview.place().m_target);
         QVERIFY(!loose->next());
     }
 
     void aLoopIsNoPlaceForItself()
     {
-        GestureBench bench;
-        supermodule* loop = bench.put(301, QPointF(700, 500));
-        supermodule* inner = bench.put(103, QPointF());
+        supermodule* loop = m_bench->put(301, QPointF(700, 500));
+        supermodule* inner = m_bench->put(103, QPointF());
         loop->insert(LeftLink, inner);
         QVERIFY(loop->touchedConnectors().contains(inner->connector(NextLink)));
-        bench.preview.follow(loop);
-        QVERIFY(!bench.preview.place().m_target);
+        m_bench->preview.follow(loop);
+        QVERIFY(!m_bench->preview.place().m_target);
         QVERIFY(!inner->next());
     }
 
     void whenItGoesTheGapIsClosed()
     {
-        GestureBench bench;
-        bench.append(104);
-        supermodule* block = bench.put(103, QPointF(245, 205));
+        m_bench->append(104);
+        supermodule* block = m_bench->put(103, QPointF(245, 205));
         {
-            LinkPreview other(bench.document.scene(), bench.main());
+            LinkPreview other(m_bench->document.scene(), m_bench->main());
             other.follow(block);
-            QCOMPARE(bench.chain(), (QList<int>{-1, 104}));
+            QCOMPARE(m_bench->chain(), (QList<int>{-1, 104}));
         }
-        QCOMPARE(bench.chain(), QList<int>{104});
+        QCOMPARE(m_bench->chain(), QList<int>{104});
     }
 
     void aTargetThatDiedLeavesWhatStoodBehindLoose()
     {
-        GestureBench bench;
-        supermodule* head = bench.put(104, QPointF(500, 500));
-        head->insert(NextLink, bench.put(105, QPointF()));
+        supermodule* head = m_bench->put(104, QPointF(500, 500));
+        head->insert(NextLink, m_bench->put(105, QPointF()));
         supermodule* behind = head->next();
-        supermodule* block = bench.put(103, QPointF(625, 505));
-        bench.preview.follow(block);
-        QCOMPARE(bench.preview.place().m_target.data(), head);
-        bench.preview.block()->detachFromParent();
+        supermodule* block = m_bench->put(103, QPointF(625, 505));
+        m_bench->preview.follow(block);
+        QCOMPARE(m_bench->preview.place().m_target.data(), head);
+        m_bench->preview.block()->detachFromParent();
         supermodule::deleteTree(head);
-        bench.preview.hide();
+        m_bench->preview.hide();
         QVERIFY(!behind->parentModule());
-        QVERIFY(!bench.preview.block()->next());
+        QVERIFY(!m_bench->preview.block()->next());
     }
 };
 

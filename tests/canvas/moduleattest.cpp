@@ -3,6 +3,7 @@
 #include "modules/feedbackmodule.h"
 #include "modules/itemtype.h"
 #include "modules/supermodule.h"
+#include "support/system/fixturetest.h"
 
 #include <QGraphicsScene>
 #include <QTest>
@@ -36,25 +37,23 @@ private:
 } // namespace
 
 /** Which block a press means, by the items of a scene alone. */
-class ModuleAtTest : public QObject
+class ModuleAtTest : public FixtureTest<Ground>
 {
     Q_OBJECT
 
 private slots:
     void theBlockUnderThePressIsMeant()
     {
-        Ground ground;
-        supermodule* block = ground.put(101, {100, 100});
-        QCOMPARE(ground.at({130, 130}), block);
-        QCOMPARE(ground.at({90, 130}), nullptr);
-        ground.scene.addRect(0, 0, 50, 50);
-        QCOMPARE(ground.at({20, 20}), nullptr);
+        supermodule* block = m_bench->put(101, {100, 100});
+        QCOMPARE(m_bench->at({130, 130}), block);
+        QCOMPARE(m_bench->at({90, 130}), nullptr);
+        m_bench->scene.addRect(0, 0, 50, 50);
+        QCOMPARE(m_bench->at({20, 20}), nullptr);
     }
 
     void theFeetOfAnEmptyLoopBelongToIt()
     {
-        Ground ground;
-        supermodule* loop = ground.put(306, {100, 100});
+        supermodule* loop = m_bench->put(306, {100, 100});
         loop->updateTree();
         const QList<QGraphicsItem*> children = loop->childItems();
         const auto feet = std::find_if(children.begin(), children.end(), [](QGraphicsItem* p_item) {
@@ -63,47 +62,43 @@ private slots:
         QVERIFY(feet != children.end());
         const QPointF at = (*feet)->sceneBoundingRect().bottomLeft() + QPointF(5, -2);
         QVERIFY(!loop->sceneBoundingRect().contains(at));
-        QCOMPARE(ground.at(at), loop);
+        QCOMPARE(m_bench->at(at), loop);
     }
 
     void ofNestedBlocksTheInnermostIsMeant()
     {
-        Ground ground;
-        supermodule* outer = ground.put(303, {0, 0});
-        supermodule* inner = ground.put(303, {0, 0});
-        supermodule* innermost = ground.put(101, {0, 0});
+        supermodule* outer = m_bench->put(303, {0, 0});
+        supermodule* inner = m_bench->put(303, {0, 0});
+        supermodule* innermost = m_bench->put(101, {0, 0});
         inner->insert(LeftLink, innermost);
         outer->insert(LeftLink, inner);
         QVERIFY(outer->scenePos().x() < inner->scenePos().x());
-        QCOMPARE(ground.at(innermost->scenePos() + QPointF(30, 30)), innermost);
-        QCOMPARE(ground.at(inner->scenePos() + QPointF(5, 30)), inner);
-        QCOMPARE(ground.at(outer->scenePos() + QPointF(5, 30)), outer);
+        QCOMPARE(m_bench->at(innermost->scenePos() + QPointF(30, 30)), innermost);
+        QCOMPARE(m_bench->at(inner->scenePos() + QPointF(5, 30)), inner);
+        QCOMPARE(m_bench->at(outer->scenePos() + QPointF(5, 30)), outer);
     }
 
     void ofTwoThatBeginTogetherTheUpperOneIsMeant()
     {
-        Ground ground;
-        supermodule* first = ground.put(101, {100, 100});
-        supermodule* second = ground.put(101, {100, 100});
-        QCOMPARE(ground.at({130, 130}), second);
+        supermodule* first = m_bench->put(101, {100, 100});
+        supermodule* second = m_bench->put(101, {100, 100});
+        QCOMPARE(m_bench->at({130, 130}), second);
         first->setZValue(1);
-        QCOMPARE(ground.at({130, 130}), first);
+        QCOMPARE(m_bench->at({130, 130}), first);
     }
 
     void aBlockThatBeginsTooFarToTheLeftIsNotMeant()
     {
-        Ground ground;
-        supermodule* loop = ground.put(303, {100, 0});
+        supermodule* loop = m_bench->put(303, {100, 0});
         QCOMPARE(moduleAt({loop}, 499.5), loop);
         QCOMPARE(moduleAt({loop}, 500), nullptr);
     }
 
     void thePreviewIsNeverMeant()
     {
-        Ground ground;
-        supermodule* block = ground.put(101, {100, 100});
-        ground.put(new FeedbackModule, {110, 100});
-        QCOMPARE(ground.at({130, 130}), block);
+        supermodule* block = m_bench->put(101, {100, 100});
+        m_bench->put(new FeedbackModule, {110, 100});
+        QCOMPARE(m_bench->at({130, 130}), block);
     }
 };
 

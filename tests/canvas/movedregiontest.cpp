@@ -1,12 +1,11 @@
 #include "modules/mainmodule.h"
-#include "support/canvas/canvasfixture.h"
+#include "support/canvas/canvastest.h"
 
 #include <QApplication>
 #include <QPaintEvent>
 #include <QRandomGenerator>
 #include <QScreen>
 #include <QTest>
-#include <QWindow>
 
 namespace
 {
@@ -66,84 +65,79 @@ const int s_single = 3;
 } // namespace
 
 /** What a drag paints. */
-class MovedRegionTest : public QObject
+class MovedRegionTest : public CanvasTest
 {
     Q_OBJECT
 
 private slots:
     void aDragPaintsWhatItMovesAndNothingElse()
     {
-        CanvasFixture canvas;
-        supermodule* block = canvas.drop(103, QPointF(600, 450));
-        canvas.press(block->scenePos() + QPointF(30, 30));
-        canvas.move(block->scenePos() + QPointF(32, 30));
+        supermodule* block = m_canvas->drop(103, QPointF(600, 450));
+        m_canvas->press(block->scenePos() + QPointF(30, 30));
+        m_canvas->move(block->scenePos() + QPointF(32, 30));
         QApplication::processEvents();
-        Paints paints(canvas.view.viewport());
-        canvas.move(block->scenePos() + QPointF(40, 30));
+        Paints paints(m_canvas->view.viewport());
+        m_canvas->move(block->scenePos() + QPointF(40, 30));
         QCOMPARE(paints.count, 1);
         QApplication::processEvents();
         QCOMPARE(paints.count, 1);
         const QRect around = paints.region.boundingRect();
-        QVERIFY(around.contains(QRect(canvas.at(block->scenePos()), QSize(120, 140))));
+        QVERIFY(around.contains(QRect(m_canvas->at(block->scenePos()), QSize(120, 140))));
         QVERIFY(around.width() < 300 && around.height() < 300);
-        canvas.release(block->scenePos() + QPointF(30, 30));
+        m_canvas->release(block->scenePos() + QPointF(30, 30));
     }
 
     void aDragOverNothingFromThePalettePaintsNothing()
     {
-        CanvasFixture canvas;
-        canvas.dragOver(103, QPointF(600, 450));
+        m_canvas->dragOver(103, QPointF(600, 450));
         QApplication::processEvents();
-        Paints paints(canvas.view.viewport());
-        canvas.dragOverOn(QPointF(620, 450));
+        Paints paints(m_canvas->view.viewport());
+        m_canvas->dragOverOn(QPointF(620, 450));
         QApplication::processEvents();
         QCOMPARE(paints.count, 0);
-        canvas.leave();
+        m_canvas->leave();
     }
 
     void anUpdateThatWaitsIsNotLost()
     {
-        CanvasFixture canvas;
-        supermodule* block = canvas.drop(103, QPointF(600, 450));
-        canvas.press(block->scenePos() + QPointF(30, 30));
-        canvas.move(block->scenePos() + QPointF(32, 30));
+        supermodule* block = m_canvas->drop(103, QPointF(600, 450));
+        m_canvas->press(block->scenePos() + QPointF(30, 30));
+        m_canvas->move(block->scenePos() + QPointF(32, 30));
         QApplication::processEvents();
-        Paints paints(canvas.view.viewport());
-        canvas.view.scene()->update();
-        canvas.move(block->scenePos() + QPointF(40, 30));
+        Paints paints(m_canvas->view.viewport());
+        m_canvas->view.scene()->update();
+        m_canvas->move(block->scenePos() + QPointF(40, 30));
         QApplication::processEvents();
-        QCOMPARE(paints.region.boundingRect(), canvas.view.viewport()->rect());
-        canvas.release(block->scenePos() + QPointF(30, 30));
+        QCOMPARE(paints.region.boundingRect(), m_canvas->view.viewport()->rect());
+        m_canvas->release(block->scenePos() + QPointF(30, 30));
     }
 
     void aReleasePaintsWhatItHasMovedAndNothingElse()
     {
-        CanvasFixture canvas;
-        const supermodule* block = canvas.drop(103, QPointF(600, 450));
-        canvas.press(block->scenePos() + QPointF(30, 30));
-        canvas.move(block->scenePos() + QPointF(42, 30));
+        const supermodule* block = m_canvas->drop(103, QPointF(600, 450));
+        m_canvas->press(block->scenePos() + QPointF(30, 30));
+        m_canvas->move(block->scenePos() + QPointF(42, 30));
         QApplication::processEvents();
-        Paints paints(canvas.view.viewport());
-        canvas.release(block->scenePos() + QPointF(30, 30));
+        Paints paints(m_canvas->view.viewport());
+        m_canvas->release(block->scenePos() + QPointF(30, 30));
         QApplication::processEvents();
         QVERIFY(paints.count >= 1);
         const QRect around = paints.region.boundingRect();
-        QVERIFY(around.contains(QRect(canvas.at(block->scenePos()), QSize(120, 140))));
+        QVERIFY(around.contains(QRect(m_canvas->at(block->scenePos()), QSize(120, 140))));
         QVERIFY(around.width() < 300 && around.height() < 300);
     }
 
     void aBlockThatLeavesPaintsItsGapAndNothingElse()
     {
-        CanvasFixture canvas;
-        canvas.dropBehind(canvas.main(), 103);
-        canvas.dragOver(104, canvas.main()->scenePos() + QPointF(200, 10));
-        QVERIFY(canvas.main()->next()->isPreview());
+        m_canvas->dropBehind(m_canvas->main(), 103);
+        m_canvas->dragOver(104, m_canvas->main()->scenePos() + QPointF(200, 10));
+        QVERIFY(m_canvas->main()->next()->isPreview());
         QApplication::processEvents();
-        Paints paints(canvas.view.viewport());
-        canvas.leave();
+        Paints paints(m_canvas->view.viewport());
+        m_canvas->leave();
         QApplication::processEvents();
         const QRect around = paints.region.boundingRect();
-        QVERIFY(around.contains(QRect(canvas.at({240, 200}), QSize(120, 140))));
+        QVERIFY(around.contains(QRect(m_canvas->at({240, 200}), QSize(120, 140))));
         QVERIFY(around.width() < 500 && around.height() < 300);
     }
 
@@ -207,32 +201,30 @@ private slots:
 
     void aDeletedBlockLeavesNothingOnTheCanvas()
     {
-        CanvasFixture canvas;
-        canvas.drop(103, QPointF(600, 250));
-        const supermodule* block = canvas.drop(301, QPointF(650, 300));
-        canvas.press(block->scenePos() + QPointF(30, 30));
-        canvas.move(QPointF(700, 2000));
-        canvas.release(QPointF(700, 2000));
-        QCOMPARE(canvas.blocks().size(), 2);
-        showsWhatAFullPaintWould(canvas);
+        m_canvas->drop(103, QPointF(600, 250));
+        const supermodule* block = m_canvas->drop(301, QPointF(650, 300));
+        m_canvas->press(block->scenePos() + QPointF(30, 30));
+        m_canvas->move(QPointF(700, 2000));
+        m_canvas->release(QPointF(700, 2000));
+        QCOMPARE(m_canvas->blocks().size(), 2);
+        showsWhatAFullPaintWould(*m_canvas);
     }
 
     void aLoopThatGoesBelowAnotherBlockIsPaintedThere()
     {
-        CanvasFixture canvas;
-        supermodule* block = canvas.drop(103, QPointF(150, 450));
+        supermodule* block = m_canvas->drop(103, QPointF(150, 450));
         // On the loop's leg, far from where the block goes.
-        canvas.drop(801, QPointF(510, 445));
-        supermodule* loop = canvas.drop(301, QPointF(590, 350));
+        m_canvas->drop(801, QPointF(510, 445));
+        supermodule* loop = m_canvas->drop(301, QPointF(590, 350));
         QVERIFY(!loop->parentModule());
-        canvas.press(block->scenePos() + QPointF(30, 30));
-        canvas.move(loop->scenePos() + QPointF(140, 40));
-        canvas.move(loop->scenePos() + QPointF(150, 34));
+        m_canvas->press(block->scenePos() + QPointF(30, 30));
+        m_canvas->move(loop->scenePos() + QPointF(140, 40));
+        m_canvas->move(loop->scenePos() + QPointF(150, 34));
         QVERIFY(loop->left());
         QApplication::processEvents();
-        canvas.release(loop->scenePos() + QPointF(150, 34));
+        m_canvas->release(loop->scenePos() + QPointF(150, 34));
         QCOMPARE(loop->left(), block);
-        showsWhatAFullPaintWould(canvas);
+        showsWhatAFullPaintWould(*m_canvas);
     }
 
     void afterAnyDragTheWindowShowsWhatAFullPaintWould_data()
@@ -246,45 +238,44 @@ private slots:
     {
         QFETCH(int, seed);
         QRandomGenerator random(static_cast<quint32>(seed));
-        CanvasFixture canvas;
         // The last one is the largest there is.
         const double scale = QVector<double>{0.4, 0.5, 1.9}.at(seed % 3);
-        canvas.view.resetMatrix();
-        canvas.view.scale(scale, scale);
+        m_canvas->view.resetMatrix();
+        m_canvas->view.scale(scale, scale);
         const QList<int> types{103, 104, 301, 306, 303, 903, 801, 107};
         for (int i = 0; i < 10; ++i) {
-            canvas.drop(types.at(random.bounded(types.size())),
-                        QPointF(random.bounded(150, 900), random.bounded(50, 500)));
+            m_canvas->drop(types.at(random.bounded(types.size())),
+                           QPointF(random.bounded(150, 900), random.bounded(50, 500)));
         }
         for (int turn = 0; turn < 8; ++turn) {
-            const QList<supermodule*> blocks = canvas.blocks();
+            const QList<supermodule*> blocks = m_canvas->blocks();
             const supermodule* block = blocks.at(random.bounded(blocks.size()));
             const QPointF from = block->scenePos() + QPointF(20, 20);
-            if (!canvas.view.viewport()->rect().contains(canvas.at(from))) {
+            if (!m_canvas->view.viewport()->rect().contains(m_canvas->at(from))) {
                 continue;
             }
-            canvas.press(from);
+            m_canvas->press(from);
             QPointF to = from;
             for (int step = 0; step < 8; ++step) {
                 to += QPointF(random.bounded(-60, 60), random.bounded(-40, 40));
-                canvas.move(to);
-                showsWhatAFullPaintWould(canvas);
+                m_canvas->move(to);
+                showsWhatAFullPaintWould(*m_canvas);
             }
-            canvas.release(to);
-            showsWhatAFullPaintWould(canvas);
-            canvas.click(to + QPointF(3, 3));
-            showsWhatAFullPaintWould(canvas);
+            m_canvas->release(to);
+            showsWhatAFullPaintWould(*m_canvas);
+            m_canvas->click(to + QPointF(3, 3));
+            showsWhatAFullPaintWould(*m_canvas);
             const int type = types.at(random.bounded(types.size()));
             if (turn % 2 == 0) {
-                canvas.dragOver(type, from);
-                showsWhatAFullPaintWould(canvas);
-                canvas.dragOverOn(to);
-                showsWhatAFullPaintWould(canvas);
-                canvas.leave();
+                m_canvas->dragOver(type, from);
+                showsWhatAFullPaintWould(*m_canvas);
+                m_canvas->dragOverOn(to);
+                showsWhatAFullPaintWould(*m_canvas);
+                m_canvas->leave();
             } else {
-                canvas.drop(type, to);
+                m_canvas->drop(type, to);
             }
-            showsWhatAFullPaintWould(canvas);
+            showsWhatAFullPaintWould(*m_canvas);
         }
     }
 

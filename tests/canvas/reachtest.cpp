@@ -1,5 +1,5 @@
 #include "modules/mainmodule.h"
-#include "support/canvas/canvasfixture.h"
+#include "support/canvas/canvastest.h"
 
 #include <QScrollBar>
 #include <QTemporaryDir>
@@ -17,59 +17,58 @@ QPointF corner(const TzProgramView& p_view) { return p_view.mapToScene(QPoint(0,
 } // namespace
 
 /** Whatever stands anywhere can be brought into sight. */
-class ReachTest : public QObject
+class ReachTest : public CanvasTest
 {
     Q_OBJECT
 
 private slots:
     void aProgramDraggedOutOverTheUpperEdgeComesBack()
     {
-        CanvasFixture canvas;
-        const supermodule* first = canvas.dropBehind(canvas.main(), 103);
-        canvas.drag(canvas.main(), QPoint(0, -700));
-        QCOMPARE(canvas.main()->scenePos(), QPointF(100, -500));
-        QVERIFY(!isInSight(canvas.view, first));
+        const supermodule* first = m_canvas->dropBehind(m_canvas->main(), 103);
+        m_canvas->drag(m_canvas->main(), QPoint(0, -700));
+        QCOMPARE(m_canvas->main()->scenePos(), QPointF(100, -500));
+        QVERIFY(!isInSight(m_canvas->view, first));
         // The scene keeps its rectangle, and nothing has jumped.
-        QCOMPARE(canvas.view.scene()->sceneRect(), QRectF(0, 0, 10000, 10000));
-        QCOMPARE(corner(canvas.view), QPointF(0, 0));
+        QCOMPARE(m_canvas->view.scene()->sceneRect(), QRectF(0, 0, 10000, 10000));
+        QCOMPARE(corner(m_canvas->view), QPointF(0, 0));
         // By hand, on the empty canvas.
         for (int i = 0; i < 2; ++i) {
-            canvas.press(corner(canvas.view) + QPointF(800, 100));
-            const QPoint to = canvas.at(corner(canvas.view) + QPointF(800, 400));
+            m_canvas->press(corner(m_canvas->view) + QPointF(800, 100));
+            const QPoint to = m_canvas->at(corner(m_canvas->view) + QPointF(800, 400));
             QMouseEvent move(QEvent::MouseMove, to, Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-            QApplication::sendEvent(canvas.view.viewport(), &move);
-            QTest::mouseRelease(canvas.view.viewport(), Qt::LeftButton, Qt::NoModifier, to);
+            QApplication::sendEvent(m_canvas->view.viewport(), &move);
+            QTest::mouseRelease(m_canvas->view.viewport(), Qt::LeftButton, Qt::NoModifier, to);
         }
-        QVERIFY(isInSight(canvas.view, canvas.main()));
-        QVERIFY(isInSight(canvas.view, first));
+        QVERIFY(isInSight(m_canvas->view, m_canvas->main()));
+        QVERIFY(isInSight(m_canvas->view, first));
     }
 
     void aResetOfTheZoomBringsTheMainBlockIntoSight()
     {
         for (const QPoint& way : {QPoint(0, -700), QPoint(-900, 0), QPoint(30000, 20000)}) {
-            CanvasFixture canvas;
-            canvas.drag(canvas.main(), way);
-            QVERIFY(!isInSight(canvas.view, canvas.main()));
-            canvas.view.zoomView(0);
-            QVERIFY(isInSight(canvas.view, canvas.main()));
+            m_canvas.emplace();
+            m_canvas->drag(m_canvas->main(), way);
+            QVERIFY(!isInSight(m_canvas->view, m_canvas->main()));
+            m_canvas->view.zoomView(0);
+            QVERIFY(isInSight(m_canvas->view, m_canvas->main()));
         }
     }
 
     void aProjectStoredOutOfReachOpensInSight()
     {
-        CanvasFixture canvas;
-        canvas.drag(canvas.main(), QPoint(-900, -700));
+        m_canvas->drag(m_canvas->main(), QPoint(-900, -700));
         const QTemporaryDir folder;
         const QString path = folder.filePath(QStringLiteral("a.tlrx"));
-        QVERIFY(canvas.document.save(path));
-        canvas.document.startAnew();
-        QCOMPARE(canvas.document.open(path), 0);
-        QCOMPARE(canvas.main()->scenePos(), QPointF(-800, -500));
-        QVERIFY(isInSight(canvas.view, canvas.main()));
+        QVERIFY(m_canvas->document.save(path));
+        m_canvas->document.startAnew();
+        QCOMPARE(m_canvas->document.open(path), 0);
+        QCOMPARE(m_canvas->main()->scenePos(), QPointF(-800, -500));
+        QVERIFY(isInSight(m_canvas->view, m_canvas->main()));
     }
 
     void aNewProgramHasTheMainBlockInItsFirstPlace()
     {
+        m_canvas.reset();
         Document document;
         TzProgramView view(document);
         view.resize(1000, 600);
@@ -86,83 +85,80 @@ private slots:
 
     void theEndOfALongChainIsSeenAndExtended()
     {
-        CanvasFixture canvas;
-        supermodule* last = canvas.main();
+        supermodule* last = m_canvas->main();
         for (int i = 0; i < 100; ++i) {
-            last = canvas.dropBehind(last, 103);
+            last = m_canvas->dropBehind(last, 103);
         }
-        QCOMPARE(CanvasFixture::ids(canvas.main()).size(), 101);
+        QCOMPARE(CanvasFixture::ids(m_canvas->main()).size(), 101);
         QVERIFY(last->x() > 10000);
-        QScrollBar* bar = canvas.view.horizontalScrollBar();
+        QScrollBar* bar = m_canvas->view.horizontalScrollBar();
         bar->setValue(bar->maximum());
-        QVERIFY(isInSight(canvas.view, last));
+        QVERIFY(isInSight(m_canvas->view, last));
         // The whole next block is in sight where it is dropped.
-        const supermodule* next = canvas.dropBehind(last, 102);
+        const supermodule* next = m_canvas->dropBehind(last, 102);
         QCOMPARE(last->next(), next);
-        QVERIFY(isInSight(canvas.view, next));
+        QVERIFY(isInSight(m_canvas->view, next));
     }
 
     void aPasteWithoutPlaceCanBeReached()
     {
-        CanvasFixture canvas;
-        const supermodule* source = canvas.drop(103, QPointF(600, 300));
-        const QList<supermodule*> before = canvas.blocks();
-        canvas.document.paste(Document::clipboardText(source), -99999, -99999);
+        const supermodule* source = m_canvas->drop(103, QPointF(600, 300));
+        const QList<supermodule*> before = m_canvas->blocks();
+        m_canvas->document.paste(Document::clipboardText(source), -99999, -99999);
         const supermodule* pasted = nullptr;
-        for (const supermodule* block : canvas.blocks()) {
+        for (const supermodule* block : m_canvas->blocks()) {
             pasted = before.contains(const_cast<supermodule*>(block)) ? pasted : block;
         }
         QVERIFY(pasted);
-        QCOMPARE(corner(canvas.view), QPointF(0, 0));
-        canvas.view.horizontalScrollBar()->setValue(canvas.view.horizontalScrollBar()->minimum());
-        canvas.view.verticalScrollBar()->setValue(canvas.view.verticalScrollBar()->minimum());
-        QVERIFY(isInSight(canvas.view, pasted));
+        QCOMPARE(corner(m_canvas->view), QPointF(0, 0));
+        m_canvas->view.horizontalScrollBar()->setValue(
+            m_canvas->view.horizontalScrollBar()->minimum());
+        m_canvas->view.verticalScrollBar()->setValue(m_canvas->view.verticalScrollBar()->minimum());
+        QVERIFY(isInSight(m_canvas->view, pasted));
         // It goes, and what is in sight stays.
-        const QPointF seen = corner(canvas.view);
-        canvas.view.undoStack().undo();
-        QCOMPARE(corner(canvas.view), seen);
+        const QPointF seen = corner(m_canvas->view);
+        m_canvas->view.undoStack().undo();
+        QCOMPARE(corner(m_canvas->view), seen);
     }
 
     void whatIsHiddenIsOutOfReach()
     {
-        CanvasFixture canvas;
-        supermodule* block = canvas.drop(103, QPointF(600, 300));
-        canvas.drag(block, QPoint(30000, 0));
-        QVERIFY(canvas.view.sceneRect().right() > 30000);
-        canvas.view.OnSwitchProgram(404);
-        QCOMPARE(canvas.view.sceneRect().right(), canvas.view.scene()->sceneRect().right());
-        canvas.view.OnSwitchProgram(0);
-        QVERIFY(canvas.view.sceneRect().right() > 30000);
+        supermodule* block = m_canvas->drop(103, QPointF(600, 300));
+        m_canvas->drag(block, QPoint(30000, 0));
+        QVERIFY(m_canvas->view.sceneRect().right() > 30000);
+        m_canvas->view.OnSwitchProgram(404);
+        QCOMPARE(m_canvas->view.sceneRect().right(), m_canvas->view.scene()->sceneRect().right());
+        m_canvas->view.OnSwitchProgram(0);
+        QVERIFY(m_canvas->view.sceneRect().right() > 30000);
     }
 
     void theViewStaysWhereItIsInADragOutAndBack()
     {
-        CanvasFixture canvas;
-        supermodule* block = canvas.drop(103, QPointF(600, 300));
-        const QPointF seen = corner(canvas.view);
-        const QRectF reach = canvas.view.sceneRect();
+        supermodule* block = m_canvas->drop(103, QPointF(600, 300));
+        const QPointF seen = corner(m_canvas->view);
+        const QRectF reach = m_canvas->view.sceneRect();
         const QPointF grip = block->scenePos() + QPointF(30, 30);
-        canvas.press(grip);
+        m_canvas->press(grip);
         for (int y = 300; y > -600; y -= 100) {
-            canvas.move(QPointF(600, y));
-            QCOMPARE(corner(canvas.view), seen);
-            QCOMPARE(canvas.view.sceneRect(), reach);
+            m_canvas->move(QPointF(600, y));
+            QCOMPARE(corner(m_canvas->view), seen);
+            QCOMPARE(m_canvas->view.sceneRect(), reach);
         }
-        canvas.release(QPointF(600, -600));
-        QCOMPARE(corner(canvas.view), seen);
+        m_canvas->release(QPointF(600, -600));
+        QCOMPARE(corner(m_canvas->view), seen);
         // Seen from up there it is dragged back.
-        canvas.view.verticalScrollBar()->setValue(canvas.view.verticalScrollBar()->minimum());
-        QVERIFY(isInSight(canvas.view, block));
-        const QPointF above = corner(canvas.view);
+        m_canvas->view.verticalScrollBar()->setValue(m_canvas->view.verticalScrollBar()->minimum());
+        QVERIFY(isInSight(m_canvas->view, block));
+        const QPointF above = corner(m_canvas->view);
         QVERIFY(above.y() < -400);
-        canvas.drag(block, QPoint(0, 350));
-        QCOMPARE(corner(canvas.view), above);
+        m_canvas->drag(block, QPoint(0, 350));
+        QCOMPARE(corner(m_canvas->view), above);
         // What nothing stands in any longer and nobody sees is out of reach again.
-        canvas.view.deleteModule(block);
-        QCOMPARE(corner(canvas.view), above);
-        canvas.view.centerOn(500, 300);
-        canvas.drop(103, QPointF(600, 300));
-        QCOMPARE(canvas.view.sceneRect(), reach);
+        m_canvas->view.deleteModule(block);
+        QCOMPARE(corner(m_canvas->view), above);
+        m_canvas->view.centerOn(500, 300);
+        m_canvas->drop(103, QPointF(600, 300));
+        QCOMPARE(m_canvas->view.sceneRect(), reach);
     }
 };
 

@@ -3,6 +3,7 @@
 #include "modules/mainmodule.h"
 #include "modules/supermodule.h"
 #include "support/canvas/canvasfixture.h"
+#include "support/system/datatable.h"
 
 #include <QAbstractButton>
 #include <QtTest>
@@ -57,10 +58,8 @@ class SharpnessTest : public QObject
 private slots:
     void edgesAreSharp_data()
     {
-        QTest::addColumn<Prepare>("prepare");
         // From there to the right, across one edge.
-        QTest::addColumn<QPointF>("from");
-        QTest::addColumn<int>("length");
+        columns<Prepare, QPointF, int>("prepare", "from", "length");
         const auto row = [](const char* p_name, const Prepare& p_prepare, const QPointF& p_from,
                             int p_length) {
             QTest::newRow(p_name) << p_prepare << p_from << p_length;

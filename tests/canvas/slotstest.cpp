@@ -1,7 +1,8 @@
 #include "document/programslots.h"
 #include "modules/documentstate.h"
 #include "modules/mainmodule.h"
-#include "support/canvas/canvasfixture.h"
+#include "modules/moduleregistry.h"
+#include "support/canvas/canvastest.h"
 #include "support/system/paintwatch.h"
 
 #include <QMessageBox>
@@ -25,6 +26,7 @@ subRoot* addSubProgram(CanvasFixture& p_canvas, int p_id)
     auto* root = new subRoot(p_id, QString(), QString(), QStringLiteral("sub"));
     root->createCollisions();
     p_canvas.view.scene()->addItem(root);
+    ModuleRegistry::add(root);
     root->setPos(100, 3000);
     root->ownid = p_id;
     rootModules.append(root);
@@ -32,7 +34,7 @@ subRoot* addSubProgram(CanvasFixture& p_canvas, int p_id)
 }
 } // namespace
 
-class SlotsTest : public QObject
+class SlotsTest : public CanvasTest
 {
     Q_OBJECT
 
@@ -50,7 +52,6 @@ private slots:
 
     void deletingWithTheMainProgramAloneAlwaysAnswersWithTheMessage()
     {
-        CanvasFixture canvas;
         QString title;
         QString text;
         QTimer::singleShot(0, [&] {
@@ -61,8 +62,8 @@ private slots:
                 box->close();
             }
         });
-        const QSignalSpy changes(&canvas.document, &Document::changed);
-        canvas.view.OnDelSub();
+        const QSignalSpy changes(&m_canvas->document, &Document::changed);
+        m_canvas->view.OnDelSub();
         QVERIFY(changes.isEmpty());
         QCOMPARE(title, QStringLiteral("提示"));
         QCOMPARE(text, QStringLiteral("主程序不能删除"));
@@ -71,29 +72,27 @@ private slots:
 
     void newSubProgramAndNewTaskLeaveEverythingAsItWas()
     {
-        CanvasFixture canvas;
-        QSignalSpy updates(&canvas.view, &TzProgramView::moduleUpdateSignal);
-        canvas.view.OnNewSub();
-        canvas.view.OnNewTask();
-        QCOMPARE(rootModules, QList<supermodule*>{canvas.main()});
-        QCOMPARE(taskModules, QList<supermodule*>{canvas.main()});
-        QCOMPARE(canvas.blocks().size(), 1);
+        QSignalSpy updates(&m_canvas->view, &TzProgramView::moduleUpdateSignal);
+        m_canvas->view.OnNewSub();
+        m_canvas->view.OnNewTask();
+        QCOMPARE(rootModules, QList<supermodule*>{m_canvas->main()});
+        QCOMPARE(taskModules, QList<supermodule*>{m_canvas->main()});
+        QCOMPARE(m_canvas->blocks().size(), 1);
         QVERIFY(updates.isEmpty());
     }
 
     void afterTheSwitchToTheMainProgramItsBlocksAreAllVisible()
     {
-        CanvasFixture canvas;
-        canvas.dropBehind(canvas.main(), 103);
-        canvas.drop(101, QPointF(700, 400));
-        canvas.view.OnSwitchProgram(404);
-        for (const supermodule* block : canvas.blocks()) {
+        m_canvas->dropBehind(m_canvas->main(), 103);
+        m_canvas->drop(101, QPointF(700, 400));
+        m_canvas->view.OnSwitchProgram(404);
+        for (const supermodule* block : m_canvas->blocks()) {
             // The main block is a task's root too, and so goes with slot 0.
             QVERIFY(!block->isVisible());
         }
-        QSignalSpy updates(&canvas.view, &TzProgramView::moduleUpdateSignal);
-        canvas.view.OnSwitchProgram(0);
-        for (const supermodule* block : canvas.blocks()) {
+        QSignalSpy updates(&m_canvas->view, &TzProgramView::moduleUpdateSignal);
+        m_canvas->view.OnSwitchProgram(0);
+        for (const supermodule* block : m_canvas->blocks()) {
             QVERIFY(block->isVisible());
         }
         QCOMPARE(updates.size(), 1);
@@ -101,18 +100,17 @@ private slots:
 
     void aSwitchShowsTheSlotsBlocksAlone()
     {
-        CanvasFixture canvas;
-        supermodule* own = canvas.dropBehind(canvas.main(), 103);
-        supermodule* root = addSubProgram(canvas, 405);
-        supermodule* loose = canvas.drop(101, QPointF(700, 400));
+        supermodule* own = m_canvas->dropBehind(m_canvas->main(), 103);
+        supermodule* root = addSubProgram(*m_canvas, 405);
+        supermodule* loose = m_canvas->drop(101, QPointF(700, 400));
         loose->ownid = 405;
-        canvas.view.OnSwitchProgram(405);
+        m_canvas->view.OnSwitchProgram(405);
         QVERIFY(root->isVisible());
         QVERIFY(loose->isVisible());
         QVERIFY(!own->isVisible());
-        QVERIFY(!canvas.main()->isVisible());
-        QVERIFY(canvas.view.generateVisibleCode(1).contains(QStringLiteral("void sub()")));
-        canvas.view.OnSwitchProgram(0);
+        QVERIFY(!m_canvas->main()->isVisible());
+        QVERIFY(m_canvas->view.generateVisibleCode(1).contains(QStringLiteral("void sub()")));
+        m_canvas->view.OnSwitchProgram(0);
         QVERIFY(!root->isVisible());
         QVERIFY(!loose->isVisible());
         QVERIFY(own->isVisible());
@@ -120,60 +118,56 @@ private slots:
 
     void aBlockComesBackIntoItsOwnSlot()
     {
-        CanvasFixture canvas;
-        supermodule* first = canvas.dropBehind(canvas.main(), 103);
-        supermodule* loose = canvas.drop(101, QPointF(700, 400));
-        addSubProgram(canvas, 405);
-        canvas.view.OnSwitchProgram(0);
-        canvas.view.deleteModule(loose);
-        canvas.view.deleteModule(first);
-        canvas.view.OnSwitchProgram(405);
-        canvas.view.undoStack().undo();
-        canvas.view.undoStack().undo();
-        QCOMPARE(canvas.blocks().size(), 4);
-        for (const supermodule* block : canvas.blocks()) {
+        supermodule* first = m_canvas->dropBehind(m_canvas->main(), 103);
+        supermodule* loose = m_canvas->drop(101, QPointF(700, 400));
+        addSubProgram(*m_canvas, 405);
+        m_canvas->view.OnSwitchProgram(0);
+        m_canvas->view.deleteModule(loose);
+        m_canvas->view.deleteModule(first);
+        m_canvas->view.OnSwitchProgram(405);
+        m_canvas->view.undoStack().undo();
+        m_canvas->view.undoStack().undo();
+        QCOMPARE(m_canvas->blocks().size(), 4);
+        for (const supermodule* block : m_canvas->blocks()) {
             QCOMPARE(block->isVisible(), block->id == 405);
         }
-        canvas.view.OnSwitchProgram(0);
-        for (const supermodule* block : canvas.blocks()) {
+        m_canvas->view.OnSwitchProgram(0);
+        for (const supermodule* block : m_canvas->blocks()) {
             QCOMPARE(block->isVisible(), block->id != 405);
         }
     }
 
     void aDeletedSubProgramTakesItsBlocksAndGivesItsNameBack()
     {
-        CanvasFixture canvas;
-        addSubProgram(canvas, 405);
-        canvas.view.updateSubProgramName(405, QString());
-        supermodule* loose = canvas.drop(101, QPointF(700, 400));
+        addSubProgram(*m_canvas, 405);
+        m_canvas->view.updateSubProgramName(405, QString());
+        supermodule* loose = m_canvas->drop(101, QPointF(700, 400));
         loose->ownid = 405;
-        canvas.dropBehind(canvas.main(), 103);
-        canvas.view.OnSwitchProgram(405);
-        canvas.view.OnDelSub();
-        QCOMPARE(rootModules, QList<supermodule*>{canvas.main()});
-        QCOMPARE(canvas.blocks().size(), 2);
+        m_canvas->dropBehind(m_canvas->main(), 103);
+        m_canvas->view.OnSwitchProgram(405);
+        m_canvas->view.OnDelSub();
+        QCOMPARE(rootModules, QList<supermodule*>{m_canvas->main()});
+        QCOMPARE(m_canvas->blocks().size(), 2);
         QCOMPARE(subProgramNames().at(1).second, QStringLiteral("子程序二"));
-        QVERIFY(canvas.main()->isVisible());
+        QVERIFY(m_canvas->main()->isVisible());
     }
 
     void aNameIsStoredAndShownOnItsBlocks()
     {
-        CanvasFixture canvas;
-        supermodule* root = addSubProgram(canvas, 406);
-        canvas.view.updateSubProgramName(406, QStringLiteral("dance"));
+        supermodule* root = addSubProgram(*m_canvas, 406);
+        m_canvas->view.updateSubProgramName(406, QStringLiteral("dance"));
         QCOMPARE(root->text(), QStringLiteral("dance"));
         QCOMPARE(subProgramNames().at(2).second, QStringLiteral("dance"));
-        canvas.view.updateSubProgramName(77, QStringLiteral("nobody"));
-        canvas.view.updateSubProgramName(406, defaultSubProgramName(406));
+        m_canvas->view.updateSubProgramName(77, QStringLiteral("nobody"));
+        m_canvas->view.updateSubProgramName(406, defaultSubProgramName(406));
     }
 
     void aNewCaptionIsPainted()
     {
-        CanvasFixture canvas;
-        supermodule* block = canvas.drop(104, QPointF(500, 300));
-        const PaintWatch watch(*canvas.view.viewport());
+        supermodule* block = m_canvas->drop(104, QPointF(500, 300));
+        const PaintWatch watch(*m_canvas->view.viewport());
         block->setText(QStringLiteral("dance"));
-        QVERIFY(watch.saw(QRect(canvas.at(block->scenePos()), QSize(120, 20))));
+        QVERIFY(watch.saw(QRect(m_canvas->at(block->scenePos()), QSize(120, 20))));
     }
 };
 

@@ -1,5 +1,6 @@
 #include "canvas/canvaszoom.h"
-#include "support/canvas/canvasfixture.h"
+#include "support/canvas/canvastest.h"
+#include "support/system/datatable.h"
 
 #include <QScrollBar>
 #include <QTest>
@@ -32,15 +33,14 @@ QWidget* strip(TzProgramView& p_view)
 }
 } // namespace
 
-class ZoomTest : public QObject
+class ZoomTest : public CanvasTest
 {
     Q_OBJECT
 
 private slots:
     void theScreenScaleFollowsTheScreensWidth_data()
     {
-        QTest::addColumn<int>("width");
-        QTest::addColumn<double>("scale");
+        columns<int, double>("width", "scale");
         QTest::newRow("narrow") << 1024 << 0.5;
         QTest::newRow("1279") << 1279 << 0.5;
         QTest::newRow("1280") << 1280 << 0.5;
@@ -59,60 +59,57 @@ private slots:
 
     void atTheUpperLimitTheFactorIsStoredButNotDrawn()
     {
-        CanvasFixture canvas;
-        canvas.view.zoomView(0);
+        m_canvas->view.zoomView(0);
         for (int i = 0; i < 9; ++i) {
-            canvas.view.zoomView(1);
+            m_canvas->view.zoomView(1);
         }
-        QCOMPARE(canvas.view.zoomFactor(), 1.9);
-        const double drawn = canvas.view.matrix().m11();
+        QCOMPARE(m_canvas->view.zoomFactor(), 1.9);
+        const double drawn = m_canvas->view.matrix().m11();
         QCOMPARE(drawn, 1.9 + TzProgramView::zoomBase());
-        canvas.view.zoomView(1);
-        QCOMPARE(canvas.view.zoomFactor(), 2.0);
-        QCOMPARE(canvas.view.matrix().m11(), drawn);
-        canvas.view.zoomView(1);
-        QCOMPARE(canvas.view.zoomFactor(), 2.0);
-        canvas.view.zoomView(-2);
-        QCOMPARE(canvas.view.zoomFactor(), 1.8);
-        QCOMPARE(canvas.view.matrix().m11(), 1.8 + TzProgramView::zoomBase());
+        m_canvas->view.zoomView(1);
+        QCOMPARE(m_canvas->view.zoomFactor(), 2.0);
+        QCOMPARE(m_canvas->view.matrix().m11(), drawn);
+        m_canvas->view.zoomView(1);
+        QCOMPARE(m_canvas->view.zoomFactor(), 2.0);
+        m_canvas->view.zoomView(-2);
+        QCOMPARE(m_canvas->view.zoomFactor(), 1.8);
+        QCOMPARE(m_canvas->view.matrix().m11(), 1.8 + TzProgramView::zoomBase());
     }
 
     void fiveStepsDownStopAtTheLowerLimit()
     {
-        CanvasFixture canvas;
-        canvas.view.zoomView(0);
+        m_canvas->view.zoomView(0);
         for (int i = 0; i < 5; ++i) {
-            canvas.view.zoomView(-1);
+            m_canvas->view.zoomView(-1);
         }
         // Exactly: a factor a little above would be drawn, on a narrow screen as nothing at all.
-        QVERIFY(canvas.view.zoomFactor() == 0.5);
-        QCOMPARE(canvas.view.matrix().m11(), 0.6 + TzProgramView::zoomBase());
+        QVERIFY(m_canvas->view.zoomFactor() == 0.5);
+        QCOMPARE(m_canvas->view.matrix().m11(), 0.6 + TzProgramView::zoomBase());
     }
 
     void resetGoesBackToOne()
     {
-        CanvasFixture canvas;
-        canvas.view.zoomView(3);
-        canvas.view.zoomView(0);
-        QCOMPARE(canvas.view.zoomFactor(), 1.0);
-        QCOMPARE(canvas.view.matrix().m11(), 1.0 + TzProgramView::zoomBase());
+        m_canvas->view.zoomView(3);
+        m_canvas->view.zoomView(0);
+        QCOMPARE(m_canvas->view.zoomFactor(), 1.0);
+        QCOMPARE(m_canvas->view.matrix().m11(), 1.0 + TzProgramView::zoomBase());
     }
 
     void theWheelOverTheStripScrollsSidewaysAndShowsItForASecond()
     {
-        CanvasFixture canvas;
-        QScrollBar* bar = canvas.view.horizontalScrollBar();
+        QScrollBar* bar = m_canvas->view.horizontalScrollBar();
         bar->setValue(500);
-        const int height = canvas.view.viewport()->height();
-        const int width = canvas.view.viewport()->width();
-        turnWheel(canvas.view, QPointF(200, height - 100), 120);
+        const int height = m_canvas->view.viewport()->height();
+        const int width = m_canvas->view.viewport()->width();
+        turnWheel(m_canvas->view, QPointF(200, height - 100), 120);
         QCOMPARE(bar->value(), 548);
-        turnWheel(canvas.view, QPointF(200, height - 1), -33);
+        turnWheel(m_canvas->view, QPointF(200, height - 1), -33);
         QCOMPARE(bar->value(), 548 - 13);
-        QWidget* area = strip(canvas.view);
+        QWidget* area = strip(m_canvas->view);
         QVERIFY(area && area->isVisible());
         QCOMPARE(area->geometry(), QRect(0, height - 100, width - 100, 100));
-        const auto* timer = canvas.view.findChild<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
+        const auto* timer =
+            m_canvas->view.findChild<QTimer*>(QString(), Qt::FindDirectChildrenOnly);
         QVERIFY(timer && timer->isActive() && timer->isSingleShot());
         QCOMPARE(timer->interval(), 1000);
         QTRY_VERIFY_WITH_TIMEOUT(!area->isVisible(), 5000);
@@ -120,57 +117,54 @@ private slots:
 
     void theWheelOverTheStripsRightEndIsANormalWheel()
     {
-        CanvasFixture canvas;
-        canvas.view.horizontalScrollBar()->setValue(500);
-        canvas.view.verticalScrollBar()->setValue(500);
-        const QSize size = canvas.view.viewport()->size();
-        turnWheel(canvas.view, QPointF(size.width() - 100, size.height() - 50), -120);
-        QCOMPARE(canvas.view.horizontalScrollBar()->value(), 500);
-        QVERIFY(canvas.view.verticalScrollBar()->value() > 500);
-        QVERIFY(!strip(canvas.view)->isVisible());
-        const int before = canvas.view.verticalScrollBar()->value();
-        turnWheel(canvas.view, QPointF(200, size.height() - 101), -120);
-        QVERIFY(canvas.view.verticalScrollBar()->value() > before);
-        QVERIFY(!strip(canvas.view)->isVisible());
+        m_canvas->view.horizontalScrollBar()->setValue(500);
+        m_canvas->view.verticalScrollBar()->setValue(500);
+        const QSize size = m_canvas->view.viewport()->size();
+        turnWheel(m_canvas->view, QPointF(size.width() - 100, size.height() - 50), -120);
+        QCOMPARE(m_canvas->view.horizontalScrollBar()->value(), 500);
+        QVERIFY(m_canvas->view.verticalScrollBar()->value() > 500);
+        QVERIFY(!strip(m_canvas->view)->isVisible());
+        const int before = m_canvas->view.verticalScrollBar()->value();
+        turnWheel(m_canvas->view, QPointF(200, size.height() - 101), -120);
+        QVERIFY(m_canvas->view.verticalScrollBar()->value() > before);
+        QVERIFY(!strip(m_canvas->view)->isVisible());
     }
 
     void theLogoStaysInTheMiddleOfTheView()
     {
-        CanvasFixture canvas;
-        const QGraphicsItem& logo = canvas.document.scene().logo();
+        const QGraphicsItem& logo = m_canvas->document.scene().logo();
         const auto offMiddle = [&] {
             QCoreApplication::processEvents();
-            const QPoint at = canvas.view.mapFromScene(logo.sceneBoundingRect().center());
-            return (at - canvas.view.viewport()->rect().center()).manhattanLength();
+            const QPoint at = m_canvas->view.mapFromScene(logo.sceneBoundingRect().center());
+            return (at - m_canvas->view.viewport()->rect().center()).manhattanLength();
         };
         QVERIFY(offMiddle() <= 2);
-        canvas.view.horizontalScrollBar()->setValue(700);
-        canvas.view.verticalScrollBar()->setValue(300);
+        m_canvas->view.horizontalScrollBar()->setValue(700);
+        m_canvas->view.verticalScrollBar()->setValue(300);
         QVERIFY(offMiddle() <= 2);
-        canvas.view.zoomView(3);
+        m_canvas->view.zoomView(3);
         QVERIFY(offMiddle() <= 2);
-        canvas.view.resize(700, 400);
+        m_canvas->view.resize(700, 400);
         QVERIFY(offMiddle() <= 2);
     }
 
     void aWheelTurnedSidewaysScrollsSideways()
     {
-        CanvasFixture canvas;
-        QScrollBar* across = canvas.view.horizontalScrollBar();
-        QScrollBar* down = canvas.view.verticalScrollBar();
+        QScrollBar* across = m_canvas->view.horizontalScrollBar();
+        QScrollBar* down = m_canvas->view.verticalScrollBar();
         across->setValue(500);
         down->setValue(500);
-        const QSize size = canvas.view.viewport()->size();
-        turnWheel(canvas.view, QPointF(200, 200), QPoint(-120, 0));
+        const QSize size = m_canvas->view.viewport()->size();
+        turnWheel(m_canvas->view, QPointF(200, 200), QPoint(-120, 0));
         const int further = across->value();
         QVERIFY(further > 500);
-        QVERIFY(!strip(canvas.view)->isVisible());
-        turnWheel(canvas.view, QPointF(200, 200), QPoint(120, 0));
+        QVERIFY(!strip(m_canvas->view)->isVisible());
+        turnWheel(m_canvas->view, QPointF(200, 200), QPoint(120, 0));
         QCOMPARE(across->value(), 500);
         // The strip goes by the amount alone, whichever way the wheel is turned.
-        turnWheel(canvas.view, QPointF(200, size.height() - 50), QPoint(120, 0));
+        turnWheel(m_canvas->view, QPointF(200, size.height() - 50), QPoint(120, 0));
         QCOMPARE(across->value(), 548);
-        QVERIFY(strip(canvas.view)->isVisible());
+        QVERIFY(strip(m_canvas->view)->isVisible());
         QCOMPARE(down->value(), 500);
     }
 };

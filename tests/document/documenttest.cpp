@@ -12,6 +12,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <optional>
+
 namespace
 {
 class Name : public ProgramNameHolder
@@ -73,20 +75,17 @@ class DocumentTest : public QObject
 private slots:
     void aNewOneHoldsItsMainBlockAloneAndIsTheOneRoot()
     {
-        const Document document;
-        QCOMPARE(rootModules, QList<supermodule*>{document.mainBlock()});
-        QCOMPARE(taskModules, QList<supermodule*>{document.mainBlock()});
-        QCOMPARE(document.mainBlock()->moduleKey, 1);
-        QCOMPARE(moduleMap.value(1), static_cast<supermodule*>(document.mainBlock()));
-        QVERIFY(document.mainBlock()->flags() & QGraphicsItem::ItemIsMovable);
+        QCOMPARE(rootModules, QList<supermodule*>{m_document->mainBlock()});
+        QCOMPARE(taskModules, QList<supermodule*>{m_document->mainBlock()});
+        QCOMPARE(m_document->mainBlock()->moduleKey, 1);
+        QCOMPARE(moduleMap.value(1), static_cast<supermodule*>(m_document->mainBlock()));
+        QVERIFY(m_document->mainBlock()->flags() & QGraphicsItem::ItemIsMovable);
     }
 
     void itLeavesNothingProcessWideBehind()
     {
-        {
-            Document document;
-            put(document, 104, QPointF(700, 300));
-        }
+        put(*m_document, 104, QPointF(700, 300));
+        m_document.reset();
         QVERIFY(rootModules.isEmpty());
         QVERIFY(taskModules.isEmpty());
         QVERIFY(moduleMap.isEmpty());
@@ -97,33 +96,32 @@ private slots:
     void whatIsSavedOpensAgain()
     {
         Name name;
-        Document document;
-        document.setProgramNameHolder(&name);
-        document.mainBlock()->insert(NextLink, put(document, 103, QPointF()));
-        put(document, 801, QPointF(700, 400));
-        document.actions().page(3)->nextPage = 7;
-        document.actions().setModified(true);
-        document.setModified(true);
-        Notices notices(document);
-        QVERIFY(document.save(path()));
-        QVERIFY(!document.isModified());
-        QVERIFY(!document.actions().isModified());
+        m_document->setProgramNameHolder(&name);
+        m_document->mainBlock()->insert(NextLink, put(*m_document, 103, QPointF()));
+        put(*m_document, 801, QPointF(700, 400));
+        m_document->actions().page(3)->nextPage = 7;
+        m_document->actions().setModified(true);
+        m_document->setModified(true);
+        Notices notices(*m_document);
+        QVERIFY(m_document->save(path()));
+        QVERIFY(!m_document->isModified());
+        QVERIFY(!m_document->actions().isModified());
         QCOMPARE(notices.take(), (Kinds{DocumentChange::Preparing, DocumentChange::RecentFiles}));
 
-        document.startAnew();
+        m_document->startAnew();
         name.setProgramName(QStringLiteral("other"));
-        QVERIFY(!document.mainBlock()->next());
-        QCOMPARE(rootBlocks(document.scene()).size(), 1);
-        QCOMPARE(int(document.actions().page(3)->nextPage), 0);
-        document.setModified(true);
+        QVERIFY(!m_document->mainBlock()->next());
+        QCOMPARE(rootBlocks(m_document->scene()).size(), 1);
+        QCOMPARE(int(m_document->actions().page(3)->nextPage), 0);
+        m_document->setModified(true);
         notices.take();
-        QCOMPARE(document.open(path()), int(ProjectOpened));
-        QVERIFY(!document.isModified());
-        QCOMPARE(ids(document.mainBlock()), (QList<int>{0, 103}));
-        QCOMPARE(rootBlocks(document.scene()).size(), 2);
-        QCOMPARE(rootBlocks(document.scene()).first()->pos(), QPointF(700, 400));
-        QCOMPARE(rootBlocks(document.scene()).first()->opacity(), 0.5);
-        QCOMPARE(int(document.actions().page(3)->nextPage), 7);
+        QCOMPARE(m_document->open(path()), int(ProjectOpened));
+        QVERIFY(!m_document->isModified());
+        QCOMPARE(ids(m_document->mainBlock()), (QList<int>{0, 103}));
+        QCOMPARE(rootBlocks(m_document->scene()).size(), 2);
+        QCOMPARE(rootBlocks(m_document->scene()).first()->pos(), QPointF(700, 400));
+        QCOMPARE(rootBlocks(m_document->scene()).first()->opacity(), 0.5);
+        QCOMPARE(int(m_document->actions().page(3)->nextPage), 7);
         QCOMPARE(name.programName(), QStringLiteral("RunA"));
         QCOMPARE(notices.take(), (Kinds{DocumentChange::Removing, DocumentChange::SlotShown,
                                         DocumentChange::RecentFiles}));
@@ -131,36 +129,33 @@ private slots:
 
     void aFileThatCannotBeOpenedLeavesItAsItIs()
     {
-        Document document;
-        document.mainBlock()->insert(NextLink, put(document, 103, QPointF()));
-        document.setModified(true);
-        Notices notices(document);
-        QCOMPARE(document.open(path("none.tlrx")), int(ProjectMissing));
+        m_document->mainBlock()->insert(NextLink, put(*m_document, 103, QPointF()));
+        m_document->setModified(true);
+        Notices notices(*m_document);
+        QCOMPARE(m_document->open(path("none.tlrx")), int(ProjectMissing));
         QFile broken(path("broken.tlrx"));
         QVERIFY(broken.open(QIODevice::WriteOnly) && broken.write("<vantrel>") > 0);
         broken.close();
-        QCOMPARE(document.open(broken.fileName()), int(ProjectUnreadable));
-        QCOMPARE(ids(document.mainBlock()), (QList<int>{0, 103}));
-        QVERIFY(document.isModified());
+        QCOMPARE(m_document->open(broken.fileName()), int(ProjectUnreadable));
+        QCOMPARE(ids(m_document->mainBlock()), (QList<int>{0, 103}));
+        QVERIFY(m_document->isModified());
         QVERIFY(notices.take().isEmpty());
     }
 
     void aSaveThatFailsLeavesItModified()
     {
-        Document document;
-        document.setModified(true);
-        document.actions().setModified(true);
-        QVERIFY(!document.save(path("no/such/folder/a.tlrx")));
-        QVERIFY(document.isModified());
-        QVERIFY(document.actions().isModified());
+        m_document->setModified(true);
+        m_document->actions().setModified(true);
+        QVERIFY(!m_document->save(path("no/such/folder/a.tlrx")));
+        QVERIFY(m_document->isModified());
+        QVERIFY(m_document->actions().isModified());
     }
 
     void aSaveWithAnotherTailLeavesItModified()
     {
-        Document document;
-        document.setModified(true);
-        QVERIFY(document.save(path(), "tail"));
-        QVERIFY(document.isModified());
+        m_document->setModified(true);
+        QVERIFY(m_document->save(path(), "tail"));
+        QVERIFY(m_document->isModified());
         QFile file(path());
         QVERIFY(file.open(QIODevice::ReadOnly));
         QVERIFY(file.readAll().endsWith("</vantrel>\ntail"));
@@ -168,132 +163,124 @@ private slots:
 
     void theTemporarySaveHoldsBlocksWithoutParentAlone()
     {
-        Document document;
-        document.mainBlock()->insert(NextLink, put(document, 103, QPointF()));
-        Notices notices(document);
-        QVERIFY(document.saveTemporary(path(), QByteArray()));
+        m_document->mainBlock()->insert(NextLink, put(*m_document, 103, QPointF()));
+        Notices notices(*m_document);
+        QVERIFY(m_document->saveTemporary(path(), QByteArray()));
         QCOMPARE(notices.take(), Kinds{DocumentChange::Preparing});
-        QCOMPARE(document.open(path()), int(ProjectOpened));
-        QVERIFY(!document.mainBlock()->next());
+        QCOMPARE(m_document->open(path()), int(ProjectOpened));
+        QVERIFY(!m_document->mainBlock()->next());
     }
 
     void aNewProjectClearsActionsThatWereNeeded()
     {
-        Document untouched;
-        untouched.startAnew();
-        QCOMPARE(int(untouched.actions().step(0, 0)->runTime), 50);
-        untouched.startAnew();
-        QCOMPARE(int(untouched.actions().step(0, 0)->runTime), 100);
+        m_document->startAnew();
+        QCOMPARE(int(m_document->actions().step(0, 0)->runTime), 50);
+        m_document->startAnew();
+        QCOMPARE(int(m_document->actions().step(0, 0)->runTime), 100);
     }
 
     void aDeletionAndItsUndoSayWhatTheyDo()
     {
-        Document document;
-        supermodule* first = put(document, 104, QPointF());
-        document.mainBlock()->insert(NextLink, first);
-        first->insert(NextLink, put(document, 105, QPointF()));
-        Notices notices(document);
-        document.setModified(false);
-        document.deleteModule(first, ModulePlace::of(first));
-        QCOMPARE(ids(document.mainBlock()), QList<int>{0});
-        QVERIFY(document.isModified());
+        supermodule* first = put(*m_document, 104, QPointF());
+        m_document->mainBlock()->insert(NextLink, first);
+        first->insert(NextLink, put(*m_document, 105, QPointF()));
+        Notices notices(*m_document);
+        m_document->setModified(false);
+        m_document->deleteModule(first, ModulePlace::of(first));
+        QCOMPARE(ids(m_document->mainBlock()), QList<int>{0});
+        QVERIFY(m_document->isModified());
         QCOMPARE(notices.take(), (Kinds{DocumentChange::Preparing, DocumentChange::Removing,
                                         DocumentChange::Content}));
-        document.setModified(false);
-        document.undoStack().undo();
-        QCOMPARE(ids(document.mainBlock()), (QList<int>{0, 104, 105}));
-        QVERIFY(document.isModified());
+        m_document->setModified(false);
+        m_document->undoStack().undo();
+        QCOMPARE(ids(m_document->mainBlock()), (QList<int>{0, 104, 105}));
+        QVERIFY(m_document->isModified());
         QCOMPARE(notices.take(), (Kinds{DocumentChange::Preparing, DocumentChange::Content}));
-        document.undoStack().redo();
-        QCOMPARE(ids(document.mainBlock()), QList<int>{0});
+        m_document->undoStack().redo();
+        QCOMPARE(ids(m_document->mainBlock()), QList<int>{0});
         QCOMPARE(notices.take(), (Kinds{DocumentChange::Preparing, DocumentChange::Removing,
                                         DocumentChange::Content}));
     }
 
     void aNewProjectHasNothingToUndoAndNothingModified()
     {
-        Document document;
-        document.setFirstPlace(QPointF(30, 40));
-        document.addModule(700, 500, 103);
-        document.mainBlock()->setPos(500, 600);
-        document.actions().setModified(true);
-        document.setModified(true);
-        document.startAnew();
-        QVERIFY(!document.undoStack().canUndo());
-        QVERIFY(!document.isModified());
-        QVERIFY(!document.actions().isModified());
-        QCOMPARE(document.mainBlock()->pos(), QPointF(30, 40));
-        QCOMPARE(rootBlocks(document.scene()).size(), 1);
+        m_document->setFirstPlace(QPointF(30, 40));
+        m_document->addModule(700, 500, 103);
+        m_document->mainBlock()->setPos(500, 600);
+        m_document->actions().setModified(true);
+        m_document->setModified(true);
+        m_document->startAnew();
+        QVERIFY(!m_document->undoStack().canUndo());
+        QVERIFY(!m_document->isModified());
+        QVERIFY(!m_document->actions().isModified());
+        QCOMPARE(m_document->mainBlock()->pos(), QPointF(30, 40));
+        QCOMPARE(rootBlocks(m_document->scene()).size(), 1);
     }
 
     void theMainBlockIsNotDeleted()
     {
-        Document document;
-        document.deleteModule(document.mainBlock(), ModulePlace::of(document.mainBlock()));
-        document.deleteModule(nullptr, ModulePlace());
-        QCOMPARE(document.undoStack().count(), 0);
-        QCOMPARE(rootBlocks(document.scene()).size(), 1);
+        m_document->deleteModule(m_document->mainBlock(), ModulePlace::of(m_document->mainBlock()));
+        m_document->deleteModule(nullptr, ModulePlace());
+        QCOMPARE(m_document->undoStack().count(), 0);
+        QCOMPARE(rootBlocks(m_document->scene()).size(), 1);
     }
 
     void whatIsCopiedIsPastedAndTakenOutAgain()
     {
-        Document document;
-        supermodule* first = put(document, 301, QPointF(700, 400));
-        first->insert(LeftLink, put(document, 104, QPointF()));
-        first->insert(NextLink, put(document, 105, QPointF()));
+        supermodule* first = put(*m_document, 301, QPointF(700, 400));
+        first->insert(LeftLink, put(*m_document, 104, QPointF()));
+        first->insert(NextLink, put(*m_document, 105, QPointF()));
         const QString text = Document::clipboardText(first);
-        document.paste(text, 900, 100);
-        QCOMPARE(rootBlocks(document.scene()).size(), 3);
-        supermodule* pasted = rootBlocks(document.scene()).first();
+        m_document->paste(text, 900, 100);
+        QCOMPARE(rootBlocks(m_document->scene()).size(), 3);
+        supermodule* pasted = rootBlocks(m_document->scene()).first();
         QCOMPARE(pasted->pos(), QPointF(900, 100));
         QCOMPARE(ids(pasted), (QList<int>{301, 105}));
         QCOMPARE(ids(pasted->left()), QList<int>{104});
-        QVERIFY(document.isModified());
-        document.setModified(false);
-        Notices notices(document);
-        document.undoStack().undo();
-        QCOMPARE(rootBlocks(document.scene()).size(), 2);
-        QVERIFY(document.isModified());
+        QVERIFY(m_document->isModified());
+        m_document->setModified(false);
+        Notices notices(*m_document);
+        m_document->undoStack().undo();
+        QCOMPARE(rootBlocks(m_document->scene()).size(), 2);
+        QVERIFY(m_document->isModified());
         QCOMPARE(notices.take(), (Kinds{DocumentChange::Preparing, DocumentChange::Removing,
                                         DocumentChange::Content}));
-        document.setModified(false);
-        document.undoStack().redo();
-        QCOMPARE(rootBlocks(document.scene()).size(), 3);
-        QVERIFY(document.isModified());
+        m_document->setModified(false);
+        m_document->undoStack().redo();
+        QCOMPARE(rootBlocks(m_document->scene()).size(), 3);
+        QVERIFY(m_document->isModified());
         QCOMPARE(notices.take(), (Kinds{DocumentChange::Preparing, DocumentChange::Content}));
         // Whatever comes of it.
-        document.setModified(false);
-        document.paste(Document::clipboardText(nullptr), 0, 0);
-        QCOMPARE(rootBlocks(document.scene()).size(), 3);
-        QVERIFY(document.isModified());
+        m_document->setModified(false);
+        m_document->paste(Document::clipboardText(nullptr), 0, 0);
+        QCOMPARE(rootBlocks(m_document->scene()).size(), 3);
+        QVERIFY(m_document->isModified());
     }
 
     void anAddedBlockIsLinkedWhereItLiesAndUndone()
     {
-        Document document;
-        document.mainBlock()->setPos(100, 200);
-        Notices notices(document);
-        document.addModule(310, 210, 103);
-        QCOMPARE(ids(document.mainBlock()), (QList<int>{0, 103}));
+        m_document->mainBlock()->setPos(100, 200);
+        Notices notices(*m_document);
+        m_document->addModule(310, 210, 103);
+        QCOMPARE(ids(m_document->mainBlock()), (QList<int>{0, 103}));
         QCOMPARE(notices.take(), (Kinds{DocumentChange::Preparing, DocumentChange::Content}));
-        document.undoStack().undo();
-        QVERIFY(!document.mainBlock()->next());
-        QCOMPARE(rootBlocks(document.scene()).size(), 1);
+        m_document->undoStack().undo();
+        QVERIFY(!m_document->mainBlock()->next());
+        QCOMPARE(rootBlocks(m_document->scene()).size(), 1);
         QCOMPARE(notices.take(), (Kinds{DocumentChange::Preparing, DocumentChange::Removing,
                                         DocumentChange::Content}));
-        document.undoStack().redo();
-        QCOMPARE(ids(document.mainBlock()), (QList<int>{0, 103}));
+        m_document->undoStack().redo();
+        QCOMPARE(ids(m_document->mainBlock()), (QList<int>{0, 103}));
         QCOMPARE(notices.take(), (Kinds{DocumentChange::Preparing, DocumentChange::Content}));
     }
 
     void anAddedBlockBelongsToTheSlotThatIsShown()
     {
-        Document document;
         // A slot has the type of its root.
-        rootModules.append(put(document, 103, QPointF(100, 3000)));
+        rootModules.append(put(*m_document, 103, QPointF(100, 3000)));
         for (const int slot : {103, 0}) {
-            document.showSlot(slot);
-            document.addModule(700, 500, 104);
+            m_document->showSlot(slot);
+            m_document->addModule(700, 500, 104);
             QCOMPARE(moduleMap.last()->ownid, slot);
             QVERIFY(moduleMap.last()->isVisible());
         }
@@ -301,48 +288,50 @@ private slots:
 
     void aSlotShowsItsOwnBlocksAlone()
     {
-        Document document;
-        supermodule* other = put(document, 103, QPointF(700, 400));
+        supermodule* other = put(*m_document, 103, QPointF(700, 400));
         other->ownid = 405;
-        Notices notices(document);
-        document.showSlot(405);
+        Notices notices(*m_document);
+        m_document->showSlot(405);
         QVERIFY(other->isVisible());
-        QVERIFY(!document.mainBlock()->isVisible());
-        document.showSlot(0);
+        QVERIFY(!m_document->mainBlock()->isVisible());
+        m_document->showSlot(0);
         QVERIFY(!other->isVisible());
-        QVERIFY(document.mainBlock()->isVisible());
+        QVERIFY(m_document->mainBlock()->isVisible());
         QCOMPARE(notices.take(), (Kinds{DocumentChange::SlotShown, DocumentChange::SlotShown}));
     }
 
     void whatIsSavedOrOpenedComesFirstInTheRecentList()
     {
         recentFiles.clear();
-        Document document;
         const QString first = path("first.tlrx");
         const QString second = path("second.tlrx");
-        QVERIFY(document.save(first));
-        QVERIFY(document.save(second));
+        QVERIFY(m_document->save(first));
+        QVERIFY(m_document->save(second));
         QCOMPARE(recentFiles, (QStringList{second, first}));
-        QCOMPARE(document.open(first), int(ProjectOpened));
+        QCOMPARE(m_document->open(first), int(ProjectOpened));
         QCOMPARE(recentFiles, (QStringList{first, second}));
-        QVERIFY(document.save(second));
+        QVERIFY(m_document->save(second));
         QCOMPARE(recentFiles, (QStringList{second, first}));
         // The temporary one, and what fails, is none to come back to.
-        QVERIFY(document.saveTemporary(path("temp.tlrx"), QByteArray()));
-        QVERIFY(!document.save(path("no/such/folder/a.tlrx")));
+        QVERIFY(m_document->saveTemporary(path("temp.tlrx"), QByteArray()));
+        QVERIFY(!m_document->save(path("no/such/folder/a.tlrx")));
         QCOMPARE(recentFiles, (QStringList{second, first}));
     }
 
     void aPathLeavesTheRecentListWithANotice()
     {
-        Document document;
-        QVERIFY(document.save(path()));
-        Notices notices(document);
-        document.forgetRecentFile(path());
+        QVERIFY(m_document->save(path()));
+        Notices notices(*m_document);
+        m_document->forgetRecentFile(path());
         QCOMPARE(notices.take(), Kinds{DocumentChange::RecentFiles});
     }
 
-    void cleanup() { setDocumentModified(false); }
+    void init() { m_document.emplace(); }
+    void cleanup()
+    {
+        m_document.reset();
+        setDocumentModified(false);
+    }
 
 private:
     QString path(const char* p_name = "a.tlrx") const
@@ -351,6 +340,7 @@ private:
     }
 
     QTemporaryDir m_folder;
+    std::optional<Document> m_document;
 };
 
 QTEST_MAIN(DocumentTest)

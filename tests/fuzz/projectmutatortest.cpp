@@ -2,7 +2,6 @@
 #include "project/projectfile.h"
 
 #include <QDir>
-#include <QDomDocument>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -74,27 +73,26 @@ private slots:
     }
 
 private:
-    QByteArray example() const;
-    int open(const QByteArray& p_text) const;
+    QByteArray example() const
+    {
+        QFile file(
+            QDir(QStringLiteral(CORPUS_DIR)).filePath(QStringLiteral("example-square.tlrx")));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    int open(const QByteArray& p_text) const
+    {
+        QFile file(m_dir.filePath(QStringLiteral("a.tlrx")));
+        if (!file.open(QIODevice::WriteOnly) || file.write(p_text) != p_text.size()) {
+            return -1;
+        }
+        file.close();
+        ProjectContent project;
+        return readProject(file.fileName(), project);
+    }
+
     QTemporaryDir m_dir;
 };
-
-QByteArray ProjectMutatorTest::example() const
-{
-    QFile file(QDir(QStringLiteral(CORPUS_DIR)).filePath(QStringLiteral("example-square.tlrx")));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-int ProjectMutatorTest::open(const QByteArray& p_text) const
-{
-    QFile file(m_dir.filePath(QStringLiteral("a.tlrx")));
-    if (!file.open(QIODevice::WriteOnly) || file.write(p_text) != p_text.size()) {
-        return -1;
-    }
-    file.close();
-    ProjectContent project;
-    return readProject(file.fileName(), project);
-}
 
 QTEST_MAIN(ProjectMutatorTest)
 #include "projectmutatortest.moc"

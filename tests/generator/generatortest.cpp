@@ -3,12 +3,11 @@
 #include "modules/documentstate.h"
 #include "modules/mainmodule.h"
 #include "support/canvas/canvasfixture.h"
+#include "support/system/datatable.h"
+#include "support/system/fixturetest.h"
 #include "text/bracestoindent.h"
 #include "text/variables.h"
 
-#include <QApplication>
-#include <QDir>
-#include <QFile>
 #include <QtTest>
 
 namespace
@@ -17,8 +16,12 @@ namespace
 class writingBlock : public supermodule
 {
 public:
-    explicit writingBlock(const QString& p_c, const QString& p_python = QString())
-        : supermodule(1000, QString(), QString(), QString()), m_c(p_c), m_python(p_python)
+    explicit writingBlock(const QString& p_c, const QString& p_python = QString(),
+                          const QVector<QPair<uint32_t, int>>& p_names = {})
+        : supermodule(1000, QString(), QString(), QString()),
+          names(p_names),
+          m_c(p_c),
+          m_python(p_python)
     {
     }
     QString cCode() const override
@@ -82,166 +85,112 @@ private:
     QList<supermodule*> m_owned;
 };
 
-/** Lines with the number of blanks before them, as they are laid down. */
-struct Line {
-    int blanks;
-    const char* text;
-};
+const QString s_head = QStringLiteral("#include \"vantrel.h\"\n");
 
-QString joined(std::initializer_list<Line> p_lines)
+/** A C text with what stands before the main program, in it behind its speeds, and behind it. */
+QString program(const char* p_before, const char* p_main, const char* p_behind = "")
 {
-    QString text;
-    for (const Line& line : p_lines) {
-        text += QString(line.blanks, QLatin1Char(' ')) + QString::fromUtf8(line.text) +
-                QLatin1Char('\n');
-    }
-    return text;
+    return s_head + p_before + "void user_main()\n{\n" +
+           "      int speed1 = 50,speed2 = 50,speed3 = 50, speed4 = 50;\n" + p_main + "}\n" +
+           p_behind;
 }
-
-const Line s_include = {0, "#include \"vantrel.h\""};
-const Line s_main = {0, "void user_main()"};
-const Line s_open = {0, "{"};
-const Line s_speeds = {6, "int speed1 = 50,speed2 = 50,speed3 = 50, speed4 = 50;"};
-const Line s_close = {0, "}"};
 } // namespace
 
-class GeneratorTest : public QObject
+class GeneratorTest : public FixtureTest<HandMade>
 {
     Q_OBJECT
 
 private slots:
     void anEmptyProjectIsJustItsFrame()
     {
-        const HandMade document;
-        const QString expected = joined({s_include, s_main, s_open, s_speeds, s_close});
+        const QString expected = program("", "");
         QCOMPARE(generateProjectCode(CCode), expected);
         QCOMPARE(generateVisibleCode(CCode), expected);
     }
 
     void theWorkedExampleComesOutLineByLine()
     {
-        HandMade document;
-        HandMade::add(document.root, 100)->setParamIndex(0);
-        supermodule* endless = HandMade::add(document.root, 303);
+        m_bench->add(m_bench->root, 100)->setParamIndex(0);
+        supermodule* endless = m_bench->add(m_bench->root, 303);
         endless->setLeftModule(createModuleFromId(103));
         // It uses the variable and says nothing.
-        auto* user = new writingBlock(QString());
-        user->names = {{0x1, 0}};
+        auto* user = new writingBlock(QString(), QString(), {{0x1, 0}});
         endless->left()->appendModule(user);
-        supermodule* task = document.chain();
-        HandMade::add(task, 101);
+        supermodule* task = m_bench->chain();
+        m_bench->add(task, 101);
         taskModules.insert(1, task);
-        const QString expected = joined({s_include,
-                                         {0, "int gi_1 = 0;"},
-                                         s_main,
-                                         s_open,
-                                         s_speeds,
-                                         {6, "speed1 = 30;"},
-                                         {6, "speed2 = 30;"},
-                                         {6, "speed3 = 30;"},
-                                         {6, "speed4 = 30;"},
-                                         {6, "while(1)"},
-                                         {6, "{"},
-                                         {6, "set_motor(1, speed1);set_motor(2, -speed2);}"},
-                                         s_close,
-                                         {0, "void user_task1()"},
-                                         {0, "{"},
-                                         {6, "wait(1);"},
-                                         {0, "}"}});
+        const QString expected =
+            program("int gi_1 = 0;\n",
+                    "      speed1 = 30;\n      speed2 = 30;\n      speed3 = 30;\n"
+                    "      speed4 = 30;\n      while(1)\n      {\n"
+                    "      set_motor(1, speed1);set_motor(2, -speed2);}\n",
+                    "void user_task1()\n{\n      wait(1);\n}\n");
         QCOMPARE(generateProjectCode(CCode), expected);
         QCOMPARE(generateVisibleCode(CCode), expected);
     }
 
     void everyFragmentFollowsTheOneBeforeWithoutASeparator()
     {
-        HandMade document;
-        HandMade::add(document.root, new writingBlock(QStringLiteral("a;")));
-        HandMade::add(document.root, new writingBlock(QStringLiteral("b;\n")));
-        HandMade::add(document.root, new writingBlock(QStringLiteral("\nc;")));
-        HandMade::add(document.root, new writingBlock(QStringLiteral("d;")));
-        QCOMPARE(generateProjectCode(CCode),
-                 joined({s_include, s_main, s_open, s_speeds, {6, "a;b;"}, {6, "c;d;"}, s_close}));
+        m_bench->add(m_bench->root, new writingBlock(QStringLiteral("a;")));
+        m_bench->add(m_bench->root, new writingBlock(QStringLiteral("b;\n")));
+        m_bench->add(m_bench->root, new writingBlock(QStringLiteral("\nc;")));
+        m_bench->add(m_bench->root, new writingBlock(QStringLiteral("d;")));
+        QCOMPARE(generateProjectCode(CCode), program("", "      a;b;\n      c;d;\n"));
     }
 
     void looseChainsAreNotInTheText()
     {
-        HandMade document;
-        supermodule* loose = document.chain(createModuleFromId(103));
-        HandMade::add(loose, 105);
-        QCOMPARE(generateProjectCode(CCode),
-                 joined({s_include, s_main, s_open, s_speeds, s_close}));
+        supermodule* loose = m_bench->chain(createModuleFromId(103));
+        m_bench->add(loose, 105);
+        QCOMPARE(generateProjectCode(CCode), program("", ""));
     }
 
     void withNoVariableThereIsNoDeclaration()
     {
-        HandMade document;
-        HandMade::add(document.root, 103);
+        m_bench->add(m_bench->root, 103);
         QVERIFY(generateProjectCode(CCode).startsWith(
             QStringLiteral("#include \"vantrel.h\"\nvoid user_main()\n")));
     }
 
     void aVariableCountedTwiceIsDeclaredOnce()
     {
-        HandMade document;
-        auto* user = new writingBlock(QStringLiteral("a;\n"));
-        user->names = {{0x1, 2}, {0x1, 2}};
-        HandMade::add(document.root, user);
-        QCOMPARE(
-            generateProjectCode(CCode),
-            joined(
-                {s_include, {0, "int gi_3 = 0;"}, s_main, s_open, s_speeds, {6, "a;"}, s_close}));
+        auto* user = new writingBlock(QStringLiteral("a;\n"), QString(), {{0x1, 2}, {0x1, 2}});
+        m_bench->add(m_bench->root, user);
+        QCOMPARE(generateProjectCode(CCode), program("int gi_3 = 0;\n", "      a;\n"));
     }
 
     void aVariableOfATaskAloneIsDeclared()
     {
-        HandMade document;
-        supermodule* task = document.chain();
-        auto* user = new writingBlock(QStringLiteral("t;\n"));
-        user->names = {{0x2, 9}};
-        HandMade::add(task, user);
+        supermodule* task = m_bench->chain();
+        auto* user = new writingBlock(QStringLiteral("t;\n"), QString(), {{0x2, 9}});
+        m_bench->add(task, user);
         taskModules.append(task);
-        const QString expected = joined({s_include,
-                                         {0, "float gf_10 = 0;"},
-                                         s_main,
-                                         s_open,
-                                         s_speeds,
-                                         s_close,
-                                         {0, "void user_task1()"},
-                                         {0, "{"},
-                                         {6, "t;"},
-                                         {0, "}"}});
+        const QString expected =
+            program("float gf_10 = 0;\n", "", "void user_task1()\n{\n      t;\n}\n");
         QCOMPARE(generateProjectCode(CCode), expected);
         QCOMPARE(generateVisibleCode(CCode), expected);
     }
 
     void declarationsOfAllKindsStandBetweenHeadAndProgram()
     {
-        HandMade document;
-        auto* user = new writingBlock(QStringLiteral("a;\n"));
-        user->names = {{0x20000, 0}, {0x20, 1}, {0x2000000, 0}, {0x2000, 0}, {0x20, 0}};
-        HandMade::add(document.root, user);
-        QCOMPARE(generateProjectCode(CCode), joined({s_include,
-                                                     {0, "int button_1 = 0;"},
-                                                     {0, "int button_2 = 0;"},
-                                                     {0, "float time_1 = 0;"},
-                                                     {0, "int image_1 = 0;"},
-                                                     s_main,
-                                                     s_open,
-                                                     s_speeds,
-                                                     {6, "a;"},
-                                                     s_close}));
+        auto* user =
+            new writingBlock(QStringLiteral("a;\n"), QString(),
+                             {{0x20000, 0}, {0x20, 1}, {0x2000000, 0}, {0x2000, 0}, {0x20, 0}});
+        m_bench->add(m_bench->root, user);
+        QCOMPARE(
+            generateProjectCode(CCode),
+            program("int button_1 = 0;\nint button_2 = 0;\nfloat time_1 = 0;\nint image_1 = 0;\n",
+                    "      a;\n"));
     }
 
     void eachTextCountsItsVariablesAnew()
     {
-        HandMade document;
-        auto* user = new writingBlock(QStringLiteral("a;\n"));
-        user->names = {{0x1, 0}};
-        HandMade::add(document.root, user);
+        auto* user = new writingBlock(QStringLiteral("a;\n"), QString(), {{0x1, 0}});
+        m_bench->add(m_bench->root, user);
         variableName(0x4, 5);
         QVERIFY(generateProjectCode(CCode).contains(QStringLiteral("int gi_1 = 0;")));
         QCOMPARE(variableUse.value(0x4).at(5), 0);
-        document.root->removeChild(user);
+        m_bench->root->removeChild(user);
         QVERIFY(!generateProjectCode(CCode).contains(QStringLiteral("gi_1")));
         QVERIFY(variableUse.value(0x1).at(0) == 0);
         delete user;
@@ -249,51 +198,32 @@ private slots:
 
     void tasksAreNumberedByTheirPlaceInTheList()
     {
-        HandMade document;
-        supermodule* older = document.chain();
-        HandMade::add(older, new writingBlock(QStringLiteral("older;\n")));
+        supermodule* older = m_bench->chain();
+        m_bench->add(older, new writingBlock(QStringLiteral("older;\n")));
         taskModules.insert(1, older);
         QVERIFY(generateProjectCode(CCode).contains(
             QStringLiteral("void user_task1()\n{\n      older;\n}\n")));
         // A new task comes in front of the older ones, which then have other numbers.
-        supermodule* newer = document.chain();
-        HandMade::add(newer, new writingBlock(QStringLiteral("newer;\n")));
+        supermodule* newer = m_bench->chain();
+        m_bench->add(newer, new writingBlock(QStringLiteral("newer;\n")));
         taskModules.insert(1, newer);
-        QCOMPARE(generateProjectCode(CCode), joined({s_include,
-                                                     s_main,
-                                                     s_open,
-                                                     s_speeds,
-                                                     s_close,
-                                                     {0, "void user_task1()"},
-                                                     {0, "{"},
-                                                     {6, "newer;"},
-                                                     {0, "}"},
-                                                     {0, "void user_task2()"},
-                                                     {0, "{"},
-                                                     {6, "older;"},
-                                                     {0, "}"}}));
+        QCOMPARE(
+            generateProjectCode(CCode),
+            program(
+                "", "",
+                "void user_task1()\n{\n      newer;\n}\nvoid user_task2()\n{\n      older;\n}\n"));
     }
 
     void aTaskWithoutBlocksIsAnEmptyFrame()
     {
-        HandMade document;
-        taskModules.append(document.chain());
-        QCOMPARE(generateProjectCode(CCode), joined({s_include,
-                                                     s_main,
-                                                     s_open,
-                                                     s_speeds,
-                                                     s_close,
-                                                     {0, "void user_task1()"},
-                                                     {0, "{"},
-                                                     {0, "}"}}));
+        taskModules.append(m_bench->chain());
+        QCOMPARE(generateProjectCode(CCode), program("", "", "void user_task1()\n{\n}\n"));
     }
 
     void theTextOfATasksRootIsNotUsed()
     {
-        HandMade document;
-        auto* root = new writingBlock(QStringLiteral("never;\n"));
-        root->names = {{0x1, 0}};
-        taskModules.append(document.chain(root));
+        auto* root = new writingBlock(QStringLiteral("never;\n"), QString(), {{0x1, 0}});
+        taskModules.append(m_bench->chain(root));
         const QString text = generateProjectCode(CCode);
         QVERIFY(!text.contains(QStringLiteral("never")));
         QVERIFY(!text.contains(QStringLiteral("gi_1")));
@@ -301,123 +231,80 @@ private slots:
 
     void aBraceInAStringChangesTheDepthOfAllLinesAfterIt()
     {
-        HandMade document;
-        HandMade::add(document.root, new writingBlock(QStringLiteral("Printf(\"{\");\na;\n")));
-        supermodule* task = document.chain();
-        HandMade::add(task, new writingBlock(QStringLiteral("t;\n")));
+        m_bench->add(m_bench->root, new writingBlock(QStringLiteral("Printf(\"{\");\na;\n")));
+        supermodule* task = m_bench->chain();
+        m_bench->add(task, new writingBlock(QStringLiteral("t;\n")));
         taskModules.append(task);
-        QCOMPARE(generateProjectCode(CCode), joined({s_include,
-                                                     s_main,
-                                                     s_open,
-                                                     s_speeds,
-                                                     {6, "Printf(\"{\");"},
-                                                     {12, "a;"},
-                                                     {6, "}"},
-                                                     {6, "void user_task1()"},
-                                                     {6, "{"},
-                                                     {12, "t;"},
-                                                     {6, "}"}}));
+        QCOMPARE(generateProjectCode(CCode),
+                 s_head + "void user_main()\n{\n"
+                          "      int speed1 = 50,speed2 = 50,speed3 = 50, speed4 = 50;\n"
+                          "      Printf(\"{\");\n            a;\n      }\n"
+                          "      void user_task1()\n      {\n            t;\n      }\n");
     }
 
     void subProgramsStandBeforeTheMainProgramWithTheirBrace()
     {
-        HandMade document;
-        supermodule* first = document.chain(new writingBlock(QStringLiteral("void first()\n{\n")));
-        HandMade::add(first, 101);
+        supermodule* first = m_bench->chain(new writingBlock(QStringLiteral("void first()\n{\n")));
+        m_bench->add(first, 101);
         supermodule* second =
-            document.chain(new writingBlock(QStringLiteral("void second()\n{\n")));
-        rootModules = {document.root, first, second};
-        HandMade::add(document.root, 117);
-        QCOMPARE(generateProjectCode(CCode), joined({s_include,
-                                                     {0, "void first()"},
-                                                     {0, "{"},
-                                                     {6, "wait(1);"},
-                                                     {0, "}"},
-                                                     {0, "void second()"},
-                                                     {0, "{"},
-                                                     {0, "}"},
-                                                     s_main,
-                                                     s_open,
-                                                     s_speeds,
-                                                     {6, "set_motor(3, 0);"},
-                                                     s_close}));
+            m_bench->chain(new writingBlock(QStringLiteral("void second()\n{\n")));
+        rootModules = {m_bench->root, first, second};
+        m_bench->add(m_bench->root, 117);
+        QCOMPARE(generateProjectCode(CCode),
+                 program("void first()\n{\n      wait(1);\n}\nvoid second()\n{\n}\n",
+                         "      set_motor(3, 0);\n"));
     }
 
     void theVisibleTextHoldsTheShownSlotAndAllTasks()
     {
-        HandMade document;
-        supermodule* sub = document.chain(new writingBlock(QStringLiteral("void sub()\n{\n")));
-        HandMade::add(sub, 101);
-        rootModules = {document.root, sub};
-        supermodule* task = document.chain();
+        supermodule* sub = m_bench->chain(new writingBlock(QStringLiteral("void sub()\n{\n")));
+        m_bench->add(sub, 101);
+        rootModules = {m_bench->root, sub};
+        supermodule* task = m_bench->chain();
         taskModules.append(task);
-        document.root->setVisible(false);
-        QCOMPARE(generateVisibleCode(CCode), joined({s_include,
-                                                     {0, "void sub()"},
-                                                     {0, "{"},
-                                                     {6, "wait(1);"},
-                                                     {0, "}"},
-                                                     {0, "void user_task1()"},
-                                                     {0, "{"},
-                                                     {0, "}"}}));
+        m_bench->root->setVisible(false);
+        QCOMPARE(generateVisibleCode(CCode),
+                 s_head + "void sub()\n{\n      wait(1);\n}\nvoid user_task1()\n{\n}\n");
         // The first visible one counts.
-        document.root->setVisible(true);
+        m_bench->root->setVisible(true);
         QVERIFY(!generateVisibleCode(CCode).contains(QStringLiteral("void sub()")));
         QVERIFY(generateVisibleCode(CCode).contains(QStringLiteral("void user_main()")));
     }
 
     void theVisibleTextWithoutAVisibleRootIsHeadBraceAndTasks()
     {
-        HandMade document;
-        document.root->setVisible(false);
-        QCOMPARE(generateVisibleCode(CCode), joined({s_include, {0, "}"}}));
-        supermodule* task = document.chain();
-        auto* user = new writingBlock(QStringLiteral("t;\n"));
-        user->names = {{0x1, 0}};
-        HandMade::add(task, user);
+        m_bench->root->setVisible(false);
+        QCOMPARE(generateVisibleCode(CCode), s_head + "}\n");
+        supermodule* task = m_bench->chain();
+        auto* user = new writingBlock(QStringLiteral("t;\n"), QString(), {{0x1, 0}});
+        m_bench->add(task, user);
         taskModules.append(task);
         // The lone brace takes the depth below zero, so that the task isn't indented.
-        QCOMPARE(generateVisibleCode(CCode), joined({s_include,
-                                                     {0, "int gi_1 = 0;"},
-                                                     {0, "}"},
-                                                     {0, "void user_task1()"},
-                                                     {0, "{"},
-                                                     {0, "t;"},
-                                                     {0, "}"}}));
+        QCOMPARE(generateVisibleCode(CCode),
+                 s_head + "int gi_1 = 0;\n}\nvoid user_task1()\n{\nt;\n}\n");
     }
 
     void closingBracesShareTheirLinesAsTheBlocksLeaveThem()
     {
-        HandMade document;
-        supermodule* counted = HandMade::add(document.root, 301);
+        supermodule* counted = m_bench->add(m_bench->root, 301);
         counted->setLeftModule(createModuleFromId(109));
-        HandMade::add(document.root, 106);
-        supermodule* until = HandMade::add(document.root, 307);
+        m_bench->add(m_bench->root, 106);
+        supermodule* until = m_bench->add(m_bench->root, 307);
         until->setLeftModule(createModuleFromId(109));
-        HandMade::add(document.root, 106);
-        QCOMPARE(generateProjectCode(CCode),
-                 joined({s_include,
-                         s_main,
-                         s_open,
-                         s_speeds,
-                         {6, "for(int i = 0;i < 10; ++i)"},
-                         {6, "{"},
-                         {6, "set_motor(1, speed1);set_motor(2, speed2);}"
-                             "set_motor(1, -speed1);set_motor(2, -speed2);"
-                             "while(switch_state(5) == 0)"},
-                         {6, "{"},
-                         {12, "set_motor(1, speed1);set_motor(2, speed2);"},
-                         {6, "}"},
-                         {6, "set_motor(1, -speed1);set_motor(2, -speed2);"},
-                         s_close}));
+        m_bench->add(m_bench->root, 106);
+        QCOMPARE(
+            generateProjectCode(CCode),
+            program("", "      for(int i = 0;i < 10; ++i)\n      {\n"
+                        "      set_motor(1, speed1);set_motor(2, speed2);}"
+                        "set_motor(1, -speed1);set_motor(2, -speed2);while(switch_state(5) == 0)\n"
+                        "      {\n            set_motor(1, speed1);set_motor(2, speed2);\n      }\n"
+                        "      set_motor(1, -speed1);set_motor(2, -speed2);\n"));
     }
 
     void aTextDeclaresNothingThatOnlyTheTextBeforeItNamed()
     {
-        HandMade document;
-        auto* user = new writingBlock(QStringLiteral("c;"), QString());
-        user->names = {{0x1, 0}};
-        HandMade::add(document.root, user);
+        auto* user = new writingBlock(QStringLiteral("c;"), QString(), {{0x1, 0}});
+        m_bench->add(m_bench->root, user);
         QVERIFY(generateVisibleCode(CCode).contains("int gi_1 = 0;"));
         user->names.clear();
         QVERIFY(!generateVisibleCode(CCode).contains("gi_1"));
@@ -425,52 +312,42 @@ private slots:
         QVERIFY(!generateProjectCode(CCode).contains("gi_1"));
     }
 
-    void anotherLanguageGivesAnEmptyText_data()
-    {
-        QTest::addColumn<int>("language");
-        for (const int language : {-1, 0, 3, 100}) {
-            QTest::newRow(qPrintable(QString::number(language))) << language;
-        }
-    }
+    void anotherLanguageGivesAnEmptyText_data() { numberRows("language", {-1, 0, 3, 100}); }
 
     void anotherLanguageGivesAnEmptyText()
     {
         QFETCH(int, language);
-        HandMade document;
-        HandMade::add(document.root, 103);
+        m_bench->add(m_bench->root, 103);
         QCOMPARE(generateProjectCode(language), QString());
         QCOMPARE(generateVisibleCode(language), QString());
     }
 
     void pythonOfAnyProjectIsItsHead()
     {
-        HandMade document;
         QCOMPARE(generateProjectCode(PythonCode), QStringLiteral("import Vantrel\n"));
         for (const int id : {100, 104, 107, 301, 307, 309, 800, 900}) {
-            HandMade::add(document.root, id);
+            m_bench->add(m_bench->root, id);
         }
-        HandMade::add(document.root, 303)->setLeftModule(createModuleFromId(103));
+        m_bench->add(m_bench->root, 303)->setLeftModule(createModuleFromId(103));
         QCOMPARE(generateProjectCode(PythonCode), QStringLiteral("import Vantrel\n"));
         QCOMPARE(generateVisibleCode(PythonCode), QStringLiteral("import Vantrel\n"));
     }
 
     void pythonOfTheVisibleProgramAndOfTheProjectIsTheSame()
     {
-        HandMade document;
-        supermodule* sub = document.chain(createModuleFromId(104));
-        rootModules = {document.root, sub};
-        HandMade::add(document.root, 103);
-        document.root->setVisible(false);
+        supermodule* sub = m_bench->chain(createModuleFromId(104));
+        rootModules = {m_bench->root, sub};
+        m_bench->add(m_bench->root, 103);
+        m_bench->root->setVisible(false);
         QCOMPARE(generateVisibleCode(PythonCode), generateProjectCode(PythonCode));
         QCOMPARE(generateVisibleCode(PythonCode), QStringLiteral("import Vantrel\n"));
     }
 
     void pythonOfAFragmentIsLaidOutWithoutBraces()
     {
-        HandMade document;
-        HandMade::add(document.root,
-                      new writingBlock(QString(), QStringLiteral("while x:\n{\nrun()\n}\n")));
-        HandMade::add(document.root, new writingBlock(QString(), QStringLiteral("stop()\n")));
+        m_bench->add(m_bench->root,
+                     new writingBlock(QString(), QStringLiteral("while x:\n{\nrun()\n}\n")));
+        m_bench->add(m_bench->root, new writingBlock(QString(), QStringLiteral("stop()\n")));
         const QString expected = QStringLiteral("import Vantrel\nwhile x:\n      run()\nstop()\n");
         QCOMPARE(generateProjectCode(PythonCode), expected);
         QCOMPARE(generateVisibleCode(PythonCode), expected);
@@ -478,12 +355,10 @@ private slots:
 
     void pythonLeavesOutTasksAndDeclarations()
     {
-        HandMade document;
-        auto* user = new writingBlock(QStringLiteral("c;"), QStringLiteral("p()\n"));
-        user->names = {{0x1, 0}};
-        HandMade::add(document.root, user);
-        supermodule* task = document.chain();
-        HandMade::add(task, new writingBlock(QStringLiteral("t;"), QStringLiteral("t()\n")));
+        auto* user = new writingBlock(QStringLiteral("c;"), QStringLiteral("p()\n"), {{0x1, 0}});
+        m_bench->add(m_bench->root, user);
+        supermodule* task = m_bench->chain();
+        m_bench->add(task, new writingBlock(QStringLiteral("t;"), QStringLiteral("t()\n")));
         taskModules.append(task);
         variableName(0x1, 3);
         QCOMPARE(generateProjectCode(PythonCode), QStringLiteral("import Vantrel\np()\n"));
@@ -493,44 +368,38 @@ private slots:
 
     void pythonPutsSubProgramsBeforeTheMainProgram()
     {
-        HandMade document;
         supermodule* sub =
-            document.chain(new writingBlock(QString(), QStringLiteral("def s():\n{\n")));
-        HandMade::add(sub, new writingBlock(QString(), QStringLiteral("a()\n}\n")));
-        rootModules = {document.root, sub};
-        HandMade::add(document.root, new writingBlock(QString(), QStringLiteral("s()\n")));
+            m_bench->chain(new writingBlock(QString(), QStringLiteral("def s():\n{\n")));
+        m_bench->add(sub, new writingBlock(QString(), QStringLiteral("a()\n}\n")));
+        rootModules = {m_bench->root, sub};
+        m_bench->add(m_bench->root, new writingBlock(QString(), QStringLiteral("s()\n")));
         QCOMPARE(generateProjectCode(PythonCode),
                  QStringLiteral("import Vantrel\ndef s():\n      a()\ns()\n"));
         QCOMPARE(generateVisibleCode(PythonCode), QStringLiteral("import Vantrel\ns()\n"));
-        document.root->setVisible(false);
+        m_bench->root->setVisible(false);
         QCOMPARE(generateVisibleCode(PythonCode),
                  QStringLiteral("import Vantrel\ndef s():\n      a()\n"));
     }
 
     void pythonDropsLinesThatAreLeftBlank()
     {
-        HandMade document;
         // A brace inside a line splits it, and what is left behind the inner one is blank.
-        HandMade::add(
-            document.root,
-            new writingBlock(QString(), QStringLiteral("if a:\n{\nif b:\n{\nc()\n}   \n}\n"
-                                                       "x{y\n")));
+        m_bench->add(m_bench->root,
+                     new writingBlock(QString(), QStringLiteral("if a:\n{\nif b:\n{\nc()\n}   \n}\n"
+                                                                "x{y\n")));
         QCOMPARE(generateProjectCode(PythonCode),
                  QStringLiteral("import Vantrel\nif a:\n      if b:\n            c()\nx\ny\n"));
     }
 
     void theCanvasGivesTheTextOfItsProgram()
     {
+        m_bench.reset();
         CanvasFixture canvas;
         supermodule* forward = canvas.dropBehind(canvas.main(), 103);
         canvas.dropBehind(forward, 101);
         canvas.drop(105, {700, 450});
-        const QString expected = joined({s_include,
-                                         s_main,
-                                         s_open,
-                                         s_speeds,
-                                         {6, "set_motor(1, speed1);set_motor(2, -speed2);wait(1);"},
-                                         s_close});
+        const QString expected =
+            program("", "      set_motor(1, speed1);set_motor(2, -speed2);wait(1);\n");
         QCOMPARE(canvas.view.generateVisibleCode(1), expected);
         QCOMPARE(canvas.view.generateProjectCode(1), expected);
         QCOMPARE(canvas.view.generateVisibleCode(2), QStringLiteral("import Vantrel\n"));
@@ -539,6 +408,7 @@ private slots:
 
     void aDownloadRunsTheBuildOfTheProjectInC()
     {
+        m_bench.reset();
         CanvasFixture canvas;
         canvas.dropBehind(canvas.main(), 117);
         QStringList runs;
@@ -549,8 +419,7 @@ private slots:
                 runs << QStringLiteral("%1 %2").arg(p_name).arg(p_tasks);
             });
         canvas.view.OnDownload(QStringLiteral("car"));
-        const QString expected =
-            joined({s_include, s_main, s_open, s_speeds, {6, "set_motor(3, 0);"}, s_close});
+        const QString expected = program("", "      set_motor(3, 0);\n");
         QCOMPARE(runs, QStringList{"car 0"});
         QCOMPARE(source, expected);
         // Each task is counted, the main program not.

@@ -5,9 +5,10 @@
 #include "project/projectfile.h"
 #include "support/canvas/blockdata.h"
 #include "support/canvas/canvasfixture.h"
+#include "support/canvas/documentpicture.h"
+#include "support/system/datatable.h"
 #include "support/system/kitcopy.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QDirIterator>
 #include <QDomDocument>
@@ -57,10 +58,8 @@ private slots:
         QCOMPARE(written.errors, QString());
         QCOMPARE(written.exitCode, 0);
 
-        QFile file(project());
-        QVERIFY(file.open(QIODevice::ReadOnly));
         QDomDocument document;
-        QVERIFY(document.setContent(file.readAll()));
+        QVERIFY(document.setContent(readWhole(project())));
         const QDomNodeList modules = document.elementsByTagName(QStringLiteral("module"));
         for (int i = 0; i < modules.size(); ++i) {
             m_positions.insert(position(modules.at(i).toElement()));
@@ -108,10 +107,8 @@ private slots:
 
     void theProgramHasEveryPictureOfThePanels_data()
     {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<QString>("folder");
-        QTest::addColumn<int>("first"); // what the attribute is for the picture 0
-        QTest::addColumn<bool>("onBothDisplays");
+        // The first is what the attribute is for the picture 0.
+        columns<int, QString, int, bool>("id", "folder", "first", "onBothDisplays");
         for (const BlockData& data : blockData()) {
             for (const BlockData::Button& button : data.buttons()) {
                 const bool isVoice = button.opens.startsWith(QLatin1String("voice"));
@@ -154,9 +151,8 @@ private slots:
 
     void aPictureShowsTheDotsThatTheControllerShows_data()
     {
-        QTest::addColumn<QString>("picture");
-        QTest::addColumn<QStringList>(
-            "displays"); // eight bytes each, the leftmost dot the highest bit
+        // Displays are eight bytes each, the leftmost dot the highest bit.
+        columns<QString, QStringList>("picture", "displays");
         const QStringList lines = everyBlock({QStringLiteral("pictures")})
                                       .output.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
         for (const QString& line : lines) {
@@ -241,8 +237,7 @@ private slots:
 
     void theDeepestNestingCompilesAndRuns_data()
     {
-        QTest::addColumn<QByteArray>("loop");
-        QTest::addColumn<QString>("sensor");
+        columns<QByteArray, QString>("loop", "sensor");
         QTest::newRow("so many times") << QByteArray("301\" n=\"10") << "touch:1=0";
         QTest::newRow("for ever") << QByteArray("303") << "touch:1=0";
         QTest::newRow("while something is near") << QByteArray("306\" port=\"4") << "analogue:4=1";
@@ -255,13 +250,10 @@ private slots:
         QFETCH(QString, sensor);
         const QByteArray open = "<module id=\"" + loop + "\"><left>";
         const QString path = m_kit.filePath(QStringLiteral("deepest.tlrx"));
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        file.write("<!DOCTYPE vantrel>\n<vantrel><basenode><module id=\"0\"/>" +
-                   open.repeated(MaximalNesting) + "<module id=\"103\"/>" +
-                   QByteArray("</left></module>").repeated(MaximalNesting) +
-                   "</basenode></vantrel>\n");
-        file.close();
+        QVERIFY(writeWhole(path, "<!DOCTYPE vantrel>\n<vantrel><basenode><module id=\"0\"/>" +
+                                     open.repeated(MaximalNesting) + "<module id=\"103\"/>" +
+                                     QByteArray("</left></module>").repeated(MaximalNesting) +
+                                     "</basenode></vantrel>\n"));
 
         CanvasFixture canvas;
         QCOMPARE(canvas.view.openFile(path), int(ProjectOpened));

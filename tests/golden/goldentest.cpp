@@ -2,10 +2,10 @@
 #include "modules/documentstate.h"
 #include "modules/mainmodule.h"
 #include "project/projectfile.h"
-#include "support/canvas/canvasfixture.h"
+#include "support/canvas/canvastest.h"
+#include "support/system/datatable.h"
 #include "support/system/kitcopy.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QDomDocument>
 #include <QFile>
@@ -26,7 +26,7 @@ QString textOf(const QString& p_path)
 }
 } // namespace
 
-class GoldenTest : public QObject
+class GoldenTest : public CanvasTest
 {
     Q_OBJECT
 
@@ -59,13 +59,11 @@ private slots:
     void aProjectGivesItsText()
     {
         QFETCH(QString, name);
-        CanvasFixture canvas;
-        QCOMPARE(canvas.view.openFile(golden(name + ".tlrx")), int(ProjectOpened));
+        QCOMPARE(m_canvas->view.openFile(golden(name + ".tlrx")), int(ProjectOpened));
         const QString expected = textOf(golden(name + ".c"));
-        QCOMPARE(canvas.view.generateProjectCode(1), expected);
-        QCOMPARE(canvas.view.generateVisibleCode(1), expected);
-        QCOMPARE(canvas.view.generateProjectCode(2), QStringLiteral("import Vantrel\n"));
-        QCOMPARE(canvas.brokenInvariants(), QStringList());
+        QCOMPARE(m_canvas->view.generateProjectCode(1), expected);
+        QCOMPARE(m_canvas->view.generateVisibleCode(1), expected);
+        QCOMPARE(m_canvas->view.generateProjectCode(2), QStringLiteral("import Vantrel\n"));
     }
 
     void aSavedProjectGivesTheSameTextAgain_data() { projects(); }
@@ -73,39 +71,36 @@ private slots:
     void aSavedProjectGivesTheSameTextAgain()
     {
         QFETCH(QString, name);
-        CanvasFixture canvas;
-        QCOMPARE(canvas.view.openFile(golden(name + ".tlrx")), int(ProjectOpened));
-        const int blocks = canvas.blocks().size();
+        QCOMPARE(m_canvas->view.openFile(golden(name + ".tlrx")), int(ProjectOpened));
+        const int blocks = m_canvas->blocks().size();
         const QString path = m_kit.filePath(name + ".tlrx");
-        QVERIFY(canvas.view.saveFile(path));
-        canvas.view.newProgram();
-        canvas.view.resetDocument();
-        QCOMPARE(canvas.blocks().size(), 1);
+        QVERIFY(m_canvas->view.saveFile(path));
+        m_canvas->view.newProgram();
+        m_canvas->view.resetDocument();
+        QCOMPARE(m_canvas->blocks().size(), 1);
         // This time with a check tag.
         QVERIFY(textOf(path).contains(QStringLiteral("<tagCheck value=")));
-        QCOMPARE(canvas.view.openFile(path), int(ProjectOpened));
-        QCOMPARE(canvas.view.generateProjectCode(1), textOf(golden(name + ".c")));
-        QCOMPARE(canvas.blocks().size(), blocks);
-        QCOMPARE(canvas.brokenInvariants(), QStringList());
+        QCOMPARE(m_canvas->view.openFile(path), int(ProjectOpened));
+        QCOMPARE(m_canvas->view.generateProjectCode(1), textOf(golden(name + ".c")));
+        QCOMPARE(m_canvas->blocks().size(), blocks);
     }
 
     void blocksOfNoKnownTypeAreLeftOutAndLooseChainsStayLoose()
     {
-        CanvasFixture canvas;
-        QCOMPARE(canvas.view.openFile(golden(QStringLiteral("loose.tlrx"))), int(ProjectOpened));
-        QCOMPARE(CanvasFixture::ids(canvas.main()), (QList<int>{0, 101, 106, 105}));
+        QCOMPARE(m_canvas->view.openFile(golden(QStringLiteral("loose.tlrx"))), int(ProjectOpened));
+        QCOMPARE(CanvasFixture::ids(m_canvas->main()), (QList<int>{0, 101, 106, 105}));
         QList<supermodule*> roots;
-        for (supermodule* block : canvas.blocks()) {
+        for (supermodule* block : m_canvas->blocks()) {
             if (!block->parentModule()) {
                 roots.append(block);
             }
         }
-        roots.removeOne(canvas.main());
+        roots.removeOne(m_canvas->main());
         QCOMPARE(roots.size(), 1);
         QCOMPARE(CanvasFixture::ids(roots.first()), (QList<int>{103, 303}));
         QCOMPARE(roots.first()->pos(), QPointF(300, 450));
         QCOMPARE(roots.first()->next()->left()->opacity(), 0.5);
-        const supermodule* turn = canvas.main()->next()->next();
+        const supermodule* turn = m_canvas->main()->next()->next();
         QVERIFY(turn->right());
         QCOMPARE(turn->right()->id, 102);
     }
@@ -115,9 +110,8 @@ private slots:
     void theTextCompilesWithoutAWord()
     {
         QFETCH(QString, name);
-        CanvasFixture canvas;
-        QCOMPARE(canvas.view.openFile(golden(name + ".tlrx")), int(ProjectOpened));
-        const ProcessResult result = m_kit.compile(name, canvas.view.generateProjectCode(1));
+        QCOMPARE(m_canvas->view.openFile(golden(name + ".tlrx")), int(ProjectOpened));
+        const ProcessResult result = m_kit.compile(name, m_canvas->view.generateProjectCode(1));
         QCOMPARE(result.errors, QString());
         QCOMPARE(result.exitCode, 0);
         QVERIFY(QFileInfo(m_kit.binary(name)).size() > 0);
@@ -125,23 +119,20 @@ private slots:
 
     void theProgramRunsOnTheController_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QStringList>("sensors");
-        QTest::newRow("drive") << "drive" << QStringList();
-        QTest::newRow("motors") << "motors" << QStringList();
-        QTest::newRow("counted") << "counted" << QStringList();
-        QTest::newRow("sensors") << "sensors"
-                                 << QStringList{"touch:5=1@0.25", "analogue:4=300@0.45",
-                                                "touch:2=1@0", "touch:2=0@0.9"};
+        columns<QString, QStringList>("name", "sensors");
+        row("drive", "drive", QStringList());
+        row("motors", "motors", QStringList());
+        row("counted", "counted", QStringList());
+        row("sensors", "sensors",
+            QStringList{"touch:5=1@0.25", "analogue:4=300@0.45", "touch:2=1@0", "touch:2=0@0.9"});
     }
 
     void theProgramRunsOnTheController()
     {
         QFETCH(QString, name);
         QFETCH(QStringList, sensors);
-        CanvasFixture canvas;
-        QCOMPARE(canvas.view.openFile(golden(name + ".tlrx")), int(ProjectOpened));
-        const ProcessResult compiled = m_kit.compile(name, canvas.view.generateProjectCode(1));
+        QCOMPARE(m_canvas->view.openFile(golden(name + ".tlrx")), int(ProjectOpened));
+        const ProcessResult compiled = m_kit.compile(name, m_canvas->view.generateProjectCode(1));
         QCOMPARE(compiled.exitCode, 0);
         QStringList options;
         for (const QString& sensor : qAsConst(sensors)) {
@@ -159,24 +150,22 @@ private slots:
     }
 
 private:
-    void projects();
+    void projects()
+    {
+        QTest::addColumn<QString>("name");
+        const QStringList files =
+            QDir(QStringLiteral(GOLDEN_DIR)).entryList({QStringLiteral("*.tlrx")}, QDir::Files);
+        for (const QString& file : files) {
+            const QString name = QFileInfo(file).completeBaseName();
+            QTest::newRow(qPrintable(name)) << name;
+        }
+        if (files.size() != s_projects) {
+            QTest::newRow("a project is missing") << QString();
+        }
+    }
 
     KitCopy m_kit;
 };
-
-void GoldenTest::projects()
-{
-    QTest::addColumn<QString>("name");
-    const QStringList files =
-        QDir(QStringLiteral(GOLDEN_DIR)).entryList({QStringLiteral("*.tlrx")}, QDir::Files);
-    for (const QString& file : files) {
-        const QString name = QFileInfo(file).completeBaseName();
-        QTest::newRow(qPrintable(name)) << name;
-    }
-    if (files.size() != s_projects) {
-        QTest::newRow("a project is missing") << QString();
-    }
-}
 
 QTEST_MAIN(GoldenTest)
 #include "goldentest.moc"

@@ -52,7 +52,7 @@ int raiseWithin()
     qInfo("Qt");
     write(LogLevel::Info, "logger");
     first->write(messageOf(QStringLiteral("itself")));
-    const QStringList all{QStringLiteral("Qt"), QStringLiteral("logger"), QStringLiteral("itself")};
+    const QStringList all{"Qt", "logger", "itself"};
     return first->lines == all && second->lines == all.mid(0, 2) ? 0 : 1;
 }
 
@@ -89,9 +89,7 @@ private slots:
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<int>("level");
-        const QStringList names{QStringLiteral("Trace"), QStringLiteral("Debug"),
-                                QStringLiteral("Info"),  QStringLiteral("Warning"),
-                                QStringLiteral("Error"), QStringLiteral("Fatal")};
+        const QStringList names{"Trace", "Debug", "Info", "Warning", "Error", "Fatal"};
         for (int i = 0; i < names.size(); ++i) {
             const QString& name = names.at(i);
             QCOMPARE(levelName(static_cast<LogLevel>(i)), name);
@@ -154,11 +152,8 @@ private slots:
         qCDebug(trees, "a small tree");
         qWarning("a house");
         write(LogLevel::Error, "nameless", nullptr);
-        QCOMPARE(ofTrees->lines,
-                 (QStringList{QStringLiteral("a tree"), QStringLiteral("a fallen tree")}));
-        QCOMPARE(ofAll->lines,
-                 (QStringList{QStringLiteral("a fallen tree"), QStringLiteral("a house"),
-                              QStringLiteral("nameless")}));
+        QCOMPARE(ofTrees->lines, (QStringList{"a tree", "a fallen tree"}));
+        QCOMPARE(ofAll->lines, (QStringList{"a fallen tree", "a house", "nameless"}));
     }
 
     void messagesOfQtKeepLevelAndPlace()
@@ -196,8 +191,7 @@ private slots:
         qInfo("larger");
         QLoggingCategory::setFilterRules(QStringLiteral("default=true"));
         qDebug("small again");
-        QCOMPARE(appender->lines,
-                 (QStringList{QStringLiteral("larger"), QStringLiteral("small again")}));
+        QCOMPARE(appender->lines, (QStringList{"larger", "small again"}));
     }
 
     void theFormerHandlerComesBack()
@@ -211,8 +205,8 @@ private slots:
         }
         qWarning("two");
         QVERIFY(qInstallMessageHandler(before) == otherHandler);
-        QCOMPARE(appender->lines, QStringList(QStringLiteral("one")));
-        QCOMPARE(s_others, QStringList(QStringLiteral("two")));
+        QCOMPARE(appender->lines, QStringList("one"));
+        QCOMPARE(s_others, QStringList("two"));
     }
 
     void aHandlerThatCameLaterStays()
@@ -227,7 +221,7 @@ private slots:
         qWarning("late");
         qInstallMessageHandler(nullptr);
         QVERIFY(before);
-        QCOMPARE(s_others, QStringList(QStringLiteral("late")));
+        QCOMPARE(s_others, QStringList("late"));
         QVERIFY(appender->lines.isEmpty());
     }
 
@@ -271,10 +265,10 @@ private slots:
                                                 QStringLiteral("%{type} %{function} %{message}"));
         LogDevice& own = Logger::globalInstance().device();
         QTextStream(&own) << "a " << 1 << '\n' << QString::fromUtf8("塔勒");
-        QCOMPARE(appender->lines, QStringList(QStringLiteral("Debug  a 1")));
+        QCOMPARE(appender->lines, QStringList("Debug  a 1"));
         QTextStream(&own) << "!\n\n";
         QCOMPARE(appender->lines.mid(1),
-                 (QStringList{QString::fromUtf8("Debug  塔勒!"), QStringLiteral("Debug  ")}));
+                 (QStringList{QString::fromUtf8("Debug  塔勒!"), "Debug  "}));
         appender->lines.clear();
 
         {
@@ -287,16 +281,15 @@ private slots:
             device.setPlace({nullptr, 2, "void g()"});
             stream << "d\ne";
             stream.flush();
-            QCOMPARE(appender->lines,
-                     (QStringList{QStringLiteral("Warning f b"), QStringLiteral("Trace g cd")}));
+            QCOMPARE(appender->lines, (QStringList{"Warning f b", "Trace g cd"}));
             device.close();
-            QCOMPARE(appender->lines.mid(2), QStringList(QStringLiteral("Trace g e")));
+            QCOMPARE(appender->lines.mid(2), QStringList("Trace g e"));
         }
         {
             LogDevice device(Logger::globalInstance());
             device.write("without an end");
         }
-        QCOMPARE(appender->lines.mid(3), QStringList(QStringLiteral("Debug  without an end")));
+        QCOMPARE(appender->lines.mid(3), QStringList("Debug  without an end"));
     }
 
     void timersTellHowLongTheyLived()
@@ -340,8 +333,8 @@ private slots:
         QCOMPARE(s_toDebugger, QStringList());
         write(LogLevel::Error, "塔勒 🐢");
         write(LogLevel::Debug, "");
-        QCOMPARE(s_toDebugger, (QStringList{QString::fromUtf8("[Error  ] 塔勒 🐢\n"),
-                                            QStringLiteral("[Debug  ] \n")}));
+        QCOMPARE(s_toDebugger,
+                 (QStringList{QString::fromUtf8("[Error  ] 塔勒 🐢\n"), "[Debug  ] \n"}));
     }
 };
 

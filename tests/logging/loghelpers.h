@@ -2,9 +2,9 @@
 
 #include "logging/abstractstringappender.h"
 #include "logging/logger.h"
+#include "support/system/files.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QProcess>
 #include <QStringList>
 
@@ -55,13 +55,6 @@ inline LogMessage messageOf(const QString& p_text, LogLevel p_level = LogLevel::
     message.level = p_level;
     message.text = p_text;
     return message;
-}
-
-/** All bytes of a file; "unreadable" without one. */
-inline QByteArray contentOf(const QString& p_path)
-{
-    QFile file(p_path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
 }
 
 /** Runs this test program again with one argument, for what happens to a whole process. */

@@ -4,7 +4,6 @@
 #include "loghelpers.h"
 
 #include <QDir>
-#include <QLoggingCategory>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -135,28 +134,27 @@ private slots:
         QVERIFY(other.exists());
     }
 
-    void aFolderInPlaceOfTheFileDoesNoHarm()
+    void whatStandsInTheWayDoesNoHarm_data()
     {
-        QVERIFY(QDir().mkpath(file()));
-        const QByteArray said = run("--level=debug");
-        QCOMPARE(
-            said.count("<FileAppender::append> Cannot open the log file " + file().toLocal8Bit()),
-            1);
-        QVERIFY2(said.endsWith("error line\n"), said);
-        QVERIFY(QFileInfo(file()).isDir());
+        QTest::addColumn<bool>("isFolder");
+        QTest::newRow("a folder in place of the file") << true;
+        QTest::newRow("a file in place of the folder") << false;
     }
 
-    void aFileInPlaceOfTheFolderDoesNoHarm()
+    void whatStandsInTheWayDoesNoHarm()
     {
-        QFile blocking(folder());
-        QVERIFY(blocking.open(QIODevice::WriteOnly));
-        blocking.close();
+        QFETCH(bool, isFolder);
+        if (isFolder) {
+            QVERIFY(QDir().mkpath(file()));
+        } else {
+            putFile(folder(), QByteArray());
+        }
         const QByteArray said = run("--level=debug");
         QCOMPARE(
             said.count("<FileAppender::append> Cannot open the log file " + file().toLocal8Bit()),
             1);
         QVERIFY2(said.endsWith("error line\n"), said);
-        QCOMPARE(blocking.size(), 0);
+        QVERIFY(isFolder ? QFileInfo(file()).isDir() : contentOf(folder()).isEmpty());
     }
 
     void aFatalMessageIsWrittenAndEndsTheProgram_data()
@@ -181,10 +179,8 @@ private slots:
     {
         const QTemporaryDir system;
         QVERIFY(QDir(system.path()).mkpath(QStringLiteral("QtProject")));
-        QFile rules(system.filePath(QStringLiteral("QtProject/qtlogging.ini")));
-        QVERIFY(rules.open(QIODevice::WriteOnly));
-        QVERIFY(rules.write("[Rules]\n*.debug=false\n") > 0);
-        rules.close();
+        putFile(system.filePath(QStringLiteral("QtProject/qtlogging.ini")),
+                "[Rules]\n*.debug=false\n");
         run("--level=debug", {{QStringLiteral("XDG_CONFIG_HOME"), system.path()}});
         QVERIFY(contentOf(file()).contains("debug line"));
     }

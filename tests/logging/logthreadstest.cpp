@@ -353,23 +353,23 @@ private slots:
 
 private:
     /** All messages came, while level and format changed. */
-    static void verifyAll(const LineCheck& p_check, const Changer& p_changer);
-};
-
-void LogThreadsTest::verifyAll(const LineCheck& p_check, const Changer& p_changer)
-{
-    QCOMPARE(p_check.broken, QString());
-    for (const int count : p_check.next) {
-        QCOMPARE(count, s_each);
+    static void verifyAll(const LineCheck& p_check, const Changer& p_changer)
+    {
+        QCOMPARE(p_check.broken, QString());
+        for (const int count : p_check.next) {
+            QCOMPARE(count, s_each);
+        }
+        QCOMPARE(p_check.ofFirstFormat + p_check.ofSecondFormat,
+                 s_threads * s_each + p_check.notes);
+        // That is worth something only if level and format did change meanwhile.
+        QVERIFY2(
+            p_changer.levels > 10 && p_changer.formats > 10,
+            qPrintable(QStringLiteral("%1 and %2").arg(p_changer.levels).arg(p_changer.formats)));
+        QVERIFY(p_check.ofFirstFormat > 0 && p_check.ofSecondFormat > 0);
+        QVERIFY2(p_check.notes > 0 && p_check.notes < s_notes,
+                 qPrintable(QString::number(p_check.notes)));
     }
-    QCOMPARE(p_check.ofFirstFormat + p_check.ofSecondFormat, s_threads * s_each + p_check.notes);
-    // That is worth something only if level and format did change meanwhile.
-    QVERIFY2(p_changer.levels > 10 && p_changer.formats > 10,
-             qPrintable(QStringLiteral("%1 and %2").arg(p_changer.levels).arg(p_changer.formats)));
-    QVERIFY(p_check.ofFirstFormat > 0 && p_check.ofSecondFormat > 0);
-    QVERIFY2(p_check.notes > 0 && p_check.notes < s_notes,
-             qPrintable(QString::number(p_check.notes)));
-}
+};
 
 QTEST_GUILESS_MAIN(LogThreadsTest)
 #include "logthreadstest.moc"

@@ -149,10 +149,8 @@ private slots:
         appender.setFormat(QStringLiteral("%{typeOne} %{message}"));
         QCOMPARE(appender.format(), QStringLiteral("%{typeOne} %{message}"));
         appender.write(sample());
-        QCOMPARE(
-            appender.lines,
-            (QStringList{QStringLiteral("2026-03-04T15:06:07.089 [Warning] <Tree::grow> text\n"),
-                         QStringLiteral("w text")}));
+        QCOMPARE(appender.lines,
+                 (QStringList{"2026-03-04T15:06:07.089 [Warning] <Tree::grow> text\n", "w text"}));
         appender.setFormat(QString());
         QCOMPARE(appender.format(), standard);
     }

@@ -91,7 +91,7 @@ private slots:
         QCOMPARE(appender.setDatePattern(pattern), taken);
         write(appender, "2026-11-20 10:00:00", "first");
         write(appender, "2026-11-23 10:00:00", "second");
-        QCOMPARE(files(), (QStringList{QStringLiteral("log.txt"), old}));
+        QCOMPARE(files(), (QStringList{"log.txt", old}));
     }
 
     void aFileThatIsThereGoesOnWithAnotherPeriod()
@@ -99,42 +99,33 @@ private slots:
         RollingFileAppender appender(path());
         appender.setDatePattern(RollingPeriod::Month);
         write(appender, "2026-11-20 10:00:00", "first");
-        QFile file(path());
-        QVERIFY(file.open(QIODevice::Append));
-        QVERIFY(file.setFileTime(at("2026-11-20 10:00:00"), QFileDevice::FileModificationTime));
-        file.close();
+        setLastChange("2026-11-20 10:00:00");
         appender.setDatePattern(RollingPeriod::Day);
         write(appender, "2026-11-20 11:00:00", "second");
-        QCOMPARE(files(), QStringList{QStringLiteral("log.txt")});
+        QCOMPARE(files(), QStringList{"log.txt"});
         write(appender, "2026-11-21 00:00:00", "third");
-        QCOMPARE(files(),
-                 (QStringList{QStringLiteral("log.txt"), QStringLiteral("log.txt.2026-11-20")}));
+        QCOMPARE(files(), (QStringList{"log.txt", "log.txt.2026-11-20"}));
     }
 
     void aNewPeriodMovesTheFileAway_data()
     {
         QTest::addColumn<int>("period");
         QTest::addColumn<QStringList>("names");
-        const auto row = [](RollingPeriod p_period, const QStringList& p_names) {
-            QTest::newRow(qPrintable(datePattern(p_period)))
-                << static_cast<int>(p_period) << p_names;
+        const auto row = [](RollingPeriod p_period, const QStringList& p_suffixes) {
+            QStringList names{"log.txt"};
+            for (const QString& suffix : p_suffixes) {
+                names << "log.txt." + suffix;
+            }
+            QTest::newRow(qPrintable(datePattern(p_period))) << int(p_period) << names;
         };
-        const QString now = QStringLiteral("log.txt");
-        row(RollingPeriod::Minute,
-            {now, QStringLiteral("log.txt.2026-11-20-10-00"),
-             QStringLiteral("log.txt.2026-11-20-10-01"), QStringLiteral("log.txt.2026-11-20-11-00"),
-             QStringLiteral("log.txt.2026-11-20-12-00"),
-             QStringLiteral("log.txt.2026-11-21-12-00")});
+        row(RollingPeriod::Minute, {"2026-11-20-10-00", "2026-11-20-10-01", "2026-11-20-11-00",
+                                    "2026-11-20-12-00", "2026-11-21-12-00"});
         row(RollingPeriod::Hour,
-            {now, QStringLiteral("log.txt.2026-11-20-10"), QStringLiteral("log.txt.2026-11-20-11"),
-             QStringLiteral("log.txt.2026-11-20-12"), QStringLiteral("log.txt.2026-11-21-12")});
-        row(RollingPeriod::HalfDay,
-            {now, QStringLiteral("log.txt.2026-11-20-am"), QStringLiteral("log.txt.2026-11-20-pm"),
-             QStringLiteral("log.txt.2026-11-21-pm")});
-        row(RollingPeriod::Day,
-            {now, QStringLiteral("log.txt.2026-11-20"), QStringLiteral("log.txt.2026-11-21")});
-        row(RollingPeriod::Week, {now, QStringLiteral("log.txt.2026-47")});
-        row(RollingPeriod::Month, {now, QStringLiteral("log.txt.2026-11")});
+            {"2026-11-20-10", "2026-11-20-11", "2026-11-20-12", "2026-11-21-12"});
+        row(RollingPeriod::HalfDay, {"2026-11-20-am", "2026-11-20-pm", "2026-11-21-pm"});
+        row(RollingPeriod::Day, {"2026-11-20", "2026-11-21"});
+        row(RollingPeriod::Week, {"2026-47"});
+        row(RollingPeriod::Month, {"2026-11"});
     }
 
     void aNewPeriodMovesTheFileAway()
@@ -172,17 +163,12 @@ private slots:
             RollingFileAppender earlier(path());
             write(earlier, "2026-11-19 10:00:00", "old");
         }
-        QFile file(path());
-        QVERIFY(file.open(QIODevice::Append));
-        QVERIFY(file.setFileTime(at("2026-11-19 10:00:00"), QFileDevice::FileModificationTime));
-        file.close();
+        setLastChange("2026-11-19 10:00:00");
         RollingFileAppender appender(path());
         write(appender, "2026-11-19 11:00:00", "same day");
         QCOMPARE(contentOf(path()), QByteArray("old\nsame day\n"));
 
-        QVERIFY(file.open(QIODevice::Append));
-        QVERIFY(file.setFileTime(at("2026-11-19 10:00:00"), QFileDevice::FileModificationTime));
-        file.close();
+        setLastChange("2026-11-19 10:00:00");
         RollingFileAppender next(path());
         write(next, "2026-11-21 11:00:00", "new");
         QCOMPARE(contentOf(path("log.txt.2026-11-19")), QByteArray("old\nsame day\n"));
@@ -192,8 +178,7 @@ private slots:
     void aFileThatIsThereAlreadyIsKept()
     {
         for (const char* name : {"log.txt.2026-11-20", "log.txt.2026-11-20.1"}) {
-            QFile there(path(name));
-            QVERIFY(there.open(QIODevice::WriteOnly) && there.write("there") == 5);
+            putFile(path(name), "there");
         }
         RollingFileAppender appender(path());
         write(appender, "2026-11-20 10:00:00", "a");
@@ -210,7 +195,7 @@ private slots:
         write(appender, "2026-11-21 10:00:00", "a");
         write(appender, "2026-11-19 10:00:00", "b");
         write(appender, "2026-11-21 11:00:00", "c");
-        QCOMPARE(files(), QStringList(QStringLiteral("log.txt")));
+        QCOMPARE(files(), QStringList("log.txt"));
         QCOMPARE(contentOf(path()), QByteArray("a\nb\nc\n"));
     }
 
@@ -231,16 +216,21 @@ private slots:
         write(appender, "2026-11-20 10:00:00", "a");
         appender.setFileName(path("b.txt"));
         write(appender, "2026-11-21 10:00:00", "b");
-        QCOMPARE(files(), (QStringList{QStringLiteral("a.txt"), QStringLiteral("b.txt")}));
+        QCOMPARE(files(), (QStringList{"a.txt", "b.txt"}));
         write(appender, "2026-11-22 10:00:00", "c");
-        QCOMPARE(files(), (QStringList{QStringLiteral("a.txt"), QStringLiteral("b.txt"),
-                                       QStringLiteral("b.txt.2026-11-21")}));
+        QCOMPARE(files(), (QStringList{"a.txt", "b.txt", "b.txt.2026-11-21"}));
     }
 
 private:
     QString path(const char* p_name = "log.txt") const
     {
         return m_dir->filePath(QLatin1String(p_name));
+    }
+    void setLastChange(const char* p_time) const
+    {
+        QFile file(path());
+        QVERIFY(file.open(QIODevice::Append));
+        QVERIFY(file.setFileTime(at(p_time), QFileDevice::FileModificationTime));
     }
     QStringList files() const { return QDir(m_dir->path()).entryList(QDir::Files, QDir::Name); }
     std::unique_ptr<QTemporaryDir> m_dir;

@@ -4,6 +4,7 @@
 #include "parameterbench.h"
 #include "proj/controls/selectablebutton.h"
 #include "support/canvas/blockdata.h"
+#include "support/system/datatable.h"
 
 #include <QFile>
 #include <QGraphicsScene>
@@ -119,22 +120,16 @@ QString styleSheet(const QString& p_normal, const QString& p_pressed, int p_blan
 } // namespace
 
 /** The buttons on blocks, and the pop-up that some of them open. */
-class BlockButtonsTest : public QObject
+class BlockButtonsTest : public FixtureTest<Bench>
 {
     Q_OBJECT
 
 private slots:
     void aBlockHasTheButtonsOfItsType_data()
     {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<int>("index");
-        QTest::addColumn<QRect>("geometry");
-        QTest::addColumn<int>("mask"); // 0: no number field
-        QTest::addColumn<bool>("arrow");
-        QTest::addColumn<QString>("press"); // a signal of the view, or the pop-up's mode
-        QTest::addColumn<QString>("shows");
-        QTest::addColumn<QString>("style");
-
+        // A mask of 0: no number field. What is pressed raises a signal of the view, or the pop-up.
+        columns<int, int, QRect, int, bool, QString, QString, QString>(
+            "id", "index", "geometry", "mask", "arrow", "press", "shows", "style");
         for (const BlockData& data : blockData()) {
             int index = 0;
             for (const BlockData::Button& button : data.buttons()) {
@@ -159,8 +154,7 @@ private slots:
         QFETCH(QString, press);
         QFETCH(QString, shows);
         QFETCH(QString, style);
-        Bench bench;
-        supermodule* block = bench.seen(id);
+        supermodule* block = m_bench->seen(id);
         const bool two = geometry.width() == 60;
         QCOMPARE(block->buttonCount(), two ? 2 : 1);
         QCOMPARE(block->buttonRect(index), QRectF(geometry));
@@ -189,16 +183,16 @@ private slots:
             QCOMPARE(field->acceptsKey(Qt::Key_Backspace), (mask & 8) != 0);
         }
 
-        bench.raised.clear();
+        m_bench->raised.clear();
         focusModule.clear();
-        bench.clickButton(block, index);
+        m_bench->clickButton(block, index);
         if (!press.startsWith(QLatin1String("mode"))) {
-            QCOMPARE(bench.raised, QStringList{press});
+            QCOMPARE(m_bench->raised, QStringList{press});
             QCOMPARE(focusModule.data(), block);
             QVERIFY(!Bench::popUpIsOpen());
             return;
         }
-        QCOMPARE(bench.raised, QStringList());
+        QCOMPARE(m_bench->raised, QStringList());
         QVERIFY(Bench::popUpIsOpen());
         QCOMPARE(Bench::popUp()->module(), block);
         const ModeRow& mode = modeRows().at(press.mid(5).toInt());
@@ -229,13 +223,12 @@ private slots:
         QFETCH(int, id);
         const QString values =
             QStringLiteral("n=2 port=3 time=12.25 angle=-45 servoId=7 bInfread=0");
-        Bench bench;
-        supermodule* early = bench.seen(id);
+        supermodule* early = m_bench->seen(id);
         QVERIFY(early->buttonCount() > 0);
         loadBlock(early, values);
         supermodule* late = createModuleFromId(id);
         loadBlock(late, values);
-        late->enterScene(bench.view.scene());
+        late->enterScene(m_bench->view.scene());
         for (int i = 0; i < late->buttonCount(); ++i) {
             QCOMPARE(early->button(i)->text(), late->button(i)->text());
         }
@@ -255,8 +248,7 @@ private slots:
     void everyOtherBlockHasNoButtons()
     {
         QFETCH(int, id);
-        Bench bench;
-        supermodule* block = bench.seen(id);
+        supermodule* block = m_bench->seen(id);
         QCOMPARE(block->buttonCount(), 0);
         QCOMPARE(Bench::proxies(block).size(), 0);
         QCOMPARE(block->button(0), nullptr);
@@ -327,9 +319,7 @@ private slots:
 
     void aChosenEntryComesToTheBlockAndClosesThePopUp_data()
     {
-        QTest::addColumn<int>("mode");
-        QTest::addColumn<int>("entry");
-        QTest::addColumn<int>("result");
+        columns<int, int, int>("mode", "entry", "result");
         for (const ModeRow& row : modeRows()) {
             for (int i = 0; i < row.results.size(); ++i) {
                 QTest::newRow(qPrintable(QStringLiteral("mode %1 entry %2").arg(row.mode).arg(i)))
@@ -343,13 +333,12 @@ private slots:
         QFETCH(int, mode);
         QFETCH(int, entry);
         QFETCH(int, result);
-        Bench bench;
         auto* block = new recordingBlock;
-        bench.view.scene()->addItem(block);
+        m_bench->view.scene()->addItem(block);
         block->setPos(500, 200);
         block->OnSetParam(mode);
         QVERIFY(Bench::popUpIsOpen());
-        bench.choose(entry);
+        m_bench->choose(entry);
         QCOMPARE(block->chosen, QList<int>{result});
         QVERIFY(!Bench::popUpIsOpen());
         supermodule::deleteTree(block);
@@ -396,9 +385,8 @@ private slots:
 
     void thePopUpStandsUnderTheMiddleOfTheBlock()
     {
-        Bench bench;
         auto* block = new recordingBlock;
-        bench.view.scene()->addItem(block);
+        m_bench->view.scene()->addItem(block);
         block->setPos(321, 123);
         block->OnSetParam(1);
         const qreal width = QPixmap(QStringLiteral(":/param_item_bg_290x92.png")).width();
@@ -412,17 +400,16 @@ private slots:
 
     void thereIsOnePopUpInTheScene()
     {
-        Bench bench;
-        supermodule* first = bench.seen(100, {200, 330});
-        supermodule* second = bench.seen(111, {600, 330});
+        supermodule* first = m_bench->seen(100, {200, 330});
+        supermodule* second = m_bench->seen(111, {600, 330});
         QVERIFY(!graphicsItem_Param::existing());
-        bench.clickButton(first, 0);
+        m_bench->clickButton(first, 0);
         const graphicsItem_Param* popUp = Bench::popUp();
-        QCOMPARE(popUp->scene(), bench.view.scene());
-        bench.clickButton(second, 0);
+        QCOMPARE(popUp->scene(), m_bench->view.scene());
+        m_bench->clickButton(second, 0);
         QCOMPARE(Bench::popUp(), popUp);
         int count = 0;
-        const QList<QGraphicsItem*> items = bench.view.scene()->items();
+        const QList<QGraphicsItem*> items = m_bench->view.scene()->items();
         for (const QGraphicsItem* item : items) {
             count += item->type() == graphicsItem_Param::Type ? 1 : 0;
         }
@@ -431,47 +418,44 @@ private slots:
 
     void aPressOutsideDismissesThePopUpAndOneInsideKeepsIt()
     {
-        Bench bench;
-        supermodule* block = bench.seen(100, {500, 200});
-        bench.clickButton(block, 0);
+        supermodule* block = m_bench->seen(100, {500, 200});
+        m_bench->clickButton(block, 0);
         QVERIFY(Bench::popUpIsOpen());
         // Between its upper edge and its entries.
-        bench.click(Bench::popUp()->pos() + QPointF(40, 8));
+        m_bench->click(Bench::popUp()->pos() + QPointF(40, 8));
         QVERIFY(Bench::popUpIsOpen());
-        bench.click(block->scenePos() + QPointF(30, 30));
+        m_bench->click(block->scenePos() + QPointF(30, 30));
         QVERIFY(!Bench::popUpIsOpen());
-        bench.clickButton(block, 0);
+        m_bench->clickButton(block, 0);
         QVERIFY(Bench::popUpIsOpen());
-        bench.click({900, 550});
+        m_bench->click({900, 550});
         QVERIFY(!Bench::popUpIsOpen());
     }
 
     void openingForASecondBlockRetargetsThePopUp()
     {
-        Bench bench;
-        supermodule* first = bench.seen(100, {200, 250});
-        supermodule* second = bench.seen(100, {600, 250});
-        bench.clickButton(first, 0);
+        supermodule* first = m_bench->seen(100, {200, 250});
+        supermodule* second = m_bench->seen(100, {600, 250});
+        m_bench->clickButton(first, 0);
         QCOMPARE(Bench::popUp()->module(), first);
-        bench.clickButton(second, 0);
+        m_bench->clickButton(second, 0);
         QVERIFY(Bench::popUpIsOpen());
         QCOMPARE(Bench::popUp()->module(), second);
-        bench.choose(2);
+        m_bench->choose(2);
         QVERIFY(first->cCode().startsWith(QLatin1String("speed1 = 50;")));
         QVERIFY(second->cCode().startsWith(QLatin1String("speed1 = 80;")));
     }
 
     void aChoiceForADeletedBlockDoesNothing()
     {
-        Bench bench;
-        supermodule* block = bench.seen(100, {500, 200});
-        bench.clickButton(block, 0);
-        bench.view.deleteModule(block);
+        supermodule* block = m_bench->seen(100, {500, 200});
+        m_bench->clickButton(block, 0);
+        m_bench->view.deleteModule(block);
         QVERIFY(Bench::popUpIsOpen());
-        bench.choose(0);
-        bench.click({900, 550});
+        m_bench->choose(0);
+        m_bench->click({900, 550});
         QVERIFY(!Bench::popUpIsOpen());
-        QCOMPARE(bench.brokenInvariants(), QStringList());
+        QCOMPARE(m_bench->brokenInvariants(), QStringList());
     }
 };
 

@@ -1,5 +1,6 @@
 #include "modules/catalogue/modulefactory.h"
 #include "modules/supermodule.h"
+#include "support/canvas/blockdata.h"
 
 #include <QGraphicsScene>
 #include <QRandomGenerator>
@@ -9,7 +10,6 @@
 namespace
 {
 const int s_plain[] = {103, 101, 107};
-const int s_loops[] = {301, 303, 306, 307};
 
 struct Bounds {
     int left;
@@ -24,7 +24,7 @@ bool operator==(const Bounds& p_a, const Bounds& p_b)
            p_a.bottom == p_b.bottom;
 }
 
-bool isLoop(const supermodule* p_module) { return 300 < p_module->id && p_module->id < 308; }
+bool isLoop(const supermodule* p_module) { return loopTypes().contains(p_module->id); }
 
 /** The walk over a block and all in it, one block after the other and each time anew. */
 void walk(const supermodule* p_module, Bounds& p_bounds)
@@ -70,7 +70,8 @@ supermodule* randomChain(QGraphicsScene& p_scene, QRandomGenerator& p_random, in
     for (int i = 0; i < length; ++i) {
         const bool loop = p_depth > 0 && p_random.bounded(2) == 0;
         supermodule* module =
-            createModuleFromId(loop ? s_loops[p_random.bounded(4)] : s_plain[p_random.bounded(3)]);
+            createModuleFromId(loop ? loopTypes().at(p_random.bounded(loopTypes().size()))
+                                    : s_plain[p_random.bounded(3)]);
         p_scene.addItem(module);
         if (loop && p_random.bounded(4) > 0) {
             module->hangModule(LeftLink, randomChain(p_scene, p_random, p_depth - 1));

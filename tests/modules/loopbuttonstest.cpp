@@ -1,28 +1,29 @@
 #include "dropping.h"
 #include "parameterbench.h"
+#include "support/canvas/blockdata.h"
+#include "support/system/datatable.h"
 
 #include <QAbstractButton>
 #include <QPainter>
 #include <QtTest>
 
 /** The buttons of loops beside those of what is in them. */
-class LoopButtonsTest : public QObject
+class LoopButtonsTest : public FixtureTest<Bench>
 {
     Q_OBJECT
 
 private slots:
     void theButtonsOfAConditionalLoopHangUnderItsLegs()
     {
-        Bench bench;
-        supermodule* loop = bench.seen(306, {300, 300});
-        supermodule* first = dropOn(bench, loop, LeftLink, 103);
-        dropOn(bench, first, NextLink, 105);
+        supermodule* loop = m_bench->seen(306, {300, 300});
+        supermodule* first = dropOn(*m_bench, loop, LeftLink, 103);
+        dropOn(*m_bench, first, NextLink, 105);
         QCOMPARE(loop->boundingRect().width(), 320.0);
         // One under each leg, where the drawers of the body's blocks leave them free.
         QCOMPARE(loop->buttonRect(0).center(), QPointF(21, 120));
         QCOMPARE(loop->buttonRect(1).center(), QPointF(320 - 19, 120));
-        bench.click(first->scenePos() + QPointF(30, 30));
-        bench.key(Qt::Key_Delete);
+        m_bench->click(first->scenePos() + QPointF(30, 30));
+        m_bench->key(Qt::Key_Delete);
         QVERIFY(!loop->left());
         QCOMPARE(loop->buttonRect(0).topLeft(), QPointF(140, 100));
         QCOMPARE(loop->buttonRect(1).topLeft(), QPointF(200, 100));
@@ -30,9 +31,8 @@ private slots:
 
     void everyButtonOfALoopAndItsBodyCanBePressed_data()
     {
-        QTest::addColumn<int>("loop");
-        QTest::addColumn<int>("inside");
-        for (int loop : {301, 303, 306, 307}) {
+        columns<int, int>("loop", "inside");
+        for (int loop : loopTypes()) {
             // One drawer, two drawers, and a loop.
             for (int inside : {104, 107, 306}) {
                 QTest::addRow("%d around %d", loop, inside) << loop << inside;
@@ -45,14 +45,15 @@ private slots:
         QFETCH(int, loop);
         QFETCH(int, inside);
         for (bool bodyFirst : {false, true}) {
-            Bench bench;
-            supermodule* body = bodyFirst ? bench.seen(inside, {300, 500}) : nullptr;
-            supermodule* outer = bench.seen(loop, {300, 300});
+            m_bench.emplace();
+            supermodule* body = bodyFirst ? m_bench->seen(inside, {300, 500}) : nullptr;
+            supermodule* outer = m_bench->seen(loop, {300, 300});
             if (bodyFirst) {
-                const QPointF place = outer->scenePos() + QPointF(loop > 303 ? 60 : 140, 10);
-                bench.drag(body, bench.at(place) - bench.at(body->scenePos()));
+                const QPointF place =
+                    outer->scenePos() + QPointF(blockDataOf(loop)->bodyOffset() + 20, 10);
+                m_bench->drag(body, m_bench->at(place) - m_bench->at(body->scenePos()));
             } else {
-                body = dropOn(bench, outer, LeftLink, inside);
+                body = dropOn(*m_bench, outer, LeftLink, inside);
             }
             QCOMPARE(outer->left(), body);
             for (supermodule* block : {outer, body}) {
@@ -66,7 +67,7 @@ private slots:
                     const QAbstractButton* pressed = block->button(i);
                     for (const int x : places.at(i)) {
                         const QSignalSpy presses(pressed, &QAbstractButton::clicked);
-                        bench.click(Bench::placeOf(block, i).topLeft() + QPointF(x, 20));
+                        m_bench->click(Bench::placeOf(block, i).topLeft() + QPointF(x, 20));
                         QVERIFY2(presses.count() == 1,
                                  qPrintable(QStringLiteral("button %1 of %2 at %3")
                                                 .arg(i)
@@ -80,19 +81,18 @@ private slots:
 
     void aBodyLiesAboveAllItsLoopsHoweverOldTheyAre()
     {
-        Bench bench;
-        supermodule* chain = bench.seen(104, {300, 500});
-        supermodule* behind = bench.dropBehind(chain, 107);
-        supermodule* inner = bench.seen(306, {300, 400});
-        supermodule* outer = bench.seen(301, {300, 200});
+        supermodule* chain = m_bench->seen(104, {300, 500});
+        supermodule* behind = m_bench->dropBehind(chain, 107);
+        supermodule* inner = m_bench->seen(306, {300, 400});
+        supermodule* outer = m_bench->seen(301, {300, 200});
         const auto dragInto = [&](supermodule* p_module, supermodule* p_loop, int p_offset) {
-            bench.drag(p_module, bench.at(p_loop->scenePos() + QPointF(p_offset, 10)) -
-                                     bench.at(p_module->scenePos()));
+            m_bench->drag(p_module, m_bench->at(p_loop->scenePos() + QPointF(p_offset, 10)) -
+                                        m_bench->at(p_module->scenePos()));
             QCOMPARE(p_loop->left(), p_module);
         };
         const auto place = [&](supermodule* p_module) {
-            return bench.view.scene()
-                ->items(bench.view.sceneRect(), Qt::IntersectsItemShape, Qt::AscendingOrder)
+            return m_bench->view.scene()
+                ->items(m_bench->view.sceneRect(), Qt::IntersectsItemShape, Qt::AscendingOrder)
                 .indexOf(p_module);
         };
         dragInto(chain, inner, 60);
@@ -101,21 +101,20 @@ private slots:
         QVERIFY(place(inner) < place(chain));
         QVERIFY(place(inner) < place(behind));
         // The tip that Qt shows is that of what lies on top.
-        const auto* top = bench.view.itemAt(bench.at(behind->scenePos() + QPointF(60, 40)));
+        const auto* top = m_bench->view.itemAt(m_bench->at(behind->scenePos() + QPointF(60, 40)));
         QCOMPARE(top->toolTip(), behind->toolTip());
     }
 
     void anEmptyConditionalLoopIsPaintedAndHeldDownToItsFeet()
     {
-        Bench bench;
-        supermodule* loop = bench.seen(306, {300, 300});
+        supermodule* loop = m_bench->seen(306, {300, 300});
         // Painted piece by piece it looks as painted at once.
         const QRect area(loop->scenePos().toPoint() + QPoint(0, -20), QSize(280, 162));
         const auto painted = [&](const QRect& p_piece) {
             QImage image(area.size(), QImage::Format_ARGB32);
             image.fill(Qt::white);
             QPainter painter(&image);
-            bench.view.scene()->render(&painter, p_piece.translated(-area.topLeft()), p_piece);
+            m_bench->view.scene()->render(&painter, p_piece.translated(-area.topLeft()), p_piece);
             painter.end();
             return image.copy(p_piece.translated(-area.topLeft()));
         };
@@ -126,22 +125,20 @@ private slots:
         // A hand that takes it by a foot takes it.
         const QPointF before = loop->scenePos();
         const QPointF foot = before + QPointF(20, 110);
-        bench.press(foot);
-        bench.move(foot + QPointF(30, 20));
-        bench.move(foot + QPointF(60, 40));
-        bench.release(foot + QPointF(60, 40));
+        m_bench->press(foot);
+        m_bench->move(foot + QPointF(30, 20));
+        m_bench->move(foot + QPointF(60, 40));
+        m_bench->release(foot + QPointF(60, 40));
         QCOMPARE(loop->scenePos(), before + QPointF(60, 40));
         // With a body there is nothing of it behind its end.
-        dropOn(bench, loop, LeftLink, 103);
-        bench.click(loop->scenePos() + QPointF(240, 110));
-        QVERIFY(!bench.view.currentModule());
+        dropOn(*m_bench, loop, LeftLink, 103);
+        m_bench->click(loop->scenePos() + QPointF(240, 110));
+        QVERIFY(!m_bench->view.currentModule());
     }
 
     void pressOnALoopsLeftButtonPlacesThePopUpUnderThatButton_data()
     {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<int>("blocks");
-        QTest::addColumn<bool>("nested");
+        columns<int, int, bool>("id", "blocks", "nested");
         for (const int id : {306, 307}) {
             const QByteArray name = QByteArray::number(id);
             QTest::newRow(name + " empty") << id << 0 << false;
@@ -155,15 +152,14 @@ private slots:
         QFETCH(int, id);
         QFETCH(int, blocks);
         QFETCH(bool, nested);
-        Bench bench;
-        supermodule* loop = bench.seen(id, {300, 300});
+        supermodule* loop = m_bench->seen(id, {300, 300});
         for (int i = 0; i < blocks; ++i) {
-            dropOn(bench, loop, LeftLink, 103);
+            dropOn(*m_bench, loop, LeftLink, 103);
         }
         if (nested) {
-            dropOn(bench, loop, LeftLink, 303);
+            dropOn(*m_bench, loop, LeftLink, 303);
         }
-        bench.clickButton(loop, 0);
+        m_bench->clickButton(loop, 0);
         QVERIFY(Bench::popUpIsOpen());
         const QRectF button = Bench::placeOf(loop, 0);
         const QRectF popUp = Bench::popUp()->sceneBoundingRect();

@@ -8,6 +8,7 @@
 #include "parameterbench.h"
 #include "proj/controls/selectablebutton.h"
 #include "support/canvas/singleblock.h"
+#include "support/system/datatable.h"
 #include "support/system/paintwatch.h"
 
 #include <QApplication>
@@ -16,7 +17,6 @@
 #include <QPushButton>
 #include <QToolTip>
 #include <QtTest>
-#include <QWindow>
 
 namespace
 {
@@ -66,17 +66,14 @@ double difference(const QImage& p_a, const QImage& p_b)
 } // namespace
 
 /** When the buttons on blocks have widgets, and what they show while they have none. */
-class ModuleButtonTest : public QObject
+class ModuleButtonTest : public FixtureTest<Bench>
 {
     Q_OBJECT
 
 private slots:
     void aButtonShowsWhatItsWidgetShows_data()
     {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<QString>("values");
-        QTest::addColumn<bool>("loose");
-        QTest::addColumn<qreal>("scale");
+        columns<int, QString, bool, qreal>("id", "values", "loose", "scale");
         for (const BlockRecord& record : blockRecords()) {
             const std::unique_ptr<supermodule> block(createModuleFromId(record.id));
             if (block->buttonCount() == 0) {
@@ -101,10 +98,9 @@ private slots:
         QFETCH(QString, values);
         QFETCH(bool, loose);
         QFETCH(qreal, scale);
-        Bench bench;
-        supermodule* block = bench.drop(id, {500, 330});
+        supermodule* block = m_bench->drop(id, {500, 330});
         if (!loose) {
-            bench.main()->appendModule(block);
+            m_bench->main()->appendModule(block);
             block->updateTreeAndOpacity();
         }
         if (!values.isEmpty()) {
@@ -112,13 +108,13 @@ private slots:
             loadBlock(block, values);
             block->setPos(place);
         }
-        hover(bench, {5, 5});
+        hover(*m_bench, {5, 5});
         QCOMPARE(Bench::proxies(block).size(), 0);
-        const QImage painted = shown(bench, block, scale);
+        const QImage painted = shown(*m_bench, block, scale);
         for (int i = 0; i < block->buttonCount(); ++i) {
             QVERIFY(block->button(i)->isVisible());
         }
-        const QImage byWidget = shown(bench, block, scale);
+        const QImage byWidget = shown(*m_bench, block, scale);
         if (scale == 1.0) {
             QCOMPARE(painted, byWidget);
         } else {
@@ -129,20 +125,19 @@ private slots:
         for (const QGraphicsProxyWidget* proxy : Bench::proxies(block)) {
             const_cast<QGraphicsProxyWidget*>(proxy)->setOpacity(0);
         }
-        QVERIFY(shown(bench, block, scale) != byWidget);
+        QVERIFY(shown(*m_bench, block, scale) != byWidget);
     }
 
     void aButtonShowsItsNewTextWithoutAWidget()
     {
-        Bench bench;
-        supermodule* block = bench.drop(111, {500, 330});
-        const QImage before = shown(bench, block, 1);
+        supermodule* block = m_bench->drop(111, {500, 330});
+        const QImage before = shown(*m_bench, block, 1);
         block->setParamIndex(0);
-        const QImage after = shown(bench, block, 1);
+        const QImage after = shown(*m_bench, block, 1);
         QVERIFY(before != after);
         QCOMPARE(Bench::proxies(block).size(), 0);
         QCOMPARE(block->button(0)->text(), QStringLiteral("A"));
-        QCOMPARE(shown(bench, block, 1), after);
+        QCOMPARE(shown(*m_bench, block, 1), after);
     }
 
     void aScaledButtonStandsWhereItIsToAPartOfAPixel()
@@ -170,123 +165,117 @@ private slots:
 
     void aNewTextOnAButtonIsPainted()
     {
-        Bench bench;
-        supermodule* block = bench.drop(101, {500, 330});
+        supermodule* block = m_bench->drop(101, {500, 330});
         QDomDocument document;
         QDomElement element = document.createElement(QStringLiteral("module"));
         element.setAttribute(QStringLiteral("x"), qRound(block->x()));
         element.setAttribute(QStringLiteral("y"), qRound(block->y()));
         element.setAttribute(QStringLiteral("n"), 7);
         toTheEventLoop();
-        const PaintWatch watch(*bench.view.viewport());
+        const PaintWatch watch(*m_bench->view.viewport());
         // A value that nobody has chosen, and so nothing but the button changes.
         block->loadXml(element);
         QVERIFY(block->cCode().contains(QStringLiteral("wait(7)")));
         const QRectF place = Bench::placeOf(block, 0);
-        QVERIFY(watch.saw(QRect(bench.at(place.topLeft()), place.size().toSize())));
+        QVERIFY(watch.saw(QRect(m_bench->at(place.topLeft()), place.size().toSize())));
     }
 
     void theWidgetComesUnderThePointerAndGoesWithIt()
     {
-        Bench bench;
-        supermodule* block = bench.drop(113, {500, 330});
+        supermodule* block = m_bench->drop(113, {500, 330});
         const QPointF left = Bench::placeOf(block, 0).center();
         const QPointF right = Bench::placeOf(block, 1).center();
         QCOMPARE(Bench::proxies(block).size(), 0);
-        hover(bench, left);
+        hover(*m_bench, left);
         QVERIFY(qobject_cast<SelectableButton*>(block->liveButton(0)));
         QVERIFY(!block->liveButton(1));
         QCOMPARE(Bench::proxies(block).size(), 1);
         QCOMPARE(Bench::proxies(block).first()->geometry(), block->buttonRect(0));
-        hover(bench, left + QPointF(3, 0));
+        hover(*m_bench, left + QPointF(3, 0));
         QVERIFY(block->liveButton(0));
-        hover(bench, right);
+        hover(*m_bench, right);
         QVERIFY(!block->liveButton(0));
         QVERIFY(block->liveButton(1));
-        hover(bench, right + QPointF(0, 3));
-        hover(bench, block->scenePos() + QPointF(60, 40));
+        hover(*m_bench, right + QPointF(0, 3));
+        hover(*m_bench, block->scenePos() + QPointF(60, 40));
         QCOMPARE(Bench::proxies(block).size(), 0);
         // A pointer that leaves the canvas from a button leaves the button.
-        hover(bench, right);
-        hover(bench, right + QPointF(3, 0));
+        hover(*m_bench, right);
+        hover(*m_bench, right + QPointF(3, 0));
         QVERIFY(block->liveButton(1));
         QEvent leave(QEvent::Leave);
-        QApplication::sendEvent(bench.view.viewport(), &leave);
+        QApplication::sendEvent(m_bench->view.viewport(), &leave);
         toTheEventLoop();
         QCOMPARE(Bench::proxies(block).size(), 0);
     }
 
     void aPressWithoutAPointerBeforeReachesTheWidget()
     {
-        Bench bench;
-        supermodule* block = bench.drop(101, {500, 330});
+        supermodule* block = m_bench->drop(101, {500, 330});
         const QPointF field = Bench::placeOf(block, 0).center();
-        bench.press(field);
+        m_bench->press(field);
         const auto* button = qobject_cast<SelectableButton*>(block->liveButton(0));
         QVERIFY(button);
         QVERIFY(button->isDown());
         QCOMPARE(SelectableButton::current(), button);
-        QCOMPARE(bench.view.currentModule(), block);
-        QCOMPARE(bench.raised, QStringList());
-        bench.release(field);
+        QCOMPARE(m_bench->view.currentModule(), block);
+        QCOMPARE(m_bench->raised, QStringList());
+        m_bench->release(field);
         QVERIFY(!button->isDown());
-        QCOMPARE(bench.raised, QStringList{QStringLiteral("number 11")});
-        bench.type(QStringLiteral("25"));
+        QCOMPARE(m_bench->raised, QStringList{QStringLiteral("number 11")});
+        m_bench->type(QStringLiteral("25"));
         QVERIFY(block->cCode().contains(QStringLiteral("wait(25)")));
     }
 
     void aDoubleClickAloneReachesTheWidget()
     {
-        Bench bench;
-        supermodule* block = bench.drop(101, {500, 330});
-        const QPoint field = bench.at(Bench::placeOf(block, 0).center());
+        supermodule* block = m_bench->drop(101, {500, 330});
+        const QPoint field = m_bench->at(Bench::placeOf(block, 0).center());
         QMouseEvent twice(QEvent::MouseButtonDblClick, field,
-                          bench.view.viewport()->mapToGlobal(field), Qt::LeftButton, Qt::LeftButton,
-                          Qt::NoModifier);
-        QApplication::sendEvent(bench.view.viewport(), &twice);
+                          m_bench->view.viewport()->mapToGlobal(field), Qt::LeftButton,
+                          Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(m_bench->view.viewport(), &twice);
         QVERIFY(block->liveButton(0));
         QVERIFY(block->liveButton(0)->isDown());
     }
 
     void aPressThatMovesAwayKeepsTheWidgetUntilItEnds()
     {
-        Bench bench;
-        supermodule* block = bench.drop(111, {500, 330});
+        supermodule* block = m_bench->drop(111, {500, 330});
         const QPointF before = block->scenePos();
         const QPointF from = Bench::placeOf(block, 0).center();
-        bench.press(from);
+        m_bench->press(from);
         QPointer<QPushButton> button = block->liveButton(0);
         QVERIFY(button);
         for (int step = 1; step < 8; ++step) {
-            bench.move(from + QPointF(10 * step, -10 * step));
+            m_bench->move(from + QPointF(10 * step, -10 * step));
             toTheEventLoop();
             QVERIFY(button);
         }
         QCOMPARE(block->scenePos(), before + QPointF(70, -70));
         QCOMPARE(Bench::proxies(block).first()->geometry(), block->buttonRect(0));
-        bench.release(from + QPointF(70, -70));
-        hover(bench, {5, 5});
-        bench.click({900, 550});
+        m_bench->release(from + QPointF(70, -70));
+        hover(*m_bench, {5, 5});
+        m_bench->click({900, 550});
         toTheEventLoop();
         QVERIFY(!button);
     }
 
     void aFieldIsKeptWhileItIsMarkedOrHasTheFocus()
     {
-        Bench bench;
-        supermodule* block = bench.drop(101, {500, 330});
-        bench.clickButton(block, 0);
-        hover(bench, {5, 5});
+        supermodule* block = m_bench->drop(101, {500, 330});
+        m_bench->clickButton(block, 0);
+        hover(*m_bench, {5, 5});
         const QPointer<QPushButton> field = block->liveButton(0);
         QVERIFY(field);
         QCOMPARE(SelectableButton::current(), field.data());
         // A key takes the mark away, but the keyboard's focus stays.
-        bench.type(QStringLiteral("4"));
+        m_bench->type(QStringLiteral("4"));
         toTheEventLoop();
         QVERIFY(field && !SelectableButton::current());
-        bench.type(QStringLiteral("2"));
+        m_bench->type(QStringLiteral("2"));
         QVERIFY(block->cCode().contains(QStringLiteral("wait(42)")));
-        bench.click({900, 550});
+        m_bench->click({900, 550});
         toTheEventLoop();
         QVERIFY(!field);
         QCOMPARE(Bench::proxies(block).size(), 0);
@@ -294,13 +283,12 @@ private slots:
 
     void aMarkedFieldIsKeptWhenTheFocusWalksOn()
     {
-        Bench bench;
-        supermodule* block = bench.drop(101, {500, 330});
-        bench.drop(104, {700, 330});
-        bench.clickButton(block, 0);
-        hover(bench, {5, 5});
+        supermodule* block = m_bench->drop(101, {500, 330});
+        m_bench->drop(104, {700, 330});
+        m_bench->clickButton(block, 0);
+        hover(*m_bench, {5, 5});
         const QPointer<QPushButton> field = block->liveButton(0);
-        QVERIFY(focusNextButton(*bench.view.scene(), true));
+        QVERIFY(focusNextButton(*m_bench->view.scene(), true));
         toTheEventLoop();
         QVERIFY(field && !field->graphicsProxyWidget()->hasFocus());
         QCOMPARE(SelectableButton::current(), field.data());
@@ -308,17 +296,16 @@ private slots:
 
     void whatWasTypedStaysWhenTheWidgetGoes()
     {
-        Bench bench;
-        supermodule* block = bench.drop(101, {500, 330});
-        bench.clickButton(block, 0);
-        bench.type(QStringLiteral("1."));
-        hover(bench, {5, 5});
-        bench.click({900, 550});
+        supermodule* block = m_bench->drop(101, {500, 330});
+        m_bench->clickButton(block, 0);
+        m_bench->type(QStringLiteral("1."));
+        hover(*m_bench, {5, 5});
+        m_bench->click({900, 550});
         toTheEventLoop();
         QCOMPARE(Bench::proxies(block).size(), 0);
         // On the palette's keyboard it goes on where it was.
         focusModule = block;
-        bench.tap(QStringLiteral("5"));
+        m_bench->tap(QStringLiteral("5"));
         toTheEventLoop();
         QCOMPARE(Bench::proxies(block).size(), 0);
         QCOMPARE(block->button(0)->text(), QStringLiteral("1.5"));
@@ -327,35 +314,33 @@ private slots:
 
     void aFieldTakesKeysAgainWhenItsWindowComesBack()
     {
-        Bench bench;
-        supermodule* block = bench.drop(101, {500, 330});
-        bench.clickButton(block, 0);
-        bench.type(QStringLiteral("4"));
-        hover(bench, {5, 5});
+        supermodule* block = m_bench->drop(101, {500, 330});
+        m_bench->clickButton(block, 0);
+        m_bench->type(QStringLiteral("4"));
+        hover(*m_bench, {5, 5});
         QWidget other;
         other.show();
         other.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&other));
         toTheEventLoop();
         QVERIFY(block->liveButton(0));
-        bench.view.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&bench.view));
-        bench.type(QStringLiteral("2"));
+        m_bench->view.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&m_bench->view));
+        m_bench->type(QStringLiteral("2"));
         QVERIFY(block->cCode().contains(QStringLiteral("wait(42)")));
     }
 
     void theToolTipIsThereWithoutAWidget()
     {
-        Bench bench;
-        supermodule* block = bench.drop(107, {500, 330});
+        supermodule* block = m_bench->drop(107, {500, 330});
         const auto tipAt = [&](const QPointF& p_scenePos) {
             QToolTip::hideText();
             if (!QTest::qWaitFor([] { return !QToolTip::isVisible(); }, 2000)) {
                 qWarning("the tool tip stays");
             }
-            const QPoint at = bench.at(p_scenePos);
-            QHelpEvent help(QEvent::ToolTip, at, bench.view.viewport()->mapToGlobal(at));
-            QApplication::sendEvent(bench.view.viewport(), &help);
+            const QPoint at = m_bench->at(p_scenePos);
+            QHelpEvent help(QEvent::ToolTip, at, m_bench->view.viewport()->mapToGlobal(at));
+            QApplication::sendEvent(m_bench->view.viewport(), &help);
             return QToolTip::text();
         };
         const QPointF field = Bench::placeOf(block, 0).center();
@@ -377,13 +362,12 @@ private slots:
     void theToolTipComesThoughTheWidgetIsThere()
     {
         QFETCH(int, moves);
-        Bench bench;
-        supermodule* block = bench.drop(107, {500, 330});
-        const QPoint field = bench.at(Bench::placeOf(block, 0).center());
+        supermodule* block = m_bench->drop(107, {500, 330});
+        const QPoint field = m_bench->at(Bench::placeOf(block, 0).center());
         QToolTip::hideText();
         QTRY_VERIFY(!QToolTip::isVisible());
         for (int i = 0; i < moves; ++i) {
-            QTest::mouseMove(bench.view.windowHandle(), field + QPoint(i, 0));
+            QTest::mouseMove(m_bench->view.windowHandle(), field + QPoint(i, 0));
             toTheEventLoop();
         }
         // The widget that is there by now must not keep the tip to itself.
@@ -393,26 +377,25 @@ private slots:
 
     void aRightPressOnAButtonIsOneOnItsBlock()
     {
-        Bench bench;
-        supermodule* block = bench.drop(101, {500, 330});
+        supermodule* block = m_bench->drop(101, {500, 330});
         const QPointF field = Bench::placeOf(block, 0).center();
-        QTest::mousePress(bench.view.viewport(), Qt::RightButton, Qt::NoModifier, bench.at(field));
-        QTest::mouseRelease(bench.view.viewport(), Qt::RightButton, Qt::NoModifier,
-                            bench.at(field));
-        QCOMPARE(bench.view.currentModule(), block);
-        QVERIFY(bench.view.contextMenu().isVisible());
-        bench.view.contextMenu().close();
-        QCOMPARE(bench.raised, QStringList());
+        QTest::mousePress(m_bench->view.viewport(), Qt::RightButton, Qt::NoModifier,
+                          m_bench->at(field));
+        QTest::mouseRelease(m_bench->view.viewport(), Qt::RightButton, Qt::NoModifier,
+                            m_bench->at(field));
+        QCOMPARE(m_bench->view.currentModule(), block);
+        QVERIFY(m_bench->view.contextMenu().isVisible());
+        m_bench->view.contextMenu().close();
+        QCOMPARE(m_bench->raised, QStringList());
         QVERIFY(!SelectableButton::current());
     }
 
     void aWidgetThatWasAskedForStays()
     {
-        Bench bench;
-        supermodule* block = bench.drop(101, {500, 330});
+        supermodule* block = m_bench->drop(101, {500, 330});
         const QPointer<QAbstractButton> asked = block->button(0);
-        hover(bench, Bench::placeOf(block, 0).center());
-        hover(bench, {5, 5});
+        hover(*m_bench, Bench::placeOf(block, 0).center());
+        hover(*m_bench, {5, 5});
         QVERIFY(asked);
         QCOMPARE(block->button(0), asked.data());
         QCOMPARE(block->button(1), nullptr);
@@ -421,23 +404,22 @@ private slots:
 
     void aWidgetStaysThroughACallThatItMakes()
     {
-        Bench bench;
-        supermodule* block = bench.drop(803, {500, 330});
-        bench.clickButton(block, 0);
+        supermodule* block = m_bench->drop(803, {500, 330});
+        m_bench->clickButton(block, 0);
         const QPointer<QPushButton> chooser = block->liveButton(0);
         QVERIFY(chooser);
         bool stayed = false;
-        connect(&bench.view, &TzProgramView::showVoiceSignal, &bench.view, [&] {
+        connect(&m_bench->view, &TzProgramView::showVoiceSignal, &m_bench->view, [&] {
             // As a dialog would: it takes the pointer and the focus away, and handles events.
-            bench.view.scene()->setFocusItem(nullptr);
+            m_bench->view.scene()->setFocusItem(nullptr);
             QEvent leave(QEvent::Leave);
-            QApplication::sendEvent(bench.view.viewport(), &leave);
+            QApplication::sendEvent(m_bench->view.viewport(), &leave);
             toTheEventLoop();
             stayed = chooser && chooser == block->liveButton(0);
         });
         // By the keyboard, for the mouse would hold it, too.
-        QTest::keyClick(bench.view.viewport(), Qt::Key_Space);
-        QCOMPARE(bench.raised.size(), 2);
+        QTest::keyClick(m_bench->view.viewport(), Qt::Key_Space);
+        QCOMPARE(m_bench->raised.size(), 2);
         QVERIFY(stayed);
         toTheEventLoop();
         QVERIFY(!chooser);
@@ -454,58 +436,56 @@ private slots:
     void aBlockDiesWithAWidgetAlive()
     {
         QFETCH(QString, how);
-        Bench bench;
-        const QPointer<supermodule> block = bench.drop(101, {500, 330});
+        const QPointer<supermodule> block = m_bench->drop(101, {500, 330});
         const QPointF field = Bench::placeOf(block, 0).center();
         if (how == QLatin1String("hovered")) {
-            hover(bench, field);
+            hover(*m_bench, field);
         } else if (how == QLatin1String("focused")) {
-            bench.clickButton(block, 0);
+            m_bench->clickButton(block, 0);
         } else if (how == QLatin1String("pressed")) {
-            bench.press(field);
+            m_bench->press(field);
         } else {
             QVERIFY(block->button(0));
         }
         const QPointer<QPushButton> button = block->liveButton(0);
         QVERIFY(button);
-        bench.view.deleteModule(block);
+        m_bench->view.deleteModule(block);
         QVERIFY(!block && !button);
         QVERIFY(!SelectableButton::current());
         toTheEventLoop();
-        bench.release(field);
-        hover(bench, field);
-        bench.view.undoStack().undo();
+        m_bench->release(field);
+        hover(*m_bench, field);
+        m_bench->view.undoStack().undo();
         toTheEventLoop();
-        QCOMPARE(bench.blocks().size(), 2);
-        QCOMPARE(bench.brokenInvariants(), QStringList());
+        QCOMPARE(m_bench->blocks().size(), 2);
+        QCOMPARE(m_bench->brokenInvariants(), QStringList());
     }
 
     void aHiddenBlockLosesItsWidget()
     {
-        Bench bench;
-        supermodule* block = bench.drop(101, {500, 330});
-        hover(bench, Bench::placeOf(block, 0).center());
-        hover(bench, Bench::placeOf(block, 0).center() + QPointF(1, 0));
+        supermodule* block = m_bench->drop(101, {500, 330});
+        hover(*m_bench, Bench::placeOf(block, 0).center());
+        hover(*m_bench, Bench::placeOf(block, 0).center() + QPointF(1, 0));
         QVERIFY(block->liveButton(0));
         // By that alone: the pointer rests where it was.
         block->setVisibleTree(false);
         toTheEventLoop();
         QVERIFY(!block->liveButton(0));
         block->setVisibleTree(true);
-        bench.clickButton(block, 0);
-        QCOMPARE(bench.raised, QStringList{QStringLiteral("number 11")});
+        m_bench->clickButton(block, 0);
+        QCOMPARE(m_bench->raised, QStringList{QStringLiteral("number 11")});
     }
 
     void aScreenFullOfBlocksHasNoWidgets()
     {
-        Bench bench;
         const int windows = QGuiApplication::allWindows().size();
         const int topLevels = QApplication::topLevelWidgets().size();
         const QList<int> ids{101, 104, 107, 111, 113, 301, 306, 309, 800, 900};
         for (int i = 0; i < 200; ++i) {
-            bench.drop(ids.at(i % ids.size()), QPointF(30 + 8 * (i % 100), 60 + 250 * (i / 100)));
+            m_bench->drop(ids.at(i % ids.size()),
+                          QPointF(30 + 8 * (i % 100), 60 + 250 * (i / 100)));
         }
-        bench.view.viewport()->repaint();
+        m_bench->view.viewport()->repaint();
         toTheEventLoop();
         QVERIFY(QGuiApplication::allWindows().size() <= windows + 1);
         // One unseen widget for each look that there is, however many blocks show it.

@@ -3,10 +3,9 @@
 #include "parameterbench.h"
 #include "proj/controls/selectablebutton.h"
 #include "support/canvas/singleblock.h"
+#include "support/system/datatable.h"
 #include "support/system/paintwatch.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
 #include <QPainter>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -43,33 +42,9 @@ QString widened(const QString& p_value)
     return QString::number(static_cast<double>(p_value.toFloat()), 'g', 17);
 }
 
-/** What is painted of a widget from now on. */
-class PaintedRegion : public QObject
-{
-public:
-    explicit PaintedRegion(QWidget& p_widget)
-    {
-        // What is still to be painted from before doesn't count.
-        QCoreApplication::processEvents();
-        p_widget.installEventFilter(this);
-    }
-
-    QRegion region;
-
-protected:
-    bool eventFilter(QObject*, QEvent* p_event) override
-    {
-        if (p_event->type() == QEvent::Paint) {
-            region += static_cast<QPaintEvent*>(p_event)->region();
-        }
-        return false;
-    }
-};
-
 void allFields(const QStringList& p_values)
 {
-    QTest::addColumn<int>("id");
-    QTest::addColumn<QString>("values");
+    columns<int, QString>("id", "values");
     for (const Field& field : s_fields) {
         for (const QString& value : p_values) {
             QTest::addRow("%d with %s", field.id, qPrintable(value))
@@ -80,7 +55,7 @@ void allFields(const QStringList& p_values)
 } // namespace
 
 /** What the number fields of blocks show, and that it stays in their place. */
-class NumberFieldTest : public QObject
+class NumberFieldTest : public FixtureTest<Bench>
 {
     Q_OBJECT
 
@@ -96,22 +71,21 @@ private slots:
     {
         QFETCH(int, id);
         QFETCH(QString, values);
-        Bench bench;
-        supermodule* block = bench.drop(id, {500, 330});
+        supermodule* block = m_bench->drop(id, {500, 330});
         const QPointF place = block->pos();
         loadBlock(block, values);
         block->setPos(place);
         const QRectF field = Bench::placeOf(block, 0);
         const QRectF around = block->sceneBoundingRect().adjusted(-100, 0, 100, 60);
         // What is painted while there is no widget.
-        const QImage atRest = picture(bench, around);
+        const QImage atRest = picture(*m_bench, around);
         QAbstractButton* button = block->button(0);
         const QGraphicsProxyWidget* proxy = Bench::proxies(block).first();
         QCOMPARE(button->size(), block->buttonRect(0).size().toSize());
         QCOMPARE(proxy->geometry(), block->buttonRect(0));
         QCOMPARE(proxy->sceneBoundingRect(), field);
         // The widget shows the same.
-        QCOMPARE(picture(bench, around), atRest);
+        QCOMPARE(picture(*m_bench, around), atRest);
         // Nor does it grow while it is there.
         for (const char* text : {"0.40000000596046448", "", "1", "-1234567890123456789"}) {
             button->setText(QLatin1String(text));
@@ -123,8 +97,7 @@ private slots:
 
     void allThatCanBeTypedCanBeRead_data()
     {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<QString>("typed");
+        columns<int, QString>("id", "typed");
         QTest::newRow("six digits and two decimals") << 101 << QStringLiteral("123456.78");
         QTest::newRow("the same on the small field") << 113 << QStringLiteral("123456.78");
         QTest::newRow("a count") << 301 << QStringLiteral("888888");
@@ -136,22 +109,21 @@ private slots:
     {
         QFETCH(int, id);
         QFETCH(QString, typed);
-        Bench bench;
-        supermodule* block = bench.drop(id, {500, 330});
-        bench.clickButton(block, 0);
+        supermodule* block = m_bench->drop(id, {500, 330});
+        m_bench->clickButton(block, 0);
         QSet<QByteArray> seen;
         const auto look = [&] {
-            const QImage image = picture(bench, Bench::placeOf(block, 0));
+            const QImage image = picture(*m_bench, Bench::placeOf(block, 0));
             seen.insert(QByteArray(reinterpret_cast<const char*>(image.constBits()),
                                    static_cast<int>(image.sizeInBytes())));
         };
         if (id == 107) {
             // Its minus sign may come at any time.
-            bench.type(QStringLiteral("150-"));
+            m_bench->type(QStringLiteral("150-"));
             QCOMPARE(block->button(0)->text(), typed + s_degree);
         } else {
             for (const QChar key : typed) {
-                bench.type(key);
+                m_bench->type(key);
                 look();
             }
             QCOMPARE(block->button(0)->text(), typed);
@@ -201,14 +173,13 @@ private slots:
 
     void aBlockIsPaintedAnewWhenAChoiceIsMade()
     {
-        Bench bench;
-        supermodule* speed = bench.drop(100, {500, 330});
-        bench.clickButton(speed, 0);
+        supermodule* speed = m_bench->drop(100, {500, 330});
+        m_bench->clickButton(speed, 0);
         QVERIFY(Bench::popUpIsOpen());
-        PaintedRegion painted(*bench.view.viewport());
+        const PaintWatch watch(*m_bench->view.viewport());
         speed->setParamIndex(2);
-        const QRect middle(bench.at(speed->scenePos() + QPointF(40, 30)), QSize(40, 40));
-        QTRY_VERIFY(QRegion(middle).subtracted(painted.region).isEmpty());
+        const QRect middle(m_bench->at(speed->scenePos() + QPointF(40, 30)), QSize(40, 40));
+        QTRY_VERIFY(watch.saw(middle));
     }
 
     void aTextThatFitsIsShownInItsFullSize()
@@ -227,8 +198,7 @@ private slots:
 
     void aStoredNumberIsShownAsItWasTyped_data()
     {
-        QTest::addColumn<QString>("stored");
-        QTest::addColumn<QString>("shown");
+        columns<QString, QString>("stored", "shown");
         for (const char* typed : {"0.4", "0.1", "123456.78", "99999.9", "1", "0", "0.25",
                                   "16777216", "2000000000", "1e+20", "1e-05", "-0.3"}) {
             const QString text = QString::fromLatin1(typed);
@@ -245,9 +215,8 @@ private slots:
     {
         QFETCH(QString, stored);
         QFETCH(QString, shown);
-        Bench bench;
         for (const int id : {101, 104}) {
-            supermodule* block = bench.drop(id, {500, 330});
+            supermodule* block = m_bench->drop(id, {500, 330});
             QDomDocument document;
             QDomElement element = storedBlock(block, document);
             element.setAttribute(QStringLiteral("n"), stored);
@@ -260,8 +229,7 @@ private slots:
 
     void aTimedMotorShowsAllOfItsSeconds()
     {
-        Bench bench;
-        supermodule* block = bench.drop(113, {500, 330});
+        supermodule* block = m_bench->drop(113, {500, 330});
         loadBlock(block, QStringLiteral("n=1 time=") + widened(QStringLiteral("123456.78")));
         QCOMPARE(block->button(0)->text(), QStringLiteral("123456.78"));
         loadBlock(block, QStringLiteral("n=1 time=") + widened(QStringLiteral("0.4")));
@@ -273,25 +241,24 @@ private slots:
 
     void aNumberComesBackAsTypedFromFileUndoAndClipboard()
     {
-        Bench bench;
         QTemporaryDir dir;
         for (const int id : {101, 113}) {
-            supermodule* block = bench.drop(id, {500, 330});
-            bench.clickButton(block, 0);
-            bench.type(QStringLiteral("0.4"));
+            supermodule* block = m_bench->drop(id, {500, 330});
+            m_bench->clickButton(block, 0);
+            m_bench->type(QStringLiteral("0.4"));
             const QPointF onBlock = block->scenePos() + QPointF(30, 30);
-            bench.click(onBlock);
-            bench.key(Qt::Key_C, Qt::ControlModifier);
-            bench.view.OnPaste();
+            m_bench->click(onBlock);
+            m_bench->key(Qt::Key_C, Qt::ControlModifier);
+            m_bench->view.OnPaste();
             supermodule* pasted = moduleMap.last();
             QVERIFY(pasted != block && pasted->id == id);
             QCOMPARE(pasted->button(0)->text(), QStringLiteral("0.4"));
-            bench.view.deleteModule(pasted);
-            bench.view.deleteModule(block);
-            QCOMPARE(bench.blocks().size(), 1);
-            bench.view.undoStack().undo();
-            bench.view.undoStack().undo();
-            const QList<supermodule*> back = bench.blocks();
+            m_bench->view.deleteModule(pasted);
+            m_bench->view.deleteModule(block);
+            QCOMPARE(m_bench->blocks().size(), 1);
+            m_bench->view.undoStack().undo();
+            m_bench->view.undoStack().undo();
+            const QList<supermodule*> back = m_bench->blocks();
             QCOMPARE(back.size(), 3);
             for (supermodule* one : back) {
                 if (one->id == id) {
@@ -299,17 +266,17 @@ private slots:
                 }
             }
             const QString path = dir.filePath(QStringLiteral("a.tlrx"));
-            QVERIFY(bench.document.save(path));
-            QCOMPARE(bench.document.open(path), 0);
+            QVERIFY(m_bench->document.save(path));
+            QCOMPARE(m_bench->document.open(path), 0);
             int seen = 0;
-            for (supermodule* one : bench.blocks()) {
+            for (supermodule* one : m_bench->blocks()) {
                 if (one->id == id) {
                     QCOMPARE(one->button(0)->text(), QStringLiteral("0.4"));
                     ++seen;
                 }
             }
             QCOMPARE(seen, 2);
-            bench.document.startAnew();
+            m_bench->document.startAnew();
         }
     }
 };

@@ -3,6 +3,7 @@
 #include "modules/graphicsitem_param.h"
 #include "modules/supermodule.h"
 #include "support/canvas/canvasfixture.h"
+#include "support/system/fixturetest.h"
 
 #include <QGraphicsProxyWidget>
 #include <QtTest>

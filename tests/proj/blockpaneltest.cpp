@@ -144,9 +144,7 @@ private slots:
 
     void anyButtonStartsADrag()
     {
-        WatchedPanel panel(0);
-        panel.setPanelHeight(120);
-        panel.show();
+        WatchedPanel panel;
         int drags = 0;
         panel.m_onDrag = [&drags](QDrag&) { ++drags; };
         QTest::mousePress(panel.labels().at(0), Qt::LeftButton);
@@ -157,9 +155,7 @@ private slots:
 
     void theDraggedPictureHangsFromItsTopMiddle()
     {
-        WatchedPanel panel(0);
-        panel.setPanelHeight(120);
-        panel.show();
+        WatchedPanel panel;
         QSize size;
         QPoint hotSpot(-1, -1);
         panel.m_onDrag = [&](QDrag& p_drag) {
@@ -173,9 +169,7 @@ private slots:
 
     void theBlockLooksPressedWhileItIsDragged()
     {
-        WatchedPanel panel(0);
-        panel.setPanelHeight(120);
-        panel.show();
+        WatchedPanel panel;
         QLabel* label = panel.labels().at(0);
         QCOMPARE(middleOf(*label), s_blockColour);
         QColor during;
@@ -190,9 +184,7 @@ private slots:
 
     void aPressBetweenTwoBlocksStartsNothing()
     {
-        WatchedPanel panel(0);
-        panel.setPanelHeight(120);
-        panel.show();
+        WatchedPanel panel;
         int drags = 0;
         panel.m_onDrag = [&drags](QDrag&) { ++drags; };
         const QRect first = panel.labels().at(0)->geometry();
@@ -205,9 +197,7 @@ private slots:
 
     void theCanvasIsPaintedAnewAfterADrag()
     {
-        WatchedPanel panel(0);
-        panel.setPanelHeight(120);
-        panel.show();
+        WatchedPanel panel;
         const QSignalSpy updated(&panel, &PanelBase::updateViewSignal);
         int updatedBefore = -1;
         panel.m_onDrag = [&](QDrag&) { updatedBefore = updated.count(); };
@@ -218,9 +208,7 @@ private slots:
 
     void theStripMayBeGoneWhenTheDragEnds()
     {
-        auto panel = std::make_unique<WatchedPanel>(0);
-        panel->setPanelHeight(120);
-        panel->show();
+        auto panel = std::make_unique<WatchedPanel>();
         bool dragLeft = false;
         QPointer<QDrag> kept;
         QObject::connect(panel.get(), &QObject::destroyed, this,

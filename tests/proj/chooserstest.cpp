@@ -2,6 +2,7 @@
 #include "proj/numberspanel.h"
 #include "proj/textspanel.h"
 #include "proj/tzblockwidget.h"
+#include "support/system/datatable.h"
 
 #include <QPushButton>
 #include <QSignalSpy>
@@ -43,12 +44,29 @@ class ChoosersTest : public QObject
     Q_OBJECT
 
 private slots:
-    void digitsAndDeleteAreElevenKeysWithDeleteLast()
+    void theMaskDecidesWhichKeysThereAre_data()
     {
-        NumbersPanel panel(9);
-        QCOMPARE(panel.buttons().size(), 11);
-        QCOMPARE(textsOf(panel), s_digits + QStringList{QString()});
-        QCOMPARE(clickAll(panel), s_digitCodes + QList<int>{s_deleteCode});
+        columns<int, QStringList, QList<int>>("mask", "texts", "codes");
+        const QString none;
+        row("digits and delete, which comes last", 9, s_digits + QStringList{none},
+            s_digitCodes + QList<int>{s_deleteCode});
+        row("with minus", 13, s_digits + QStringList{"-", none},
+            s_digitCodes + QList<int>{45, s_deleteCode});
+        row("with point", 11, s_digits + QStringList{".", none},
+            s_digitCodes + QList<int>{46, s_deleteCode});
+        row("all", 15, s_digits + QStringList{".", "-", none},
+            s_digitCodes + QList<int>{46, 45, s_deleteCode});
+        row("none", 16, QStringList(), QList<int>());
+    }
+
+    void theMaskDecidesWhichKeysThereAre()
+    {
+        QFETCH(int, mask);
+        QFETCH(QStringList, texts);
+        QFETCH(QList<int>, codes);
+        NumbersPanel panel(mask);
+        QCOMPARE(textsOf(panel), texts);
+        QCOMPARE(clickAll(panel), codes);
     }
 
     void aChoiceHasTheCanvasPaintedAnew()
@@ -60,28 +78,6 @@ private slots:
             QCOMPARE(clickAll(*panel), (QList<int>{0, 1}));
             QCOMPARE(updated.count(), 2);
         }
-    }
-
-    void digitsMinusAndDelete()
-    {
-        NumbersPanel panel(13);
-        QCOMPARE(textsOf(panel), s_digits + QStringList({QStringLiteral("-"), QString()}));
-        QCOMPARE(clickAll(panel), s_digitCodes + QList<int>({45, s_deleteCode}));
-    }
-
-    void digitsPointAndDelete()
-    {
-        NumbersPanel panel(11);
-        QCOMPARE(textsOf(panel), s_digits + QStringList({QStringLiteral("."), QString()}));
-        QCOMPARE(clickAll(panel), s_digitCodes + QList<int>({46, s_deleteCode}));
-    }
-
-    void allKeysAndNone()
-    {
-        NumbersPanel all(15);
-        QCOMPARE(clickAll(all), s_digitCodes + QList<int>({46, 45, s_deleteCode}));
-        const NumbersPanel none(16);
-        QVERIFY(none.buttons().isEmpty());
     }
 
     void keysKeepTheirShapeInALowStrip()

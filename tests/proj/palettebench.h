@@ -6,6 +6,7 @@
 #include "proj/rowpanel.h"
 #include "proj/tzblockwidget.h"
 #include "proj/tzlabel.h"
+#include "support/system/fixturetest.h"
 
 #include <QApplication>
 #include <QScrollArea>

@@ -1,5 +1,6 @@
 #include "palettebench.h"
 #include "proj/palettebar.h"
+#include "support/system/datatable.h"
 #include "watchedpanel.h"
 
 #include <QLabel>
@@ -58,17 +59,20 @@ void leave(QWidget& p_widget)
 } // namespace
 
 /** How the palette answers the mouse. */
-class PaletteFeelTest : public QObject
+class PaletteFeelTest : public FixtureTest<PaletteBench>
 {
     Q_OBJECT
 
 private slots:
-    void init() { QCursor::setPos(0, 0); }
+    void init()
+    {
+        QCursor::setPos(0, 0);
+        m_bench.emplace();
+    }
 
     void whatTheMouseIsOverIsLighter_data()
     {
-        QTest::addColumn<int>("what");
-        QTest::addColumn<QColor>("colour");
+        columns<int, QColor>("what", "colour");
         const QColor white(Qt::white);
         const QColor frame(0, 175, 204);
         QTest::newRow("a block") << 0 << white;
@@ -84,15 +88,14 @@ private slots:
     {
         QFETCH(int, what);
         QFETCH(QColor, colour);
-        PaletteBench bench;
-        TzBlockWidget& palette = *bench.palette;
+        TzBlockWidget& palette = *m_bench->palette;
         QWidget* under = nullptr;
         switch (what) {
         case 0:
             under = qobject_cast<BlockPanel*>(palette.panel())->labels().at(1);
             break;
         case 1:
-            under = &bench.tab(0);
+            under = &m_bench->tab(0);
             break;
         case 2:
             palette.OnShowNumKeyboardSignal(11);
@@ -111,7 +114,7 @@ private slots:
             break;
         }
         if (!under) {
-            under = bench.chooser().buttons().at(1);
+            under = m_bench->chooser().buttons().at(1);
         }
         leave(*under);
         const QImage before = imageOf(*under);
@@ -129,9 +132,8 @@ private slots:
 
     void whatIsPressedIsNotLighter()
     {
-        PaletteBench bench;
-        bench.palette->OnShowVoiceSignal(2);
-        QPushButton& key = *bench.chooser().buttons().at(1);
+        m_bench->palette->OnShowVoiceSignal(2);
+        QPushButton& key = *m_bench->chooser().buttons().at(1);
         hover(key);
         const QImage lit = imageOf(key).copy(placeOf(key));
         QTest::mousePress(&key, Qt::LeftButton);
@@ -150,8 +152,7 @@ private slots:
 
     void aPressedTabIsDarkerAndOnePixelDown()
     {
-        PaletteBench bench;
-        tzlabel& tab = bench.tab(1);
+        tzlabel& tab = m_bench->tab(1);
         const QRect place = placeOf(tab);
         const QImage before = imageOf(tab).copy(place);
         QTest::mousePress(&tab, Qt::LeftButton);
@@ -174,14 +175,11 @@ private slots:
 
     void anOpenHandIsOverABlockAndAClosedOneDragsIt()
     {
-        PaletteBench bench;
-        const auto& strip = *qobject_cast<BlockPanel*>(bench.palette->panel());
+        const auto& strip = *qobject_cast<BlockPanel*>(m_bench->palette->panel());
         QCOMPARE(strip.labels().at(0)->cursor().shape(), Qt::OpenHandCursor);
         QCOMPARE(strip.cursor().shape(), Qt::ArrowCursor);
 
-        WatchedPanel panel(0);
-        panel.setPanelHeight(120);
-        panel.show();
+        WatchedPanel panel;
         QImage seen[3];
         const auto look = [&](const QDrag& p_drag, Qt::DropAction p_action) {
             return p_drag.dragCursor(p_action).toImage();
@@ -202,8 +200,7 @@ private slots:
 
     void aTapLetsABlockHopTowardsTheCanvas()
     {
-        PaletteBench bench;
-        const auto& strip = *qobject_cast<BlockPanel*>(bench.palette->panel());
+        const auto& strip = *qobject_cast<BlockPanel*>(m_bench->palette->panel());
         QLabel& block = *strip.labels().at(1);
         const QPoint place = block.pos();
         QTest::mouseClick(&block, Qt::LeftButton);
@@ -216,8 +213,7 @@ private slots:
 
     void twoTapsEndWhereOneDoes()
     {
-        PaletteBench bench;
-        QLabel& block = *qobject_cast<BlockPanel*>(bench.palette->panel())->labels().at(1);
+        QLabel& block = *qobject_cast<BlockPanel*>(m_bench->palette->panel())->labels().at(1);
         const QPoint place = block.pos();
         QTest::mouseClick(&block, Qt::LeftButton);
         QTRY_VERIFY(block.y() < place.y());
@@ -229,8 +225,7 @@ private slots:
 
     void aHopGivesWayToAnotherHeight()
     {
-        PaletteBench bench;
-        BlockPanel& strip = *qobject_cast<BlockPanel*>(bench.palette->panel());
+        BlockPanel& strip = *qobject_cast<BlockPanel*>(m_bench->palette->panel());
         QLabel& block = *strip.labels().at(1);
         QTest::mouseClick(&block, Qt::LeftButton);
         QTRY_VERIFY(block.findChild<QPropertyAnimation*>());
@@ -241,9 +236,7 @@ private slots:
 
     void aDragIsNoTap()
     {
-        WatchedPanel panel(0);
-        panel.setPanelHeight(120);
-        panel.show();
+        WatchedPanel panel;
         panel.m_onDrag = [](QDrag&) { QCursor::setPos(QCursor::pos() + QPoint(30, -80)); };
         QTest::mousePress(panel.labels().at(0), Qt::LeftButton);
         QVERIFY(!panel.labels().at(0)->findChild<QPropertyAnimation*>());
@@ -251,9 +244,8 @@ private slots:
 
     void theBarMakesThePaletteHigherAndLowerWithinItsLimits()
     {
-        PaletteBench bench;
-        auto& bar = *bench.palette->findChild<PaletteBar*>();
-        const int height = bench.palette->height();
+        auto& bar = *m_bench->palette->findChild<PaletteBar*>();
+        const int height = m_bench->palette->height();
         QCOMPARE(bar.cursor().shape(), Qt::SplitVCursor);
         const auto drag = [&](int p_way) {
             const QPoint from = bar.rect().center();
@@ -269,22 +261,21 @@ private slots:
             QTest::mouseRelease(&bar, Qt::LeftButton);
         };
         drag(40);
-        QCOMPARE(bench.palette->height(), height - 40);
+        QCOMPARE(m_bench->palette->height(), height - 40);
         drag(-20);
-        QCOMPARE(bench.palette->height(), height - 20);
+        QCOMPARE(m_bench->palette->height(), height - 20);
         drag(500);
-        QCOMPARE(bench.palette->height(), 100);
+        QCOMPARE(m_bench->palette->height(), 100);
         drag(-500);
-        QCOMPARE(bench.palette->height(), 236);
+        QCOMPARE(m_bench->palette->height(), 236);
     }
 
     void theGripStandsOutAgainstEachCategory()
     {
-        PaletteBench bench;
-        auto& bar = *bench.palette->findChild<PaletteBar*>();
-        for (int i = 0; i < bench.palette->folders().size(); ++i) {
-            QTest::mouseClick(&bench.tab(i), Qt::LeftButton);
-            leave(bench.tab(i));
+        auto& bar = *m_bench->palette->findChild<PaletteBar*>();
+        for (int i = 0; i < m_bench->palette->folders().size(); ++i) {
+            QTest::mouseClick(&m_bench->tab(i), Qt::LeftButton);
+            leave(m_bench->tab(i));
             const QImage image = bar.grab().toImage();
             const QColor ground = image.pixelColor(5, image.height() / 2);
             QCOMPARE(ground, QColor(categoryRecords().at(i).barColour));

@@ -1,6 +1,7 @@
 #include "proj/scale.h"
 #include "proj/textspanel.h"
 #include "proj/tzblockwidget.h"
+#include "support/system/datatable.h"
 
 #include <QtTest>
 
@@ -12,8 +13,7 @@ class ScaleTest : public QObject
 private slots:
     void tabsAreAsWideAsTheScreenAllows_data()
     {
-        QTest::addColumn<int>("screenWidth");
-        QTest::addColumn<int>("tabWidth");
+        columns<int, int>("screenWidth", "tabWidth");
         QTest::newRow("a narrow screen") << 800 << 90;
         QTest::newRow("1280") << 1280 << 90;
         QTest::newRow("1600") << 1600 << 135;
@@ -29,9 +29,7 @@ private slots:
 
     void tabsAreAsHighAndAsFarApartAsTheScreenAllows_data()
     {
-        QTest::addColumn<int>("screenHeight");
-        QTest::addColumn<int>("tabHeight");
-        QTest::addColumn<int>("spacing");
+        columns<int, int, int>("screenHeight", "tabHeight", "spacing");
         QTest::newRow("a low screen") << 600 << 32 << 5;
         QTest::newRow("768") << 768 << 32 << 5;
         QTest::newRow("924, halfway") << 924 << 48 << 7;
@@ -57,8 +55,7 @@ private slots:
 
     void wordsAreAsLargeAsTheirButtonsAllow_data()
     {
-        QTest::addColumn<int>("side");
-        QTest::addColumn<int>("pixels");
+        columns<int, int>("side", "pixels");
         QTest::newRow("tiny") << 10 << 14;
         QTest::newRow("40") << 40 << 14;
         QTest::newRow("49") << 49 << 14;

@@ -7,44 +7,42 @@
 #include <memory>
 
 /** The palette: its tabs, its strip of blocks and the bin over it. */
-class TzBlockWidgetTest : public QObject
+class TzBlockWidgetTest : public FixtureTest<PaletteBench>
 {
     Q_OBJECT
 
 private slots:
     void theFirstTabIsActiveAtTheStart()
     {
-        const PaletteBench bench;
-        QCOMPARE(bench.palette->folders().size(), 4);
+        QCOMPARE(m_bench->palette->folders().size(), 4);
         QStringList names;
-        for (const QPointer<tzlabel>& tab : bench.palette->folders()) {
+        for (const QPointer<tzlabel>& tab : m_bench->palette->folders()) {
             names << tab->toolTip();
         }
         QCOMPARE(names.join(QLatin1Char(' ')), QStringLiteral("动作 声音 表情 控制"));
-        QVERIFY(bench.tab(0).isActive());
-        QCOMPARE(bench.tab(0).imagePath(), QStringLiteral(":/dongzuo-pre.png"));
+        QVERIFY(m_bench->tab(0).isActive());
+        QCOMPARE(m_bench->tab(0).imagePath(), QStringLiteral(":/dongzuo-pre.png"));
         for (int i = 1; i < 4; ++i) {
-            QVERIFY(!bench.tab(i).isActive());
-            QVERIFY(bench.tab(i).imagePath().endsWith(QLatin1String("-nol.png")));
+            QVERIFY(!m_bench->tab(i).isActive());
+            QVERIFY(m_bench->tab(i).imagePath().endsWith(QLatin1String("-nol.png")));
         }
-        QCOMPARE(bench.palette->currentCategory(), 0);
-        QCOMPARE(bench.blocks(), blocksOfCategory(0));
-        QVERIFY(!bench.palette->isChoosing());
+        QCOMPARE(m_bench->palette->currentCategory(), 0);
+        QCOMPARE(m_bench->blocks(), blocksOfCategory(0));
+        QVERIFY(!m_bench->palette->isChoosing());
     }
 
     void everyTabBringsUpItsBlocks()
     {
-        const PaletteBench bench;
         const QList<int> categories{0, 7, 8, 2};
         for (const int i : {1, 2, 3, 0}) {
-            QTest::mouseClick(&bench.tab(i), Qt::LeftButton);
-            QCOMPARE(bench.palette->currentCategory(), categories.at(i));
-            QVERIFY(bench.blocks() > 0);
-            QCOMPARE(bench.blocks(), blocksOfCategory(categories.at(i)));
-            QCOMPARE(bench.area().widget(), bench.palette->panel());
+            QTest::mouseClick(&m_bench->tab(i), Qt::LeftButton);
+            QCOMPARE(m_bench->palette->currentCategory(), categories.at(i));
+            QVERIFY(m_bench->blocks() > 0);
+            QCOMPARE(m_bench->blocks(), blocksOfCategory(categories.at(i)));
+            QCOMPARE(m_bench->area().widget(), m_bench->palette->panel());
             for (int other = 0; other < 4; ++other) {
-                QCOMPARE(bench.tab(other).isActive(), other == i);
-                QCOMPARE(bench.tab(other).imagePath().endsWith(QLatin1String("-pre.png")),
+                QCOMPARE(m_bench->tab(other).isActive(), other == i);
+                QCOMPARE(m_bench->tab(other).imagePath().endsWith(QLatin1String("-pre.png")),
                          other == i);
             }
         }
@@ -52,13 +50,12 @@ private slots:
 
     void aTabShowsItsPictureAndNotItsText()
     {
-        const PaletteBench bench;
-        QCOMPARE(bench.tab(1).text(), QStringLiteral("声音"));
+        QCOMPARE(m_bench->tab(1).text(), QStringLiteral("声音"));
         for (const bool active : {false, true}) {
             if (active) {
-                QTest::mouseClick(&bench.tab(1), Qt::LeftButton);
+                QTest::mouseClick(&m_bench->tab(1), Qt::LeftButton);
             }
-            const QImage image = bench.tab(1).grab().toImage();
+            const QImage image = m_bench->tab(1).grab().toImage();
             const QColor expected = active ? QColor(0x40, 0xc0, 0x80) : QColor(0x10, 0x20, 0x30);
             for (int x = 0; x < image.width(); ++x) {
                 for (int y = 0; y < image.height(); ++y) {
@@ -70,81 +67,76 @@ private slots:
 
     void bothTabsOfAChangeArePainted()
     {
-        const PaletteBench bench;
-        const PaintWatch before(bench.tab(0));
-        const PaintWatch after(bench.tab(2));
-        QTest::mouseClick(&bench.tab(2), Qt::LeftButton);
+        const PaintWatch before(m_bench->tab(0));
+        const PaintWatch after(m_bench->tab(2));
+        QTest::mouseClick(&m_bench->tab(2), Qt::LeftButton);
         QVERIFY(before.sawAll());
         QVERIFY(after.sawAll());
     }
 
     void theBarTakesTheCategorysColour()
     {
-        const PaletteBench bench;
         const QStringList colours{QStringLiteral("#f94141"), QStringLiteral("#6743fa"),
                                   QStringLiteral("#0594ff"), QStringLiteral("#f8b824")};
         // Before any tab was clicked.
-        QCOMPARE(bench.colourAt(QPoint(300, 0)), QColor(colours.first()));
+        QCOMPARE(m_bench->colourAt(QPoint(300, 0)), QColor(colours.first()));
         for (const int i : {0, 1, 2, 3, 0}) {
-            QTest::mouseClick(&bench.tab(i), Qt::LeftButton);
-            QCOMPARE(bench.colourAt(QPoint(300, 0)), QColor(colours.at(i)));
-            QCOMPARE(bench.colourAt(QPoint(300, 23)), QColor(colours.at(i)));
-            QCOMPARE(bench.colourAt(QPoint(300, 24)), blocksGround);
+            QTest::mouseClick(&m_bench->tab(i), Qt::LeftButton);
+            QCOMPARE(m_bench->colourAt(QPoint(300, 0)), QColor(colours.at(i)));
+            QCOMPARE(m_bench->colourAt(QPoint(300, 23)), QColor(colours.at(i)));
+            QCOMPARE(m_bench->colourAt(QPoint(300, 24)), blocksGround);
         }
     }
 
     void aTabChangeHasTheCanvasPaintedAnew()
     {
-        const PaletteBench bench;
-        const QSignalSpy updated(bench.palette, &TzBlockWidget::updateViewSignal);
-        QTest::mouseClick(&bench.tab(2), Qt::LeftButton);
+        const QSignalSpy updated(m_bench->palette, &TzBlockWidget::updateViewSignal);
+        QTest::mouseClick(&m_bench->tab(2), Qt::LeftButton);
         QCOMPARE(updated.count(), 1);
     }
 
     void tabsStandOnThePalettesUpperEdge()
     {
-        const PaletteBench bench;
         const TabGeometry tab = tabGeometryFor(QGuiApplication::primaryScreen()->availableSize());
-        const int top = bench.palette->mapTo(&bench.window, QPoint()).y();
+        const int top = m_bench->palette->mapTo(&m_bench->window, QPoint()).y();
         for (int i = 0; i < 4; ++i) {
-            QCOMPARE(bench.tab(i).parentWidget(), &bench.window);
-            QCOMPARE(bench.tab(i).geometry(), QRect((tab.width + tab.spacing) * i + 6,
-                                                    top - tab.height, tab.width, tab.height));
-            QVERIFY(bench.tab(i).isVisible());
+            QCOMPARE(m_bench->tab(i).parentWidget(), &m_bench->window);
+            QCOMPARE(m_bench->tab(i).geometry(), QRect((tab.width + tab.spacing) * i + 6,
+                                                       top - tab.height, tab.width, tab.height));
+            QVERIFY(m_bench->tab(i).isVisible());
             // Nothing else of the window lies over the tab.
-            QCOMPARE(bench.window.childAt(bench.tab(i).geometry().center()), &bench.tab(i));
+            QCOMPARE(m_bench->window.childAt(m_bench->tab(i).geometry().center()),
+                     &m_bench->tab(i));
         }
     }
 
     void tabsFollowThePaletteWhenTheWindowGrows()
     {
-        PaletteBench bench;
-        const int before = bench.tab(0).y();
-        bench.window.resize(780, 720);
+        const int before = m_bench->tab(0).y();
+        m_bench->window.resize(780, 720);
         QCoreApplication::processEvents();
-        QVERIFY(bench.tab(0).y() > before);
-        QCOMPARE(bench.tab(0).geometry().bottom() + 1,
-                 bench.palette->mapTo(&bench.window, QPoint()).y());
+        QVERIFY(m_bench->tab(0).y() > before);
+        QCOMPARE(m_bench->tab(0).geometry().bottom() + 1,
+                 m_bench->palette->mapTo(&m_bench->window, QPoint()).y());
         // Also where it only moves.
-        bench.palette->setFixedHeight(bench.palette->height());
+        m_bench->palette->setFixedHeight(m_bench->palette->height());
         QCoreApplication::processEvents();
-        const QSize size = bench.palette->size();
-        bench.window.resize(780, 900);
+        const QSize size = m_bench->palette->size();
+        m_bench->window.resize(780, 900);
         QCoreApplication::processEvents();
-        QCOMPARE(bench.palette->size(), size);
-        QCOMPARE(bench.tab(0).geometry().bottom() + 1,
-                 bench.palette->mapTo(&bench.window, QPoint()).y());
+        QCOMPARE(m_bench->palette->size(), size);
+        QCOMPARE(m_bench->tab(0).geometry().bottom() + 1,
+                 m_bench->palette->mapTo(&m_bench->window, QPoint()).y());
     }
 
     void tabsGoWithThePalette()
     {
-        PaletteBench bench;
-        const QList<QPointer<tzlabel>> tabs = bench.palette->folders();
-        delete bench.palette;
+        const QList<QPointer<tzlabel>> tabs = m_bench->palette->folders();
+        delete m_bench->palette;
         for (const QPointer<tzlabel>& tab : tabs) {
             QVERIFY(!tab);
         }
-        QVERIFY(bench.window.findChildren<tzlabel*>().isEmpty());
+        QVERIFY(m_bench->window.findChildren<tzlabel*>().isEmpty());
     }
 
     void tabsMayGoBeforeThePalette()
@@ -163,94 +155,91 @@ private slots:
 
     void theStripFollowsTheHeightOfThePalette()
     {
-        PaletteBench bench;
-        QCOMPARE(bench.palette->panel()->height(), bench.area().height() - 16);
-        bench.palette->setMaximumHeight(120);
+        QCOMPARE(m_bench->palette->panel()->height(), m_bench->area().height() - 16);
+        m_bench->palette->setMaximumHeight(120);
         QCoreApplication::processEvents();
-        QCOMPARE(bench.palette->height(), 120);
-        QCOMPARE(bench.area().height(), 96);
-        QCOMPARE(bench.palette->panel()->height(), 80);
-        bench.palette->OnShowNumKeyboardSignal(9);
-        QCOMPARE(bench.palette->panel()->height(), bench.area().viewport()->height() - 16);
-        bench.palette->setMaximumHeight(140);
+        QCOMPARE(m_bench->palette->height(), 120);
+        QCOMPARE(m_bench->area().height(), 96);
+        QCOMPARE(m_bench->palette->panel()->height(), 80);
+        m_bench->palette->OnShowNumKeyboardSignal(9);
+        QCOMPARE(m_bench->palette->panel()->height(), m_bench->area().viewport()->height() - 16);
+        m_bench->palette->setMaximumHeight(140);
         QCoreApplication::processEvents();
-        QCOMPARE(bench.palette->panel()->height(), 100);
+        QCOMPARE(m_bench->palette->panel()->height(), 100);
     }
 
     void theWheelMovesTheStripAgainstItsTurn()
     {
-        PaletteBench bench(QSize(500, 600));
-        bench.bar().setValue(0);
-        QVERIFY(bench.bar().maximum() >= 100);
-        bench.turnWheel(-120);
-        QCOMPARE(bench.bar().value(), 48);
-        bench.turnWheel(-120);
-        QCOMPARE(bench.bar().value(), 96);
-        bench.turnWheel(120);
-        QCOMPARE(bench.bar().value(), 48);
-        bench.turnWheel(360);
-        QCOMPARE(bench.bar().value(), 0);
+        m_bench.emplace(QSize(500, 600));
+        m_bench->bar().setValue(0);
+        QVERIFY(m_bench->bar().maximum() >= 100);
+        m_bench->turnWheel(-120);
+        QCOMPARE(m_bench->bar().value(), 48);
+        m_bench->turnWheel(-120);
+        QCOMPARE(m_bench->bar().value(), 96);
+        m_bench->turnWheel(120);
+        QCOMPARE(m_bench->bar().value(), 48);
+        m_bench->turnWheel(360);
+        QCOMPARE(m_bench->bar().value(), 0);
     }
 
     void aWheelTurnedSidewaysMovesTheStripAsWell()
     {
-        const PaletteBench bench(QSize(500, 600));
-        bench.bar().setValue(0);
+        m_bench.emplace(QSize(500, 600));
+        m_bench->bar().setValue(0);
         // What the strip's bar leaves comes to the scroll area itself.
-        QWheelEvent event(QPointF(20, 20), bench.area().mapToGlobal(QPoint(20, 20)), QPoint(),
+        QWheelEvent event(QPointF(20, 20), m_bench->area().mapToGlobal(QPoint(20, 20)), QPoint(),
                           QPoint(-120, 0), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(&bench.area(), &event);
-        QCOMPARE(bench.bar().value(), 48);
+        QApplication::sendEvent(&m_bench->area(), &event);
+        QCOMPARE(m_bench->bar().value(), 48);
     }
 
     void theWheelRoundsTowardsZero()
     {
-        PaletteBench bench(QSize(500, 600));
-        bench.bar().setValue(50);
-        bench.turnWheel(-4);
-        QCOMPARE(bench.bar().value(), 51);
-        bench.turnWheel(4);
-        QCOMPARE(bench.bar().value(), 50);
-        bench.turnWheel(2);
-        QCOMPARE(bench.bar().value(), 50);
+        m_bench.emplace(QSize(500, 600));
+        m_bench->bar().setValue(50);
+        m_bench->turnWheel(-4);
+        QCOMPARE(m_bench->bar().value(), 51);
+        m_bench->turnWheel(4);
+        QCOMPARE(m_bench->bar().value(), 50);
+        m_bench->turnWheel(2);
+        QCOMPARE(m_bench->bar().value(), 50);
     }
 
     void theBinFollowsTheDragOfABlock()
     {
-        const PaletteBench bench;
-        QVERIFY(!bench.overlay().isVisible());
-        bench.palette->OnProgramMouse(0);
-        QVERIFY(!bench.overlay().isVisible());
-        bench.palette->OnProgramMouse(1);
-        QVERIFY(bench.overlay().isVisible());
-        QCOMPARE(bench.overlay().imagePath(), QStringLiteral(":/close.png"));
-        QCOMPARE(bench.overlay().geometry(),
-                 QRect(0, 0, bench.palette->width() + 1, bench.palette->height() + 1));
-        QCOMPARE(bench.palette->childAt(bench.palette->rect().center()), &bench.overlay());
-        bench.palette->OnProgramMouse(4);
-        QVERIFY(bench.overlay().isVisible());
-        QCOMPARE(bench.overlay().imagePath(), QStringLiteral(":/open.png"));
-        bench.palette->OnProgramMouse(1);
-        QCOMPARE(bench.overlay().imagePath(), QStringLiteral(":/close.png"));
-        bench.palette->OnProgramMouse(2);
-        QVERIFY(!bench.overlay().isVisible());
+        QVERIFY(!m_bench->overlay().isVisible());
+        m_bench->palette->OnProgramMouse(0);
+        QVERIFY(!m_bench->overlay().isVisible());
+        m_bench->palette->OnProgramMouse(1);
+        QVERIFY(m_bench->overlay().isVisible());
+        QCOMPARE(m_bench->overlay().imagePath(), QStringLiteral(":/close.png"));
+        QCOMPARE(m_bench->overlay().geometry(),
+                 QRect(0, 0, m_bench->palette->width() + 1, m_bench->palette->height() + 1));
+        QCOMPARE(m_bench->palette->childAt(m_bench->palette->rect().center()), &m_bench->overlay());
+        m_bench->palette->OnProgramMouse(4);
+        QVERIFY(m_bench->overlay().isVisible());
+        QCOMPARE(m_bench->overlay().imagePath(), QStringLiteral(":/open.png"));
+        m_bench->palette->OnProgramMouse(1);
+        QCOMPARE(m_bench->overlay().imagePath(), QStringLiteral(":/close.png"));
+        m_bench->palette->OnProgramMouse(2);
+        QVERIFY(!m_bench->overlay().isVisible());
     }
 
     void theBinLiesOnAllThatIsInThePalette()
     {
-        const PaletteBench bench;
-        const QPoint middle = bench.palette->rect().center();
+        const QPoint middle = m_bench->palette->rect().center();
         // From the start, whoever shows it.
-        bench.overlay().show();
-        QCOMPARE(bench.palette->childAt(middle), &bench.overlay());
-        bench.overlay().hide();
+        m_bench->overlay().show();
+        QCOMPARE(m_bench->palette->childAt(middle), &m_bench->overlay());
+        m_bench->overlay().hide();
         // And on what came later.
-        QWidget later(bench.palette);
-        later.setGeometry(bench.palette->rect());
+        QWidget later(m_bench->palette);
+        later.setGeometry(m_bench->palette->rect());
         later.show();
-        QCOMPARE(bench.palette->childAt(middle), &later);
-        bench.palette->OnProgramMouse(1);
-        QCOMPARE(bench.palette->childAt(middle), &bench.overlay());
+        QCOMPARE(m_bench->palette->childAt(middle), &later);
+        m_bench->palette->OnProgramMouse(1);
+        QCOMPARE(m_bench->palette->childAt(middle), &m_bench->overlay());
     }
 
     void theBinIsPaintedInTheMiddleOfAPaleSheet()
@@ -274,50 +263,46 @@ private slots:
 
     void theBinIsPaintedWhenItOpensAndCloses()
     {
-        const PaletteBench bench;
-        bench.palette->OnProgramMouse(1);
+        m_bench->palette->OnProgramMouse(1);
         for (const int state : {4, 1}) {
-            const PaintWatch watch(bench.overlay());
-            bench.palette->OnProgramMouse(state);
-            QVERIFY(watch.saw(bench.palette->rect()));
+            const PaintWatch watch(m_bench->overlay());
+            m_bench->palette->OnProgramMouse(state);
+            QVERIFY(watch.saw(m_bench->palette->rect()));
         }
     }
 
     void aStateToldTwiceCountsOnce()
     {
-        const PaletteBench bench;
-        bench.palette->OnProgramMouse(6);
-        bench.palette->OnShowVoiceSignal(1);
-        bench.palette->OnProgramMouse(6);
-        QVERIFY(bench.palette->isChoosing());
-        bench.palette->OnProgramMouse(2);
-        bench.palette->OnProgramMouse(6);
-        QVERIFY(!bench.palette->isChoosing());
+        m_bench->palette->OnProgramMouse(6);
+        m_bench->palette->OnShowVoiceSignal(1);
+        m_bench->palette->OnProgramMouse(6);
+        QVERIFY(m_bench->palette->isChoosing());
+        m_bench->palette->OnProgramMouse(2);
+        m_bench->palette->OnProgramMouse(6);
+        QVERIFY(!m_bench->palette->isChoosing());
     }
 
     void theEndOfADragCountsEachTime()
     {
-        const PaletteBench bench;
-        bench.palette->OnProgramMouse(2);
-        bench.overlay().show();
-        bench.palette->OnProgramMouse(2);
-        QVERIFY(!bench.overlay().isVisible());
+        m_bench->palette->OnProgramMouse(2);
+        m_bench->overlay().show();
+        m_bench->palette->OnProgramMouse(2);
+        QVERIFY(!m_bench->overlay().isVisible());
     }
 
     void aBlockReleasedOverThePaletteIsRememberedUntilTheNextPress()
     {
-        const PaletteBench bench;
-        bench.palette->OnProgramMouse(1);
-        bench.palette->OnProgramMouse(5);
-        QVERIFY(!bench.overlay().isVisible());
-        QCOMPARE(bench.palette->dragIntoBin(), 1);
-        bench.palette->OnProgramMouse(3);
-        QCOMPARE(bench.palette->dragIntoBin(), 1);
-        bench.palette->OnProgramMouse(0);
-        QCOMPARE(bench.palette->dragIntoBin(), 0);
-        bench.palette->OnProgramMouse(5);
-        bench.palette->OnProgramMouse(2);
-        QCOMPARE(bench.palette->dragIntoBin(), 0);
+        m_bench->palette->OnProgramMouse(1);
+        m_bench->palette->OnProgramMouse(5);
+        QVERIFY(!m_bench->overlay().isVisible());
+        QCOMPARE(m_bench->palette->dragIntoBin(), 1);
+        m_bench->palette->OnProgramMouse(3);
+        QCOMPARE(m_bench->palette->dragIntoBin(), 1);
+        m_bench->palette->OnProgramMouse(0);
+        QCOMPARE(m_bench->palette->dragIntoBin(), 0);
+        m_bench->palette->OnProgramMouse(5);
+        m_bench->palette->OnProgramMouse(2);
+        QCOMPARE(m_bench->palette->dragIntoBin(), 0);
     }
 };
 

@@ -6,11 +6,15 @@
 
 #include <functional>
 
-/** A strip whose drags end at once, after what happens in them. */
+/** A shown strip of actions whose drags end at once, after what happens in them. */
 class WatchedPanel : public BlockPanel
 {
 public:
-    using BlockPanel::BlockPanel;
+    WatchedPanel() : BlockPanel(0)
+    {
+        setPanelHeight(120);
+        show();
+    }
 
     std::function<void(QDrag&)> m_onDrag;
 

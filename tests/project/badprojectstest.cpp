@@ -52,17 +52,12 @@ class BadProjectsTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        // As the program does unless it is asked to tell more.
-    }
-
     void init()
     {
         m_dir = std::make_unique<QTemporaryDir>();
         // A document with a chain, a loose block, and something to take back.
         m_canvas = std::make_unique<CanvasFixture>();
-        recentFiles = QStringList{QStringLiteral("/before.tlrx")};
+        recentFiles = QStringList{"/before.tlrx"};
         supermodule* loop = m_canvas->dropBehind(m_canvas->main(), 301);
         m_canvas->drop(104, loop->scenePos() + QPointF(160, 20));
         view().deleteModule(m_canvas->drop(101, QPointF(700, 450)));
@@ -363,7 +358,7 @@ private slots:
         QCOMPARE(CanvasFixture::ids(m_canvas->main()), chain);
         QCOMPARE(m_canvas->blocks().size(), blocks);
         QVERIFY(!view().undoStack().canUndo());
-        QCOMPARE(recentFiles, (QStringList{path(), QStringLiteral("/before.tlrx")}));
+        QCOMPARE(recentFiles, (QStringList{path(), "/before.tlrx"}));
         QCOMPARE(worksOn(), QString());
         // And the canvas is as usable as ever.
         m_canvas->dropBehind(m_canvas->main(), 103);
@@ -617,68 +612,66 @@ private:
         return m_dir->filePath(QLatin1String(p_name));
     }
     TzProgramView& view() { return m_canvas->view; }
-    int open(const QByteArray& p_content);
+    int open(const QByteArray& p_content)
+    {
+        return writeWhole(path(), p_content) ? view().openFile(path()) : -1;
+    }
+
     /** Opens what must be refused: empty if it is and nothing has changed, else what is wrong. */
-    QString refused(const QString& p_path, int p_result = ProjectUnreadable);
-    QString refusedContent(const QByteArray& p_content, int p_result = ProjectUnreadable);
+    QString refused(const QString& p_path, int p_result = ProjectUnreadable)
+    {
+        const QStringList before = documentPicture(view());
+        const int result = view().openFile(p_path);
+        if (result != p_result) {
+            return QStringLiteral("result %1").arg(result);
+        }
+        return documentPicture(view()) == before ? QString()
+                                                 : QStringLiteral("the document changed");
+    }
+
+    QString refusedContent(const QByteArray& p_content, int p_result = ProjectUnreadable)
+    {
+        return writeWhole(path(), p_content) ? refused(path(), p_result)
+                                             : QStringLiteral("no file");
+    }
+
     /** Uses the document that was opened: empty if all goes well. */
-    QString worksOn();
+    QString worksOn()
+    {
+        const QStringList broken = m_canvas->brokenInvariants();
+        if (!broken.isEmpty()) {
+            return broken.join(QLatin1Char('\n'));
+        }
+        view().viewport()->grab();
+        const QString text = view().generateProjectCode(1);
+        view().generateProjectCode(2);
+        if (!view().saveFile(path("again.tlrx"), actionData())) {
+            return QStringLiteral("not saved");
+        }
+        if (view().openFile(path("again.tlrx")) != ProjectOpened) {
+            return QStringLiteral("not opened again");
+        }
+        if (view().generateProjectCode(1) != text) {
+            return QStringLiteral("another program");
+        }
+        // What was written last is read first, so it takes two turns until a file is the same
+        // again.
+        if (!view().saveFile(path("turned.tlrx"), actionData()) ||
+            view().openFile(path("turned.tlrx")) != ProjectOpened ||
+            !view().saveFile(path("third.tlrx"), actionData()) ||
+            readWhole(path("third.tlrx")) != readWhole(path("again.tlrx"))) {
+            return QStringLiteral("another file");
+        }
+        view().newProgram();
+        view().resetDocument();
+        return m_canvas->blocks() == QList<supermodule*>{m_canvas->main()}
+                   ? QString()
+                   : QStringLiteral("blocks left");
+    }
 
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<CanvasFixture> m_canvas;
 };
-
-int BadProjectsTest::open(const QByteArray& p_content)
-{
-    return writeWhole(path(), p_content) ? view().openFile(path()) : -1;
-}
-
-QString BadProjectsTest::refused(const QString& p_path, int p_result)
-{
-    const QStringList before = documentPicture(view());
-    const int result = view().openFile(p_path);
-    if (result != p_result) {
-        return QStringLiteral("result %1").arg(result);
-    }
-    return documentPicture(view()) == before ? QString() : QStringLiteral("the document changed");
-}
-
-QString BadProjectsTest::refusedContent(const QByteArray& p_content, int p_result)
-{
-    return writeWhole(path(), p_content) ? refused(path(), p_result) : QStringLiteral("no file");
-}
-
-QString BadProjectsTest::worksOn()
-{
-    const QStringList broken = m_canvas->brokenInvariants();
-    if (!broken.isEmpty()) {
-        return broken.join(QLatin1Char('\n'));
-    }
-    view().viewport()->grab();
-    const QString text = view().generateProjectCode(1);
-    view().generateProjectCode(2);
-    if (!view().saveFile(path("again.tlrx"), actionData())) {
-        return QStringLiteral("not saved");
-    }
-    if (view().openFile(path("again.tlrx")) != ProjectOpened) {
-        return QStringLiteral("not opened again");
-    }
-    if (view().generateProjectCode(1) != text) {
-        return QStringLiteral("another program");
-    }
-    // What was written last is read first, so it takes two turns until a file is the same again.
-    if (!view().saveFile(path("turned.tlrx"), actionData()) ||
-        view().openFile(path("turned.tlrx")) != ProjectOpened ||
-        !view().saveFile(path("third.tlrx"), actionData()) ||
-        readWhole(path("third.tlrx")) != readWhole(path("again.tlrx"))) {
-        return QStringLiteral("another file");
-    }
-    view().newProgram();
-    view().resetDocument();
-    return m_canvas->blocks() == QList<supermodule*>{m_canvas->main()}
-               ? QString()
-               : QStringLiteral("blocks left");
-}
 
 QTEST_MAIN(BadProjectsTest)
 #include "badprojectstest.moc"

@@ -27,60 +27,37 @@ struct Value {
 
 const QVector<Value>& values()
 {
-    static const QVector<Value> s_values{
+    static const QVector<Value> s_values = [] {
+        QVector<Value> all{
+            // The ends of what a number can be, and one more.
+            {"2147483647", "2147483647", "2147483648"},
+            {"-2147483648", "-2147483648", "-2147483648"},
+            {"2147483648", "0", "2147483648"},
+            {"-2147483649", "0", "-2147483648"},
+            {"4294967297", "0", "4294967296"},
+            {"1e400", "0", "inf"},
+            {"-1e400", "0", "-inf"},
+            {"inf", "0", "inf"},
+            {"nan", "0", "nan"},
+            // Points and signs.
+            {"1.5", "0", "1.5"},
+            {"-0.25", "0", "-0.25"},
+            {"1e1", "0", "10"},
+            {"+3", "3", "3"},
+            {" 4 ", "4", "4"},
+        };
         // Around the ends of the choosers and of the fields.
-        {"-1", "-1", "-1"},
-        {"0", "0", "0"},
-        {"1", "1", "1"},
-        {"2", "2", "2"},
-        {"3", "3", "3"},
-        {"4", "4", "4"},
-        {"5", "5", "5"},
-        {"6", "6", "6"},
-        {"7", "7", "7"},
-        {"8", "8", "8"},
-        {"10", "10", "10"},
-        {"12", "12", "12"},
-        {"13", "13", "13"},
-        {"18", "18", "18"},
-        {"19", "19", "19"},
-        {"26", "26", "26"},
-        {"53", "53", "53"},
-        {"-150", "-150", "-150"},
-        {"150", "150", "150"},
-        {"151", "151", "151"},
-        {"-151", "-151", "-151"},
-        {"1000000", "1000000", "1000000"},
-        // The ends of what a number can be, and one more.
-        {"2147483647", "2147483647", "2147483648"},
-        {"-2147483648", "-2147483648", "-2147483648"},
-        {"2147483648", "0", "2147483648"},
-        {"-2147483649", "0", "-2147483648"},
-        {"4294967297", "0", "4294967296"},
-        {"1e400", "0", "inf"},
-        {"-1e400", "0", "-inf"},
-        {"1e-400", "0", "0"},
-        {"inf", "0", "inf"},
-        {"nan", "0", "nan"},
-        // Points and signs.
-        {"1.5", "0", "1.5"},
-        {"-0.25", "0", "-0.25"},
-        {"1,5", "0", "0"},
-        {"1e1", "0", "10"},
-        {"-0", "0", "0"},
-        {"+3", "3", "3"},
-        {" 4 ", "4", "4"},
-        {"0x10", "0", "0"},
-        // No numbers at all.
-        {"", "0", "0"},
-        {"A", "0", "0"},
-        {"E", "0", "0"},
-        {"port 3", "0", "0"},
-        {"true", "0", "0"},
-        {"%1 %2", "0", "0"},
-        {"&lt;/module&gt;", "0", "0"},
-        {"五", "0", "0"},
-    };
+        for (const char* same :
+             {"-1", "0",  "1",  "2",  "3",  "4",  "5",    "6",   "7",   "8",    "10",
+              "12", "13", "18", "19", "26", "53", "-150", "150", "151", "-151", "1000000"}) {
+            all.append({same, same, same});
+        }
+        for (const char* nought : {"1e-400", "1,5", "-0", "0x10", "", "A", "E", "port 3", "true",
+                                   "%1 %2", "&lt;/module&gt;", "五"}) {
+            all.append({nought, "0", "0"});
+        }
+        return all;
+    }();
     return s_values;
 }
 
@@ -401,14 +378,80 @@ private slots:
     }
 
 private:
-    void everyAttribute();
+    void everyAttribute()
+    {
+        QTest::addColumn<int>("id");
+        QTest::addColumn<QString>("attribute");
+        for (const BlockRecord& record : blockRecords()) {
+            const std::unique_ptr<supermodule> block(createModuleFromId(record.id));
+            for (const QString& attribute : ownAttributes(block.get()).keys()) {
+                QTest::newRow(qPrintable(QStringLiteral("%1 %2").arg(record.id).arg(attribute)))
+                    << record.id << attribute;
+            }
+        }
+    }
+
     /** Opens a project of loose blocks of a type, one for each value of one attribute. */
-    bool open(int p_id, const QString& p_attribute);
+    bool open(int p_id, const QString& p_attribute)
+    {
+        BlockAttributes attributes =
+            ownAttributes(std::unique_ptr<supermodule>(createModuleFromId(p_id)).get());
+        QByteArray content("<!DOCTYPE vantrel>\n<vantrel><basenode><module id=\"0\"/></basenode>");
+        int place = 0;
+        for (const Value& value : values()) {
+            attributes[p_attribute] = QString::fromUtf8(value.text);
+            content += "<basenode><module id=\"" + QByteArray::number(p_id) + "\" x=\"" +
+                       QByteArray::number(300 * (place % 8)) + "\" y=\"" +
+                       QByteArray::number(400 + 250 * (place / 8)) + '"';
+            for (auto it = attributes.cbegin(); it != attributes.cend(); ++it) {
+                content += ' ' + it.key().toUtf8() + "=\"" + it.value().toUtf8() + '"';
+            }
+            content += "/></basenode>";
+            ++place;
+        }
+        const QString path = m_dir->filePath(QStringLiteral("bad.tlrx"));
+        if (!writeWhole(path, content + "</vantrel>") || view().openFile(path) != ProjectOpened) {
+            return false;
+        }
+        m_blocks.fill(nullptr, values().size());
+        for (supermodule* block : m_canvas->blocks()) {
+            if (block->id == p_id) {
+                const int column = static_cast<int>(block->x()) / 300;
+                const int row = (static_cast<int>(block->y()) - 400) / 250;
+                m_blocks[row * 8 + column] = block;
+            }
+        }
+        return !m_blocks.contains(nullptr) && m_canvas->brokenInvariants().isEmpty();
+    }
+
     TzProgramView& view() { return m_canvas->view; }
     /** Draws everything as large as it is, buttons and all. */
-    void draw();
+    void draw()
+    {
+        const QRectF all = view().scene()->itemsBoundingRect();
+        QImage image(all.size().toSize(), QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::transparent);
+        QPainter painter(&image);
+        view().scene()->render(&painter, QRectF(), all);
+    }
+
     /** Presses a block's button and takes the first of what opens, or types a 7. */
-    void use(supermodule* p_module, int p_button);
+    void use(supermodule* p_module, int p_button)
+    {
+        m_asked.clear();
+        p_module->button(p_button)->click();
+        if (m_asked == QLatin1String("keys")) {
+            view().OnSelectNumberSignal(Qt::Key_7);
+        } else if (m_asked == QLatin1String("list")) {
+            view().OnSelectNumberSignal(0);
+        } else if (m_asked == QLatin1String("parameter")) {
+            view().onEditParamSignal(1, 0);
+        } else {
+            QVERIFY(graphicsItem_Param::existing());
+            QVERIFY(graphicsItem_Param::existing()->isVisible());
+            graphicsItem_Param::existing()->buttons().first()->click();
+        }
+    }
 
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<CanvasFixture> m_canvas;
@@ -416,77 +459,6 @@ private:
     QVector<supermodule*> m_blocks;
     QString m_asked;
 };
-
-void BadValuesTest::everyAttribute()
-{
-    QTest::addColumn<int>("id");
-    QTest::addColumn<QString>("attribute");
-    for (const BlockRecord& record : blockRecords()) {
-        const std::unique_ptr<supermodule> block(createModuleFromId(record.id));
-        for (const QString& attribute : ownAttributes(block.get()).keys()) {
-            QTest::newRow(qPrintable(QStringLiteral("%1 %2").arg(record.id).arg(attribute)))
-                << record.id << attribute;
-        }
-    }
-}
-
-bool BadValuesTest::open(int p_id, const QString& p_attribute)
-{
-    BlockAttributes attributes =
-        ownAttributes(std::unique_ptr<supermodule>(createModuleFromId(p_id)).get());
-    QByteArray content("<!DOCTYPE vantrel>\n<vantrel><basenode><module id=\"0\"/></basenode>");
-    int place = 0;
-    for (const Value& value : values()) {
-        attributes[p_attribute] = QString::fromUtf8(value.text);
-        content += "<basenode><module id=\"" + QByteArray::number(p_id) + "\" x=\"" +
-                   QByteArray::number(300 * (place % 8)) + "\" y=\"" +
-                   QByteArray::number(400 + 250 * (place / 8)) + '"';
-        for (auto it = attributes.cbegin(); it != attributes.cend(); ++it) {
-            content += ' ' + it.key().toUtf8() + "=\"" + it.value().toUtf8() + '"';
-        }
-        content += "/></basenode>";
-        ++place;
-    }
-    const QString path = m_dir->filePath(QStringLiteral("bad.tlrx"));
-    if (!writeWhole(path, content + "</vantrel>") || view().openFile(path) != ProjectOpened) {
-        return false;
-    }
-    m_blocks.fill(nullptr, values().size());
-    for (supermodule* block : m_canvas->blocks()) {
-        if (block->id == p_id) {
-            const int column = static_cast<int>(block->x()) / 300;
-            const int row = (static_cast<int>(block->y()) - 400) / 250;
-            m_blocks[row * 8 + column] = block;
-        }
-    }
-    return !m_blocks.contains(nullptr) && m_canvas->brokenInvariants().isEmpty();
-}
-
-void BadValuesTest::draw()
-{
-    const QRectF all = view().scene()->itemsBoundingRect();
-    QImage image(all.size().toSize(), QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    view().scene()->render(&painter, QRectF(), all);
-}
-
-void BadValuesTest::use(supermodule* p_module, int p_button)
-{
-    m_asked.clear();
-    p_module->button(p_button)->click();
-    if (m_asked == QLatin1String("keys")) {
-        view().OnSelectNumberSignal(Qt::Key_7);
-    } else if (m_asked == QLatin1String("list")) {
-        view().OnSelectNumberSignal(0);
-    } else if (m_asked == QLatin1String("parameter")) {
-        view().onEditParamSignal(1, 0);
-    } else {
-        QVERIFY(graphicsItem_Param::existing());
-        QVERIFY(graphicsItem_Param::existing()->isVisible());
-        graphicsItem_Param::existing()->buttons().first()->click();
-    }
-}
 
 QTEST_MAIN(BadValuesTest)
 #include "badvaluestest.moc"

@@ -94,7 +94,7 @@ private slots:
     {
         m_dir = std::make_unique<QTemporaryDir>();
         m_canvas = std::make_unique<CanvasFixture>();
-        recentFiles = QStringList{QStringLiteral("/before.tlrx")};
+        recentFiles = QStringList{"/before.tlrx"};
         show(*m_canvas, 0);
     }
 
@@ -126,8 +126,7 @@ private slots:
         QVERIFY(found[0] > 0);
         QVERIFY(found[1] > 0);
         // What a killed save leaves beside the project is no project by its name.
-        QCOMPARE(QDir(m_dir->path()).entryList({QStringLiteral("*.tlrx")}),
-                 QStringList{QStringLiteral("a.tlrx")});
+        QCOMPARE(QDir(m_dir->path()).entryList({QStringLiteral("*.tlrx")}), QStringList{"a.tlrx"});
     }
 
     void aFullDiskKeepsTheOldProject()
@@ -289,7 +288,7 @@ private slots:
             }
         }
         QCOMPARE(projectIn(path()), open ? 1 : 0);
-        QCOMPARE(QDir(m_dir->path()).entryList(QDir::Files), QStringList{QStringLiteral("a.tlrx")});
+        QCOMPARE(QDir(m_dir->path()).entryList(QDir::Files), QStringList{"a.tlrx"});
     }
 
     void aFolderThatVanishesFailsTheSaveUntilItIsBack()
@@ -408,51 +407,50 @@ private:
     TzProgramView& view() { return m_canvas->view; }
     /** Saves what must not be saved: empty if it isn't and nothing has changed, else what is wrong.
      */
-    QString refused(const QString& p_path);
+    QString refused(const QString& p_path)
+    {
+        documentModified = true;
+        const QByteArray file = readWhole(p_path);
+        const QStringList beside =
+            QFileInfo(p_path).dir().entryList(QDir::AllEntries | QDir::Hidden);
+        const QStringList document = documentPicture(view());
+        if (view().saveFile(p_path, tail(1))) {
+            return QStringLiteral("saved");
+        }
+        if (documentPicture(view()) != document) {
+            return QStringLiteral("the document changed");
+        }
+        if (readWhole(p_path) != file) {
+            return QStringLiteral("the file changed");
+        }
+        const QStringList now = QFileInfo(p_path).dir().entryList(QDir::AllEntries | QDir::Hidden);
+        return now == beside ? QString()
+                             : QStringLiteral("left behind: ") + now.join(QLatin1Char(' '));
+    }
+
     /** Which of the two projects a file holds: 0 or 1, or -1 if it is neither. */
-    int projectIn(const QString& p_path);
+    int projectIn(const QString& p_path)
+    {
+        ProjectContent project;
+        if (readProject(p_path, project) != ProjectOpened) {
+            return -1;
+        }
+        QList<int> ids;
+        const QDomNodeList modules = project.document.elementsByTagName(QStringLiteral("module"));
+        for (int i = 0; i < modules.size(); ++i) {
+            ids.append(modules.at(i).toElement().attribute(QStringLiteral("id")).toInt());
+        }
+        for (const int turn : {0, 1}) {
+            if (ids == s_programs[turn] && project.actions == tail(turn)) {
+                return turn;
+            }
+        }
+        return -1;
+    }
 
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<CanvasFixture> m_canvas;
 };
-
-QString SavingTest::refused(const QString& p_path)
-{
-    documentModified = true;
-    const QByteArray file = readWhole(p_path);
-    const QStringList beside = QFileInfo(p_path).dir().entryList(QDir::AllEntries | QDir::Hidden);
-    const QStringList document = documentPicture(view());
-    if (view().saveFile(p_path, tail(1))) {
-        return QStringLiteral("saved");
-    }
-    if (documentPicture(view()) != document) {
-        return QStringLiteral("the document changed");
-    }
-    if (readWhole(p_path) != file) {
-        return QStringLiteral("the file changed");
-    }
-    const QStringList now = QFileInfo(p_path).dir().entryList(QDir::AllEntries | QDir::Hidden);
-    return now == beside ? QString() : QStringLiteral("left behind: ") + now.join(QLatin1Char(' '));
-}
-
-int SavingTest::projectIn(const QString& p_path)
-{
-    ProjectContent project;
-    if (readProject(p_path, project) != ProjectOpened) {
-        return -1;
-    }
-    QList<int> ids;
-    const QDomNodeList modules = project.document.elementsByTagName(QStringLiteral("module"));
-    for (int i = 0; i < modules.size(); ++i) {
-        ids.append(modules.at(i).toElement().attribute(QStringLiteral("id")).toInt());
-    }
-    for (const int turn : {0, 1}) {
-        if (ids == s_programs[turn] && project.actions == tail(turn)) {
-            return turn;
-        }
-    }
-    return -1;
-}
 
 int main(int argc, char** argv)
 {

@@ -1,5 +1,6 @@
 #include "modules/catalogue/blocktables.h"
 #include "proj/controls/variablepictures.h"
+#include "support/canvas/blockdata.h"
 #include "text/variables.h"
 
 #include <QDirIterator>
@@ -40,9 +41,8 @@ private slots:
     void everyBlockAndVariableHasItsPictures()
     {
         // As large as what lands: the body with its tab and its drawer, a loop with its bracket.
-        const QSet<int> loops{301, 303, 306, 307};
         for (const BlockRecord& record : blockRecords()) {
-            const QSize size = loops.contains(record.id)            ? QSize(280, 160)
+            const QSize size = loopTypes().contains(record.id)      ? QSize(280, 160)
                                : record.category == ControlCategory ? QSize(140, 160)
                                                                     : QSize(140, 140);
             QVERIFY2(QImage(record.image).size() == size,

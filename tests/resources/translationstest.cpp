@@ -340,8 +340,7 @@ private slots:
 
     void placesOfNumbersStayInATranslation()
     {
-        QCOMPARE(placesIn(QStringLiteral("%2 of %1")),
-                 (QStringList{QStringLiteral("%1"), QStringLiteral("%2")}));
+        QCOMPARE(placesIn(QStringLiteral("%2 of %1")), (QStringList{"%1", "%2"}));
         for (const char* language : {"en", "zh_cn"}) {
             const Messages texts = messagesIn(language);
             for (auto it = texts.constBegin(); it != texts.constEnd(); ++it) {

@@ -1,4 +1,5 @@
 #include "support/probe/probedprogram.h"
+#include "support/system/files.h"
 #include "support/system/smalldisk.h"
 #include "support/system/unprivileged.h"
 
@@ -13,19 +14,6 @@
 namespace
 {
 const QString s_cantOpen = QStringLiteral("Cannot open the log file ");
-
-void putFile(const QString& p_path, const QByteArray& p_content)
-{
-    QFile file(p_path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(p_content), qint64(p_content.size()));
-}
-
-QByteArray contentOf(const QString& p_path)
-{
-    QFile file(p_path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("not to be read");
-}
 } // namespace
 
 /**
@@ -124,7 +112,7 @@ private slots:
         useProgram();
         QCOMPARE(m_said.count(s_cantOpen + installed("log/app-log.txt")), 1);
         QCOMPARE(QDir(m_installation).entryList(QDir::NoDotAndDotDot | QDir::AllEntries),
-                 QStringList(QStringLiteral("vantrel")));
+                 QStringList("vantrel"));
     }
 
 private:
@@ -137,11 +125,48 @@ private:
         return m_settings + QLatin1Char('/') + QLatin1String(p_name);
     }
     /** Makes an empty place that can be closed to changes, also to an administrator. */
-    QString makePlace();
+    QString makePlace()
+    {
+        m_disk = std::make_unique<SmallDisk>("size=256m");
+        if (m_disk->isMounted()) {
+            m_place = m_disk->path();
+        } else {
+            m_disk.reset();
+            m_place = m_dir->filePath(QStringLiteral("place"));
+            QDir().mkpath(m_place);
+        }
+        return m_place;
+    }
+
     /** Closes the last of them. */
-    bool closePlace();
+    bool closePlace()
+    {
+        const bool closed =
+            m_disk ? m_disk->closeToChanges() : Unprivileged::closeToChanges(m_place);
+        QFile file(m_place + QStringLiteral("/trial"));
+        return closed && !file.open(QIODevice::WriteOnly);
+    }
+
     /** Starts the program with a project and sees that it works. */
-    void useProgram();
+    void useProgram()
+    {
+        const QString project =
+            qEnvironmentVariable("TILER_EXAMPLES") + QStringLiteral("/square.tlrx");
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("XDG_CONFIG_HOME"), m_settings);
+        ProbedProgram program(environment, installed("vantrel"));
+        // That means an ordinary end with the code 0, too.
+        QVERIFY2(program.run({project}), qPrintable(program.story()));
+        m_said = program.story();
+        QStringList titles;
+        for (const QJsonObject& window : program.visibleWindows()) {
+            titles << window[QStringLiteral("windowTitle")].toString();
+        }
+        // No box stands in the way.
+        QCOMPARE(titles,
+                 QStringList(QStringLiteral("Tiler v1.1.2 2020-12-17:  %1[*]").arg(project)));
+        m_labels = program.widgets(QStringLiteral("QLabel"));
+    }
 
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<SmallDisk> m_disk;
@@ -151,44 +176,6 @@ private:
     QString m_said;
     QList<QJsonObject> m_labels;
 };
-
-QString ClosedFoldersTest::makePlace()
-{
-    m_disk = std::make_unique<SmallDisk>("size=256m");
-    if (m_disk->isMounted()) {
-        m_place = m_disk->path();
-    } else {
-        m_disk.reset();
-        m_place = m_dir->filePath(QStringLiteral("place"));
-        QDir().mkpath(m_place);
-    }
-    return m_place;
-}
-
-bool ClosedFoldersTest::closePlace()
-{
-    const bool closed = m_disk ? m_disk->closeToChanges() : Unprivileged::closeToChanges(m_place);
-    QFile file(m_place + QStringLiteral("/trial"));
-    return closed && !file.open(QIODevice::WriteOnly);
-}
-
-void ClosedFoldersTest::useProgram()
-{
-    const QString project = qEnvironmentVariable("TILER_EXAMPLES") + QStringLiteral("/square.tlrx");
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), m_settings);
-    ProbedProgram program(environment, installed("vantrel"));
-    // That means an ordinary end with the code 0, too.
-    QVERIFY2(program.run({project}), qPrintable(program.story()));
-    m_said = program.story();
-    QStringList titles;
-    for (const QJsonObject& window : program.visibleWindows()) {
-        titles << window[QStringLiteral("windowTitle")].toString();
-    }
-    // No box stands in the way.
-    QCOMPARE(titles, QStringList(QStringLiteral("Tiler v1.1.2 2020-12-17:  %1[*]").arg(project)));
-    m_labels = program.widgets(QStringLiteral("QLabel"));
-}
 
 QTEST_GUILESS_MAIN(ClosedFoldersTest)
 #include "closedfolderstest.moc"

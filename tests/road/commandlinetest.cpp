@@ -14,6 +14,8 @@ const QString s_none;
 const QString s_dead = QStringLiteral("DISPLAY=:4321");
 const QString s_named = QStringLiteral("QT_QPA_PLATFORM=xcb");
 
+QStringList words(const char* p_text) { return QString(p_text).split(QLatin1Char(' ')); }
+
 /** With the ends of lines that Windows writes made alike. */
 QString textOf(const QByteArray& p_output)
 {
@@ -39,45 +41,38 @@ private slots:
                                              "  --loglevel <loglevel> +log level "
                                              "\\[trace,debug,info,warning,error,fatal\\]\\n$");
         const QString version = QStringLiteral("^Tiler 1\\.1\\.2\\n$");
-        const QString nothing = QStringLiteral("^$");
-        const auto row = [](const QString& p_arguments, int p_exitCode, const QString& p_output,
-                            const QString& p_error) {
-            QTest::newRow(qPrintable(p_arguments))
-                << p_arguments.split(QLatin1Char(' ')) << p_exitCode << p_output << p_error;
+        const auto answered = [](const QByteArray& p_arguments, const QString& p_output) {
+            QTest::newRow(p_arguments)
+                << words(p_arguments) << 0 << p_output << QStringLiteral("^$");
         };
-        row(QStringLiteral("--help"), 0, usage, nothing);
-        row(QStringLiteral("-h"), 0, usage, nothing);
-        row(QStringLiteral("--loglevel=debug --help"), 0, usage, nothing);
-        row(QStringLiteral("--help-all"), 0,
+        const auto refused = [](const QByteArray& p_arguments, const QString& p_complaint) {
+            QTest::newRow(p_arguments) << words(p_arguments) << 1 << QStringLiteral("^$")
+                                       << QStringLiteral("^vantrel: %1\\.\\n$").arg(p_complaint);
+        };
+        const QString nonsense = QStringLiteral("Unknown option 'nonsense'");
+        answered("--help", usage);
+        answered("-h", usage);
+        answered("--loglevel=debug --help", usage);
+        answered(
+            "--help-all",
             QStringLiteral("^Usage: .*\\n(.*\\n)*  --help-all +\\S.*\\n(.*\\n)*"
-                           "  --loglevel <loglevel> +log level(.*\\n)*  --platform <(.*\\n)*"),
-            nothing);
-        row(QStringLiteral("--version"), 0, version, nothing);
-        row(QStringLiteral("-v"), 0, version, nothing);
-        row(QStringLiteral("a.tlrx -v"), 0, version, nothing);
-        row(QStringLiteral("--nonsense"), 1, nothing,
-            QStringLiteral("^vantrel: Unknown option 'nonsense'\\.\\n$"));
-        row(QStringLiteral("--help --nonsense"), 1, nothing,
-            QStringLiteral("^vantrel: Unknown option 'nonsense'\\.\\n$"));
-        row(QStringLiteral("-x"), 1, nothing,
-            QStringLiteral("^vantrel: Unknown option 'x'\\.\\n$"));
-        row(QStringLiteral("--loglevel"), 1, nothing,
-            QStringLiteral("^vantrel: Missing value after '--loglevel'\\.\\n$"));
-        row(QStringLiteral("--version=2"), 1, nothing,
-            QStringLiteral("^vantrel: Unexpected value after '--version'\\.\\n$"));
+                           "  --loglevel <loglevel> +log level(.*\\n)*  --platform <(.*\\n)*"));
+        answered("--version", version);
+        answered("-v", version);
+        answered("a.tlrx -v", version);
+        refused("--nonsense", nonsense);
+        refused("--help --nonsense", nonsense);
+        refused("-x", "Unknown option 'x'");
+        refused("--loglevel", "Missing value after '--loglevel'");
+        refused("--version=2", "Unexpected value after '--version'");
         // Next to options of the graphics library, and in the place of their values.
-        row(QStringLiteral("-platform offscreen --version"), 0, version, nothing);
-        row(QStringLiteral("--style=fusion --version"), 0, version, nothing);
-        row(QStringLiteral("--style fusion --nonsense -reverse"), 1, nothing,
-            QStringLiteral("^vantrel: Unknown option 'nonsense'\\.\\n$"));
-        row(QStringLiteral("-reverse --nonsense"), 1, nothing,
-            QStringLiteral("^vantrel: Unknown option 'nonsense'\\.\\n$"));
-        row(QStringLiteral("-platform=x"), 1, nothing,
-            QStringLiteral("^vantrel: Unknown options: p, l, a, t, f, o, r, m, =, x\\.\\n$"));
-        row(QStringLiteral("reverse --nonsense"), 1, nothing,
-            QStringLiteral("^vantrel: Unknown option 'nonsense'\\.\\n$"));
-        row(QStringLiteral("xtitle --nonsense"), 1, nothing,
-            QStringLiteral("^vantrel: Unknown option 'nonsense'\\.\\n$"));
+        answered("-platform offscreen --version", version);
+        answered("--style=fusion --version", version);
+        refused("--style fusion --nonsense -reverse", nonsense);
+        refused("-reverse --nonsense", nonsense);
+        refused("-platform=x", "Unknown options: p, l, a, t, f, o, r, m, =, x");
+        refused("reverse --nonsense", nonsense);
+        refused("xtitle --nonsense", nonsense);
         // Values that look like options.
         for (const char* option :
              {"--loglevel -x", "--loglevel --help", "--loglevel=-x", "--loglevel=--help",
@@ -85,10 +80,8 @@ private slots:
               "-platform --nonsense", "-plugin -x", "-qmljsdebugger --nonsense",
               "-qmljsdebugger=-x", "-qwindowgeometry -100-100", "-qwindowtitle -v",
               "--session --help"}) {
-            const QString given = QString::fromLatin1(option);
-            row(given + QStringLiteral(" --version"), 0, version, nothing);
-            row(given + QStringLiteral(" --nonsense"), 1, nothing,
-                QStringLiteral("^vantrel: Unknown option 'nonsense'\\.\\n$"));
+            answered(QByteArray(option) + " --version", version);
+            refused(QByteArray(option) + " --nonsense", nonsense);
         }
     }
 
@@ -119,8 +112,7 @@ private slots:
         QTest::newRow("none") << s_none << QStringList();
         QTest::newRow("nobody answers") << s_dead << QStringList();
         QTest::newRow("a platform, but no display") << s_named << QStringList();
-        QTest::newRow("no such platform")
-            << s_offscreen << QStringList{QStringLiteral("-platform"), QStringLiteral("none")};
+        QTest::newRow("no such platform") << s_offscreen << QStringList{"-platform", "none"};
     }
 
     void withoutADisplayTheProgramSaysSo()
@@ -157,69 +149,35 @@ private slots:
         const QString project =
             qEnvironmentVariable("TILER_EXAMPLES") + QStringLiteral("/square.tlrx");
         const QString titled = QStringLiteral("Tiler v1.1.2 2020-12-17:  %1[*]").arg(project);
-        QTest::newRow("no argument") << s_offscreen << QStringList() << untitled;
-        QTest::newRow("a project") << s_offscreen << QStringList{project} << titled;
-        QTest::newRow("a project and a level")
-            << s_offscreen << QStringList{project, QStringLiteral("--loglevel=debug")} << titled;
-        // The first argument is always taken for a path, and one of no known kind is not opened.
-        QTest::newRow("a level first")
-            << s_offscreen << QStringList{QStringLiteral("--loglevel=debug")} << untitled;
-        QTest::newRow("a level first, then a project")
-            << s_offscreen << QStringList{QStringLiteral("--loglevel=debug"), project} << untitled;
-        QTest::newRow("a level in two arguments")
-            << s_offscreen << QStringList{QStringLiteral("--loglevel"), QStringLiteral("--help")}
-            << untitled;
-        QTest::newRow("a level that asks for the version")
-            << s_offscreen << QStringList{QStringLiteral("--loglevel"), QStringLiteral("-v")}
-            << untitled;
-        QTest::newRow("a level of hyphens")
-            << s_offscreen << QStringList{QStringLiteral("--loglevel"), QStringLiteral("--")}
-            << untitled;
-        QTest::newRow("a title that asks for the version")
-            << s_offscreen << QStringList{QStringLiteral("-qwindowtitle"), QStringLiteral("-v")}
-            << untitled;
-        QTest::newRow("a name behind the options")
-            << s_offscreen << QStringList{QStringLiteral("--"), QStringLiteral("--help")}
-            << untitled;
-        const QStringList offscreen{QStringLiteral("-platform"), QStringLiteral("offscreen")};
-        QTest::newRow("a platform where there is no display") << s_none << offscreen << untitled;
-        QTest::newRow("a platform where the display is dead")
-            << s_dead
-            << QStringList{project, QStringLiteral("--platform"), QStringLiteral("offscreen"),
-                           QStringLiteral("--loglevel=debug")}
-            << titled;
-        QTest::newRow("a style") << s_offscreen
-                                 << QStringList{QStringLiteral("-style"), QStringLiteral("fusion")}
-                                 << untitled;
-        // The folder for plugins must hold them, or the window doesn't open.
         const QString plugins = QLibraryInfo::location(QLibraryInfo::PluginsPath);
-        QTest::newRow("all options of the graphics library")
-            << s_dead
-            << offscreen + QStringList{QStringLiteral("--style=fusion"),
-                                       QStringLiteral("-stylesheet=none.qss"),
-                                       QStringLiteral("--stylesheet"),
-                                       QStringLiteral("none.qss"),
-                                       QStringLiteral("-platformpluginpath"),
-                                       plugins + QStringLiteral("/platforms"),
-                                       QStringLiteral("-platformtheme"),
-                                       QStringLiteral("none"),
-                                       QStringLiteral("-plugin"),
-                                       QStringLiteral("none"),
-                                       QStringLiteral("-qmljsdebugger=port:1"),
-                                       QStringLiteral("-qmljsdebugger"),
-                                       QStringLiteral("port:1"),
-                                       QStringLiteral("-qwindowgeometry"),
-                                       QStringLiteral("800x600"),
-                                       QStringLiteral("-qwindowicon"),
-                                       QStringLiteral("none.png"),
-                                       QStringLiteral("-qwindowtitle"),
-                                       QStringLiteral("--nonsense"),
-                                       QStringLiteral("-reverse"),
-                                       QStringLiteral("-session"),
-                                       QStringLiteral("--help"),
-                                       QStringLiteral("-testability"),
-                                       QStringLiteral("--widgetcount")}
-            << untitled;
+        const auto row = [](const char* p_name, const QString& p_display,
+                            const QStringList& p_arguments, const QString& p_title) {
+            QTest::newRow(p_name) << p_display << p_arguments << p_title;
+        };
+        row("no argument", s_offscreen, {}, untitled);
+        row("a project", s_offscreen, {project}, titled);
+        row("a project and a level", s_offscreen, {project, "--loglevel=debug"}, titled);
+        // The first argument is always taken for a path, and one of no known kind is not opened.
+        row("a level first", s_offscreen, {"--loglevel=debug"}, untitled);
+        row("a level first, then a project", s_offscreen, {"--loglevel=debug", project}, untitled);
+        row("a level in two arguments", s_offscreen, {"--loglevel", "--help"}, untitled);
+        row("a level that asks for the version", s_offscreen, {"--loglevel", "-v"}, untitled);
+        row("a level of hyphens", s_offscreen, {"--loglevel", "--"}, untitled);
+        row("a title that asks for the version", s_offscreen, {"-qwindowtitle", "-v"}, untitled);
+        row("a name behind the options", s_offscreen, {"--", "--help"}, untitled);
+        row("a platform where there is no display", s_none, {"-platform", "offscreen"}, untitled);
+        row("a platform where the display is dead", s_dead,
+            {project, "--platform", "offscreen", "--loglevel=debug"}, titled);
+        row("a style", s_offscreen, {"-style", "fusion"}, untitled);
+        // The folder for plugins must hold them, or the window doesn't open.
+        row("all options of the graphics library", s_dead,
+            words("-platform offscreen --style=fusion -stylesheet=none.qss --stylesheet none.qss") +
+                QStringList{"-platformpluginpath", plugins + "/platforms"} +
+                words("-platformtheme none -plugin none -qmljsdebugger=port:1"
+                      " -qmljsdebugger port:1 -qwindowgeometry 800x600 -qwindowicon none.png"
+                      " -qwindowtitle --nonsense -reverse -session --help -testability"
+                      " --widgetcount"),
+            untitled);
     }
 
     void theWindowOpens()
@@ -260,10 +218,9 @@ private slots:
         }
         ProbedProgram program(environment(s_dead));
         const bool ran = program.run(
-            {QStringLiteral("-display"), screen, QStringLiteral("-geometry"),
-             QStringLiteral("800x600"), QStringLiteral("-name"), QStringLiteral("--nonsense"),
-             QStringLiteral("-title"), QStringLiteral("--nonsense"), QStringLiteral("-icon"),
-             QStringLiteral("none.png"), QStringLiteral("-nograb"), QStringLiteral("-dograb")});
+            QStringList{"-display", screen} +
+            words("-geometry 800x600 -name --nonsense -title --nonsense -icon none.png -nograb"
+                  " -dograb"));
         server.kill();
         server.waitForFinished();
         QVERIFY2(ran, qPrintable(program.story()));
@@ -312,45 +269,42 @@ private slots:
             titles << window[QStringLiteral("windowTitle")].toString();
         }
         titles.sort();
-        QCOMPARE(titles, (QStringList{QStringLiteral("Info"), QString::fromUtf8(s_untitled)}));
+        QCOMPARE(titles, (QStringList{"Info", QString::fromUtf8(s_untitled)}));
     }
 
 private:
     /** Starts a virtual display and returns its name; empty where there is none to start. */
-    static QString startScreen(QProcess& p_server);
+    static QString startScreen(QProcess& p_server)
+    {
+        const QString server = QStandardPaths::findExecutable(QStringLiteral("Xvfb"));
+        if (server.isEmpty()) {
+            return QString();
+        }
+        p_server.start(server, {QStringLiteral("-displayfd"), QStringLiteral("1")});
+        return p_server.waitForReadyRead(30000)
+                   ? QLatin1Char(':') + QString::fromLatin1(p_server.readLine()).trimmed()
+                   : QString();
+    }
+
     /** The environment with a display or none, by "NAME=value". */
-    QProcessEnvironment environment(const QString& p_display) const;
+    QProcessEnvironment environment(const QString& p_display) const
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "WAYLAND_SOCKET", "XDG_SESSION_TYPE",
+                                 "QT_QPA_PLATFORM"}) {
+            environment.remove(QLatin1String(name));
+        }
+        environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_runtime.path());
+        if (!p_display.isEmpty()) {
+            environment.insert(p_display.section(QLatin1Char('='), 0, 0),
+                               p_display.section(QLatin1Char('='), 1));
+        }
+        return environment;
+    }
 
     /** For the user alone, as the graphics library wants it, or it complains. */
     QTemporaryDir m_runtime;
 };
-
-QProcessEnvironment CommandLineTest::environment(const QString& p_display) const
-{
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const char* name :
-         {"DISPLAY", "WAYLAND_DISPLAY", "WAYLAND_SOCKET", "XDG_SESSION_TYPE", "QT_QPA_PLATFORM"}) {
-        environment.remove(QLatin1String(name));
-    }
-    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_runtime.path());
-    if (!p_display.isEmpty()) {
-        environment.insert(p_display.section(QLatin1Char('='), 0, 0),
-                           p_display.section(QLatin1Char('='), 1));
-    }
-    return environment;
-}
-
-QString CommandLineTest::startScreen(QProcess& p_server)
-{
-    const QString server = QStandardPaths::findExecutable(QStringLiteral("Xvfb"));
-    if (server.isEmpty()) {
-        return QString();
-    }
-    p_server.start(server, {QStringLiteral("-displayfd"), QStringLiteral("1")});
-    return p_server.waitForReadyRead(30000)
-               ? QLatin1Char(':') + QString::fromLatin1(p_server.readLine()).trimmed()
-               : QString();
-}
 
 QTEST_GUILESS_MAIN(CommandLineTest)
 #include "commandlinetest.moc"

@@ -4,8 +4,6 @@
 #include "support/canvas/blockdata.h"
 #include "support/canvas/documentinvariants.h"
 
-#include <algorithm>
-
 namespace
 {
 template <class Tell> QString outlineOf(const supermodule* p_first, Tell p_tell)

@@ -55,31 +55,27 @@ private slots:
 private:
     static QString program() { return qEnvironmentVariable("TILER_PROGRAM"); }
     /** Runs for a moment, ends the program and returns what it wrote. */
-    static QString outputOf(const QStringList& p_arguments);
-    static QString outputOf(QProcess& p_process, const QString& p_program,
-                            const QStringList& p_arguments);
-};
-
-QString ProgramTest::outputOf(const QStringList& p_arguments)
-{
-    QProcess process;
-    return outputOf(process, program(), p_arguments);
-}
-
-QString ProgramTest::outputOf(QProcess& p_process, const QString& p_program,
-                              const QStringList& p_arguments)
-{
-    p_process.setProcessChannelMode(QProcess::MergedChannels);
-    p_process.start(p_program, p_arguments);
-    QByteArray output;
-    while (!output.contains("device pixel ratio") && p_process.waitForReadyRead(20000)) {
-        output += p_process.readAll();
+    static QString outputOf(const QStringList& p_arguments)
+    {
+        QProcess process;
+        return outputOf(process, program(), p_arguments);
     }
-    p_process.waitForFinished(1500);
-    p_process.kill();
-    p_process.waitForFinished();
-    return QString::fromUtf8(output + p_process.readAll());
-}
+
+    static QString outputOf(QProcess& p_process, const QString& p_program,
+                            const QStringList& p_arguments)
+    {
+        p_process.setProcessChannelMode(QProcess::MergedChannels);
+        p_process.start(p_program, p_arguments);
+        QByteArray output;
+        while (!output.contains("device pixel ratio") && p_process.waitForReadyRead(20000)) {
+            output += p_process.readAll();
+        }
+        p_process.waitForFinished(1500);
+        p_process.kill();
+        p_process.waitForFinished();
+        return QString::fromUtf8(output + p_process.readAll());
+    }
+};
 
 QTEST_GUILESS_MAIN(ProgramTest)
 #include "programtest.moc"

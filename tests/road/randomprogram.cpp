@@ -19,14 +19,12 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QDir>
 #include <QDragEnterEvent>
 #include <QMimeData>
 #include <QPushButton>
 #include <QTest>
 
 #include <algorithm>
-#include <cstring>
 
 namespace
 {

@@ -407,7 +407,7 @@ QStringList RandomProgram::brokenHistoryFromNothing()
     documentModified = false;
     m_window.OnNewFile();
     const QStringList nothing = documentOutline(m_view, Telling::Parameters);
-    if (nothing != QStringList{QStringLiteral("0")}) {
+    if (nothing != QStringList{"0"}) {
         return {QStringLiteral("a new document holds\n") + nothing.join(QLatin1Char('\n'))};
     }
     return history(8 + below(10), true);

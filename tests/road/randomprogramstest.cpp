@@ -141,9 +141,88 @@ private slots:
     }
 
 private:
-    QStringList put(RandomProgram& p_program, int p_place);
-    QStringList brokenOnTheController(const RandomProgram& p_program);
-    void rememberValues(const QByteArray& p_project);
+    QStringList put(RandomProgram& p_program, int p_place)
+    {
+        // Copies before the project was ever saved, or after: a stored block is built another way.
+        QStringList broken = p_program.brokenCodePane();
+        if (broken.isEmpty() && p_place % 2 == 0) {
+            broken = p_program.brokenCopy();
+        }
+        if (broken.isEmpty()) {
+            broken = p_program.brokenTrip();
+        }
+        if (broken.isEmpty() && p_place % 2 != 0) {
+            broken = p_program.brokenCopy();
+        }
+        if (broken.isEmpty()) {
+            rememberValues(p_program.project());
+            if (p_place % setting("RANDOM_PROGRAMS_EACH", 20) == 0) {
+                broken = brokenOnTheController(p_program);
+            }
+        }
+        if (broken.isEmpty()) {
+            broken = p_program.brokenHistory();
+        }
+        return broken;
+    }
+
+    QStringList brokenOnTheController(const RandomProgram& p_program)
+    {
+        const QString name = QStringLiteral("random");
+        const ProcessResult compiled = m_kit.compile(name, p_program.text());
+        if (compiled.exitCode != 0 || !compiled.errors.isEmpty() ||
+            QFileInfo(m_kit.binary(name)).size() == 0) {
+            return {QStringLiteral("the compiler ends with %1: ").arg(compiled.exitCode) +
+                    compiled.errors + QStringLiteral("\nThe text is:\n") + p_program.text()};
+        }
+        const QString project = m_kit.filePath(QStringLiteral("random.tlrx"));
+        if (!writeWhole(project, p_program.project())) {
+            return {QStringLiteral("the project can't be written")};
+        }
+        const ProcessResult followed = runProcess(
+            QStringLiteral(PYTHON),
+            {QStringLiteral("-B"), QStringLiteral(FOLLOW), project, QString::number(s_watched)},
+            QDir::tempPath());
+        QStringList expected = followed.output.split(QLatin1Char('\n'));
+        if (followed.exitCode != 0 || expected.size() < 4) {
+            return {QStringLiteral("follow.py says: ") + followed.errors};
+        }
+        const QStringList sensors =
+            expected.takeFirst().split(QLatin1Char(' '), Qt::SkipEmptyParts);
+        const QString end = expected.takeFirst();
+        expected.removeLast();
+        const ProcessResult run =
+            m_kit.run(name, QStringList{"--limit", QString::number(s_watched)} + sensors);
+        ++m_ends[end];
+        const QStringList found = comparableTrace(run.output);
+        const bool sameTrace =
+            end == s_returns ? found == expected : found.mid(0, expected.size()) == expected;
+        const bool sameEnd = end == s_returns   ? run.exitCode == 0
+                             : end == s_endless ? run.exitCode == 3
+                                                : run.exitCode == 0 || run.exitCode == 3;
+        if (sameTrace && sameEnd && run.errors.isEmpty()) {
+            return {};
+        }
+        return {QStringLiteral("the program ends with %1: ").arg(run.exitCode) + run.errors +
+                QStringLiteral("\nIt does:\n") + found.join(QLatin1Char('\n')) +
+                QStringLiteral("\nand not:\n") + expected.join(QLatin1Char('\n')) +
+                QStringLiteral("\nwith ") + sensors.join(QLatin1Char(' '))};
+    }
+
+    void rememberValues(const QByteArray& p_project)
+    {
+        QDomDocument document;
+        document.setContent(p_project);
+        const QDomNodeList blocks = document.elementsByTagName(QStringLiteral("module"));
+        for (int i = 0; i < blocks.size(); ++i) {
+            const QDomNamedNodeMap attributes = blocks.at(i).attributes();
+            const QString id = blocks.at(i).toElement().attribute(QStringLiteral("id"));
+            for (int k = 0; k < attributes.size(); ++k) {
+                const QDomAttr attribute = attributes.item(k).toAttr();
+                m_values[id + QLatin1Char(' ') + attribute.name()].insert(attribute.value());
+            }
+        }
+    }
 
     KitCopy m_kit;
     int m_first = 1;
@@ -156,88 +235,6 @@ private:
     QMap<QString, QSet<QString>> m_values;
     QSet<int> m_types;
 };
-
-QStringList RandomProgramsTest::put(RandomProgram& p_program, int p_place)
-{
-    // Copies before the project was ever saved, or after: a stored block is built another way.
-    QStringList broken = p_program.brokenCodePane();
-    if (broken.isEmpty() && p_place % 2 == 0) {
-        broken = p_program.brokenCopy();
-    }
-    if (broken.isEmpty()) {
-        broken = p_program.brokenTrip();
-    }
-    if (broken.isEmpty() && p_place % 2 != 0) {
-        broken = p_program.brokenCopy();
-    }
-    if (broken.isEmpty()) {
-        rememberValues(p_program.project());
-        if (p_place % setting("RANDOM_PROGRAMS_EACH", 20) == 0) {
-            broken = brokenOnTheController(p_program);
-        }
-    }
-    if (broken.isEmpty()) {
-        broken = p_program.brokenHistory();
-    }
-    return broken;
-}
-
-QStringList RandomProgramsTest::brokenOnTheController(const RandomProgram& p_program)
-{
-    const QString name = QStringLiteral("random");
-    const ProcessResult compiled = m_kit.compile(name, p_program.text());
-    if (compiled.exitCode != 0 || !compiled.errors.isEmpty() ||
-        QFileInfo(m_kit.binary(name)).size() == 0) {
-        return {QStringLiteral("the compiler ends with %1: ").arg(compiled.exitCode) +
-                compiled.errors + QStringLiteral("\nThe text is:\n") + p_program.text()};
-    }
-    const QString project = m_kit.filePath(QStringLiteral("random.tlrx"));
-    if (!writeWhole(project, p_program.project())) {
-        return {QStringLiteral("the project can't be written")};
-    }
-    const ProcessResult followed = runProcess(
-        QStringLiteral(PYTHON),
-        {QStringLiteral("-B"), QStringLiteral(FOLLOW), project, QString::number(s_watched)},
-        QDir::tempPath());
-    QStringList expected = followed.output.split(QLatin1Char('\n'));
-    if (followed.exitCode != 0 || expected.size() < 4) {
-        return {QStringLiteral("follow.py says: ") + followed.errors};
-    }
-    const QStringList sensors = expected.takeFirst().split(QLatin1Char(' '), Qt::SkipEmptyParts);
-    const QString end = expected.takeFirst();
-    expected.removeLast();
-    const ProcessResult run = m_kit.run(
-        name, QStringList{QStringLiteral("--limit"), QString::number(s_watched)} + sensors);
-    ++m_ends[end];
-    const QStringList found = comparableTrace(run.output);
-    const bool sameTrace =
-        end == s_returns ? found == expected : found.mid(0, expected.size()) == expected;
-    const bool sameEnd = end == s_returns   ? run.exitCode == 0
-                         : end == s_endless ? run.exitCode == 3
-                                            : run.exitCode == 0 || run.exitCode == 3;
-    if (sameTrace && sameEnd && run.errors.isEmpty()) {
-        return {};
-    }
-    return {QStringLiteral("the program ends with %1: ").arg(run.exitCode) + run.errors +
-            QStringLiteral("\nIt does:\n") + found.join(QLatin1Char('\n')) +
-            QStringLiteral("\nand not:\n") + expected.join(QLatin1Char('\n')) +
-            QStringLiteral("\nwith ") + sensors.join(QLatin1Char(' '))};
-}
-
-void RandomProgramsTest::rememberValues(const QByteArray& p_project)
-{
-    QDomDocument document;
-    document.setContent(p_project);
-    const QDomNodeList blocks = document.elementsByTagName(QStringLiteral("module"));
-    for (int i = 0; i < blocks.size(); ++i) {
-        const QDomNamedNodeMap attributes = blocks.at(i).attributes();
-        const QString id = blocks.at(i).toElement().attribute(QStringLiteral("id"));
-        for (int k = 0; k < attributes.size(); ++k) {
-            const QDomAttr attribute = attributes.item(k).toAttr();
-            m_values[id + QLatin1Char(' ') + attribute.name()].insert(attribute.value());
-        }
-    }
-}
 
 QTEST_MAIN(RandomProgramsTest)
 #include "randomprogramstest.moc"

@@ -69,66 +69,49 @@ private slots:
                    QStringList{QStringLiteral("wait %1 s").arg(QLatin1String(p_seconds))} +
                    drive(0, 0);
         };
-        const QStringList start{QStringLiteral("start")};
-        const QStringList stop = drive(0, 0) + QStringList{QStringLiteral("motor C (3) speed 0"),
-                                                           QStringLiteral("motor D (4) speed 0")};
-        const QStringList end{QStringLiteral("end")};
-
-        QStringList square = start;
-        for (int side = 0; side < 4; ++side) {
-            square += timed(50, -50, "1") + timed(50, 50, "0.5");
-        }
-        QTest::newRow("square") << "square"
-                                << "Square" << 0 << square + stop + end;
-        QTest::newRow("there-and-back")
-            << "there-and-back"
-            << "Back" << 0
-            << start + timed(50, -50, "2") + QStringList{QStringLiteral("wait 1 s")} +
-                   timed(-50, 50, "2") + stop + end;
-        QTest::newRow("slow-and-fast")
-            << "slow-and-fast"
-            << "Speed" << 0
-            << start + timed(30, -30, "1") + timed(50, -50, "1") + timed(80, -80, "1") + stop + end;
-        QTest::newRow("zigzag") << "zigzag"
-                                << "Zigzag" << 0
-                                << start + timed(50, -50, "1") + timed(50, 50, "0.5") +
-                                       timed(50, -50, "1") + timed(-50, -50, "1") +
-                                       timed(50, -50, "1") + timed(50, 50, "0.5") + stop + end;
+        const QStringList stop =
+            drive(0, 0) + QStringList{"motor C (3) speed 0", "motor D (4) speed 0"};
+        const auto row = [](const char* p_file, const char* p_binary, int p_exitCode,
+                            const QStringList& p_does) {
+            QTest::newRow(p_file) << p_file << p_binary << p_exitCode
+                                  << QStringList("start") + p_does;
+        };
+        const auto endingRow = [&row](const char* p_file, const char* p_binary,
+                                      const QStringList& p_does) {
+            row(p_file, p_binary, 0, p_does + QStringList("end"));
+        };
+        const QStringList side = timed(50, -50, "1") + timed(50, 50, "0.5");
+        endingRow("square", "Square", side + side + side + side + stop);
+        endingRow("there-and-back", "Back",
+                  timed(50, -50, "2") + QStringList("wait 1 s") + timed(-50, 50, "2") + stop);
+        endingRow("slow-and-fast", "Speed",
+                  timed(30, -30, "1") + timed(50, -50, "1") + timed(80, -80, "1") + stop);
+        endingRow("zigzag", "Zigzag",
+                  side + timed(50, -50, "1") + timed(-50, -50, "1") + side + stop);
         const auto arms = [](int p_one, int p_two, int p_sound) {
             return QStringList{QStringLiteral("servo 1 speed 716 position %1").arg(p_one),
                                QStringLiteral("servo 2 speed 716 position %1").arg(p_two),
                                QStringLiteral("sound %1").arg(p_sound)};
         };
-        QStringList dance = start + QStringList{QStringLiteral("sound 4")};
-        for (int round = 0; round < 2; ++round) {
-            dance += arms(335, 689, 25) + QStringList{QStringLiteral("wait 0.5 s")} +
-                     arms(689, 335, 21) + QStringList{QStringLiteral("wait 0.5 s")};
-        }
-        dance += timed(-50, -50, "1") + timed(50, 50, "1") + arms(512, 512, 14);
-        QTest::newRow("dance") << "dance"
-                               << "Dance" << 0 << dance + end;
+        const QStringList dance = arms(335, 689, 25) + QStringList("wait 0.5 s") +
+                                  arms(689, 335, 21) + QStringList("wait 0.5 s");
+        endingRow("dance", "Dance",
+                  QStringList("sound 4") + dance + dance + timed(-50, -50, "1") +
+                      timed(50, 50, "1") + arms(512, 512, 14));
         const auto shown = [](const QStringList& p_what) {
-            QStringList lines;
-            for (const QString& what : p_what) {
-                lines += QStringLiteral("display ") + what;
-            }
-            return lines + QStringList{QStringLiteral("wait 1 s")};
+            return QStringList(p_what).replaceInStrings(QRegularExpression("^"), "display ") +
+                   QStringList("wait 1 s");
         };
-        QTest::newRow("face-show")
-            << "face-show"
-            << "Face" << 0
-            << start + shown({"2 3 emoji 1 happy"}) + shown({"2 3 emoji 4 angry"}) +
-                   shown({"2 custom", "3 custom", "2 symbol 45", "3 symbol 45"}) +
-                   shown({"2 symbol 26", "3 symbol 27"}) + shown({"2 symbol 13", "3 symbol 5"}) +
-                   shown({"2 custom", "3 custom"}).mid(0, 2) + end;
+        endingRow("face-show", "Face",
+                  shown({"2 3 emoji 1 happy"}) + shown({"2 3 emoji 4 angry"}) +
+                      shown({"2 custom", "3 custom", "2 symbol 45", "3 symbol 45"}) +
+                      shown({"2 symbol 26", "3 symbol 27"}) + shown({"2 symbol 13", "3 symbol 5"}) +
+                      shown({"2 custom", "3 custom"}).mid(0, 2));
         // Endless ones: they begin like this, and the limit stops them.
-        QTest::newRow("line-follower")
-            << "line-follower"
-            << "Line" << 3
-            << start + QStringList{QStringLiteral("analogue 4 -> 1000")} + drive(-50, -50) +
-                   QStringList{QStringLiteral("wait 0.1 s")} + stop + drive(-50, -50);
-        QTest::newRow("bumper") << "bumper"
-                                << "Bumper" << 3 << start + drive(50, -50);
+        row("line-follower", "Line", 3,
+            QStringList("analogue 4 -> 1000") + drive(-50, -50) + QStringList("wait 0.1 s") + stop +
+                drive(-50, -50));
+        row("bumper", "Bumper", 3, drive(50, -50));
     }
 
     void everyExampleGoesTheWholeRoad()
@@ -206,33 +189,31 @@ private slots:
 
 private:
     /** Presses the download button and cancels the dialog once it waits for the controller. */
-    QString download(MainWindow& p_window);
-};
-
-QString RoadTest::download(MainWindow& p_window)
-{
-    QString status;
-    QTimer watcher;
-    watcher.setInterval(50);
-    connect(&watcher, &QTimer::timeout, this, [&status] {
-        auto* dialog = qobject_cast<buildDialog*>(QApplication::activeModalWidget());
-        if (!dialog) {
-            return;
+    QString download(MainWindow& p_window)
+    {
+        QString status;
+        QTimer watcher;
+        watcher.setInterval(50);
+        connect(&watcher, &QTimer::timeout, this, [&status] {
+            auto* dialog = qobject_cast<buildDialog*>(QApplication::activeModalWidget());
+            if (!dialog) {
+                return;
+            }
+            const auto* label = dialog->findChild<QLabel*>(QStringLiteral("status"));
+            if (label && label->text() != QStringLiteral("正在编译......")) {
+                status = label->text();
+                QTest::mouseClick(dialog->findChild<QPushButton*>(), Qt::LeftButton);
+            }
+        });
+        watcher.start();
+        for (QPushButton* button : p_window.toolBar()->findChildren<QPushButton*>()) {
+            if (button->toolTip() == QStringLiteral("下载")) {
+                QTest::mouseClick(button, Qt::LeftButton);
+            }
         }
-        const auto* label = dialog->findChild<QLabel*>(QStringLiteral("status"));
-        if (label && label->text() != QStringLiteral("正在编译......")) {
-            status = label->text();
-            QTest::mouseClick(dialog->findChild<QPushButton*>(), Qt::LeftButton);
-        }
-    });
-    watcher.start();
-    for (QPushButton* button : p_window.toolBar()->findChildren<QPushButton*>()) {
-        if (button->toolTip() == QStringLiteral("下载")) {
-            QTest::mouseClick(button, Qt::LeftButton);
-        }
+        return status;
     }
-    return status;
-}
+};
 
 QTEST_MAIN(RoadTest)
 #include "roadtest.moc"

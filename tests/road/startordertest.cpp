@@ -1,9 +1,8 @@
 #include "support/probe/probedprogram.h"
+#include "support/system/files.h"
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
-#include <QHash>
 #include <QTest>
 
 #include <sys/inotify.h>
@@ -77,30 +76,29 @@ private slots:
         QVERIFY(QFile::copy(qEnvironmentVariable("TILER_PROGRAM"), program));
         QVERIFY(QFile::copy(qEnvironmentVariable("TILER_EXAMPLES") + QStringLiteral("/square.tlrx"),
                             project));
-        QFile oldLog(root.filePath(QStringLiteral("tiler/log/app-log.txt")));
-        QVERIFY(oldLog.open(QIODevice::WriteOnly));
-        oldLog.close();
+        putFile(root.filePath(QStringLiteral("tiler/log/app-log.txt")), QByteArray());
 
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(QStringLiteral("XDG_CONFIG_HOME"),
                            root.filePath(QStringLiteral("config")));
         ProbedProgram probed(environment, program);
         FolderWatch watch;
-        QVERIFY(watch.watch(QFileInfo(oldLog).path(), IN_CREATE | IN_DELETE | IN_MODIFY));
+        QVERIFY(watch.watch(root.filePath(QStringLiteral("tiler/log")),
+                            IN_CREATE | IN_DELETE | IN_MODIFY));
         QVERIFY(watch.watch(root.filePath(QStringLiteral("config")), IN_CREATE));
         QVERIFY(watch.watch(root.filePath(QStringLiteral("work")), IN_OPEN));
         QVERIFY(watch.watch(probed.stepsFolder(), IN_CREATE));
         QVERIFY2(probed.run({project}), qPrintable(probed.story()));
 
-        const QStringList steps{QStringLiteral("deleted app-log.txt"),
-                                QStringLiteral("made app-log.txt"),
-                                QStringLiteral("written app-log.txt"),
-                                QStringLiteral("made vantrel"),
-                                QStringLiteral("made widgets.json.translation"),
-                                QStringLiteral("made widgets.json.window"),
-                                QStringLiteral("made widgets.json.shown"),
-                                QStringLiteral("read car.tlrx"),
-                                QStringLiteral("made widgets.json")};
+        const QStringList steps{"deleted app-log.txt",
+                                "made app-log.txt",
+                                "written app-log.txt",
+                                "made vantrel",
+                                "made widgets.json.translation",
+                                "made widgets.json.window",
+                                "made widgets.json.shown",
+                                "read car.tlrx",
+                                "made widgets.json"};
         QCOMPARE(watch.happened(), steps);
         QCOMPARE(probed.fontBeforeTranslation(), probed.font());
         QCOMPARE(probed.font()[QStringLiteral("family")].toString(), QStringLiteral("微软雅黑"));

@@ -1,5 +1,6 @@
 #include "shell/aboutdialog.h"
 #include "base/programversion.h"
+#include "support/system/datatable.h"
 
 #include <QDesktopServices>
 #include <QLabel>
@@ -131,39 +132,30 @@ private slots:
         QVERIFY(!dialog.isVisible());
     }
 
-    void itIsDraggedByItsBody()
+    void itIsDraggedByAllButItsButton_data()
     {
-        aboutDialog dialog;
-        dialog.move(100, 100);
-        dialog.show();
-        const QPoint before = dialog.pos();
-        QTest::mousePress(&dialog, Qt::LeftButton, Qt::NoModifier, QPoint(20, 60));
-        moveMouse(dialog, dialog.mapToGlobal(QPoint(50, 45)));
-        QCOMPARE(dialog.pos() - before, QPoint(30, -15));
+        columns<QString, QPoint, QPoint, QPoint>("part", "press", "to", "way");
+        row("the box itself", QString(), QPoint(20, 60), QPoint(50, 45), QPoint(30, -15));
+        row("a text", "nameLabel", QPoint(3, 4), QPoint(13, -16), QPoint(10, -20));
+        row("the button", "QPushButton", QPoint(3, 4), QPoint(13, -16), QPoint(0, 0));
     }
 
-    void itIsDraggedByItsTexts()
+    void itIsDraggedByAllButItsButton()
     {
+        QFETCH(QString, part);
+        QFETCH(QPoint, press);
+        QFETCH(QPoint, to);
+        QFETCH(QPoint, way);
         aboutDialog dialog;
         dialog.move(100, 100);
         dialog.show();
         const QPoint before = dialog.pos();
-        auto* label = dialog.findChild<QLabel*>(QStringLiteral("nameLabel"));
-        QTest::mousePress(label, Qt::LeftButton, Qt::NoModifier, QPoint(3, 4));
-        moveMouse(*label, label->mapToGlobal(QPoint(13, -16)));
-        QCOMPARE(dialog.pos() - before, QPoint(10, -20));
-    }
-
-    void theCloseButtonDoesNotDragIt()
-    {
-        aboutDialog dialog;
-        dialog.move(100, 100);
-        dialog.show();
-        const QPoint before = dialog.pos();
-        auto* button = dialog.findChild<QPushButton*>();
-        QTest::mousePress(button, Qt::LeftButton, Qt::NoModifier, QPoint(3, 4));
-        moveMouse(*button, button->mapToGlobal(QPoint(13, -16)));
-        QCOMPARE(dialog.pos(), before);
+        QWidget* under = part.isEmpty()                         ? &dialog
+                         : part == QLatin1String("QPushButton") ? dialog.findChild<QPushButton*>()
+                                                                : dialog.findChild<QWidget*>(part);
+        QTest::mousePress(under, Qt::LeftButton, Qt::NoModifier, press);
+        moveMouse(*under, under->mapToGlobal(to));
+        QCOMPARE(dialog.pos() - before, way);
     }
 
     void aPressOutsideOfItIsNotSeen()
@@ -210,22 +202,20 @@ private slots:
     }
 
 private:
-    static void checkThatTextsAreShownWhole();
-};
-
-void AboutDialogTest::checkThatTextsAreShownWhole()
-{
-    aboutDialog dialog;
-    dialog.show();
-    const QList<QLabel*> labels = dialog.findChildren<QLabel*>();
-    QCOMPARE(labels.size(), 4);
-    for (const QLabel* label : labels) {
-        const QSize needed = label->sizeHint();
-        QVERIFY2(needed.width() <= label->width(), qPrintable(label->text()));
-        QVERIFY2(needed.height() <= label->height(), qPrintable(label->text()));
-        QVERIFY(dialog.rect().contains(label->geometry()));
+    static void checkThatTextsAreShownWhole()
+    {
+        aboutDialog dialog;
+        dialog.show();
+        const QList<QLabel*> labels = dialog.findChildren<QLabel*>();
+        QCOMPARE(labels.size(), 4);
+        for (const QLabel* label : labels) {
+            const QSize needed = label->sizeHint();
+            QVERIFY2(needed.width() <= label->width(), qPrintable(label->text()));
+            QVERIFY2(needed.height() <= label->height(), qPrintable(label->text()));
+            QVERIFY(dialog.rect().contains(label->geometry()));
+        }
     }
-}
+};
 
 QTEST_MAIN(AboutDialogTest)
 #include "aboutdialogtest.moc"

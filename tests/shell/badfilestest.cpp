@@ -3,6 +3,7 @@
 #include "project/projectfile.h"
 #include "support/canvas/documentpicture.h"
 #include "support/system/answers.h"
+#include "support/system/datatable.h"
 #include "support/system/smalldisk.h"
 #include "support/system/unprivileged.h"
 #include "windowbench.h"
@@ -66,8 +67,7 @@ private slots:
 
     void aBadFileIsToldAndTheDocumentStays_data()
     {
-        QTest::addColumn<Way>("way");
-        QTest::addColumn<Fault>("fault");
+        columns<Way, Fault>("way", "fault");
         const QVector<QPair<const char*, Way>> ways{{"dialog", Way::Dialog},
                                                     {"command line", Way::CommandLine},
                                                     {"recent list", Way::RecentList},
@@ -303,44 +303,41 @@ private slots:
 private:
     QString path(const char* p_name = "a.tlrx") const { return m_bench->path(p_name); }
     /** Opens a file by one of the ways. */
-    void open(Way p_way, const QString& p_path);
+    void open(Way p_way, const QString& p_path)
+    {
+        switch (p_way) {
+        case Way::Dialog:
+            m_bench->window.OnOpenFile();
+            break;
+        case Way::CommandLine:
+            m_bench->window.openPath(p_path);
+            break;
+        case Way::RecentList:
+            emit m_bench->bar().openRecentFileSignal(p_path);
+            break;
+        case Way::Drop: {
+            QMimeData data;
+            data.setUrls({QUrl::fromLocalFile(p_path)});
+            QDragEnterEvent enter(QPoint(200, 200), Qt::CopyAction, &data, Qt::LeftButton,
+                                  Qt::NoModifier);
+            QApplication::sendEvent(m_bench->canvas().viewport(), &enter);
+            QDropEvent drop(QPoint(200, 200), Qt::CopyAction, &data, Qt::LeftButton,
+                            Qt::NoModifier);
+            QApplication::sendEvent(m_bench->canvas().viewport(), &drop);
+            break;
+        }
+        }
+    }
     /** All that the window holds: the document, its name and the action data. */
-    QStringList everything();
+    QStringList everything()
+    {
+        return documentPicture(m_bench->canvas())
+               << m_bench->window.fileName() << m_bench->bar().programName()
+               << QString::fromLatin1(m_bench->window.document().actions().bytes().toHex());
+    }
 
     std::unique_ptr<WindowBench> m_bench;
 };
-
-void BadFilesTest::open(Way p_way, const QString& p_path)
-{
-    switch (p_way) {
-    case Way::Dialog:
-        m_bench->window.OnOpenFile();
-        break;
-    case Way::CommandLine:
-        m_bench->window.openPath(p_path);
-        break;
-    case Way::RecentList:
-        emit m_bench->bar().openRecentFileSignal(p_path);
-        break;
-    case Way::Drop: {
-        QMimeData data;
-        data.setUrls({QUrl::fromLocalFile(p_path)});
-        QDragEnterEvent enter(QPoint(200, 200), Qt::CopyAction, &data, Qt::LeftButton,
-                              Qt::NoModifier);
-        QApplication::sendEvent(m_bench->canvas().viewport(), &enter);
-        QDropEvent drop(QPoint(200, 200), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(m_bench->canvas().viewport(), &drop);
-        break;
-    }
-    }
-}
-
-QStringList BadFilesTest::everything()
-{
-    return documentPicture(m_bench->canvas())
-           << m_bench->window.fileName() << m_bench->bar().programName()
-           << QString::fromLatin1(m_bench->window.document().actions().bytes().toHex());
-}
 
 QTEST_MAIN(BadFilesTest)
 #include "badfilestest.moc"

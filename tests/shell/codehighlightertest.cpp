@@ -1,4 +1,5 @@
 #include "shell/codehighlighter.h"
+#include "support/system/datatable.h"
 
 #include <QTest>
 #include <QTextBlock>
@@ -41,30 +42,18 @@ private:
 private slots:
     void eachKindOfWordHasItsColour_data()
     {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<QString>("colours");
-        QTest::newRow("a call") << "set_motor(1, -speed2);"
-                                << "ccccccccc.n...........";
-        QTest::newRow("a loop") << "for(int i = 0;i < 4; ++i)"
-                                << "www.www.....n.....n......";
-        QTest::newRow("a fraction") << "wait(0.5);"
-                                    << "cccc.nnn..";
-        QTest::newRow("a mask") << "{{0x0,0x7f}}"
-                                << "..nnn.nnnn..";
-        QTest::newRow("a figure in a name") << "speed1 = 50;"
-                                            << ".........nn.";
-        QTest::newRow("a text with a call in it") << "Printf(\"wait(1)\");"
-                                                  << "cccccc.ttttttttt..";
-        QTest::newRow("a text that is left open") << "\"while"
-                                                  << "tttttt";
-        QTest::newRow("an inclusion") << "#include \"vantrel.h\""
-                                      << "iiiiiiiiiiiiiiiiiiii";
-        QTest::newRow("a word within a word") << "voided = iffy;"
-                                              << "..............";
-        QTest::newRow("Python") << "while True:"
-                                << "wwwww.wwww.";
-        QTest::newRow("nothing") << ""
-                                 << "";
+        columns<QString, QString>("line", "colours");
+        row("a call", "set_motor(1, -speed2);", "ccccccccc.n...........");
+        row("a loop", "for(int i = 0;i < 4; ++i)", "www.www.....n.....n......");
+        row("a fraction", "wait(0.5);", "cccc.nnn..");
+        row("a mask", "{{0x0,0x7f}}", "..nnn.nnnn..");
+        row("a figure in a name", "speed1 = 50;", ".........nn.");
+        row("a text with a call in it", "Printf(\"wait(1)\");", "cccccc.ttttttttt..");
+        row("a text that is left open", "\"while", "tttttt");
+        row("an inclusion", "#include \"vantrel.h\"", "iiiiiiiiiiiiiiiiiiii");
+        row("a word within a word", "voided = iffy;", "..............");
+        row("Python", "while True:", "wwwww.wwww.");
+        row("nothing", "", "");
     }
 
     void eachKindOfWordHasItsColour()

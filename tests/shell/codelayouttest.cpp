@@ -1,8 +1,6 @@
 #include "shell/codelayout.h"
 
-#include <QPainter>
 #include <QScrollBar>
-#include <QSignalSpy>
 #include <QTest>
 #include <QTextBlock>
 #include <QTextBrowser>

@@ -3,7 +3,6 @@
 #include "windowbench.h"
 
 #include <QClipboard>
-#include <QMimeData>
 #include <QScrollBar>
 #include <QTextBrowser>
 
@@ -28,19 +27,18 @@ QString bare(const QString& p_text) { return p_text.simplified().remove(QLatin1C
 } // namespace
 
 /** The code pane beside the real canvas: what is lit in it, and what a press on it points at. */
-class CodePaneTest : public QObject
+class CodePaneTest : public FixtureTest<WindowBench>
 {
     Q_OBJECT
 
 private slots:
     void init()
     {
-        m_bench = std::make_unique<WindowBench>();
+        m_bench.emplace();
         m_bench->bar().OnShowCode();
         QCoreApplication::processEvents();
         m_bench->canvas().centerOn(m_bench->hands.main()->scenePos() + QPointF(300, 60));
     }
-    void cleanup() { m_bench.reset(); }
 
     void theTextOfTheBlockUnderTheMouseIsLit()
     {
@@ -363,8 +361,6 @@ private:
         return m_bench->hands.drop(p_id, connector + QPointF(60, -10));
     }
     static QString lineOf(const supermodule* p_block) { return p_block->cCode().trimmed(); }
-
-    std::unique_ptr<WindowBench> m_bench;
 };
 
 QTEST_MAIN(CodePaneTest)

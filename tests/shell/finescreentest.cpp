@@ -40,17 +40,16 @@ bool isFine(const QImage& p_image)
 } // namespace
 
 /** The window on a screen with two pixels for one. */
-class FineScreenTest : public QObject
+class FineScreenTest : public FixtureTest<WindowBench>
 {
     Q_OBJECT
 
 private slots:
     void init()
     {
-        m_bench = std::make_unique<WindowBench>();
+        m_bench.emplace();
         QCOMPARE(m_bench->window.devicePixelRatio(), s_ratio);
     }
-    void cleanup() { m_bench.reset(); }
 
     void theToolBarsPicturesAreFine()
     {
@@ -114,9 +113,6 @@ private slots:
         QVERIFY(ground.width() >= s_ratio * canvas.viewport()->width() ||
                 ground.height() >= s_ratio * canvas.viewport()->height());
     }
-
-private:
-    std::unique_ptr<WindowBench> m_bench;
 };
 
 int main(int argc, char** argv)

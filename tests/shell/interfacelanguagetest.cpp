@@ -1,7 +1,7 @@
 #include "shell/interfacelanguage.h"
 #include "shell/tztoolbar.h"
+#include "support/system/datatable.h"
 
-#include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
@@ -15,16 +15,11 @@ class InterfaceLanguageTest : public QObject
 private slots:
     void fontAndTextsFollowTheLanguageCode_data()
     {
-        QTest::addColumn<int>("code");
-        QTest::addColumn<int>("points");
-        QTest::addColumn<QString>("download");
-        QTest::addColumn<QString>("cancel");
-        QTest::newRow("Simplified Chinese")
-            << 1 << 10 << QStringLiteral("下载") << QStringLiteral("取消");
-        QTest::newRow("any other language")
-            << 2 << 8 << QStringLiteral("Download") << QStringLiteral("Cancel");
-        QTest::newRow("Traditional Chinese sees the same")
-            << 3 << 10 << QStringLiteral("下载") << QStringLiteral("取消");
+        columns<int, int, QString, QString>("code", "points", "download", "cancel");
+        row("Simplified Chinese", 1, 10, QStringLiteral("下载"), QStringLiteral("取消"));
+        row("any other language", 2, 8, QStringLiteral("Download"), QStringLiteral("Cancel"));
+        row("Traditional Chinese sees the same", 3, 10, QStringLiteral("下载"),
+            QStringLiteral("取消"));
     }
 
     void fontAndTextsFollowTheLanguageCode()

@@ -1,5 +1,6 @@
 #include "shell/language.h"
 #include "base/config.h"
+#include "support/system/datatable.h"
 
 #include <QAction>
 #include <QApplication>
@@ -104,8 +105,7 @@ private slots:
 
     void theSettingDecides_data()
     {
-        QTest::addColumn<QString>("setting");
-        QTest::addColumn<QStringList>("checked");
+        columns<QString, QStringList>("setting", "checked");
         QTest::newRow("Simplified Chinese") << "1" << QStringList(QStringLiteral("简体中文"));
         QTest::newRow("English") << "2" << QStringList(QStringLiteral("English"));
         QTest::newRow("Traditional Chinese") << "3" << QStringList(QStringLiteral("繁体中文"));
@@ -128,8 +128,7 @@ private slots:
 
     void withoutASettingTheSystemDecides_data()
     {
-        QTest::addColumn<QString>("locale");
-        QTest::addColumn<QString>("checked");
+        columns<QString, QString>("locale", "checked");
         QTest::newRow("China") << "zh_CN" << QStringLiteral("简体中文");
         QTest::newRow("Taiwan") << "zh_TW" << QStringLiteral("繁体中文");
         QTest::newRow("Japan") << "ja_JP" << QStringLiteral("English");
@@ -171,12 +170,10 @@ private slots:
 
     void eachCodeHasItsFile_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<QList<int>>("codes");
-        QTest::newRow("Simplified Chinese") << "sketchpad_zh_cn.qm" << QList<int>{1};
-        QTest::newRow("English and what is unknown")
-            << "sketchpad_en.qm" << QList<int>{2, 0, 4, 17, -1};
-        QTest::newRow("Traditional Chinese") << "sketchpad_zh_tw.qm" << QList<int>{3};
+        columns<QString, QList<int>>("name", "codes");
+        row("Simplified Chinese", "sketchpad_zh_cn.qm", QList<int>{1});
+        row("English and what is unknown", "sketchpad_en.qm", QList<int>{2, 0, 4, 17, -1});
+        row("Traditional Chinese", "sketchpad_zh_tw.qm", QList<int>{3});
     }
 
     void eachCodeHasItsFile()

@@ -2,6 +2,7 @@
 #include "base/recentfiles.h"
 #include "proj/binoverlay.h"
 #include "proj/tzlabel.h"
+#include "support/system/datatable.h"
 #include "windowbench.h"
 
 #include <QAction>
@@ -386,7 +387,7 @@ QVector<Fact> facts()
 } // namespace
 
 /** How the window, its bar, canvas and palette look: all that is laid down of their values. */
-class LooksTest : public QObject
+class LooksTest : public FixtureTest<WindowBench>
 {
     Q_OBJECT
 
@@ -396,11 +397,10 @@ private slots:
         recentFiles.clear();
         QFile::remove(recentFilesPath());
         setString(QStringLiteral("fw.update_time"), QString());
-        m_bench = std::make_unique<WindowBench>();
+        m_bench.emplace();
         m_bench->bar().showFirmwareNotice();
         QCoreApplication::processEvents();
     }
-    void cleanup() { m_bench.reset(); }
 
     void everyPartIsAsTold_data()
     {
@@ -477,17 +477,11 @@ private slots:
 
     void theBarIsOfTheCategorysColour_data()
     {
-        QTest::addColumn<int>("tab");
-        QTest::addColumn<QString>("colour");
-        QTest::addColumn<QString>("picture");
-        QTest::newRow("Action") << 0 << "#f94141"
-                                << ":/dongzuo-pre.png";
-        QTest::newRow("Sound") << 1 << "#6743fa"
-                               << ":/shengyin-pre.png";
-        QTest::newRow("Expression") << 2 << "#0594ff"
-                                    << ":/biaoqing-pre.png";
-        QTest::newRow("Control") << 3 << "#f8b824"
-                                 << ":/kongzhi-pre.png";
+        columns<int, QString, QString>("tab", "colour", "picture");
+        row("Action", 0, "#f94141", ":/dongzuo-pre.png");
+        row("Sound", 1, "#6743fa", ":/shengyin-pre.png");
+        row("Expression", 2, "#0594ff", ":/biaoqing-pre.png");
+        row("Control", 3, "#f8b824", ":/kongzhi-pre.png");
     }
 
     void theBarIsOfTheCategorysColour()
@@ -632,8 +626,6 @@ private:
         QWidget& window = *p_widget.window();
         return window.grab().toImage().pixelColor(p_widget.mapTo(&window, p_at)).name();
     }
-
-    std::unique_ptr<WindowBench> m_bench;
 };
 
 QTEST_MAIN(LooksTest)

@@ -1,18 +1,15 @@
 #include "actions/editactionwindow.h"
 #include "actions/model/actionimage.h"
 #include "base/recentfiles.h"
-#include "proj/blockpanel.h"
 #include "project/projectfile.h"
 #include "support/canvas/documentpicture.h"
 #include "support/system/answers.h"
+#include "support/system/datatable.h"
 #include "windowbench.h"
 
 #include <QClipboard>
-#include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QMimeData>
-#include <QScrollArea>
-#include <QSplitter>
 #include <QTextBrowser>
 #include <QTimer>
 #include <QUrl>
@@ -150,8 +147,7 @@ private slots:
 
     void aNameTypedWithoutTheEndingReplacesAFileOnlyIfTheUserSaysSo_data()
     {
-        QTest::addColumn<QString>("folder");
-        QTest::addColumn<bool>("again");
+        columns<QString, bool>("folder", "again");
         QTest::newRow("plain folder") << QStringLiteral("robots") << false;
         // The file dialog takes what follows the dot for the ending, and leaves the name alone. It
         // comes up once more, with the whole name, to ask about that.
@@ -219,18 +215,13 @@ private slots:
         QVERIFY(size > ProjectTailSize);
         QCOMPARE(m_bench->window.OnSaveFile(), 0);
         QCOMPARE(QFileInfo(path()).size(), size);
-        QFile file(path());
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        file.seek(size - ProjectTailSize);
-        QCOMPARE(file.readAll(), ActionImage().bytes());
+        QCOMPARE(readWhole(path()).mid(static_cast<int>(size) - ProjectTailSize),
+                 ActionImage().bytes());
     }
 
     void openingTellsWhatWentWrong()
     {
-        QFile bad(path());
-        QVERIFY(bad.open(QIODevice::WriteOnly));
-        bad.write("no project");
-        bad.close();
+        QVERIFY(writeWhole(path(), "no project"));
         {
             Answers answers({path(), 0});
             m_bench->window.OnOpenFile();
@@ -238,9 +229,7 @@ private slots:
             QCOMPARE(Answers::said(), (QStringList{QStringLiteral("打开文件"),
                                                    QStringLiteral("打开文件|文件打开失败")}));
         }
-        QVERIFY(bad.open(QIODevice::WriteOnly));
-        bad.write("<vantrel><tagCheck value=\"1\"/></vantrel>");
-        bad.close();
+        QVERIFY(writeWhole(path(), "<vantrel><tagCheck value=\"1\"/></vantrel>"));
         {
             Answers answers({0});
             m_bench->window.openPath(path());
@@ -270,10 +259,7 @@ private slots:
 
     void theLastBytesOfAFileAreItsActionData_data()
     {
-        QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<int>("nextPage");
-        QTest::addColumn<int>("runTime");
-        QTest::addColumn<bool>("modified");
+        columns<QByteArray, int, int, bool>("file", "nextPage", "runTime", "modified");
         const QByteArray text = "<vantrel/>\n";
         const QByteArray longText = "<vantrel><!--" + QByteArray(57472, 'x') + "--></vantrel>\n";
         ActionImage image;
@@ -297,10 +283,7 @@ private slots:
         QFETCH(int, nextPage);
         QFETCH(int, runTime);
         QFETCH(bool, modified);
-        QFile out(path());
-        QVERIFY(out.open(QIODevice::WriteOnly));
-        out.write(file);
-        out.close();
+        QVERIFY(writeWhole(path(), file));
         m_bench->window.document().actions().page(3)->nextPage = 7;
         m_bench->window.document().actions().setModified(true);
         m_bench->window.openPath(path());
@@ -315,10 +298,7 @@ private slots:
         m_bench->window.document().actions().page(3)->nextPage = 7;
         m_bench->window.document().actions().setModified(true);
         for (const char* text : {"no project", "<vantrel><tagCheck value=\"1\"/></vantrel>"}) {
-            QFile out(path());
-            QVERIFY(out.open(QIODevice::WriteOnly));
-            out.write(text + ActionImage().bytes());
-            out.close();
+            QVERIFY(writeWhole(path(), text + ActionImage().bytes()));
             Answers answers({0});
             m_bench->window.openPath(path());
             QVERIFY(answers.allUsed());
@@ -392,8 +372,7 @@ private slots:
 
     void newResetsOnlyActionDataThatWasNeeded_data()
     {
-        QTest::addColumn<QStringList>("uses");
-        QTest::addColumn<int>("runTime");
+        columns<QStringList, int>("uses", "runTime");
         QTest::newRow("none") << QStringList() << 50;
         QTest::newRow("twice new") << QStringList{"new"} << 50;
         QTest::newRow("a refused file") << QStringList{"open a bad file"} << 50;
@@ -467,16 +446,6 @@ private slots:
         QCOMPARE(editors().size(), 1);
     }
 
-    void pressingShowCodeTwiceHidesThePane()
-    {
-        m_bench->bar().OnShowCode();
-        QVERIFY(m_bench->window.codeBrowser()->isVisible());
-        QVERIFY(m_bench->window.codeBrowser()->toPlainText().startsWith(
-            QStringLiteral("#include \"vantrel.h\"\nvoid user_main()\n{\n")));
-        m_bench->bar().OnShowCode();
-        QVERIFY(!m_bench->window.codeBrowser()->isVisible());
-    }
-
     void aThirdPressShowsThePaneAgainAsItWas_data()
     {
         QTest::addColumn<bool>("python");
@@ -509,26 +478,6 @@ private slots:
         QVERIFY(!pane.isVisible());
     }
 
-    void pressingCThenPythonKeepsThePaneWithTheOtherText()
-    {
-        m_bench->bar().OnShowCode();
-        m_bench->bar().OnShowPythonCode();
-        QVERIFY(m_bench->window.codeBrowser()->isVisible());
-        QCOMPARE(m_bench->window.codeBrowser()->toPlainText(), QStringLiteral("import Vantrel\n"));
-        m_bench->bar().OnShowPythonCode();
-        QVERIFY(!m_bench->window.codeBrowser()->isVisible());
-    }
-
-    void thePaneFollowsADrop()
-    {
-        m_bench->bar().OnShowCode();
-        QVERIFY(!m_bench->window.codeBrowser()->toPlainText().contains(QStringLiteral("wait(1);")));
-        m_bench->add(101);
-        QVERIFY(m_bench->window.codeBrowser()->toPlainText().contains(QStringLiteral("wait(1);")));
-        m_bench->canvas().deleteModule(m_bench->canvas().mainBlock()->next());
-        QVERIFY(!m_bench->window.codeBrowser()->toPlainText().contains(QStringLiteral("wait(1);")));
-    }
-
     void theCanvasHasTheKeysFromTheStart()
     {
         QVERIFY(QTest::qWaitForWindowActive(&m_bench->window));
@@ -555,30 +504,15 @@ private slots:
         QVERIFY(QFileInfo::exists(file));
     }
 
-    void theTemporaryFileLiesBesideTheProgramAndItsTimerNeverRuns()
-    {
-        for (const QTimer* timer : m_bench->window.findChildren<QTimer*>()) {
-            QVERIFY(!timer->isActive() || timer->parent() != &m_bench->window);
-        }
-        const QString temporary =
-            QCoreApplication::applicationDirPath() + QStringLiteral("/temp.tlrx");
-        QFile::remove(temporary);
-        m_bench->window.OnAutoSaveFile();
-        QVERIFY(QFileInfo(temporary).size() > ProjectTailSize);
-        QVERIFY(QFile::remove(temporary));
-    }
-
     void compiledDataGrowsAFileByImageAndTrailer()
     {
-        QFile file(path("a.bin"));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("code");
-        file.close();
+        QVERIFY(writeWhole(path("a.bin"), "code"));
         m_bench->window.appendCompiledData(path("a.bin"));
         QCOMPARE(QFileInfo(path("a.bin")).size(), 4 + 57472 + 64);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QVERIFY(file.readAll().mid(4 + 57472).startsWith(QByteArray::fromHex("55aa5a5a55aa5a5a") +
-                                                         " Korvane Kinetic Edition"));
+        QVERIFY(
+            readWhole(path("a.bin"))
+                .mid(4 + 57472)
+                .startsWith(QByteArray::fromHex("55aa5a5a55aa5a5a") + " Korvane Kinetic Edition"));
     }
 
     void aNumberTypedOnTheKeyboardReachesTheBlock()
@@ -614,84 +548,66 @@ private slots:
         QCOMPARE(wait->cCode(), QStringLiteral("wait(1);\n"));
     }
 
-    void thePaletteComesBackOnAPressOnEmptyCanvas()
-    {
-        m_bench->add(101);
-        supermodule* wait = m_bench->canvas().mainBlock()->next();
-        TzProgramView* view = &m_bench->canvas();
-        view->viewport()->repaint();
-        QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier,
-                          view->mapFromScene(wait->scenePos() + QPointF(60, 120)));
-        // The panel that was there goes with the next turn of the event loop.
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QVERIFY(!m_bench->palette().findChild<BlockPanel*>());
-        QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier,
-                          QPoint(view->viewport()->width() - 30, 20));
-        QVERIFY(m_bench->palette().findChild<BlockPanel*>());
-        QVERIFY(!focusModule);
-    }
-
 private:
     QString path(const char* p_name = "a.tlrx") const { return m_bench->path(p_name); }
-    void use(const QString& p_name);
+    /** One of the uses that the window has for the action data, or close by. */
+    void use(const QString& p_name)
+    {
+        const QString temporary =
+            QCoreApplication::applicationDirPath() + QStringLiteral("/temp.tlrx");
+        const QHash<QString, std::function<void()>> uses{
+            {"new", [this] { m_bench->window.OnNewFile(); }},
+            {"save",
+             [this] {
+                 Answers answers(m_bench->window.fileName().isEmpty()
+                                     ? QVariantList{path("use.tlrx")}
+                                     : QVariantList());
+                 QCOMPARE(m_bench->window.OnSaveFile(), 0);
+             }},
+            {"save as",
+             [this] {
+                 Answers answers({path("as.tlrx")});
+                 m_bench->window.OnSaveAsFile();
+                 QVERIFY(QFileInfo::exists(path("as.tlrx")));
+             }},
+            {"a failed save",
+             [this] {
+                 Answers answers({path("none/use.tlrx")});
+                 QCOMPARE(m_bench->window.OnSaveFile(), 1);
+             }},
+            {"open",
+             [this] {
+                 QVERIFY(m_bench->canvas().saveFile(path("other.tlrx"), ActionImage().bytes()));
+                 m_bench->window.openPath(path("other.tlrx"));
+                 QCOMPARE(m_bench->window.fileName(), path("other.tlrx"));
+             }},
+            {"open a bad file",
+             [this] {
+                 QVERIFY(writeWhole(path("bad.tlrx"), QByteArray()));
+                 Answers answers({0});
+                 m_bench->window.openPath(path("bad.tlrx"));
+                 QVERIFY(answers.allUsed());
+             }},
+            {"download",
+             [this] {
+                 // Nothing is built: only what the window does before that counts.
+                 m_bench->canvas().setBuildRunner([](const QString&, int, const QString&) {});
+                 m_bench->window.onDownLoad(QString());
+             }},
+            {"compile", [this] { m_bench->window.appendCompiledData(path("use.bin")); }},
+            {"save the temporary file",
+             [this, temporary] {
+                 m_bench->window.OnAutoSaveFile();
+                 QVERIFY(QFile::remove(temporary));
+             }},
+            {"edit actions", [this] { m_bench->window.OnEditActions(); }},
+        };
+        QVERIFY2(uses.contains(p_name), qPrintable(p_name));
+        uses.value(p_name)();
+    }
 
     std::unique_ptr<WindowBench> m_bench;
 };
-
-/** One of the uses that the window has for the action data, or close by. */
-void MainWindowTest::use(const QString& p_name)
-{
-    const QString temporary = QCoreApplication::applicationDirPath() + QStringLiteral("/temp.tlrx");
-    const QHash<QString, std::function<void()>> uses{
-        {"new", [this] { m_bench->window.OnNewFile(); }},
-        {"save",
-         [this] {
-             Answers answers(m_bench->window.fileName().isEmpty() ? QVariantList{path("use.tlrx")}
-                                                                  : QVariantList());
-             QCOMPARE(m_bench->window.OnSaveFile(), 0);
-         }},
-        {"save as",
-         [this] {
-             Answers answers({path("as.tlrx")});
-             m_bench->window.OnSaveAsFile();
-             QVERIFY(QFileInfo::exists(path("as.tlrx")));
-         }},
-        {"a failed save",
-         [this] {
-             Answers answers({path("none/use.tlrx")});
-             QCOMPARE(m_bench->window.OnSaveFile(), 1);
-         }},
-        {"open",
-         [this] {
-             QVERIFY(m_bench->canvas().saveFile(path("other.tlrx"), ActionImage().bytes()));
-             m_bench->window.openPath(path("other.tlrx"));
-             QCOMPARE(m_bench->window.fileName(), path("other.tlrx"));
-         }},
-        {"open a bad file",
-         [this] {
-             QFile bad(path("bad.tlrx"));
-             QVERIFY(bad.open(QIODevice::WriteOnly));
-             Answers answers({0});
-             m_bench->window.openPath(path("bad.tlrx"));
-             QVERIFY(answers.allUsed());
-         }},
-        {"download",
-         [this] {
-             // Nothing is built: only what the window does before that counts.
-             m_bench->canvas().setBuildRunner([](const QString&, int, const QString&) {});
-             m_bench->window.onDownLoad(QString());
-         }},
-        {"compile", [this] { m_bench->window.appendCompiledData(path("use.bin")); }},
-        {"save the temporary file",
-         [this, temporary] {
-             m_bench->window.OnAutoSaveFile();
-             QVERIFY(QFile::remove(temporary));
-         }},
-        {"edit actions", [this] { m_bench->window.OnEditActions(); }},
-    };
-    QVERIFY2(uses.contains(p_name), qPrintable(p_name));
-    uses.value(p_name)();
-}
 
 QTEST_MAIN(MainWindowTest)
 #include "mainwindowtest.moc"

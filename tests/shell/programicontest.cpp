@@ -1,6 +1,6 @@
 #include "shell/appearance.h"
+#include "support/system/datatable.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QIcon>
 #include <QImage>
@@ -17,10 +17,7 @@ private slots:
 
     void everyWindowHasTheIconInAllSizes_data()
     {
-        QTest::addColumn<int>("side");
-        for (const int side : {16, 24, 32, 48, 64, 128, 256}) {
-            QTest::addRow("%d", side) << side;
-        }
+        numberRows("side", {16, 24, 32, 48, 64, 128, 256});
     }
 
     void everyWindowHasTheIconInAllSizes()

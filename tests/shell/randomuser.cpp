@@ -7,6 +7,7 @@
 #include "project/projectdocument.h"
 #include "project/projectfile.h"
 #include "support/canvas/documentinvariants.h"
+#include "support/canvas/documentpicture.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -29,12 +30,6 @@ namespace
 const int s_mostBlocks = 120;
 
 enum Situation : int { Free, Holding, InMenu };
-
-QByteArray read(const QString& p_path)
-{
-    QFile file(p_path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 } // namespace
 
 struct RandomUser::Action {
@@ -296,7 +291,7 @@ QStringList RandomUser::brokenRoundTrip(bool p_reopen)
     if (!m_view.saveFile(path, tail)) {
         return {QStringLiteral("the project can't be saved")};
     }
-    const QByteArray first = read(path);
+    const QByteArray first = readWhole(path);
     ProjectContent project;
     if (readProject(path, project) != ProjectOpened) {
         return {QStringLiteral("the saved project can't be read")};
@@ -317,9 +312,9 @@ QStringList RandomUser::brokenRoundTrip(bool p_reopen)
         lines << QStringLiteral("the saved project gives another text: ") +
                      m_view.generateProjectCode(1) + QStringLiteral("\nwas: ") + text;
     }
-    if (!m_view.saveFile(path, tail) || storedChains(read(path)) != storedChains(first)) {
+    if (!m_view.saveFile(path, tail) || storedChains(readWhole(path)) != storedChains(first)) {
         lines << QStringLiteral("the saved project changes when it is saved again: ") +
-                     QString::fromUtf8(read(path).chopped(tail.size())) +
+                     QString::fromUtf8(readWhole(path).chopped(tail.size())) +
                      QStringLiteral("\nwas: ") + QString::fromUtf8(first.chopped(tail.size()));
     }
     m_unmodified = documentModified ? QString() : chainsNow();

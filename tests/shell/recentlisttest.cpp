@@ -1,6 +1,7 @@
 #include "base/recentfiles.h"
 #include "support/canvas/documentpicture.h"
 #include "support/system/answers.h"
+#include "support/system/datatable.h"
 #include "windowbench.h"
 
 #include <QAction>
@@ -148,8 +149,7 @@ private slots:
 
     void whatIsInPlaceOfTheListDoesNoHarm_data()
     {
-        QTest::addColumn<bool>("isFolder");
-        QTest::addColumn<QByteArray>("content");
+        columns<bool, QByteArray>("isFolder", "content");
         QTest::newRow("a folder") << true << QByteArray();
         QTest::newRow("NULs") << false << QByteArray(100000, '\0');
         QTest::newRow("one long line") << false << QByteArray(20000000, 'a');
@@ -184,54 +184,46 @@ private:
         return m_dir->filePath(QString::fromUtf8(p_name));
     }
     /** Starts the program with a list file of such lines. */
-    void start(const QByteArray& p_list);
+    void start(const QByteArray& p_list)
+    {
+        recentFiles.clear();
+        QVERIFY(writeWhole(recentFilesPath(), p_list));
+        m_bench = std::make_unique<WindowBench>();
+    }
     /** Ends the program: the list file's content. */
-    QByteArray end();
+    QByteArray end()
+    {
+        m_bench.reset();
+        return readWhole(recentFilesPath());
+    }
     /** The entries of the menu, after whatever makes them be shown. */
-    QStringList entries();
+    QStringList entries()
+    {
+        m_bench->bar().OnUpdateRecentMenuSignal();
+        QStringList names;
+        for (const QAction* action : m_bench->bar().recentMenu().actions()) {
+            names.append(action->text());
+        }
+        return names;
+    }
     /** Picks the p_place-th entry with the mouse; answers the dialogs that come up then. */
-    void pick(int p_place, const QVariantList& p_answers = {});
+    void pick(int p_place, const QVariantList& p_answers = {})
+    {
+        entries();
+        QMenu& menu = m_bench->bar().recentMenu();
+        menu.popup(QPoint(0, 0));
+        Answers hands(p_answers);
+        QTest::mouseClick(&menu, Qt::LeftButton, Qt::NoModifier,
+                          menu.actionGeometry(menu.actions().at(p_place)).center());
+        menu.hide();
+        QVERIFY(hands.allUsed());
+        QCOMPARE(Answers::said().size(), p_answers.size());
+    }
     QList<int> chain() const { return m_bench->program(); }
 
     std::unique_ptr<QTemporaryDir> m_dir;
     std::unique_ptr<WindowBench> m_bench;
 };
-
-void RecentListTest::start(const QByteArray& p_list)
-{
-    recentFiles.clear();
-    QVERIFY(writeWhole(recentFilesPath(), p_list));
-    m_bench = std::make_unique<WindowBench>();
-}
-
-QByteArray RecentListTest::end()
-{
-    m_bench.reset();
-    return readWhole(recentFilesPath());
-}
-
-QStringList RecentListTest::entries()
-{
-    m_bench->bar().OnUpdateRecentMenuSignal();
-    QStringList names;
-    for (const QAction* action : m_bench->bar().recentMenu().actions()) {
-        names.append(action->text());
-    }
-    return names;
-}
-
-void RecentListTest::pick(int p_place, const QVariantList& p_answers)
-{
-    entries();
-    QMenu& menu = m_bench->bar().recentMenu();
-    menu.popup(QPoint(0, 0));
-    Answers hands(p_answers);
-    QTest::mouseClick(&menu, Qt::LeftButton, Qt::NoModifier,
-                      menu.actionGeometry(menu.actions().at(p_place)).center());
-    menu.hide();
-    QVERIFY(hands.allUsed());
-    QCOMPARE(Answers::said().size(), p_answers.size());
-}
 
 QTEST_MAIN(RecentListTest)
 #include "recentlisttest.moc"

@@ -1,6 +1,7 @@
 #include "base/config.h"
 #include "build/builddialog.h"
 #include "shell/tztoolbar.h"
+#include "support/system/datatable.h"
 
 #include <QApplication>
 #include <QDateTime>
@@ -59,6 +60,8 @@ class ToolBarNoticeTest : public QObject
 private slots:
     void initTestCase() { configSetUp(); }
 
+    void init() { setString(s_key, QString()); }
+
     void withoutAFindingThereIsNoNoticeAtStart() { QCOMPARE(noticesAtStart(QString()), 0); }
 
     void aFindingOfYesterdayGivesNoNoticeAtStart() { QCOMPARE(noticesAtStart(textDate(-1)), 0); }
@@ -74,8 +77,7 @@ private slots:
 
     void anOldFindingIsKnownAsOldInTheLanguageOfTheSystem_data()
     {
-        QTest::addColumn<QString>("locale");
-        QTest::addColumn<QByteArray>("months");
+        columns<QString, QByteArray>("locale", "months");
         const QByteArray none;
         QTest::newRow("Chinese, China") << "zh_CN" << none;
         QTest::newRow("Chinese, Taiwan") << "zh_TW" << none;
@@ -127,7 +129,6 @@ private slots:
 
     void theNoticeStandsAfterARestartOnTheSameDay()
     {
-        setString(s_key, QString());
         save();
         {
             TzToolBar toolBar;
@@ -145,7 +146,6 @@ private slots:
 
     void twoFindingsLeaveOneNotice()
     {
-        setString(s_key, QString());
         TzToolBar toolBar;
         toolBar.showFirmwareNotice();
         toolBar.showFirmwareNotice();
@@ -154,7 +154,6 @@ private slots:
 
     void removingTakesAllNoticesAway()
     {
-        setString(s_key, QString());
         TzToolBar toolBar;
         toolBar.addInfo(QStringLiteral("one"));
         toolBar.addInfo(QStringLiteral("two"));
@@ -165,7 +164,6 @@ private slots:
 
     void theNoticeTellsWhatToDo()
     {
-        setString(s_key, QString());
         TzToolBar toolBar;
         toolBar.showFirmwareNotice();
         const QWidget* notice = noticesOf(toolBar).first();
@@ -177,7 +175,6 @@ private slots:
 
     void theUpdateButtonStartsTheUpdateAndLeavesTheNotice()
     {
-        setString(s_key, QString());
         TzToolBar toolBar;
         toolBar.resize(1280, 34);
         toolBar.showFirmwareNotice();
@@ -198,7 +195,6 @@ private slots:
 
     void aFindingDuringTheUpdateIsHarmless()
     {
-        setString(s_key, QString());
         TzToolBar toolBar;
         toolBar.resize(1280, 34);
         toolBar.showFirmwareNotice();

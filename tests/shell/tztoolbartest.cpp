@@ -3,6 +3,9 @@
 #include "base/recentfiles.h"
 #include "build/builddialog.h"
 #include "shell/aboutdialog.h"
+#include "support/system/datatable.h"
+#include "support/system/fixturetest.h"
+#include "support/system/menuhand.h"
 
 #include <QAction>
 #include <QApplication>
@@ -41,7 +44,6 @@ public:
     }
 };
 
-/** A tool bar as the window has it. */
 /** The size of letters that the program has in a language, for as long as it lives. */
 class FontOfTheProgram
 {
@@ -59,6 +61,7 @@ private:
     QFont m_before = QApplication::font();
 };
 
+/** A tool bar as the window has it. */
 struct Bench {
     QWidget window;
     TzToolBar* bar = new TzToolBar(&window);
@@ -89,17 +92,24 @@ struct Bench {
 /** Opens a button's menu and clicks an entry. */
 void choose(QPushButton& p_button, const QString& p_text)
 {
-    QMenu* menu = p_button.menu();
-    for (QAction* action : menu->actions()) {
-        if (action->text() == p_text) {
-            menu->popup(QPoint(0, 0));
-            QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier,
-                              menu->actionGeometry(action).center());
-            menu->hide();
-            return;
+    p_button.menu()->popup(QPoint(0, 0));
+    QVERIFY(clickEntry(*p_button.menu(), p_text));
+    p_button.menu()->hide();
+}
+
+/** Whether a dialog of a class, without a parent, comes up for an entry; it is closed again. */
+template <typename Dialog> bool opensDialog(QPushButton& p_button, const QString& p_text)
+{
+    bool shown = false;
+    QTimer::singleShot(100, &p_button, [&shown] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        shown = qobject_cast<Dialog*>(dialog) != nullptr && !dialog->parentWidget();
+        if (dialog) {
+            dialog->close();
         }
-    }
-    QFAIL("no such entry");
+    });
+    choose(p_button, p_text);
+    return shown;
 }
 
 QStringList entriesOf(const QMenu& p_menu)
@@ -113,18 +123,23 @@ QStringList entriesOf(const QMenu& p_menu)
 } // namespace
 
 /** The tool bar's buttons, menus and name field. */
-class TzToolBarTest : public QObject
+class TzToolBarTest : public FixtureTest<Bench>
 {
     Q_OBJECT
 
 private slots:
     void initTestCase() { qRegisterMetaType<modulesId>("modulesId"); }
 
-    // No notice of an earlier test comes back.
-    void init() { setString(QStringLiteral("fw.update_time"), QString()); }
+    void init()
+    {
+        // No notice of an earlier test comes back.
+        setString(QStringLiteral("fw.update_time"), QString());
+        m_bench.emplace();
+    }
 
     void theProcessKnowsTheOneToolBar()
     {
+        m_bench.reset();
         QVERIFY(!toolBarInstance);
         {
             const TzToolBar toolBar;
@@ -135,24 +150,22 @@ private slots:
 
     void aNameTakesSixLettersOrDigitsAndNothingElse()
     {
-        const Bench bench;
-        QCOMPARE(bench.bar->programName(), QStringLiteral("RunA"));
-        bench.name().selectAll();
-        QTest::keyClicks(&bench.name(), QStringLiteral("a_B -9.z?12345"));
-        QCOMPARE(bench.bar->programName(), QStringLiteral("aB9z12"));
-        bench.name().clear();
-        bench.name().insert(QStringLiteral("程序"));
-        QCOMPARE(bench.bar->programName(), QString());
+        QCOMPARE(m_bench->bar->programName(), QStringLiteral("RunA"));
+        m_bench->name().selectAll();
+        QTest::keyClicks(&m_bench->name(), QStringLiteral("a_B -9.z?12345"));
+        QCOMPARE(m_bench->bar->programName(), QStringLiteral("aB9z12"));
+        m_bench->name().clear();
+        m_bench->name().insert(QStringLiteral("程序"));
+        QCOMPARE(m_bench->bar->programName(), QString());
     }
 
     void anEmptyNameIsSentAsItStands()
     {
-        const Bench bench;
-        QSignalSpy sent(bench.bar, &TzToolBar::downloadSignal);
-        QTest::mouseClick(&bench.button(QStringLiteral("下载")), Qt::LeftButton);
-        bench.name().selectAll();
-        QTest::keyClick(&bench.name(), Qt::Key_Backspace);
-        QTest::mouseClick(&bench.button(QStringLiteral("下载")), Qt::LeftButton);
+        QSignalSpy sent(m_bench->bar, &TzToolBar::downloadSignal);
+        QTest::mouseClick(&m_bench->button(QStringLiteral("下载")), Qt::LeftButton);
+        m_bench->name().selectAll();
+        QTest::keyClick(&m_bench->name(), Qt::Key_Backspace);
+        QTest::mouseClick(&m_bench->button(QStringLiteral("下载")), Qt::LeftButton);
         QCOMPARE(sent.count(), 2);
         QCOMPARE(sent.at(0).first().toString(), QStringLiteral("RunA"));
         QCOMPARE(sent.at(1).first().toString(), QString());
@@ -160,68 +173,64 @@ private slots:
 
     void aNameFromAProjectIsTakenAsItIs()
     {
-        const Bench bench;
-        ProgramNameHolder& holder = *bench.bar;
+        ProgramNameHolder& holder = *m_bench->bar;
         holder.setProgramName(QStringLiteral("a name no one could type"));
         QCOMPARE(holder.programName(), QStringLiteral("a name no one could type"));
-        QSignalSpy sent(bench.bar, &TzToolBar::downloadSignal);
-        QTest::mouseClick(&bench.button(QStringLiteral("下载")), Qt::LeftButton);
+        QSignalSpy sent(m_bench->bar, &TzToolBar::downloadSignal);
+        QTest::mouseClick(&m_bench->button(QStringLiteral("下载")), Qt::LeftButton);
         QCOMPARE(sent.at(0).first().toString(), QStringLiteral("a name no one could type"));
     }
 
     void theFileMenusEntriesReachTheWindow()
     {
-        const Bench bench;
-        QCOMPARE(entriesOf(*bench.fileButton().menu()).join(QLatin1Char(' ')),
+        QCOMPARE(entriesOf(*m_bench->fileButton().menu()).join(QLatin1Char(' ')),
                  QStringLiteral("新建 打开 保存 另存为 - 关闭"));
-        const QSignalSpy news(bench.bar, &TzToolBar::newFileSignal);
-        const QSignalSpy opens(bench.bar, &TzToolBar::openFileSignal);
-        const QSignalSpy saves(bench.bar, &TzToolBar::saveSignal);
-        const QSignalSpy savesAs(bench.bar, &TzToolBar::saveAsSignal);
-        choose(bench.fileButton(), QStringLiteral("新建"));
+        const QSignalSpy news(m_bench->bar, &TzToolBar::newFileSignal);
+        const QSignalSpy opens(m_bench->bar, &TzToolBar::openFileSignal);
+        const QSignalSpy saves(m_bench->bar, &TzToolBar::saveSignal);
+        const QSignalSpy savesAs(m_bench->bar, &TzToolBar::saveAsSignal);
+        choose(m_bench->fileButton(), QStringLiteral("新建"));
         QCOMPARE(news.count(), 1);
-        choose(bench.fileButton(), QStringLiteral("打开"));
+        choose(m_bench->fileButton(), QStringLiteral("打开"));
         QCOMPARE(opens.count(), 1);
-        choose(bench.fileButton(), QStringLiteral("保存"));
+        choose(m_bench->fileButton(), QStringLiteral("保存"));
         QCOMPARE(saves.count(), 1);
-        choose(bench.fileButton(), QStringLiteral("另存为"));
+        choose(m_bench->fileButton(), QStringLiteral("另存为"));
         QCOMPARE(savesAs.count(), 1);
         QCOMPARE(news.count() + opens.count() + saves.count(), 3);
     }
 
     void shortcutsReachTheWindow()
     {
-        Bench bench;
-        QVERIFY(QTest::qWaitForWindowActive(&bench.window));
-        const QSignalSpy news(bench.bar, &TzToolBar::newFileSignal);
-        const QSignalSpy opens(bench.bar, &TzToolBar::openFileSignal);
-        const QSignalSpy saves(bench.bar, &TzToolBar::saveSignal);
-        const QSignalSpy savesAs(bench.bar, &TzToolBar::saveAsSignal);
-        bench.window.setFocus();
-        QTest::keyClick(&bench.window, Qt::Key_N, Qt::ControlModifier);
-        QTest::keyClick(&bench.window, Qt::Key_O, Qt::ControlModifier);
-        QTest::keyClick(&bench.window, Qt::Key_S, Qt::ControlModifier);
-        QTest::keyClick(&bench.window, Qt::Key_A, Qt::ControlModifier);
+        QVERIFY(QTest::qWaitForWindowActive(&m_bench->window));
+        const QSignalSpy news(m_bench->bar, &TzToolBar::newFileSignal);
+        const QSignalSpy opens(m_bench->bar, &TzToolBar::openFileSignal);
+        const QSignalSpy saves(m_bench->bar, &TzToolBar::saveSignal);
+        const QSignalSpy savesAs(m_bench->bar, &TzToolBar::saveAsSignal);
+        m_bench->window.setFocus();
+        QTest::keyClick(&m_bench->window, Qt::Key_N, Qt::ControlModifier);
+        QTest::keyClick(&m_bench->window, Qt::Key_O, Qt::ControlModifier);
+        QTest::keyClick(&m_bench->window, Qt::Key_S, Qt::ControlModifier);
+        QTest::keyClick(&m_bench->window, Qt::Key_A, Qt::ControlModifier);
         QCOMPARE(news.count(), 1);
         QCOMPARE(opens.count(), 1);
         QCOMPARE(saves.count(), 1);
         QCOMPARE(savesAs.count(), 1);
-        QSignalSpy zooms(bench.bar, &TzToolBar::zoomSceneSignal);
-        QTest::keyClick(&bench.window, Qt::Key_Plus, Qt::ControlModifier);
+        QSignalSpy zooms(m_bench->bar, &TzToolBar::zoomSceneSignal);
+        QTest::keyClick(&m_bench->window, Qt::Key_Plus, Qt::ControlModifier);
         QTRY_COMPARE(zooms.count(), 1);
         QCOMPARE(zooms.at(0).first().toInt(), 1);
-        QTest::keyClick(&bench.window, Qt::Key_Minus, Qt::ControlModifier);
+        QTest::keyClick(&m_bench->window, Qt::Key_Minus, Qt::ControlModifier);
         QTRY_COMPARE(zooms.count(), 2);
         QCOMPARE(zooms.at(1).first().toInt(), -1);
     }
 
     void closeEndsTheProgramWithoutAQuestion()
     {
-        const Bench bench;
         bool modal = false;
-        QTimer::singleShot(0, bench.bar,
-                           [&bench] { choose(bench.fileButton(), QStringLiteral("关闭")); });
-        QTimer::singleShot(5000, bench.bar, [&modal] {
+        QTimer::singleShot(0, m_bench->bar,
+                           [this] { choose(m_bench->fileButton(), QStringLiteral("关闭")); });
+        QTimer::singleShot(5000, m_bench->bar, [&modal] {
             modal = QApplication::activeModalWidget() != nullptr;
             QCoreApplication::exit(7);
         });
@@ -231,26 +240,24 @@ private slots:
 
     void zoomButtonsAskForTheirChange()
     {
-        const Bench bench;
-        QSignalSpy zooms(bench.bar, &TzToolBar::zoomSceneSignal);
-        QTest::mouseClick(&bench.button(QStringLiteral("放大")), Qt::LeftButton);
-        QTest::mouseClick(&bench.button(QStringLiteral("重置缩放")), Qt::LeftButton);
-        QTest::mouseClick(&bench.button(QStringLiteral("缩小")), Qt::LeftButton);
+        QSignalSpy zooms(m_bench->bar, &TzToolBar::zoomSceneSignal);
+        QTest::mouseClick(&m_bench->button(QStringLiteral("放大")), Qt::LeftButton);
+        QTest::mouseClick(&m_bench->button(QStringLiteral("重置缩放")), Qt::LeftButton);
+        QTest::mouseClick(&m_bench->button(QStringLiteral("缩小")), Qt::LeftButton);
         QCOMPARE(zooms.count(), 3);
         QCOMPARE(zooms.at(0).first().toInt(), 1);
         QCOMPARE(zooms.at(1).first().toInt(), 0);
         QCOMPARE(zooms.at(2).first().toInt(), -1);
         // The slots themselves bear the other's name.
-        bench.bar->OnZoomIn();
+        m_bench->bar->OnZoomIn();
         QCOMPARE(zooms.at(3).first().toInt(), -1);
-        bench.bar->OnZoomOut();
+        m_bench->bar->OnZoomOut();
         QCOMPARE(zooms.at(4).first().toInt(), 1);
     }
 
     void theMoreMenuHasItsEntries()
     {
-        const Bench bench;
-        const QMenu& menu = *bench.moreButton().menu();
+        const QMenu& menu = *m_bench->moreButton().menu();
         QCOMPARE(entriesOf(menu).join(QLatin1Char(' ')),
                  QStringLiteral("选择控制器 - 固件升级 检测软件更新 - 关于"));
         QVERIFY(!menu.actions().first()->isEnabled());
@@ -259,46 +266,24 @@ private slots:
 
     void softwareUpdateIsPassedOn()
     {
-        const Bench bench;
-        const QSignalSpy asked(bench.bar, &TzToolBar::appUpgradeSignal);
-        choose(bench.moreButton(), QStringLiteral("检测软件更新"));
+        const QSignalSpy asked(m_bench->bar, &TzToolBar::appUpgradeSignal);
+        choose(m_bench->moreButton(), QStringLiteral("检测软件更新"));
         QCOMPARE(asked.count(), 1);
     }
 
     void firmwareUpdateRunsTheBuildDialog()
     {
-        const Bench bench;
-        bool shown = false;
-        QTimer::singleShot(100, bench.bar, [&shown] {
-            QWidget* dialog = QApplication::activeModalWidget();
-            shown = qobject_cast<buildDialog*>(dialog) != nullptr && !dialog->parentWidget();
-            if (dialog) {
-                dialog->close();
-            }
-        });
-        choose(bench.moreButton(), QStringLiteral("固件升级"));
-        QVERIFY(shown);
+        QVERIFY(opensDialog<buildDialog>(m_bench->moreButton(), QStringLiteral("固件升级")));
     }
 
     void aboutShowsTheAboutBox()
     {
-        const Bench bench;
-        bool shown = false;
-        QTimer::singleShot(100, bench.bar, [&shown] {
-            QWidget* dialog = QApplication::activeModalWidget();
-            shown = qobject_cast<aboutDialog*>(dialog) != nullptr && !dialog->parentWidget();
-            if (dialog) {
-                dialog->close();
-            }
-        });
-        choose(bench.moreButton(), QStringLiteral("关于"));
-        QVERIFY(shown);
+        QVERIFY(opensDialog<aboutDialog>(m_bench->moreButton(), QStringLiteral("关于")));
     }
 
     void aButtonIsNotPressedWhileADialogFromItsMenuStands()
     {
-        const Bench bench;
-        for (QPushButton* button : {&bench.fileButton(), &bench.moreButton()}) {
+        for (QPushButton* button : {&m_bench->fileButton(), &m_bench->moreButton()}) {
             QAction* last = button->menu()->actions().last();
             QAction asks(QStringLiteral("asks"), button->menu());
             button->menu()->insertAction(last, &asks);
@@ -326,25 +311,23 @@ private slots:
 
     void anEmptyRecentListEmptiesTheMenu()
     {
-        const Bench bench;
         recentFiles = QStringList{QStringLiteral("/home/a/one.tlrx")};
-        bench.bar->OnUpdateRecentMenuSignal();
-        QCOMPARE(entriesOf(bench.bar->recentMenu()), QStringList{QStringLiteral("one.tlrx")});
+        m_bench->bar->OnUpdateRecentMenuSignal();
+        QCOMPARE(entriesOf(m_bench->bar->recentMenu()), QStringList{QStringLiteral("one.tlrx")});
         recentFiles.clear();
-        bench.bar->OnUpdateRecentMenuSignal();
-        QVERIFY(bench.bar->recentMenu().isEmpty());
+        m_bench->bar->OnUpdateRecentMenuSignal();
+        QVERIFY(m_bench->bar->recentMenu().isEmpty());
     }
 
     void ofTwentyRecentProjectsElevenShow()
     {
-        const Bench bench;
         recentFiles.clear();
         for (int i = 1; i <= 20; ++i) {
             recentFiles.append(QStringLiteral("/home/a/project%1.tlrx").arg(i));
         }
-        bench.bar->OnUpdateRecentMenuSignal();
-        bench.bar->OnUpdateRecentMenuSignal();
-        const QStringList entries = entriesOf(bench.bar->recentMenu());
+        m_bench->bar->OnUpdateRecentMenuSignal();
+        m_bench->bar->OnUpdateRecentMenuSignal();
+        const QStringList entries = entriesOf(m_bench->bar->recentMenu());
         QCOMPARE(entries.size(), 11);
         QCOMPARE(entries.first(), QStringLiteral("project1.tlrx"));
         QCOMPARE(entries.last(), QStringLiteral("project11.tlrx"));
@@ -353,55 +336,52 @@ private slots:
 
     void aRecentEntryGivesItsFullPathAndMayRebuildTheMenu()
     {
-        const Bench bench;
         recentFiles =
             QStringList{QStringLiteral("/home/a/one.tlrx"), QStringLiteral("/b/two.tlrx")};
-        bench.bar->OnUpdateRecentMenuSignal();
-        QSignalSpy opened(bench.bar, &TzToolBar::openRecentFileSignal);
-        connect(bench.bar, &TzToolBar::openRecentFileSignal, bench.bar,
+        m_bench->bar->OnUpdateRecentMenuSignal();
+        QSignalSpy opened(m_bench->bar, &TzToolBar::openRecentFileSignal);
+        connect(m_bench->bar, &TzToolBar::openRecentFileSignal, m_bench->bar,
                 &TzToolBar::OnUpdateRecentMenuSignal);
-        bench.bar->recentMenu().actions().at(1)->trigger();
+        m_bench->bar->recentMenu().actions().at(1)->trigger();
         QCOMPARE(opened.count(), 1);
         QCOMPARE(opened.at(0).first().toString(), QStringLiteral("/b/two.tlrx"));
-        QCOMPARE(bench.bar->recentMenu().actions().size(), 2);
+        QCOMPARE(m_bench->bar->recentMenu().actions().size(), 2);
         // Called by nobody's action, it does nothing.
-        bench.bar->OnRecentFile();
+        m_bench->bar->OnRecentFile();
         QCOMPARE(opened.count(), 1);
         recentFiles.clear();
     }
 
     void slotsWithoutAControlKeepTheirEffects()
     {
-        const Bench bench;
-        QSignalSpy switches(bench.bar, &TzToolBar::switchSubProgram);
-        QSignalSpy codes(bench.bar, &TzToolBar::showCodeSignal);
-        const QSignalSpy news(bench.bar, &TzToolBar::newSubSignal);
-        const QSignalSpy deletes(bench.bar, &TzToolBar::delSubSignal);
-        const QSignalSpy toCode(bench.bar, &TzToolBar::chgToCodeSignal);
-        const QSignalSpy toPython(bench.bar, &TzToolBar::chgToPyhtonSignal);
-        bench.bar->OnMain();
+        QSignalSpy switches(m_bench->bar, &TzToolBar::switchSubProgram);
+        QSignalSpy codes(m_bench->bar, &TzToolBar::showCodeSignal);
+        const QSignalSpy news(m_bench->bar, &TzToolBar::newSubSignal);
+        const QSignalSpy deletes(m_bench->bar, &TzToolBar::delSubSignal);
+        const QSignalSpy toCode(m_bench->bar, &TzToolBar::chgToCodeSignal);
+        const QSignalSpy toPython(m_bench->bar, &TzToolBar::chgToPyhtonSignal);
+        m_bench->bar->OnMain();
         QCOMPARE(switches.at(0).first().toInt(), 0);
-        bench.bar->OnShowCode();
-        bench.bar->OnShowPythonCode();
+        m_bench->bar->OnShowCode();
+        m_bench->bar->OnShowPythonCode();
         QCOMPARE(codes.at(0).first().toInt(), 1);
         QCOMPARE(codes.at(1).first().toInt(), 2);
-        bench.bar->OnNewSub();
+        m_bench->bar->OnNewSub();
         QCOMPARE(news.count(), 1);
-        bench.bar->OnDeleteSub();
+        m_bench->bar->OnDeleteSub();
         QCOMPARE(deletes.count(), 1);
-        bench.bar->OnEditCode();
+        m_bench->bar->OnEditCode();
         QCOMPARE(toCode.count(), 1);
-        bench.bar->OnEditPython();
+        m_bench->bar->OnEditPython();
         QCOMPARE(toPython.count(), 1);
         QCOMPARE(switches.count(), 1);
     }
 
     void aSlotIsSwitchedByTheActionThatCarriesIt()
     {
-        const Bench bench;
-        QSignalSpy switches(bench.bar, &TzToolBar::switchSubProgram);
+        QSignalSpy switches(m_bench->bar, &TzToolBar::switchSubProgram);
         QAction action;
-        connect(&action, &QAction::triggered, bench.bar, &TzToolBar::OnSwitchSubProgram);
+        connect(&action, &QAction::triggered, m_bench->bar, &TzToolBar::OnSwitchSubProgram);
         action.setData(410);
         action.trigger();
         action.setData(QStringLiteral("no number"));
@@ -409,14 +389,13 @@ private slots:
         QCOMPARE(switches.count(), 2);
         QCOMPARE(switches.at(0).first().toInt(), 410);
         QCOMPARE(switches.at(1).first().toInt(), 0);
-        bench.bar->OnSwitchSubProgram();
+        m_bench->bar->OnSwitchSubProgram();
         QCOMPARE(switches.count(), 2);
     }
 
     void everyTextHasItsRoom_data()
     {
-        QTest::addColumn<int>("width");
-        QTest::addColumn<bool>("english");
+        columns<int, bool>("width", "english");
         QTest::newRow("1024, Chinese") << 1024 << false;
         QTest::newRow("1024, English") << 1024 << true;
         QTest::newRow("1280, Chinese") << 1280 << false;
@@ -434,11 +413,11 @@ private slots:
             QCoreApplication::installTranslator(&translator);
         }
         const FontOfTheProgram font(english ? 8 : 10);
-        const Bench bench(width);
-        bench.bar->showFirmwareNotice();
+        m_bench.emplace(width);
+        m_bench->bar->showFirmwareNotice();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCoreApplication::processEvents();
-        const QList<QLabel*> labels = bench.bar->findChildren<QLabel*>();
+        const QList<QLabel*> labels = m_bench->bar->findChildren<QLabel*>();
         QCOMPARE(labels.size(), 2);
         for (const QLabel* label : labels) {
             const QSize needed = label->wordWrap()
@@ -453,36 +432,34 @@ private slots:
         }
         QCOMPARE(labels.first()->text(),
                  english ? QStringLiteral(" Program name: ") : QStringLiteral(" 程序名: "));
-        const QWidget* notice = bench.bar->findChild<QWidget*>(QStringLiteral("infoBg"));
+        const QWidget* notice = m_bench->bar->findChild<QWidget*>(QStringLiteral("infoBg"));
         QVERIFY(notice->isVisible());
         const auto* update = notice->findChild<QPushButton*>(QStringLiteral("info_button"));
         QVERIFY(labels.last()->geometry().right() < update->x());
         QVERIFY(notice->rect().contains(update->geometry()));
-        const int noticeRight = notice->mapTo(bench.bar, QPoint(notice->width(), 0)).x();
+        const int noticeRight = notice->mapTo(m_bench->bar, QPoint(notice->width(), 0)).x();
         // The two buttons left of the last one.
-        QVERIFY(noticeRight <= bench.moreButton().x() - 2 * 68);
-        const int noticeLeft = notice->mapTo(bench.bar, QPoint(0, 0)).x();
-        QVERIFY(noticeLeft >= bench.name().geometry().right());
-        QCOMPARE(bench.name().size(), QSize(140, 24));
+        QVERIFY(noticeRight <= m_bench->moreButton().x() - 2 * 68);
+        const int noticeLeft = notice->mapTo(m_bench->bar, QPoint(0, 0)).x();
+        QVERIFY(noticeLeft >= m_bench->name().geometry().right());
+        QCOMPARE(m_bench->name().size(), QSize(140, 24));
     }
 
     void theMoreButtonKeepsItsPlace()
     {
-        const Bench bench(1280);
-        QCOMPARE(bench.moreButton().pos(), QPoint(1280 - 78, 0));
-        bench.bar->addInfo(QStringLiteral("a notice"));
+        QCOMPARE(m_bench->moreButton().pos(), QPoint(1280 - 78, 0));
+        m_bench->bar->addInfo(QStringLiteral("a notice"));
         QCoreApplication::processEvents();
-        QCOMPARE(bench.moreButton().pos(), QPoint(1280 - 78, 0));
-        bench.bar->resize(1000, 34);
+        QCOMPARE(m_bench->moreButton().pos(), QPoint(1280 - 78, 0));
+        m_bench->bar->resize(1000, 34);
         QCoreApplication::processEvents();
-        QCOMPARE(bench.moreButton().pos(), QPoint(1000 - 78, 0));
+        QCOMPARE(m_bench->moreButton().pos(), QPoint(1000 - 78, 0));
     }
 
     void buttonsAreAsHighAsTheBar()
     {
-        const Bench bench;
         int buttons = 0;
-        for (const QPushButton* button : bench.bar->findChildren<QPushButton*>()) {
+        for (const QPushButton* button : m_bench->bar->findChildren<QPushButton*>()) {
             QCOMPARE(button->size(), QSize(68, 34));
             ++buttons;
         }
@@ -491,8 +468,7 @@ private slots:
 
     void theGroundIsTheFramesColour()
     {
-        const Bench bench;
-        QCOMPARE(bench.bar->grab().toImage().pixelColor(700, 17), QColor(0, 175, 204));
+        QCOMPARE(m_bench->bar->grab().toImage().pixelColor(700, 17), QColor(0, 175, 204));
     }
 };
 

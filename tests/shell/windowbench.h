@@ -8,6 +8,7 @@
 #include "shell/mainwindow.h"
 #include "shell/tztoolbar.h"
 #include "support/canvas/canvashands.h"
+#include "support/system/fixturetest.h"
 
 #include <QApplication>
 #include <QPushButton>

@@ -5,6 +5,7 @@
 #include "proj/binoverlay.h"
 #include "proj/blockpanel.h"
 #include "proj/tzlabel.h"
+#include "project/projectfile.h"
 #include "support/canvas/documentpicture.h"
 #include "support/system/answers.h"
 #include "support/system/menuhand.h"
@@ -45,30 +46,23 @@ struct Wire {
     void (*raiseAndLook)(WindowBench&);
 };
 
-/** A check that nothing comes of a signal that leads to a slot without effect. */
-class Unchanged
+QStringList picture(WindowBench& p_bench)
 {
-public:
-    explicit Unchanged(WindowBench& p_bench) : m_bench(p_bench), m_before(picture()) {}
-    bool holds() const { return picture() == m_before; }
+    return documentPicture(p_bench.canvas())
+           << p_bench.window.windowTitle() << QString::number(p_bench.window.isVisible())
+           << QString::number(QApplication::topLevelWidgets().size());
+}
 
-private:
-    QStringList picture() const
-    {
-        return documentPicture(m_bench.canvas())
-               << m_bench.window.windowTitle() << QString::number(m_bench.window.isVisible())
-               << QString::number(QApplication::topLevelWidgets().size());
-    }
-
-    WindowBench& m_bench;
-    QStringList m_before;
-};
-
-/** The connection to a slot that does nothing yet shows in nothing else than its removal. */
+/** Raises a signal that leads to a slot without effect. */
 template <typename Sender, typename Signal, typename Receiver, typename Slot>
-bool wasConnected(Sender& p_sender, Signal p_signal, Receiver& p_receiver, Slot p_slot)
+void hasNoEffect(WindowBench& p_bench, Sender& p_sender, Signal p_signal, Receiver& p_receiver,
+                 Slot p_slot)
 {
-    return QObject::disconnect(&p_sender, p_signal, &p_receiver, p_slot);
+    const QStringList before = picture(p_bench);
+    emit(p_sender.*p_signal)();
+    QCOMPARE(picture(p_bench), before);
+    // The connection to a slot that does nothing yet shows in nothing else than its removal.
+    QVERIFY(QObject::disconnect(&p_sender, p_signal, &p_receiver, p_slot));
 }
 
 BinOverlay& bin(WindowBench& p_bench) { return *p_bench.palette().findChild<BinOverlay*>(); }
@@ -182,11 +176,7 @@ const Wire s_wires[] = {
      }},
     {Bar, "newSubSignal()", "nothing, to a slot without effect",
      [](WindowBench& b) {
-         const Unchanged unchanged(b);
-         emit b.bar().newSubSignal();
-         QVERIFY(unchanged.holds());
-         QVERIFY(
-             wasConnected(b.bar(), &TzToolBar::newSubSignal, b.canvas(), &TzProgramView::OnNewSub));
+         hasNoEffect(b, b.bar(), &TzToolBar::newSubSignal, b.canvas(), &TzProgramView::OnNewSub);
      }},
     {Bar, "delSubSignal()", "nothing",
      [](WindowBench& b) {
@@ -215,7 +205,8 @@ const Wire s_wires[] = {
          b.click(button);
          QVERIFY(pane.isVisible());
          QVERIFY(button.isChecked());
-         QVERIFY(codeText(b).startsWith(QStringLiteral("#include \"vantrel.h\"\n")));
+         QVERIFY(codeText(b).startsWith(
+             QStringLiteral("#include \"vantrel.h\"\nvoid user_main()\n{\n")));
          b.click(button);
          QVERIFY(!pane.isVisible());
          QVERIFY(!button.isChecked());
@@ -224,25 +215,18 @@ const Wire s_wires[] = {
          emit b.bar().showCodeSignal(2);
          QVERIFY(pane.isVisible());
          QVERIFY(!button.isChecked());
-         QVERIFY(codeText(b).startsWith(QStringLiteral("import Vantrel\n")));
+         QCOMPARE(codeText(b), QStringLiteral("import Vantrel\n"));
          emit b.bar().showCodeSignal(2);
          QVERIFY(!pane.isVisible());
      }},
     {Bar, "chgToCodeSignal()", "nothing, to a slot without effect",
      [](WindowBench& b) {
-         const Unchanged unchanged(b);
-         emit b.bar().chgToCodeSignal();
-         QVERIFY(unchanged.holds());
-         QVERIFY(
-             wasConnected(b.bar(), &TzToolBar::chgToCodeSignal, b.window, &MainWindow::OnEditCode));
+         hasNoEffect(b, b.bar(), &TzToolBar::chgToCodeSignal, b.window, &MainWindow::OnEditCode);
      }},
     {Bar, "chgToPyhtonSignal()", "nothing, to a slot without effect",
      [](WindowBench& b) {
-         const Unchanged unchanged(b);
-         emit b.bar().chgToPyhtonSignal();
-         QVERIFY(unchanged.holds());
-         QVERIFY(wasConnected(b.bar(), &TzToolBar::chgToPyhtonSignal, b.window,
-                              &MainWindow::OnEditPython));
+         hasNoEffect(b, b.bar(), &TzToolBar::chgToPyhtonSignal, b.window,
+                     &MainWindow::OnEditPython);
      }},
     {Bar, "chgToEditActionsSignal()", "nothing",
      [](WindowBench& b) {
@@ -284,19 +268,13 @@ const Wire s_wires[] = {
 
     {Palette, "NewProgramSignal()", "nothing, to a slot without effect",
      [](WindowBench& b) {
-         const Unchanged unchanged(b);
-         emit b.palette().NewProgramSignal();
-         QVERIFY(unchanged.holds());
-         QVERIFY(wasConnected(b.palette(), &TzBlockWidget::NewProgramSignal, b.canvas(),
-                              &TzProgramView::OnNewSub));
+         hasNoEffect(b, b.palette(), &TzBlockWidget::NewProgramSignal, b.canvas(),
+                     &TzProgramView::OnNewSub);
      }},
     {Palette, "NewTaskSignal()", "nothing, to a slot without effect",
      [](WindowBench& b) {
-         const Unchanged unchanged(b);
-         emit b.palette().NewTaskSignal();
-         QVERIFY(unchanged.holds());
-         QVERIFY(wasConnected(b.palette(), &TzBlockWidget::NewTaskSignal, b.canvas(),
-                              &TzProgramView::OnNewTask));
+         hasNoEffect(b, b.palette(), &TzBlockWidget::NewTaskSignal, b.canvas(),
+                     &TzProgramView::OnNewTask);
      }},
     {Palette, "SelectNumberSignal(int)", "a key of the number keyboard",
      [](WindowBench& b) {
@@ -393,12 +371,18 @@ const Wire s_wires[] = {
      [](WindowBench& b) {
          b.clickAt(b.add(101), s_oneButton);
          QVERIFY(b.palette().isChoosing());
+         // The panel that was there goes with the next turn of the event loop.
+         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+         QVERIFY(!b.palette().findChild<BlockPanel*>());
          b.clickGround();
          QVERIFY(!b.palette().isChoosing());
+         QVERIFY(b.palette().findChild<BlockPanel*>());
+         QVERIFY(!focusModule);
      }},
     {Canvas, "moduleUpdateSignal()", "a drop, a move and a deletion",
      [](WindowBench& b) {
          emit b.bar().showCodeSignal(1);
+         QVERIFY(!codeText(b).contains(QStringLiteral("wait(1);")));
          supermodule* wait = b.add(101);
          QVERIFY(codeText(b).contains(QStringLiteral("wait(1);")));
          b.hands.drag(wait, QPoint(100, 250));
@@ -571,6 +555,7 @@ private slots:
         timers.first()->start(0);
         QTRY_VERIFY(QFileInfo::exists(temporary));
         timers.first()->stop();
+        QVERIFY(QFileInfo(temporary).size() > ProjectTailSize);
         QVERIFY(QFile::remove(temporary));
     }
 

@@ -206,42 +206,35 @@ private slots:
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("laidOut");
-        QTest::newRow("nothing") << ""
-                                 << "";
-        QTest::newRow("only line feeds") << "\n\n\n"
-                                         << "";
-        QTest::newRow("a last line feed is added") << "a"
-                                                   << "a\n";
-        QTest::newRow("blank lines go") << "\na\n\n\nb\n\n"
-                                        << "a\nb\n";
-        QTest::newRow("a line of blanks isn't empty") << "a\n  \nb"
-                                                      << "a\n  \nb\n";
-        QTest::newRow("six blanks a brace") << "f()\n{\na\n{\nb\n}\nc\n}\nd"
-                                            << "f()\n{\n      a\n      {\n            b\n      }\n"
-                                               "      c\n}\nd\n";
-        QTest::newRow("a closing brace behind a statement goes out with its line")
-            << "w\n{\nx;}\ny"
-            << "w\n{\nx;}\ny\n";
-        QTest::newRow("a closing brace before a statement, too")
-            << "u\n{\nw\n{\n}x;\ny"
-            << "u\n{\n      w\n      {\n      }x;\n      y\n";
-        QTest::newRow("several braces of a line count once") << "a{{\nb\n}}\nc"
-                                                             << "a{{\n      b\n}}\nc\n";
-        QTest::newRow("both in a line stand one out and change nothing")
-            << "a\n{\n{0x0}\nb\n}"
-            << "a\n{\n{0x0}\n      b\n}\n";
-        QTest::newRow("both in a line, the closing one first") << "a\n{\n}else{\nb\n}"
-                                                               << "a\n{\n}else{\n      b\n}\n";
-        QTest::newRow("below zero nothing is indented") << "}\n}\na\n{\nb\n{\nc\n{\nd"
-                                                        << "}\n}\na\n{\nb\n{\nc\n{\n      d\n";
-        QTest::newRow("nor is it behind what was deep") << "{\n{\na\n}\n}\n}\nb\n{\nc"
-                                                        << "{\n      {\n            a\n      }\n"
-                                                           "}\n}\nb\n{\nc\n";
-        QTest::newRow("a brace in a string literal changes the depth of all lines after it")
-            << "f()\n{\nPrintf(\"{\");\na\n}\nb"
-            << "f()\n{\n      Printf(\"{\");\n            a\n      }\n      b\n";
-        QTest::newRow("blanks of its own stay") << "a\n{\n   b\n}"
-                                                << "a\n{\n         b\n}\n";
+        const auto row = [](const char* p_name, const char* p_text, const char* p_laidOut) {
+            QTest::newRow(p_name) << p_text << p_laidOut;
+        };
+        row("nothing", "", "");
+        row("only line feeds", "\n\n\n", "");
+        row("a last line feed is added", "a", "a\n");
+        row("blank lines go", "\na\n\n\nb\n\n", "a\nb\n");
+        row("a line of blanks isn't empty", "a\n  \nb", "a\n  \nb\n");
+        row("six blanks a brace", "f()\n{\na\n{\nb\n}\nc\n}\nd",
+            "f()\n{\n      a\n      {\n            b\n      }\n"
+            "      c\n}\nd\n");
+        row("a closing brace behind a statement goes out with its line", "w\n{\nx;}\ny",
+            "w\n{\nx;}\ny\n");
+        row("a closing brace before a statement, too", "u\n{\nw\n{\n}x;\ny",
+            "u\n{\n      w\n      {\n      }x;\n      y\n");
+        row("several braces of a line count once", "a{{\nb\n}}\nc", "a{{\n      b\n}}\nc\n");
+        row("both in a line stand one out and change nothing", "a\n{\n{0x0}\nb\n}",
+            "a\n{\n{0x0}\n      b\n}\n");
+        row("both in a line, the closing one first", "a\n{\n}else{\nb\n}",
+            "a\n{\n}else{\n      b\n}\n");
+        row("below zero nothing is indented", "}\n}\na\n{\nb\n{\nc\n{\nd",
+            "}\n}\na\n{\nb\n{\nc\n{\n      d\n");
+        row("nor is it behind what was deep", "{\n{\na\n}\n}\n}\nb\n{\nc",
+            "{\n      {\n            a\n      }\n"
+            "}\n}\nb\n{\nc\n");
+        row("a brace in a string literal changes the depth of all lines after it",
+            "f()\n{\nPrintf(\"{\");\na\n}\nb",
+            "f()\n{\n      Printf(\"{\");\n            a\n      }\n      b\n");
+        row("blanks of its own stay", "a\n{\n   b\n}", "a\n{\n         b\n}\n");
     }
 
     void textIsIndentedByItsBraces()

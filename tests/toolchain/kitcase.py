@@ -63,6 +63,13 @@ class Kit:
         return path
 
 
+def put_tool(folder, name, script):
+    """Writes a shell script that takes the place of a tool."""
+    path = pathlib.Path(folder) / name
+    path.write_text("#!/bin/sh\n" + script)
+    path.chmod(0o755)
+
+
 def all_files(root):
     return sorted(str(path.relative_to(root)) for path in pathlib.Path(root).rglob("*"))
 
@@ -73,6 +80,12 @@ class KitCase(unittest.TestCase):
         cls.temporary = tempfile.TemporaryDirectory(prefix="toolchain-")
         cls.addClassCleanup(cls.temporary.cleanup)
         cls.kit = Kit.lay_out(pathlib.Path(cls.temporary.name) / "gcc")
+
+    def refused(self, name="program", tasks=0, text=None, **keywords):
+        """The complaints about a program that must not compile."""
+        result = self.kit.make(name, tasks, text, **keywords)
+        self.assertNotEqual(result.returncode, 0)
+        return result.stderr
 
     def built(self, text, tasks=0, name="program"):
         result = self.kit.make(name, tasks, text)

@@ -137,13 +137,15 @@ class SlowBoardTest(unittest.TestCase):
 class EmulatorBoardTest(KitCase):
     """The start of the emulated controller, as its chip would have it."""
 
+    def emulator(self, *options, **streams):
+        return subprocess.Popen(
+            ["qemu-system-arm", "-machine", "lm3s6965evb", "-nodefaults", "-nic", "none", "-display", "none",
+             "-monitor", "none", "-icount", "shift=7,sleep=off", "-kernel", self.kit.bin("program"), *options],
+            stdin=subprocess.DEVNULL, text=True, **streams)
+
     def accesses(self):
         self.built(program(""))
-        process = subprocess.Popen(
-            ["qemu-system-arm", "-machine", "lm3s6965evb", "-nodefaults", "-nic", "none", "-display", "none",
-             "-monitor", "none", "-serial", "null", "-icount", "shift=7,sleep=off", "-kernel",
-             self.kit.bin("program"), "-trace", "memory_region_ops_*"],
-            stdin=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True)
+        process = self.emulator("-serial", "null", "-trace", "memory_region_ops_*", stderr=subprocess.PIPE)
         found = []
         try:
             for line in process.stderr:
@@ -163,11 +165,9 @@ class EmulatorBoardTest(KitCase):
         rubbish = pathlib.Path(self.temporary.name) / "rubbish"
         # All but the place for the values of sensors.
         rubbish.write_bytes(b"\xa5" * (63 * 1024))
-        process = subprocess.Popen(
-            ["qemu-system-arm", "-machine", "lm3s6965evb", "-nodefaults", "-nic", "none", "-display", "none",
-             "-monitor", "none", "-serial", "file:/dev/stdout", "-icount", "shift=7,sleep=off", "-kernel",
-             self.kit.bin("program"), "-device", "loader,file=%s,addr=0x20000400,force-raw=on" % rubbish],
-            stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True)
+        process = self.emulator("-serial", "file:/dev/stdout", "-device",
+                                "loader,file=%s,addr=0x20000400,force-raw=on" % rubbish,
+                                stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
         # Without an end it is ended.
         watch = threading.Timer(30, process.kill)
         watch.start()

@@ -17,6 +17,11 @@ SYMBOLS = {
     50: "....#... .....#.. .######. .#...#.. .#..#... .#...... .#...... ........",
     52: "..####.. .#....#. #......# ######## ######## #......# .#....#. ..####..",
 }
+FACES = json.loads((pathlib.Path(__file__).resolve().parent / "faces.json").read_text("utf-8"))["faces"]
+
+# Runs out of its stack by frames of nearly the largest size, of which hardly a byte is touched.
+DEEP = ("volatile int held = 0;\n"
+        "int deep(int n)\n{\nvolatile char room[1900];\nreturn n > 100000 ? room[n] : deep(n + 1) + held;\n}\n")
 
 
 def picture(rows):
@@ -26,7 +31,6 @@ def picture(rows):
 class TraceTest(KitCase):
     def test_every_call(self):
         self.maxDiff = None
-        faces = json.loads((pathlib.Path(__file__).resolve().parent / "faces.json").read_text("utf-8"))["faces"]
         lines = [text for _, who, text in self.trace(EVERY_CALL, tasks=1) if who != "task 1"]
         self.assertEqual(lines, [
             "start",
@@ -39,7 +43,7 @@ class TraceTest(KitCase):
             "touch 5 -> 0", "analogue 4 -> 1000",
             "display 2 symbol 45" + picture(SYMBOL_45),
             "display 3 symbol 9" + picture(SYMBOL_9),
-            "display 2 3 emoji 1 %s\n" % faces[0]["name"] + self.face_rows(faces[0]),
+            "display 2 3 emoji 1 %s\n" % FACES[0]["name"] + self.face_rows(FACES[0]),
             "display 2 custom" + picture("#......# .#....#. ..#..#.. ...##... "
                                          "........ ........ ........ ########"),
             "display 3 custom" + picture("........ " * 8),
@@ -54,15 +58,14 @@ class TraceTest(KitCase):
         return "\n".join("  ".join(pair) for pair in zip(left, right))
 
     def test_all_faces(self):
-        faces = json.loads((pathlib.Path(__file__).resolve().parent / "faces.json").read_text("utf-8"))["faces"]
-        self.assertEqual(len(faces), 12)
-        self.assertEqual(len({str(face["rows"]) for face in faces}), 12)
+        self.assertEqual(len(FACES), 12)
+        self.assertEqual(len({str(face["rows"]) for face in FACES}), 12)
         body = "".join("disp_emoji(2,3,%d);" % n for n in range(14)) + "\n"
         lines = self.texts(program(body))[1:-1]
         dark = "\n" + "\n".join(["........  ........"] * 8)
         self.assertEqual(lines, ["display 2 3 emoji 0 unknown" + dark]
                          + ["display 2 3 emoji %d %s\n%s" % (face["n"], face["name"], self.face_rows(face))
-                            for face in faces]
+                            for face in FACES]
                          + ["display 2 3 emoji 13 unknown" + dark])
 
     def test_symbols(self):
@@ -107,7 +110,6 @@ class TraceTest(KitCase):
         self.assertEqual(lines.count("motor B (2) speed 6"), 50)
         self.assertEqual(lines[101:], ["motor A (1) speed 7", "9900 repeated calls not shown",
                                        "wait 1 s", "motor A (1) speed 7", "end"])
-
 
     def test_what_was_passed_over_is_told_at_the_limit_too(self):
         lines = self.texts(program("while(1)\n{\nset_motor(1, 5);}\n"), "--limit", "1", expected=LIMIT_REACHED)
@@ -221,19 +223,15 @@ class TaskTest(KitCase):
         self.assertEqual([line[1:] for line in lines[-2:]], [["task 1", "stack overflow"], [None, "crash"]])
 
     def test_frame_does_not_step_over_the_guard(self):
-        # Frames of nearly the largest size, of which hardly a byte is touched.
-        text = program("wait(9);\n", before="volatile int held = 0;\n", after=(
-            "int deep(int n)\n{\nvolatile char room[1900];\nreturn n > 100000 ? room[n] : deep(n + 1) + held;\n}\n"
-            + "".join(task(n, "int own = %d;\nwhile(1)\n{\nwait(0.1);own = own + held;\n}\n" % n)
+        text = program("wait(9);\n", before=DEEP, after=(
+            "".join(task(n, "int own = %d;\nwhile(1)\n{\nwait(0.1);own = own + held;\n}\n" % n)
                       for n in range(1, 6))
             + task(6, "wait(1);Printf(\"%d\", deep(0));\n")))
         lines = self.trace(text, tasks=6, expected=CRASHED)
         self.assertEqual([line[1:] for line in lines[-2:]], [["task 6", "stack overflow"], [None, "crash"]])
 
     def test_stack_of_the_lowest_task_has_a_guard_too(self):
-        text = program("Printf(\"%d\", deep(0));\n", before=(
-            "volatile int held = 0;\n"
-            "int deep(int n)\n{\nvolatile char room[1900];\nreturn n > 100000 ? room[n] : deep(n + 1) + held;\n}\n"))
+        text = program("Printf(\"%d\", deep(0));\n", before=DEEP)
         self.assertEqual(self.texts(text, expected=CRASHED)[-2:], ["stack overflow", "crash"])
 
     def test_crash_is_told(self):

@@ -169,7 +169,7 @@ class FaultsTest(ScriptCase):
     FAULTS = [
         {"name": "three times", "old": "2 *", "new": "3 *"},
         {"name": "the other way", "old": "2 * p_number", "new": "p_number * 2"},
-        {"name": "no end", "old": ";", "new": ""},
+        {"name": "no end", "old": ";"},
         {"name": "twice nothing", "old": "2 *", "new": "2 + 0 *", "tests": "nobody"},
         {"name": "another text", "old": "return", "new": "return +", "equivalent": "The sign does nothing."},
     ]
@@ -190,7 +190,7 @@ class FaultsTest(ScriptCase):
 
     def put_faults(self, faults):
         self.write("tests/faults/base.json", json.dumps(
-            [{"file": "module/twice.cpp", "tests": "twicetest", **fault} for fault in faults]))
+            {"module/twice.cpp": [{"tests": "twicetest", **fault} for fault in faults]}))
 
     def test_each_fault_is_tried_and_told_and_the_source_put_back(self):
         result = self.run_script("try-faults.py", self.build)
@@ -236,16 +236,21 @@ class FaultsTest(ScriptCase):
     def test_a_fault_that_has_no_place_is_told(self):
         for old in ("p_number", "nowhere"):
             with self.subTest(old=old):
-                self.put_faults([{"name": "lost", "old": old, "new": ""}])
+                self.put_faults([{"name": "lost", "old": old}])
                 result = self.run_script("try-faults.py", self.build)
                 self.assertNotEqual(result.returncode, 0)
                 self.assertIn("the old text of \"lost\" stands %d times" % CLEAN.count(old), result.stderr)
 
     def test_a_fault_that_lacks_something_or_stands_twice_is_told(self):
-        self.put_faults([{"name": "half", "old": "2 *"}])
-        self.assertIn("half lacks new", self.run_script("try-faults.py", self.build).stderr)
+        twice = self.write("tests/faults/text.json", '{"module/twice.cpp": [], "module/twice.cpp": []}')
+        self.fails("something stands twice among module/twice.cpp", "try-faults.py", self.build)
+        twice.unlink()
+        self.put_faults([{"name": "half", "new": "2 *"}])
+        self.fails("half lacks or can't have old", "try-faults.py", self.build)
+        self.put_faults([dict(self.FAULTS[0], now="4 *")])
+        self.fails("three times lacks or can't have now", "try-faults.py", self.build)
         self.put_faults(self.FAULTS[:1] * 2)
-        self.assertIn("\"three times\" stands twice", self.run_script("try-faults.py", self.build).stderr)
+        self.fails("\"three times\" stands twice", "try-faults.py", self.build)
 
 
 if __name__ == "__main__":

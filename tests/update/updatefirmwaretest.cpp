@@ -84,7 +84,10 @@ private slots:
     void init()
     {
         setString(QStringLiteral("fw.update_time"), QString());
-        QDir(QFileInfo(installedFirmwareFile()).path()).removeRecursively();
+        const QString folder = QFileInfo(installedFirmwareFile()).path();
+        // A test that failed may have left a file in its place.
+        QFile::remove(folder);
+        QDir(folder).removeRecursively();
         m_bar = std::make_unique<TzToolBar>();
         m_dialog = std::make_unique<UpgradeDialog>();
         connect(m_dialog.get(), &UpgradeDialog::firmwareArrivedSignal, m_bar.get(),
@@ -218,9 +221,11 @@ private slots:
         QFETCH(QByteArray, answer);
         const QByteArray old = firmware(1, 0, 0);
         QVERIFY(write(installedFirmwareFile(), old));
+        // A question that comes all the same doesn't stand for ever.
+        const Answers answers({s_no});
         check(answer);
         QCOMPARE(notices(), 0);
-        QVERIFY(!QApplication::activeModalWidget());
+        QVERIFY(Answers::said().isEmpty());
         QVERIFY(contentOf(installedFirmwareFile()) == old);
         for (const QTimer* timer :
              m_dialog->findChildren<QTimer*>(QString(), Qt::FindDirectChildrenOnly)) {
@@ -259,6 +264,7 @@ private slots:
     {
         QTimer watcher;
         int boxes = 0;
+        int rounds = 0;
         const QWidget* first = nullptr;
         bool checkedAgain = false;
         const QSignalSpy arrived(m_dialog.get(), &UpgradeDialog::firmwareArrivedSignal);
@@ -275,7 +281,7 @@ private slots:
                 checkedAgain = true;
                 QFile::remove(installedFirmwareFile());
                 m_dialog->startCheck();
-            } else if (arrived.count() == 2) {
+            } else if (arrived.count() == 2 || ++rounds > 500) {
                 box->button(QMessageBox::No)->click();
             }
         });

@@ -6,6 +6,8 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QLayout>
+#include <QLoggingCategory>
 #include <QMouseEvent>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
@@ -131,6 +133,48 @@ private slots:
         QCOMPARE(downloadedFirmwareFile(), folder + "/UPDATE.bin");
         QCOMPARE(installedFirmwareFile(),
                  QCoreApplication::applicationDirPath() + "/firmwares/UPDATE.bin");
+    }
+
+    void theFormIsLaidOutAsTold()
+    {
+        QCOMPARE(int(m_dialog->windowFlags() & ~Qt::Window & ~Qt::Dialog),
+                 int((Qt::FramelessWindowHint | Qt::Tool) & ~Qt::Window & ~Qt::Dialog));
+        QVERIFY(m_dialog->testAttribute(Qt::WA_TranslucentBackground));
+        QCOMPARE(m_dialog->layout()->contentsMargins(), QMargins());
+        const auto* ground = m_dialog->findChild<QLabel*>(QStringLiteral("UpgradeDialog_bg"));
+        QCOMPARE(ground->layout()->contentsMargins(), QMargins(60, 40, 60, 60));
+        m_dialog->show();
+        QCOMPARE(m_hands->title->height(), 30);
+        QCOMPARE(m_hands->title->font().pixelSize(), 24);
+        QCOMPARE(m_hands->version->parentWidget()->height(), 30);
+        QCOMPARE(m_hands->version->font().pixelSize(), 20);
+        QVERIFY(m_hands->text->height() >= 180);
+        QCOMPARE(m_hands->text->font().pixelSize(), 16);
+        QCOMPARE(int(m_hands->text->alignment()), int(Qt::AlignLeft | Qt::AlignTop));
+        QCOMPARE(m_hands->progress->minimum(), 0);
+        QCOMPARE(m_hands->progress->maximum(), 100);
+        QCOMPARE(m_hands->progress->maximumHeight(), 20);
+        for (const QPushButton* button : {m_hands->cancel, m_hands->ok, m_hands->close}) {
+            QCOMPARE(button->minimumHeight(), 40);
+            QCOMPARE(button->font().pixelSize(), 18);
+        }
+    }
+
+    void beforeTheFirstCheckTheButtonToCloseIsHidden()
+    {
+        m_dialog->show();
+        QCOMPARE(m_hands->title->text(), QStringLiteral("发现新版本"));
+        QVERIFY(!m_hands->close->isVisible());
+        QVERIFY(!m_hands->progress->isVisible());
+        for (const QWidget* widget : std::initializer_list<QWidget*>{
+                 m_hands->version, m_hands->ignore, m_hands->cancel, m_hands->ok}) {
+            QVERIFY(widget->isVisible());
+        }
+        // Nothing is on offer yet that could be ignored.
+        m_hands->ignore->setChecked(true);
+        DialogHands::press(m_hands->cancel);
+        QVERIFY(!m_dialog->isVisible());
+        QVERIFY(getStringList(s_ignoredKey).isEmpty());
     }
 
     void nothingOfTheNetworkIsMadeBeforeTheCheck()
@@ -432,6 +476,19 @@ private slots:
         m_dialog->onDownloadProgress(received, total);
         QVERIFY(m_hands->progress->isVisible());
         QCOMPARE(m_hands->progress->value(), value);
+    }
+
+    void aDownloadIsToldInTheLog()
+    {
+        QLoggingCategory::setFilterRules(QStringLiteral("default.debug=true"));
+        const QByteArray file = "p_localFileName: " + installerFile().toUtf8();
+        QTest::ignoreMessage(QtDebugMsg, "p_rometoUrl: nowhere");
+        QTest::ignoreMessage(QtDebugMsg, file.constData());
+        m_dialog->download(QStringLiteral("nowhere"), installerFile());
+        QTest::ignoreMessage(QtDebugMsg, "bytesReceived: 3000000000000");
+        QTest::ignoreMessage(QtDebugMsg, "bytesTotal: -1");
+        m_dialog->onDownloadProgress(3000000000000LL, -1);
+        QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
     }
 
     void aDownloadWithoutALengthRunsWithABarAtZero()

@@ -84,7 +84,7 @@ UpgradeDialog::UpgradeDialog(QWidget* p_parent)
 {
     setAttribute(Qt::WA_TranslucentBackground);
     setUpForm();
-    setMode(Mode::Checking);
+    setMode(Mode::Found);
     new WidgetMover(this);
 }
 
@@ -124,6 +124,7 @@ void UpgradeDialog::setUpForm()
     m_progress->setRange(0, 100);
     m_progress->setValue(0);
     m_progress->setMaximumHeight(20);
+    setPixelSize(*m_progress, 13);
     layout->addWidget(m_progress);
     m_ignore = new QCheckBox(tr("此版本不再提示"));
     setPixelSize(*m_ignore, 14);

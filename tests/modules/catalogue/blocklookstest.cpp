@@ -6,6 +6,8 @@
 #include "modules/supermodule.h"
 #include "support/canvas/blockdata.h"
 #include "support/canvas/canvasfixture.h"
+#include "support/system/datatable.h"
+#include "support/system/fixturetest.h"
 
 #include <QApplication>
 #include <QtTest>
@@ -130,7 +132,7 @@ template <class Condition> QRect around(const QImage& p_image, Condition p_condi
 } // namespace
 
 /** What is seen of blocks on the canvas: joints, drawers, fields, mouths and frames. */
-class BlockLooksTest : public QObject
+class BlockLooksTest : public FixtureTest<Canvas>
 {
     Q_OBJECT
 
@@ -146,53 +148,51 @@ private slots:
     void theJointIsTheSameEverywhere()
     {
         QFETCH(double, zoom);
-        Canvas canvas;
-        canvas.main()->setPos(100, 200);
-        canvas.main()->appendModule(canvas.put(103, {}));
-        canvas.main()->updateTreeAndOpacity();
+        m_bench->main()->setPos(100, 200);
+        m_bench->main()->appendModule(m_bench->put(103, {}));
+        m_bench->main()->updateTreeAndOpacity();
         // A joint of two other blocks, whichever of them is painted first, at the same x.
-        supermodule* firstBelow = canvas.put(800, {120, 400});
-        firstBelow->appendModule(canvas.put(103, {}));
-        supermodule* behind = canvas.put(103, {});
-        supermodule* firstAbove = canvas.put(800, {120, 600});
+        supermodule* firstBelow = m_bench->put(800, {120, 400});
+        firstBelow->appendModule(m_bench->put(103, {}));
+        supermodule* behind = m_bench->put(103, {});
+        supermodule* firstAbove = m_bench->put(800, {120, 600});
         firstAbove->appendModule(behind);
         for (supermodule* each : {firstBelow, firstAbove}) {
             each->updateTreeAndOpacity();
             each->setOpacityTree(false);
         }
-        canvas.view.resize(1400, 1200);
-        canvas.zoom(zoom, {300, 420});
+        m_bench->view.resize(1400, 1200);
+        m_bench->zoom(zoom, {300, 420});
         const auto joint = [&](int p_y) { return QRectF(236, p_y, 26, 96); };
         const int red = 0;
         const int ground = QColor(Qt::green).hslHue();
-        const QVector<int> start = nearestHues(canvas.shown(joint(200)), {red, 189, ground});
+        const QVector<int> start = nearestHues(m_bench->shown(joint(200)), {red, 189, ground});
         QVERIFY(!start.isEmpty());
         // Smoothed edges mix what they lie between; and where the block before is painted last, the
         // line between the two, of 2 by some 140, is its own.
-        const QVector<int> above = nearestHues(canvas.shown(joint(400)), {red, 252, ground});
+        const QVector<int> above = nearestHues(m_bench->shown(joint(400)), {red, 252, ground});
         QVERIFY(differences(start, above) <= start.size() / 50);
-        const QVector<int> below = nearestHues(canvas.shown(joint(600)), {red, 252, ground});
+        const QVector<int> below = nearestHues(m_bench->shown(joint(600)), {red, 252, ground});
         QVERIFY(differences(start, below) <= qRound(2.2 * 140 * zoom * zoom));
         // The tab fills the notch.
         for (const int y : {200, 400, 600}) {
-            QCOMPARE(canvas.groundIn(QRectF(230, y + 20, 40, 76)), 0);
+            QCOMPARE(m_bench->groundIn(QRectF(230, y + 20, 40, 76)), 0);
         }
     }
 
     void nothingCoversTheStartBlock()
     {
-        Canvas canvas;
-        canvas.main()->setPos(100, 200);
+        m_bench->main()->setPos(100, 200);
         // Its face, and all that is left of the joint but for the corners, which that fills.
         const QRectF face(100, 200, 128, 120);
         const QRectF side(100, 214, 138, 92);
-        const QImage faceAlone = canvas.shown(face);
-        const QImage sideAlone = canvas.shown(side);
-        canvas.main()->appendModule(canvas.put(103, {}));
-        canvas.main()->updateTreeAndOpacity();
+        const QImage faceAlone = m_bench->shown(face);
+        const QImage sideAlone = m_bench->shown(side);
+        m_bench->main()->appendModule(m_bench->put(103, {}));
+        m_bench->main()->updateTreeAndOpacity();
         QVERIFY(!faceAlone.isNull() && !sideAlone.isNull());
-        QCOMPARE(canvas.shown(face), faceAlone);
-        QCOMPARE(canvas.shown(side), sideAlone);
+        QCOMPARE(m_bench->shown(face), faceAlone);
+        QCOMPARE(m_bench->shown(side), sideAlone);
     }
 
     void aJointIsFilledAtBothEnds_data()
@@ -215,9 +215,8 @@ private slots:
         QFETCH(int, before);
         QFETCH(int, behind);
         QFETCH(double, zoom);
-        Canvas canvas;
-        supermodule* first = before == 0 ? canvas.main() : canvas.putTower(before);
-        supermodule* second = canvas.putTower(behind);
+        supermodule* first = before == 0 ? m_bench->main() : m_bench->putTower(before);
+        supermodule* second = m_bench->putTower(behind);
         // Whichever of the two is painted last.
         for (const int above : {0, 1}) {
             first->setZValue(1 - above);
@@ -227,24 +226,24 @@ private slots:
                 first->setPos(300 + shift, 300 + 3 * shift);
                 first->updateTreeAndOpacity();
                 first->setOpacityTree(false);
-                canvas.zoom(zoom, second->pos());
+                m_bench->zoom(zoom, second->pos());
                 const qreal top = qMax(first->boundingRect().top(), second->boundingRect().top());
                 // But for the edge, which smooth scaling mixes with the ground.
                 const qreal edge = qMax(1.0, 1 / zoom);
                 const QRectF joint(second->pos() + QPointF(-14, top + edge),
                                    second->pos() + QPointF(16, 120 - edge));
-                const int ground = canvas.groundIn(joint);
+                const int ground = m_bench->groundIn(joint);
                 QVERIFY2(ground == 0,
                          qPrintable(QStringLiteral("shift %1: %2 pixels").arg(shift).arg(ground)));
             }
             // Its end is as round as that of a block alone, and again where the joint was.
             const auto isRound = [&](const QRectF& p_corner) {
-                canvas.zoom(zoom, p_corner.center());
-                return canvas.groundIn(p_corner) > 0;
+                m_bench->zoom(zoom, p_corner.center());
+                return m_bench->groundIn(p_corner) > 0;
             };
-            QVERIFY(isRound(canvas.endOf(*second)));
+            QVERIFY(isRound(m_bench->endOf(*second)));
             first->removeChild(second);
-            QVERIFY(isRound(canvas.endOf(*first)));
+            QVERIFY(isRound(m_bench->endOf(*first)));
             second->setPos(1500, 700);
             second->updateTree();
             QVERIFY(isRound(QRectF(second->pos() + QPointF(0, 112), QSizeF(8, 8))));
@@ -253,16 +252,15 @@ private slots:
 
     void eachHalfOfAJointHasItsBlocksColour()
     {
-        Canvas canvas;
-        supermodule* first = canvas.put(104, {300, 300});
-        supermodule* second = canvas.put(801, {});
-        supermodule* third = canvas.put(301, {});
+        supermodule* first = m_bench->put(104, {300, 300});
+        supermodule* second = m_bench->put(801, {});
+        supermodule* third = m_bench->put(301, {});
         first->appendModule(second);
         first->appendModule(third);
         first->updateTreeAndOpacity();
         first->setOpacityTree(false);
         const auto colour = [&](const supermodule* p_block, qreal p_x, qreal p_y) {
-            return canvas.shown(QRectF(p_block->pos() + QPointF(p_x, p_y), QSizeF(1, 1)))
+            return m_bench->shown(QRectF(p_block->pos() + QPointF(p_x, p_y), QSizeF(1, 1)))
                 .pixelColor(0, 0);
         };
         for (const supermodule* each : {first, second}) {
@@ -285,28 +283,26 @@ private slots:
 
     void aJointBesideAPreviewIsRound()
     {
-        Canvas canvas;
-        supermodule* first = canvas.put(104, {300, 300});
-        supermodule* second = canvas.put(800, {});
+        supermodule* first = m_bench->put(104, {300, 300});
+        supermodule* second = m_bench->put(800, {});
         first->appendModule(second);
         first->updateTreeAndOpacity();
-        canvas.dragOver(103, first->pos() + QPointF(180, 10));
+        m_bench->dragOver(103, first->pos() + QPointF(180, 10));
         QVERIFY(first->next()->isPreview());
         QCOMPARE(first->next()->next(), second);
         first->setOpacityTree(false);
         first->next()->hide();
-        QVERIFY(canvas.groundIn(canvas.endOf(*first)) > 0);
-        QVERIFY(canvas.groundIn(QRectF(second->pos() + QPointF(0, 112), QSizeF(8, 8))) > 0);
-        canvas.leave();
+        QVERIFY(m_bench->groundIn(m_bench->endOf(*first)) > 0);
+        QVERIFY(m_bench->groundIn(QRectF(second->pos() + QPointF(0, 112), QSizeF(8, 8))) > 0);
+        m_bench->leave();
     }
 
     void theDrawersOfSpeedMotorAndStopAreOne()
     {
-        Canvas canvas;
         const auto drawer = [&](int p_id, int p_x) {
-            supermodule* block = canvas.put(p_id, QPointF(p_x, 200));
+            supermodule* block = m_bench->put(p_id, QPointF(p_x, 200));
             block->setOpacity(1);
-            QImage image = canvas.shown(QRectF(p_x - 4, 196, 128, 150)).copy(20, 100, 92, 50);
+            QImage image = m_bench->shown(QRectF(p_x - 4, 196, 128, 150)).copy(20, 100, 92, 50);
             // But for what is written on them.
             for (int y = 8; y < 40; ++y) {
                 for (int x = 30; x < 62; ++x) {
@@ -342,29 +338,28 @@ private slots:
         colours.setColor(QPalette::ButtonText, Qt::gray);
         QApplication::setPalette(colours);
         const auto restore = qScopeGuard([&] { QApplication::setPalette(before); });
-        Canvas canvas;
-        supermodule* block = canvas.put(id, {400, 200});
+        m_bench.emplace();
+        supermodule* block = m_bench->put(id, {400, 200});
         block->setOpacity(1);
         const QRectF inside = block->mapRectToScene(block->buttonRect(0)).adjusted(8, 6, -8, -8);
         const QColor blue(0, 120, 215);
         const auto has = [&](const QColor& p_colour) {
-            return !around(canvas.shown(inside), [&](const QColor& p_each, const QPoint&) {
+            return !around(m_bench->shown(inside), [&](const QColor& p_each, const QPoint&) {
                         return p_each == p_colour;
                     }).isNull();
         };
         QVERIFY(has(Qt::white));
         QVERIFY(has(Qt::black));
         QVERIFY(!has(blue));
-        canvas.press(inside.center());
-        canvas.release(inside.center());
+        m_bench->press(inside.center());
+        m_bench->release(inside.center());
         QTRY_VERIFY(has(blue));
     }
 
     void aLoopsMouthIsClosedAroundItsBody_data()
     {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<double>("zoom");
-        for (const int id : {301, 303, 306, 307}) {
+        columns<int, double>("id", "zoom");
+        for (const int id : loopTypes()) {
             for (const double zoom : {0.5, 0.57, 0.6, 1.0, 1.3, 1.8}) {
                 QTest::addRow("%d at %g", id, zoom) << id << zoom;
             }
@@ -375,22 +370,21 @@ private slots:
     {
         QFETCH(int, id);
         QFETCH(double, zoom);
-        Canvas canvas;
-        supermodule* loop = canvas.put(id, {300, 300});
-        loop->setLeftModule(canvas.put(103, {}));
-        loop->left()->insertModule(canvas.put(105, {}));
-        canvas.main()->hide();
+        supermodule* loop = m_bench->put(id, {300, 300});
+        loop->setLeftModule(m_bench->put(103, {}));
+        loop->left()->insertModule(m_bench->put(105, {}));
+        m_bench->main()->hide();
         for (const int shift : {0, 1, 2}) {
             loop->setPos(300 + shift, 300 + 3 * shift);
             loop->updateTreeAndOpacity();
             loop->setOpacityTree(false);
-            canvas.zoom(zoom, loop->pos() + QPointF(200, 40));
+            m_bench->zoom(zoom, loop->pos() + QPointF(200, 40));
             const QPointF body = loop->left()->scenePos();
             // From bar to body and from leg to leg, but for the lower edge.
             const qreal edge = qMax(1.0, 1 / zoom);
             for (const QRectF& place : {QRectF(body + QPointF(-12, -14), QSizeF(264, 80)),
                                         QRectF(body + QPointF(-12, 60), QSizeF(264, 60 - edge))}) {
-                const int ground = canvas.groundIn(place);
+                const int ground = m_bench->groundIn(place);
                 QVERIFY2(ground == 0, qPrintable(QStringLiteral("shift %1, at %2: %3 pixels")
                                                      .arg(shift)
                                                      .arg(place.x() - body.x())
@@ -407,14 +401,13 @@ private slots:
     {
         QFETCH(int, id);
         QFETCH(double, zoom);
-        Canvas canvas;
-        canvas.main()->hide();
-        supermodule* loop = canvas.put(id, {300, 300});
-        loop->hangModule(LeftLink, canvas.put(103, {}));
+        m_bench->main()->hide();
+        supermodule* loop = m_bench->put(id, {300, 300});
+        loop->hangModule(LeftLink, m_bench->put(103, {}));
         // It raises the mouth above both.
-        supermodule* inner = canvas.putTower(301);
-        inner->hangModule(LeftLink, canvas.put(104, {}));
-        supermodule* last = canvas.put(801, {});
+        supermodule* inner = m_bench->putTower(301);
+        inner->hangModule(LeftLink, m_bench->put(104, {}));
+        supermodule* last = m_bench->put(801, {});
         loop->left()->appendModule(inner);
         loop->left()->appendModule(last);
         for (const int shift : {0, 1, 2}) {
@@ -424,8 +417,8 @@ private slots:
             const qreal edge = qMax(1.0, 1 / zoom);
             for (const QPointF& end :
                  {loop->left()->scenePos(), last->scenePos() + QPointF(120, 0)}) {
-                canvas.zoom(zoom, end);
-                const int ground = canvas.groundIn(
+                m_bench->zoom(zoom, end);
+                const int ground = m_bench->groundIn(
                     QRectF(end + QPointF(-14, edge), end + QPointF(16, 120 - edge)));
                 QVERIFY2(ground == 0, qPrintable(QStringLiteral("shift %1, at %2: %3 pixels")
                                                      .arg(shift)
@@ -440,16 +433,15 @@ private slots:
     {
         QFETCH(int, id);
         QFETCH(double, zoom);
-        Canvas canvas;
-        canvas.main()->hide();
-        supermodule* loop = canvas.put(id, {300, 300});
+        m_bench->main()->hide();
+        supermodule* loop = m_bench->put(id, {300, 300});
         loop->updateTreeAndOpacity();
         loop->setOpacityTree(false);
         for (const int shift : {0, 1, 2}) {
             loop->setPos(300 + shift, 300 + shift);
-            canvas.zoom(zoom, loop->pos() + QPointF(130, 40));
-            const int mouth = id > 303 ? 40 : 120;
-            const QImage edge = canvas.shown(
+            m_bench->zoom(zoom, loop->pos() + QPointF(130, 40));
+            const int mouth = blockDataOf(id)->bodyOffset();
+            const QImage edge = m_bench->shown(
                 QRectF(loop->pos() + QPointF(mouth + 18, -8), QSizeF(186 - mouth, 16)));
             QVERIFY(edge.width() > 20);
             for (int y = 0; y < edge.height(); ++y) {
@@ -493,17 +485,16 @@ private slots:
     void theSignOfALoopsLegStandsInItsMiddle()
     {
         QFETCH(bool, full);
-        Canvas canvas;
-        supermodule* loop = canvas.put(306, {300, 300});
+        supermodule* loop = m_bench->put(306, {300, 300});
         if (full) {
-            loop->setLeftModule(canvas.put(103, {}));
+            loop->setLeftModule(m_bench->put(103, {}));
         }
         loop->updateTreeAndOpacity();
         loop->setOpacityTree(false);
         const qreal right = loop->boundingRect().right();
         const auto middleOf = [&](const QRectF& p_place, bool p_light) {
             const QRect found =
-                around(canvas.shown(p_place.translated(loop->scenePos())),
+                around(m_bench->shown(p_place.translated(loop->scenePos())),
                        [&](const QColor& p_each, const QPoint&) {
                            return p_light ? p_each.lightness() > 200 : p_each.lightness() < 70;
                        });
@@ -520,8 +511,7 @@ private slots:
 
     void aCopyFrameGoesAroundBodyAndDrawers_data()
     {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<bool>("full");
+        columns<int, bool>("id", "full");
         for (const BlockData& data : blockData()) {
             if (data.id() != 0) {
                 QTest::newRow(qPrintable(data.value("class"))) << data.id() << false;
@@ -536,20 +526,19 @@ private slots:
     {
         QFETCH(int, id);
         QFETCH(bool, full);
-        Canvas canvas;
-        canvas.main()->hide();
-        supermodule* block = canvas.put(id, {300, 300});
+        m_bench->main()->hide();
+        supermodule* block = m_bench->put(id, {300, 300});
         if (full) {
-            block->setLeftModule(canvas.put(103, {}));
-            block->left()->insertModule(canvas.put(301, {}));
+            block->setLeftModule(m_bench->put(103, {}));
+            block->left()->insertModule(m_bench->put(301, {}));
         }
         block->updateTreeAndOpacity();
         block->setOpacityTree(false);
         const QRectF place(250, 220, 700, 260);
         const QColor ground(Qt::green);
-        const QImage before = canvas.shown(place);
+        const QImage before = m_bench->shown(place);
         block->setSelectTree(true);
-        const QImage framed = canvas.shown(place);
+        const QImage framed = m_bench->shown(place);
         QVERIFY(!framed.isNull());
         const QRect whole =
             around(before, [&](const QColor& p_each, const QPoint&) { return p_each != ground; });
@@ -587,8 +576,7 @@ private slots:
 
     void aDragTestsWhereItsPictureIs_data()
     {
-        QTest::addColumn<int>("width");
-        QTest::addColumn<double>("scale");
+        columns<int, double>("width", "scale");
         QTest::newRow("1280") << 1280 << 0.6;
         QTest::newRow("1920") << 1920 << 1.0;
     }
@@ -597,33 +585,33 @@ private slots:
     {
         QFETCH(int, width);
         QFETCH(double, scale);
-        Canvas canvas;
-        canvas.view.resize(width, 700);
-        canvas.zoom(scale, {600, 300});
+        m_bench->view.resize(width, 700);
+        m_bench->zoom(scale, {600, 300});
         for (const BlockRecord& record : blockRecords()) {
             if (record.category == HiddenCategory) {
                 continue;
             }
             const QPointF at(620, 150);
-            canvas.dragOver(record.id, at);
+            m_bench->dragOver(record.id, at);
             const supermodule* dragged = liveModules.last();
             QCOMPARE(dragged->id, record.id);
-            const int edge = canvas.at(at).x() - QImage(record.image).width() / 2;
-            const int tested = canvas.view.mapFromScene(dragged->scenePos()).x();
+            const int edge = m_bench->at(at).x() - QImage(record.image).width() / 2;
+            const int tested = m_bench->view.mapFromScene(dragged->scenePos()).x();
             QVERIFY2(qAbs(edge - tested) <= 10, qPrintable(record.caption));
-            canvas.leave();
+            m_bench->leave();
         }
         // A loop that is held into another one's mouth opens the gap there.
-        supermodule* outer = canvas.put(301, {600, 300});
+        supermodule* outer = m_bench->put(301, {600, 300});
         outer->updateTreeAndOpacity();
         for (const int id : {301, 306}) {
             const int half = QImage(findBlockRecord(id)->image).width() / 2;
             for (const int beside : {-10, 0, 10}) {
-                const QPoint mouth = canvas.view.mapFromScene(outer->scenePos() + QPointF(120, 10));
-                canvas.dragOver(id, canvas.view.mapToScene(mouth + QPoint(half + beside, 0)));
+                const QPoint mouth =
+                    m_bench->view.mapFromScene(outer->scenePos() + QPointF(120, 10));
+                m_bench->dragOver(id, m_bench->view.mapToScene(mouth + QPoint(half + beside, 0)));
                 QVERIFY(outer->left());
                 QVERIFY(outer->left()->isPreview());
-                canvas.leave();
+                m_bench->leave();
             }
         }
     }

@@ -1,6 +1,7 @@
 #include "modules/catalogue/modulefactory.h"
 #include "modules/supermodule.h"
 #include "support/canvas/blockdata.h"
+#include "support/system/datatable.h"
 
 #include <QGraphicsScene>
 #include <QPainter>
@@ -47,9 +48,7 @@ void drawNamed(QPainter& p_painter, const QString& p_picture)
 /** A row for each set of attributes by which a loop, or another block, has its pictures. */
 void paintedBlocks(bool p_loops)
 {
-    QTest::addColumn<int>("id");
-    QTest::addColumn<QString>("attributes");
-    QTest::addColumn<QStringList>("pictures");
+    columns<int, QString, QStringList>("id", "attributes", "pictures");
     for (const BlockData& data : blockData()) {
         const QMap<QString, QStringList> paints = data.paints();
         if (data.isLoop() != p_loops) {

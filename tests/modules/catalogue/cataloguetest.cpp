@@ -7,9 +7,9 @@
 #include "support/canvas/blockdata.h"
 #include "support/canvas/canvasfixture.h"
 #include "support/canvas/singleblock.h"
+#include "support/system/datatable.h"
 
 #include <QAbstractButton>
-#include <QApplication>
 #include <QGraphicsPixmapItem>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -58,6 +58,8 @@ void giveValue(supermodule* p_module, const QString& p_value)
 }
 } // namespace
 
+Q_DECLARE_METATYPE(const BlockData*)
+
 class CatalogueTest : public QObject
 {
     Q_OBJECT
@@ -90,10 +92,10 @@ private slots:
 
     void everyBlock_data()
     {
-        QTest::addColumn<int>("id");
+        QTest::addColumn<const BlockData*>("expected");
         for (const BlockData& data : blockData()) {
             QTest::newRow(qPrintable(QString::number(data.id()) + ' ' + data.value("english")))
-                << data.id();
+                << &data;
         }
     }
 
@@ -101,10 +103,8 @@ private slots:
 
     void everyBlockHasItsRecordWithPictureAndEnglishCaption()
     {
-        QFETCH(int, id);
-        const BlockData* expected = blockDataOf(id);
-        QVERIFY(expected);
-        const BlockRecord* record = findBlockRecord(id);
+        QFETCH(const BlockData*, expected);
+        const BlockRecord* record = findBlockRecord(expected->id());
         QVERIFY(record);
         QCOMPARE(record->category, expected->category());
         QCOMPARE(record->image, expected->value("picture"));
@@ -118,9 +118,8 @@ private slots:
 
     void everyBlockIsBuiltByTheFactoryWithItsConnectors()
     {
-        QFETCH(int, id);
-        const BlockData* expected = blockDataOf(id);
-        QVERIFY(expected);
+        QFETCH(const BlockData*, expected);
+        const int id = expected->id();
         const std::unique_ptr<supermodule> block = newBlock(id);
         QVERIFY(block);
         QCOMPARE(className(block.get()), expected->value("class"));
@@ -159,11 +158,12 @@ private slots:
 
     void everyBlockHasItsCopyFrameAndGivesItToCopies()
     {
-        QFETCH(int, id);
-        const QString path = blockDataOf(id)->value("copyFrame");
+        QFETCH(const BlockData*, expected);
+        const int id = expected->id();
+        const QString path = expected->value("copyFrame");
         // Every block that can be copied has one.
         QCOMPARE(QPixmap(path).isNull(), id == 0);
-        const QImage expected = QPixmap(path).toImage();
+        const QImage picture = QPixmap(path).toImage();
         const std::unique_ptr<supermodule> block = newBlock(id);
         // The buttons lie on the frame, although they are older.
         block->buttonCount();
@@ -173,7 +173,7 @@ private slots:
             QVERIFY(parts.at(i)->type() != ButtonItemType || parts.indexOf(frame) < i);
         }
         const auto shows = [&](supermodule& p_block) {
-            return p_block.selectItem().pixmap().toImage() == expected;
+            return p_block.selectItem().pixmap().toImage() == picture;
         };
         QVERIFY(shows(*block));
         QVERIFY(!block->selectItem().isVisible());
@@ -192,9 +192,8 @@ private slots:
 
     void everyBlockStoresAndLoadsItsAttributes()
     {
-        QFETCH(int, id);
-        const BlockData* expected = blockDataOf(id);
-        QVERIFY(expected);
+        QFETCH(const BlockData*, expected);
+        const int id = expected->id();
         const std::unique_ptr<supermodule> block = newBlock(id);
         QCOMPARE(ownAttributes(block.get()), parsedAttributes(expected->value("new")));
         loadBlock(block.get(), expected->value("changed"));
@@ -231,9 +230,8 @@ private slots:
 
     void everyBlockIsCopiedWithWhatItsCopyKeeps()
     {
-        QFETCH(int, id);
-        const BlockData* expected = blockDataOf(id);
-        QVERIFY(expected);
+        QFETCH(const BlockData*, expected);
+        const int id = expected->id();
         const std::unique_ptr<supermodule> block = newBlock(id);
         loadBlock(block.get(), expected->value("changed"));
         const std::unique_ptr<supermodule> copy(block->clone());
@@ -252,19 +250,17 @@ private slots:
 
     void everyBlockIsPastedWithWhatItsCopyKeeps()
     {
-        QFETCH(int, id);
+        QFETCH(const BlockData*, expected);
+        const int id = expected->id();
         if (id == 0) {
             return;
         }
-        const BlockData* expected = blockDataOf(id);
-        QVERIFY(expected);
         CanvasFixture canvas;
         supermodule* block = canvas.drop(id, QPointF(500, 350));
         loadBlock(block, expected->value("changed"));
         block->setPos(400, 350);
         const QList<supermodule*> before = canvas.blocks();
-        canvas.press(block->scenePos() + QPointF(30, 30), Qt::RightButton);
-        canvas.view.contextMenu().close();
+        canvas.rightClick(block->scenePos() + QPointF(30, 30));
         canvas.view.OnCopyAndPaste();
         for (const supermodule* pasted : canvas.blocks()) {
             if (!before.contains(const_cast<supermodule*>(pasted))) {
@@ -300,10 +296,8 @@ private slots:
 
     void everyBlockSaysWhichParametersAreToBeModified()
     {
-        QFETCH(int, id);
-        const BlockData* expected = blockDataOf(id);
-        QVERIFY(expected);
-        const std::unique_ptr<supermodule> block = newBlock(id);
+        QFETCH(const BlockData*, expected);
+        const std::unique_ptr<supermodule> block = newBlock(expected->id());
         loadBlock(block.get(), expected->value("changed"));
         const QDomElement params = block->paramsElement();
         const QString names = expected->value("modified");
@@ -322,14 +316,13 @@ private slots:
 
     void everyBlockDropsLinksSavesAndOpens()
     {
-        QFETCH(int, id);
+        QFETCH(const BlockData*, expected);
+        const int id = expected->id();
         if (id == 0) {
             // There is one main block, which no tab of the palette offers.
             QCOMPARE(findBlockRecord(id)->category, -1);
             return;
         }
-        const BlockData* expected = blockDataOf(id);
-        QVERIFY(expected);
         CanvasFixture canvas;
         const int width = expected->isLoop() ? 280 : 120;
         supermodule* block = canvas.drop(id, QPointF(100 + 140 + 4 + width / 2, 190));
@@ -364,16 +357,13 @@ private slots:
 
     void noBlockHasPythonText()
     {
-        QFETCH(int, id);
-        QCOMPARE(newBlock(id)->pythonCode(), QString());
+        QFETCH(const BlockData*, expected);
+        QCOMPARE(newBlock(expected->id())->pythonCode(), QString());
     }
 
     void everyParameterGivesItsText_data()
     {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<QStringList>("values");
-        QTest::addColumn<QString>("attributes");
-        QTest::addColumn<QString>("text");
+        columns<int, QStringList, QString, QString>("id", "values", "attributes", "text");
         for (const BlockData& data : blockData()) {
             const auto choices = data.choices();
             QCOMPARE(choices.isEmpty(), data.value("new").isEmpty());
@@ -416,9 +406,7 @@ private slots:
 
     void aValueFromAFileGivesItsText_data()
     {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<QString>("attributes");
-        QTest::addColumn<QString>("text");
+        columns<int, QString, QString>("id", "attributes", "text");
         for (const BlockData& data : blockData()) {
             const QMap<QString, QString> texts = data.oddTexts();
             for (auto it = texts.begin(); it != texts.end(); ++it) {
@@ -444,11 +432,9 @@ private slots:
     void aNewBlockGivesItsText_data() { everyBlock_data(); }
     void aNewBlockGivesItsText()
     {
-        QFETCH(int, id);
-        const BlockData* expected = blockDataOf(id);
-        QVERIFY(expected);
+        QFETCH(const BlockData*, expected);
         const QString text = expected->text(expected->value("new"));
-        const std::unique_ptr<supermodule> block = newBlock(id);
+        const std::unique_ptr<supermodule> block = newBlock(expected->id());
         QCOMPARE(block->cCode(), text);
         block->button(0);
         QCOMPARE(block->cCode(), text);
@@ -468,8 +454,7 @@ private slots:
 
     void bodiesOfLoopsAreInTheirTexts_data()
     {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<QString>("text");
+        columns<int, QString>("id", "text");
         // The body: a turn, and a counted loop with a wait in it, and a backward behind that.
         const QString body = QStringLiteral("set_motor(1, speed1);set_motor(2, speed2);"
                                             "for(int i = 0;i < 10; ++i)\n{\nwait(1);\n}"

@@ -2,8 +2,10 @@
 #include "modules/mainmodule.h"
 #include "modules/supermodule.h"
 #include "project/projectfile.h"
+#include "support/canvas/blockdata.h"
 #include "support/canvas/canvasfixture.h"
 #include "support/canvas/documentpicture.h"
+#include "support/system/datatable.h"
 
 #include <QApplication>
 #include <QTemporaryDir>
@@ -85,12 +87,11 @@ class LoopFrameTest : public QObject
 private slots:
     void aFrameHasNoSeamsAtAnySizeAndDepth_data()
     {
-        QTest::addColumn<int>("id");
-        QTest::addColumn<int>("legWidth");
-        QTest::newRow("counted") << 301 << 120;
-        QTest::newRow("endless") << 303 << 120;
-        QTest::newRow("until infrared") << 306 << 40;
-        QTest::newRow("until touch") << 307 << 40;
+        columns<int, int>("id", "legWidth");
+        for (const int id : loopTypes()) {
+            const BlockData& data = *blockDataOf(id);
+            QTest::newRow(qPrintable(data.value("class"))) << id << data.bodyOffset();
+        }
     }
 
     void aFrameHasNoSeamsAtAnySizeAndDepth()
@@ -150,89 +151,91 @@ private slots:
 
 private:
     /** What is wrong with a loop's frame in a picture; empty if nothing. */
-    static QString wrongWith(const TwoGrounds& p_shown, const supermodule& p_loop, int p_legWidth);
-};
-
-QString LoopFrameTest::wrongWith(const TwoGrounds& p_shown, const supermodule& p_loop,
-                                 int p_legWidth)
-{
-    const QPointF at = p_loop.scenePos();
-    const qreal top = p_loop.boundingRect().top();
-    const qreal right = p_loop.boundingRect().right();
-    const auto pixelsIn = [&](qreal p_left, qreal p_top, qreal p_right, qreal p_bottom) {
-        return p_shown.pixelsIn(
-            QRectF(QPointF(p_left, p_top), QPointF(p_right, p_bottom)).translated(at));
-    };
-    // Along the middle of the head and of the legs. A tab of the body reaches the middle of the
-    // right one, so that there it is the half behind that.
-    const qreal margin = 8;
-    const struct {
-        const char* name;
-        QRect pixels;
-    } lines[] = {
-        {"head", pixelsIn(margin, top + 6, right - margin, top + 14)},
-        {"left leg",
-         pixelsIn(p_legWidth / 2.0 - 5, top + margin, p_legWidth / 2.0 + 5, s_legBottom - margin)},
-        {"right leg", pixelsIn(right - 18, top + margin, right - 6, s_legBottom - margin)},
-    };
-    for (const auto& line : lines) {
-        if (line.pixels.isEmpty()) {
-            return QString::fromLatin1(line.name) + QStringLiteral(" has no pixels");
+    static QString wrongWith(const TwoGrounds& p_shown, const supermodule& p_loop, int p_legWidth)
+    {
+        const QPointF at = p_loop.scenePos();
+        const qreal top = p_loop.boundingRect().top();
+        const qreal right = p_loop.boundingRect().right();
+        const auto pixelsIn = [&](qreal p_left, qreal p_top, qreal p_right, qreal p_bottom) {
+            return p_shown.pixelsIn(
+                QRectF(QPointF(p_left, p_top), QPointF(p_right, p_bottom)).translated(at));
+        };
+        // Along the middle of the head and of the legs. A tab of the body reaches the middle of the
+        // right one, so that there it is the half behind that.
+        const qreal margin = 8;
+        const struct {
+            const char* name;
+            QRect pixels;
+        } lines[] = {
+            {"head", pixelsIn(margin, top + 6, right - margin, top + 14)},
+            {"left leg", pixelsIn(p_legWidth / 2.0 - 5, top + margin, p_legWidth / 2.0 + 5,
+                                  s_legBottom - margin)},
+            {"right leg", pixelsIn(right - 18, top + margin, right - 6, s_legBottom - margin)},
+        };
+        for (const auto& line : lines) {
+            if (line.pixels.isEmpty()) {
+                return QString::fromLatin1(line.name) + QStringLiteral(" has no pixels");
+            }
+            for (int y = line.pixels.top(); y <= line.pixels.bottom(); ++y) {
+                for (int x = line.pixels.left(); x <= line.pixels.right(); ++x) {
+                    if (p_shown.groundIsSeen(QPoint(x, y))) {
+                        return QStringLiteral(
+                                   "ground in the %1, %2 rows from its top, %3 from its left")
+                            .arg(QString::fromLatin1(line.name))
+                            .arg(y - line.pixels.top())
+                            .arg(x - line.pixels.left());
+                    }
+                }
+            }
         }
-        for (int y = line.pixels.top(); y <= line.pixels.bottom(); ++y) {
-            for (int x = line.pixels.left(); x <= line.pixels.right(); ++x) {
-                if (p_shown.groundIsSeen(QPoint(x, y))) {
+        // The hole: above the first block of a body that has a loop in it, or where there is no
+        // body.
+        const qreal bodyX = p_loop.left() ? p_loop.left()->scenePos().x() - at.x() : 0;
+        const QRect hole = p_loop.left()
+                               ? pixelsIn(bodyX + 10, top + s_headHeight + 4, bodyX + 110, -4)
+                               : pixelsIn(p_legWidth + 8, top + s_headHeight + 8, right - 48, 40);
+        if (hole.isEmpty()) {
+            return QStringLiteral("the hole has no pixels");
+        }
+        for (int y = hole.top(); y <= hole.bottom(); ++y) {
+            for (int x = hole.left(); x <= hole.right(); ++x) {
+                if (!p_shown.groundIsSeen(QPoint(x, y))) {
                     return QStringLiteral(
-                               "ground in the %1, %2 rows from its top, %3 from its left")
-                        .arg(QString::fromLatin1(line.name))
-                        .arg(y - line.pixels.top())
-                        .arg(x - line.pixels.left());
+                               "the hole is closed, %1 rows from its top, %2 from its left")
+                        .arg(y - hole.top())
+                        .arg(x - hole.left());
                 }
             }
         }
-    }
-    // The hole: above the first block of a body that has a loop in it, or where there is no body.
-    const qreal bodyX = p_loop.left() ? p_loop.left()->scenePos().x() - at.x() : 0;
-    const QRect hole = p_loop.left()
-                           ? pixelsIn(bodyX + 10, top + s_headHeight + 4, bodyX + 110, -4)
-                           : pixelsIn(p_legWidth + 8, top + s_headHeight + 8, right - 48, 40);
-    if (hole.isEmpty()) {
-        return QStringLiteral("the hole has no pixels");
-    }
-    for (int y = hole.top(); y <= hole.bottom(); ++y) {
-        for (int x = hole.left(); x <= hole.right(); ++x) {
-            if (!p_shown.groundIsSeen(QPoint(x, y))) {
-                return QStringLiteral("the hole is closed, %1 rows from its top, %2 from its left")
-                    .arg(y - hole.top())
-                    .arg(x - hole.left());
-            }
-        }
-    }
-    // The same shade all along the head, and down the legs as far as there is no picture on them.
-    const QRect head = pixelsIn(16, top, right - 16, top + s_headHeight - 3);
-    for (int y = head.top(); y <= head.bottom(); ++y) {
-        for (int x = head.left(); x <= head.right(); ++x) {
-            if (!alike(p_shown.colour({x, y}), p_shown.colour({head.left(), y}))) {
-                return QStringLiteral("a seam in the head, %1 rows from its top, %2 from its left")
-                    .arg(y - head.top())
-                    .arg(x - head.left());
-            }
-        }
-    }
-    for (const QRect& leg :
-         {pixelsIn(0, top + 15, p_legWidth - 6, -1), pixelsIn(right - 35, top + 15, right, -1)}) {
-        for (int y = leg.top(); y <= leg.bottom(); ++y) {
-            for (int x = leg.left(); x <= leg.right(); ++x) {
-                if (!alike(p_shown.colour({x, y}), p_shown.colour({x, leg.top()}))) {
-                    return QStringLiteral("a seam in a leg, %1 rows from its top, %2 from its left")
-                        .arg(y - leg.top())
-                        .arg(x - leg.left());
+        // The same shade all along the head, and down the legs as far as there is no picture on
+        // them.
+        const QRect head = pixelsIn(16, top, right - 16, top + s_headHeight - 3);
+        for (int y = head.top(); y <= head.bottom(); ++y) {
+            for (int x = head.left(); x <= head.right(); ++x) {
+                if (!alike(p_shown.colour({x, y}), p_shown.colour({head.left(), y}))) {
+                    return QStringLiteral(
+                               "a seam in the head, %1 rows from its top, %2 from its left")
+                        .arg(y - head.top())
+                        .arg(x - head.left());
                 }
             }
         }
+        for (const QRect& leg : {pixelsIn(0, top + 15, p_legWidth - 6, -1),
+                                 pixelsIn(right - 35, top + 15, right, -1)}) {
+            for (int y = leg.top(); y <= leg.bottom(); ++y) {
+                for (int x = leg.left(); x <= leg.right(); ++x) {
+                    if (!alike(p_shown.colour({x, y}), p_shown.colour({x, leg.top()}))) {
+                        return QStringLiteral(
+                                   "a seam in a leg, %1 rows from its top, %2 from its left")
+                            .arg(y - leg.top())
+                            .arg(x - leg.left());
+                    }
+                }
+            }
+        }
+        return QString();
     }
-    return QString();
-}
+};
 
 QTEST_MAIN(LoopFrameTest)
 #include "loopframetest.moc"

@@ -2,6 +2,7 @@
 #include "proj/controls/tzlineedit.h"
 #include "proj/controls/varbutton.h"
 #include "proj/controls/windowshape.h"
+#include "support/system/datatable.h"
 
 #include <QFile>
 #include <QFontMetrics>
@@ -65,51 +66,28 @@ private slots:
 
     void keysEditTheTextAtItsEnd_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("keys");
-        QTest::addColumn<QString>("result");
-        QTest::newRow("a digit behind a digit") << "1"
-                                                << "2"
-                                                << "12";
-        QTest::newRow("0: not even another 0") << "0"
-                                               << "0"
-                                               << "0";
-        QTest::newRow("12.3: one more digit is taken") << "12.3"
-                                                       << "4"
-                                                       << "12.34";
-        QTest::newRow("123456.: two more digits are taken") << "123456."
-                                                            << "789"
-                                                            << "123456.78";
-        QTest::newRow("a second point is refused") << "1.2"
-                                                   << "."
-                                                   << "1.2";
-        QTest::newRow("a second point at once, too") << "1."
-                                                     << "."
-                                                     << "1.";
-        QTest::newRow("a point can't begin a number") << ""
-                                                      << "."
-                                                      << "";
-        QTest::newRow("delete takes the last character") << "12.3"
-                                                         << "<<"
-                                                         << "12";
-        QTest::newRow("delete on an empty text") << ""
-                                                 << "<"
-                                                 << "";
-        QTest::newRow("minus toggles the sign in front") << "15"
-                                                         << "-"
-                                                         << "-15";
-        QTest::newRow("minus toggles it back") << "-15"
-                                               << "-"
-                                               << "15";
-        QTest::newRow("the sign counts as a character") << "-12345"
-                                                        << "6"
-                                                        << "-12345";
-        QTest::newRow("minus itself isn't counted") << "123456"
-                                                    << "-"
-                                                    << "-123456";
-        QTest::newRow("another key does nothing") << "12"
-                                                  << "x"
-                                                  << "12";
+        columns<QString, QString, QString>("text", "keys", "result");
+        row("a digit behind a digit", "1", "2", "12");
+        row("0: not even another 0", "0", "0", "0");
+        row("12.3: one more digit is taken", "12.3", "4", "12.34");
+        row("123456.: two more digits are taken", "123456.", "789", "123456.78");
+        row("a second point is refused", "1.2", ".", "1.2");
+        row("a second point at once, too", "1.", ".", "1.");
+        row("a point can't begin a number", "", ".", "");
+        row("delete takes the last character", "12.3", "<<", "12");
+        row("delete on an empty text", "", "<", "");
+        row("minus toggles the sign in front", "15", "-", "-15");
+        row("minus toggles it back", "-15", "-", "15");
+        row("the sign counts as a character", "-12345", "6", "-12345");
+        row("minus itself isn't counted", "123456", "-", "-123456");
+        row("another key does nothing", "12", "x", "12");
+        row("a zero takes no further digit", "", "07", "0");
+        row("a zero takes a point and digits behind it", "", "07.5", "0.5");
+        row("two decimals take no further digit", "", "12.345", "12.34");
+        row("six digits take no seventh", "", "1234567", "123456");
+        row("six digits take a point", "", "1234567.", "123456.");
+        row("minus comes into an empty text", "", "-", "-");
+        row("minus goes from an empty text again", "", "--", "");
     }
 
     void keysEditTheTextAtItsEnd()
@@ -121,32 +99,6 @@ private slots:
         field.setText(text);
         applyKeys(field, keys);
         QCOMPARE(field.text(), result);
-    }
-
-    void aZeroTakesAPointButNoFurtherDigit()
-    {
-        SelectableButton field;
-        applyKeys(field, "0");
-        applyKeys(field, "7");
-        QCOMPARE(field.text(), QStringLiteral("0"));
-        applyKeys(field, ".5");
-        QCOMPARE(field.text(), QStringLiteral("0.5"));
-    }
-
-    void twoDecimalsTakeNoFurtherDigit()
-    {
-        SelectableButton field;
-        applyKeys(field, "12.345");
-        QCOMPARE(field.text(), QStringLiteral("12.34"));
-    }
-
-    void sixDigitsTakeAPointButNoSeventhDigit()
-    {
-        SelectableButton field;
-        applyKeys(field, "1234567");
-        QCOMPARE(field.text(), QStringLiteral("123456"));
-        applyKeys(field, ".");
-        QCOMPARE(field.text(), QStringLiteral("123456."));
     }
 
     void aKeyThatMeansNothingLeavesAMarkedTextAlone()
@@ -162,32 +114,17 @@ private slots:
         }
     }
 
-    void minusOnAnEmptyTextComesAndGoes()
+    void aKeyReplacesTheMarkedTextAndTakesTheMarkAway_data()
     {
-        SelectableButton field;
-        applyKeys(field, "-");
-        QCOMPARE(field.text(), QStringLiteral("-"));
-        applyKeys(field, "-");
-        QCOMPARE(field.text(), QString());
+        columns<QString, QString>("keys", "result");
+        row("a digit", "3", "3");
+        row("two digits", "34", "34");
+        row("delete empties the text", "<", "");
+        row("a point empties the text since it can't begin a number", ".", "");
+        row("minus begins a new number", "-", "-");
     }
 
-    void aKeyReplacesTheMarkedText_data()
-    {
-        QTest::addColumn<QString>("keys");
-        QTest::addColumn<QString>("result");
-        QTest::newRow("a digit") << "3"
-                                 << "3";
-        QTest::newRow("two digits") << "34"
-                                    << "34";
-        QTest::newRow("delete empties the text") << "<"
-                                                 << "";
-        QTest::newRow("a point empties the text since it can't begin a number") << "."
-                                                                                << "";
-        QTest::newRow("minus begins a new number") << "-"
-                                                   << "-";
-    }
-
-    void aKeyReplacesTheMarkedText()
+    void aKeyReplacesTheMarkedTextAndTakesTheMarkAway()
     {
         QFETCH(QString, keys);
         QFETCH(QString, result);
@@ -196,51 +133,23 @@ private slots:
         field.setSelected(true);
         applyKeys(field, keys);
         QCOMPARE(field.text(), result);
-    }
-
-    void aKeyTakesTheMarkAway_data()
-    {
-        QTest::addColumn<QString>("key");
-        for (const char* key : {"3", ".", "-", "<"}) {
-            QTest::newRow(key) << key;
-        }
-    }
-
-    void aKeyTakesTheMarkAway()
-    {
-        QFETCH(QString, key);
-        SelectableButton field;
-        field.setText(QStringLiteral("12"));
-        field.setSelected(true);
-        applyKeys(field, key);
         QVERIFY(!field.isSelected());
         QCOMPARE(SelectableButton::current(), nullptr);
     }
 
     void aCharacterMayBeAppended_data()
     {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("accepted");
-        QTest::newRow("empty") << ""
-                               << "05";
-        QTest::newRow("0") << "0"
-                           << ".";
-        QTest::newRow("5") << "5"
-                           << "05.";
-        QTest::newRow("-") << "-"
-                           << "05.";
-        QTest::newRow("-0") << "-0"
-                            << "05.";
-        QTest::newRow("12345") << "12345"
-                               << "05.";
-        QTest::newRow("123456") << "123456"
-                                << ".";
-        QTest::newRow("1.") << "1."
-                            << "05";
-        QTest::newRow("1.2") << "1.2"
-                             << "05";
-        QTest::newRow("1.23") << "1.23"
-                              << "";
+        columns<QString, QString>("text", "accepted");
+        row("empty", "", "05");
+        row("0", "0", ".");
+        row("5", "5", "05.");
+        row("-", "-", "05.");
+        row("-0", "-0", "05.");
+        row("12345", "12345", "05.");
+        row("123456", "123456", ".");
+        row("1.", "1.", "05");
+        row("1.2", "1.2", "05");
+        row("1.23", "1.23", "");
     }
 
     void aCharacterMayBeAppended()
@@ -255,8 +164,7 @@ private slots:
 
     void theMaskDecidesWhichKeysAreAccepted_data()
     {
-        QTest::addColumn<uint>("mask");
-        QTest::addColumn<QString>("accepted");
+        columns<uint, QString>("mask", "accepted");
         QTest::newRow("none") << 0U << "";
         QTest::newRow("digits") << 1U << "0123456789";
         QTest::newRow("point") << 2U << ".";

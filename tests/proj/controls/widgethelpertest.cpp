@@ -1,4 +1,5 @@
 #include "proj/controls/widgethelper.h"
+#include "support/system/datatable.h"
 
 #include <QApplication>
 #include <QFile>
@@ -96,8 +97,7 @@ private slots:
 
     void aFileWithoutAStyleTakesTheStyleAway_data()
     {
-        QTest::addColumn<bool>("isThere");
-        QTest::addColumn<QByteArray>("content");
+        columns<bool, QByteArray>("isThere", "content");
         QTest::newRow("no file") << false << QByteArray();
         QTest::newRow("an empty file") << true << QByteArray();
         QTest::newRow("a zero byte first") << true << QByteArray("\0QLabel{color:red;}", 19);
@@ -132,8 +132,7 @@ private slots:
 
     void theChineseFontIsKnownByEitherName_data()
     {
-        QTest::addColumn<QString>("installed");
-        QTest::addColumn<QString>("used");
+        columns<QString, QString>("installed", "used");
         const QString chinese = QStringLiteral("微软雅黑");
         const QString english = QStringLiteral("Microsoft YaHei");
         QTest::newRow("in Chinese") << chinese << chinese;
@@ -181,9 +180,6 @@ private slots:
 
 #endif
 };
-
-#ifdef Q_OS_LINUX
-#endif
 
 int main(int p_argc, char** p_argv)
 {

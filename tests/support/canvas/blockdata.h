@@ -43,6 +43,11 @@ public:
         return m_record.value(QLatin1String(p_name)).toString();
     }
     bool isLoop() const { return m_record.contains(QLatin1String("frame")); }
+    /** Where a loop's body begins, from the loop; 0 for a block that is no loop. */
+    int bodyOffset() const
+    {
+        return !isLoop() ? 0 : value("shape") == QLatin1String("conditional") ? 40 : 120;
+    }
     /** Attributes of what a copy keeps of the changed block. */
     QString copied() const;
     /** The C text of a block of these attributes, with the text of its body. */

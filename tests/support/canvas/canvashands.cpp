@@ -98,6 +98,12 @@ void CanvasHands::click(const QPointF& p_scenePos)
     release(p_scenePos);
 }
 
+void CanvasHands::rightClick(const QPointF& p_scenePos)
+{
+    press(p_scenePos, Qt::RightButton);
+    m_view.contextMenu().close();
+}
+
 void CanvasHands::drag(supermodule* p_module, const QPoint& p_way)
 {
     const QPointF from = p_module->scenePos() + QPointF(30, 30);

@@ -35,6 +35,8 @@ public:
     void move(const QPointF& p_scenePos);
     void release(const QPointF& p_scenePos);
     void click(const QPointF& p_scenePos);
+    /** Presses the right button and closes the menu that comes up. */
+    void rightClick(const QPointF& p_scenePos);
     void key(int p_key, Qt::KeyboardModifiers p_modifiers = Qt::NoModifier);
 
     /** The types of a chain's blocks, in order. */

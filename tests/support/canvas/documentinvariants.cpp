@@ -20,10 +20,7 @@ namespace
 int bodyOffset(const supermodule* p_module)
 {
     const BlockData* data = blockDataOf(p_module->id);
-    if (!data || !data->isLoop()) {
-        return 0;
-    }
-    return data->value("shape") == QLatin1String("conditional") ? 40 : 120;
+    return data ? data->bodyOffset() : 0;
 }
 
 struct Bounds {
@@ -220,8 +217,28 @@ private:
         tell(!loop || !p_block->left() ||
                  p_block->left()->scenePos() == at + QPointF(bodyOffset(p_block), 0),
              "has its body in the wrong place");
+        inspectCorners(p_block);
         const collisionItem* end = p_block->connector(NextLink);
         tell(!end || qFuzzyCompare(end->x(), rect.right()), "has its connector in the wrong place");
+    }
+
+    /** Filled to a neighbour or a leg, and round to the ground and to what may go again. */
+    void inspectCorners(supermodule* p_block)
+    {
+        const auto stays = [](const supermodule* p_each) { return p_each && !p_each->isPreview(); };
+        const supermodule* parent = p_block->parentModule();
+        const bool first = parent && parent->next() != p_block;
+        const supermodule* head = p_block;
+        while (!p_block->next() && head->parentModule() && head->parentModule()->next() == head) {
+            head = head->parentModule();
+        }
+        const bool last = !p_block->next() && head->parentModule();
+        tell(p_block->filledCorners().testFlag(BottomLeftCorner) ==
+                 (stays(p_block) && (first || stays(parent))),
+             "has the wrong corner in front");
+        tell(p_block->filledCorners().testFlag(BottomRightCorner) ==
+                 (stays(p_block) && (last || stays(p_block->next()))),
+             "has the wrong corner behind");
     }
 
     void inspectRegistry()

@@ -2,7 +2,6 @@
 
 #include "modules/supermodule.h"
 
-#include <QGraphicsPixmapItem>
 #include <QPainter>
 
 BlockAttributes parsedAttributes(const QString& p_text)

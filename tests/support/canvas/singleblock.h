@@ -3,7 +3,6 @@
 #include <QDomElement>
 #include <QImage>
 #include <QMap>
-#include <QSet>
 #include <QStringList>
 
 class QGraphicsPixmapItem;
