@@ -26,7 +26,7 @@ for screen in ${GALLERY_SCREENS:-1280x768 1366x768 1920x1080 1920x1200@1.5}; do
         env -u LC_ALL -u LANGUAGE -u QT_QPA_PLATFORM HOME="$home" XDG_CONFIG_HOME="$home/config" \
             XDG_RUNTIME_DIR="$home" TMPDIR="$home/tmp" LANG="$language.UTF-8" \
             QT_SCALE_FACTOR="$([[ "$screen" = *@* ]] && echo "${screen#*@}" || echo 1)" \
-            timeout 120 "$program" "$folder/$name" 2>"$home/log" || {
+            timeout 300 "$program" "$folder/$name" 2>"$home/log" || {
             cat "$home/log" >&2
             exit 1
         }
