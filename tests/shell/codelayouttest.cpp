@@ -1,4 +1,5 @@
 #include "shell/codelayout.h"
+#include "support/system/datatable.h"
 
 #include <QScrollBar>
 #include <QTest>
@@ -73,6 +74,36 @@ private slots:
         };
         QVERIFY(isLit(2));
         QVERIFY(!isLit(1) && !isLit(3));
+    }
+
+    void whatIsLitLosesNoLetter_data() { numberRows("pixels", {12, 13, 14, 15, 16}); }
+
+    void whatIsLitLosesNoLetter()
+    {
+        QFETCH(int, pixels);
+        QFont font(QStringLiteral("monospace"));
+        font.setPixelSize(pixels);
+        m_browser->setFont(font);
+        m_browser->setPlainText(QStringLiteral("_g(p);\n_g(p);\n_g(p);"));
+        const auto ink = [&] {
+            const QImage shown = m_browser->viewport()->grab().toImage();
+            int dark = 0;
+            for (int y = 0; y < shown.height(); ++y) {
+                for (int x = 0; x < shown.width(); ++x) {
+                    dark += shown.pixelColor(x, y).lightness() < 80 ? 1 : 0;
+                }
+            }
+            return dark;
+        };
+        const int before = ink();
+        QVERIFY(before > 60);
+        QTextEdit::ExtraSelection all;
+        // The ground's own colour: the letters are to stay as they are.
+        all.format.setBackground(Qt::white);
+        all.cursor = QTextCursor(m_browser->document());
+        all.cursor.select(QTextCursor::Document);
+        m_browser->setExtraSelections({all});
+        QCOMPARE(ink(), before);
     }
 
     void anEditIsSeenAndPaintsNoMoreThanItChanges()

@@ -100,7 +100,8 @@ QRectF CodeLayout::blockBoundingRect(const QTextBlock& p_block) const
 void CodeLayout::documentChanged(int p_from, int, int p_added)
 {
     const QFontMetricsF metrics(document()->defaultFont());
-    m_lineHeight = qCeil(metrics.lineSpacing());
+    // Some fonts have lines overlap; the light of one would hide underscores in the one above.
+    m_lineHeight = qCeil(qMax(metrics.lineSpacing(), metrics.height()));
     const QTextBlock first = document()->findBlock(p_from);
     QTextBlock block = first;
     while (block.isValid() && block.position() <= p_from + p_added) {
