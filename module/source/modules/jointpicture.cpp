@@ -6,6 +6,8 @@ namespace
 {
 /** How far a round corner reaches, its rim included. */
 const int s_corner = 13;
+/** The body of a block; the picture of its selection frame goes on below for drawers. */
+const int s_bodyHeight = 120;
 /** How far the right edge lies before the end of the tab, which is that of the picture. */
 const int s_behindEdge = 18;
 /** The same for the edge of a loop's last leg to which its body's tab goes. */
@@ -15,7 +17,8 @@ const int s_mouthShift = 8;
 
 void fillCorners(QImage& p_image, int p_fine, int p_variant)
 {
-    const int height = p_image.height();
+    const int mouth = p_variant >> s_mouthShift;
+    const int height = mouth > 0 ? p_image.height() : s_bodyHeight * p_fine;
     const int right = p_image.width() - s_behindEdge * p_fine;
     const struct {
         BodyCorner corner;
@@ -27,7 +30,7 @@ void fillCorners(QImage& p_image, int p_fine, int p_variant)
         {BottomLeftCorner, {0, height}, 1, -1},
         {TopRightCorner, {right, 0}, -1, 1},
         {BottomRightCorner, {right, height}, -1, -1},
-        {FirstLegCorner, {(p_variant >> s_mouthShift) * p_fine, height}, -1, -1},
+        {FirstLegCorner, {mouth * p_fine, height}, -1, -1},
         {LastLegCorner, {p_image.width() - s_behindLastLeg * p_fine, height}, 1, -1},
     };
     // The rim and the colour, from an edge inwards, as they are where the upper edge is plain.

@@ -17,8 +17,8 @@ Q_DECLARE_FLAGS(BodyCorners, BodyCorner)
 Q_DECLARE_OPERATORS_FOR_FLAGS(BodyCorners)
 
 /**
- * The picture of a body or of a loop's bracket with some corners filled: the rim goes on straight,
- * as it is where a block is linked to a neighbour. The body of a loop, if it is one, begins at
- * p_mouth.
+ * The picture of a body or of a loop's bracket, or of the selection frame around one, with some
+ * corners filled: the rim goes on straight, as it is where a block is linked to a neighbour. The
+ * body of a loop, if it is one, begins at p_mouth.
  */
 QPixmap jointPicture(const QString& p_path, BodyCorners p_filled, int p_mouth = 0);

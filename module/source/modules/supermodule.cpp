@@ -50,7 +50,7 @@ public:
 
     void paint(QPainter* p_painter, const QStyleOptionGraphicsItem*, QWidget*) override
     {
-        m_module.paintSelection(p_painter, pixmap());
+        m_module.paintSelection(p_painter, m_module.m_selectPath);
     }
 
 private:
@@ -126,9 +126,9 @@ QRectF supermodule::selectionArea(const QPixmap& p_frame) const
     return QRectF(QPointF(), p_frame.size());
 }
 
-void supermodule::paintSelection(QPainter* p_painter, const QPixmap& p_frame)
+void supermodule::paintSelection(QPainter* p_painter, const QString& p_frame)
 {
-    drawPicture(p_painter, 0, 0, p_frame);
+    drawPicture(p_painter, 0, 0, jointPicture(p_frame, m_filledCorners));
 }
 
 QGraphicsPixmapItem& supermodule::selectItem()

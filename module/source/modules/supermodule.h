@@ -314,8 +314,8 @@ protected:
     BoundsRule plainBoundsRule(const QSizeF& p_size) const;
     /** Where paintSelection() paints, as the block is shaped now. */
     virtual QRectF selectionArea(const QPixmap& p_frame) const;
-    /** Draws the selection frame from its picture, in block coordinates. */
-    virtual void paintSelection(QPainter* p_painter, const QPixmap& p_frame);
+    /** Draws the selection frame from its picture's resource path, in block coordinates. */
+    virtual void paintSelection(QPainter* p_painter, const QString& p_frame);
     /** Lays out the block's own body and returns the distance from here to the next block. */
     virtual qreal layoutOwn();
     /** Makes the connector of a link, of a kind, at a place in block coordinates. */

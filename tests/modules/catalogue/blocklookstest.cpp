@@ -574,6 +574,28 @@ private slots:
         }
     }
 
+    void aCopyFrameIsStraightAtAJointAndRoundAtAnEnd()
+    {
+        m_bench->main()->hide();
+        supermodule* first = m_bench->put(103, {300, 300});
+        supermodule* second = m_bench->put(105, {});
+        first->appendModule(second);
+        first->updateTreeAndOpacity();
+        first->setOpacityTree(false);
+        first->setSelectTree(true);
+        m_bench->zoom(1, second->pos());
+        const auto rim = [&](const supermodule* p_block, qreal p_x, qreal p_y) {
+            return m_bench->shown(QRectF(p_block->pos() + QPointF(p_x, p_y), QSizeF(1, 14)));
+        };
+        for (const qreal y : {-2.0, 108.0}) {
+            QVERIFY(!rim(first, 60, y).isNull());
+            QCOMPARE(rim(first, 112, y), rim(first, 60, y));
+            QCOMPARE(rim(second, 8, y), rim(second, 60, y));
+            QVERIFY(rim(first, 8, y) != rim(first, 60, y));
+            QVERIFY(rim(second, 112, y) != rim(second, 60, y));
+        }
+    }
+
     void aDragTestsWhereItsPictureIs_data()
     {
         columns<int, double>("width", "scale");

@@ -155,36 +155,42 @@ protected:
                                  static_cast<int>(Base::m_rect.right()));
     }
 
-    void paintSelection(QPainter* p_painter, const QPixmap& p_frame) override
+    void paintSelection(QPainter* p_painter, const QString& p_frame) override
     {
         QVector<QRect> drawers;
         for (int i = 0; i < Base::buttonCount(); ++i) {
             drawers.append(Base::buttonRect(i).toRect());
         }
-        drawLoopSelection(p_painter, p_frame, static_cast<int>(Base::m_rect.top()),
+        drawLoopSelection(p_painter, bracket(p_frame), static_cast<int>(Base::m_rect.top()),
                           static_cast<int>(Base::m_rect.right()), form().bodyOffset, drawers);
     }
 
     void drawFrame(QPainter* p_painter) const
     {
-        BodyCorners filled = Base::filledCorners();
-        if (!Base::left()) {
-            filled &= ~(FirstLegCorner | LastLegCorner);
-        }
-        const int mouth = qMin(form().bodyOffset + LegOverlap, LegEnd);
-        const QPixmap frame = jointPicture(QString::fromLatin1(form().frame), filled, mouth);
+        const QPixmap frame = bracket(QString::fromLatin1(form().frame));
         const int top = static_cast<int>(Base::m_rect.top());
         const int right = static_cast<int>(Base::m_rect.right());
         if (Base::left()) {
             if (top == -LoopTopMargin) {
                 fillUnderHead(p_painter, frame, form().bodyOffset, right - LoopEndMargin);
             }
-            fillBesideLeg(p_painter, frame, form().bodyOffset, filled & FirstLegCorner);
+            fillBesideLeg(p_painter, frame, form().bodyOffset,
+                          Base::filledCorners() & FirstLegCorner);
         }
         drawLoopFrame(p_painter, frame, top, right, form().bodyOffset);
     }
 
 private:
+    /** The picture of the bracket or of the frame around it, as linked as the loop is. */
+    QPixmap bracket(const QString& p_path) const
+    {
+        BodyCorners filled = Base::filledCorners();
+        if (!Base::left()) {
+            filled &= ~(FirstLegCorner | LastLegCorner);
+        }
+        return jointPicture(p_path, filled, qMin(form().bodyOffset + LegOverlap, LegEnd));
+    }
+
     /** As the last layout found it; the bounds are those of the scene. */
     BoundsRule m_laidOutRule;
 };
